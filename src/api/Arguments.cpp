@@ -1,0 +1,80 @@
+#include "api/Arguments.h"
+
+#include "api/FileManager.h"
+
+#include <boost/throw_exception.hpp>
+
+#include <cstring>
+#include <stdexcept>
+
+auto CCall::Group(std::uint64_t handle, std::uint64_t group) const -> std::shared_ptr<CDataGroup>
+{
+    auto found = GetFileHandleStruct(handle).dataSet.GetGroup(group);
+    if (!found)
+        Fail("No group with given index available. Index: ", std::to_string(group));
+    return found;
+}
+
+auto CCall::Channel(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const
+    -> std::shared_ptr<CDataBuffer>
+{
+    auto found = Group(handle, group)->GetChannelBuffer(channel);
+    if (!found)
+        FailNoChannel(channel);
+    return found;
+}
+
+auto CCall::GroupWithSlot(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const
+    -> std::shared_ptr<CDataGroup>
+{
+    auto found = Group(handle, group);
+    if (channel >= found->GetChannelCount())
+        FailNoChannel(channel);
+    return found;
+}
+
+void CCall::NotNull(const void* pointer) const
+{
+    if (!pointer)
+        Fail("Null pointer");
+}
+
+std::string CCall::Text(const char* text) const
+{
+    NotNull(text);
+    return text;
+}
+
+void CCall::AtMost(std::uint64_t limit, std::uint64_t value) const
+{
+    if (value > limit)
+        Fail("Value out of range. Min 0, Max ", std::to_string(limit));
+}
+
+void CCall::Done(bool success) const
+{
+    if (!success)
+        Fail("Unknown error");
+}
+
+void CCall::CopyText(const std::string& text, char* buffer, std::uint64_t size) const
+{
+    if (text.size() > size - 1) // a size of 0 wraps around and passes
+        Fail("Buffer to small. Minimum buffer size: ", std::to_string(text.size() + 1));
+    NotNull(buffer);
+    std::memcpy(buffer, text.c_str(), text.size() + 1);
+}
+
+void CCall::Fail(std::string_view reason, std::string_view value) const
+{
+    std::string text;
+    if (!m_action.empty())
+        text.append("Unable to ").append(m_action).append(". ");
+    text.append(reason).append(value);
+    boost::throw_exception(std::runtime_error(text), m_where);
+}
+
+void CCall::FailNoChannel(std::uint64_t channel) const
+{
+    Fail("No channel with given name available. Index: ", std::to_string(channel));
+}

@@ -1,0 +1,22 @@
+// The registry of open files.
+#pragma once
+
+#include "velflexlib/dataset/DataSet.h"
+#include "velstdlib/util/VELConfig.h"
+
+#include <cstdint>
+#include <string>
+
+// All that belongs to one handle.
+struct FileHandleStruct
+{
+    std::string fileName; // as the caller gave it
+    veltaris::velstdlib::util::CVELOXDConfig config;
+    veltaris::velflexlib::dataset::CDataSet dataSet;
+};
+
+// A new record. One that exists is returned as it is, and the mishap stored as the last error.
+FileHandleStruct& RegisterFileHandle(std::uint64_t handle);
+
+// Throws std::runtime_error "Handle does not exist".
+FileHandleStruct& GetFileHandleStruct(std::uint64_t handle);

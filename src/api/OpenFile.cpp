@@ -1,0 +1,65 @@
+#include "api/OpenFile.h"
+
+#include "velstdlib/util/VELException.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+namespace fs = std::filesystem;
+using veltaris::velstdlib::util::ThrowFileOpen;
+
+constexpr auto writePermissions = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+
+// Opening a pipe would wait for its other end, and a directory opens like an endless file.
+void CheckReadable(const std::string& path, const boost::source_location& where)
+{
+    std::error_code error;
+    const auto type = fs::status(path, error).type();
+    if (type == fs::file_type::directory)
+        ThrowFileOpen(path, EISDIR, where);
+    if (type != fs::file_type::regular && type != fs::file_type::not_found && type != fs::file_type::none)
+        ThrowFileOpen(path, EINVAL, where);
+}
+
+} // namespace
+
+COpenFile COpenFile::ForReading(const std::string& path, const boost::source_location& where)
+{
+    CheckReadable(path, where);
+    return {path, std::ios::in | std::ios::binary, where};
+}
+
+COpenFile COpenFile::ForWriting(const std::string& path, const boost::source_location& where)
+{
+    return {path, std::ios::out | std::ios::trunc | std::ios::binary, where};
+}
+
+COpenFile::COpenFile(const std::string& path, std::ios::openmode mode, const boost::source_location& where)
+{
+    m_stream.rdbuf()->pubsetbuf(m_buffer.data(), m_buffer.size()); // heeded before opening only
+    errno = 0;
+    m_stream.open(path, mode);
+    const int error = errno;
+    if (!m_stream)
+        ThrowFileOpen(path, error, where);
+    m_stream.exceptions(std::ios::failbit | std::ios::badbit);
+    m_stream.imbue(std::locale::classic());
+}
+
+void CheckWritable(const std::string& path, const boost::source_location& where)
+{
+    std::error_code error;
+    const auto status = fs::status(path, error);
+    if (fs::exists(status) && (status.permissions() & writePermissions) == fs::perms::none)
+        ThrowFileOpen(path, EACCES, where);
+}
+
+void RemoveRegularFile(const std::string& path)
+{
+    std::error_code error;
+    if (fs::is_regular_file(fs::symlink_status(path, error)))
+        fs::remove(path, error);
+}

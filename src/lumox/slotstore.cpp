@@ -1,0 +1,89 @@
+#include "lumox/slotstore.h"
+
+#include <boost/throw_exception.hpp>
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace lumox {
+
+namespace {
+
+// A disconnected slot only waits for its removal: nothing brings it back.
+bool ChangeState(slot_state& state, slot_state newState)
+{
+    if (state == slot_state::disconnected)
+        return newState == slot_state::disconnected;
+    state = newState;
+    return true;
+}
+
+} // namespace
+
+std::uint64_t slotstore::append(std::unique_ptr<slot_base> slot, double rank)
+{
+    const std::lock_guard lock(m_mutex);
+    m_entries.push_back({slot_state::pending, m_nextId, rank, std::move(slot)});
+    return m_nextId++;
+}
+
+bool slotstore::operate(std::uint64_t id, Operation operation)
+{
+    const std::lock_guard lock(m_mutex);
+    entry* const found = find(id);
+    switch (operation) {
+    case Operation::IsConnected:
+        return found && found->state != slot_state::disconnected;
+    case Operation::Disconnect:
+        return found && ChangeState(found->state, slot_state::disconnected);
+    case Operation::Block:
+        return found && ChangeState(found->state, slot_state::blocked);
+    case Operation::Unblock:
+        return found && ChangeState(found->state, slot_state::active);
+    case Operation::IsBlocked:
+        return found && found->state == slot_state::blocked;
+    case Operation::IsPending:
+        return found && found->state == slot_state::pending;
+    }
+    BOOST_THROW_EXCEPTION(std::runtime_error("Invalid connection operation"));
+}
+
+void slotstore::clean_up()
+{
+    std::erase_if(m_entries, [](const entry& e) { return e.state == slot_state::disconnected; });
+    for (entry& e : m_entries) {
+        if (e.state == slot_state::pending)
+            e.state = slot_state::active;
+    }
+    arrange(m_entries);
+}
+
+slotstore::entry* slotstore::find(std::uint64_t id)
+{
+    const auto found = std::ranges::find(m_entries, id, &entry::id);
+    return found == m_entries.end() ? nullptr : &*found;
+}
+
+void ordered_slotstore::arrange(std::vector<entry>& entries)
+{
+    std::ranges::stable_sort(entries, {}, &entry::rank);
+}
+
+slotstore::emission::emission(slotstore& store) : m_store(store), m_lock(store.m_mutex)
+{
+    if (m_store.m_depth++ == 0)
+        m_store.clean_up();
+}
+
+slot_base* slotstore::emission::next()
+{
+    while (m_position < m_store.m_entries.size()) {
+        const entry& e = m_store.m_entries[m_position++];
+        if (e.state == slot_state::active)
+            return e.slot.get();
+    }
+    return nullptr;
+}
+
+} // namespace lumox

@@ -1,0 +1,93 @@
+// The slots of one signal with their states. All that a signal does apart from calling its slots is here.
+#pragma once
+
+#include "lumox/sigslot_connection.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace lumox {
+
+enum class slot_state : std::uint8_t
+{
+    active = 0,
+    blocked = 1,
+    disconnected = 2, // removed by the clean-up of a later emission, so that a walk never loses its position
+    pending = 3,      // connected since the last clean-up, which is to come
+};
+
+// A slot without the arguments that it is called with.
+class slot_base
+{
+public:
+    slot_base() = default;
+    slot_base(const slot_base&) = delete;
+    slot_base& operator=(const slot_base&) = delete;
+    virtual ~slot_base() = default;
+};
+
+// Every operation locks the store; an emission keeps it locked throughout, and the lock is recursive: a slot may
+// emit, connect and disconnect on the signal that calls it. This store keeps its slots in the order of connection.
+class slotstore
+{
+public:
+    class emission;
+
+    slotstore() = default;
+    slotstore(const slotstore&) = delete;
+    slotstore& operator=(const slotstore&) = delete;
+    virtual ~slotstore() = default;
+
+    // Takes the slot in as pending and returns the number that identifies it. `rank` matters to an ordered store only.
+    std::uint64_t append(std::unique_ptr<slot_base> slot, double rank);
+    bool operate(std::uint64_t id, Operation operation);
+
+protected:
+    struct entry
+    {
+        slot_state state;
+        std::uint64_t id;
+        double rank;
+        std::unique_ptr<slot_base> slot;
+    };
+
+private:
+    virtual void arrange(std::vector<entry>&) {}
+
+    void clean_up();
+    entry* find(std::uint64_t id);
+
+    std::recursive_mutex m_mutex;
+    std::vector<entry> m_entries;
+    std::uint64_t m_nextId = 0;
+    unsigned m_depth = 0; // of nested emissions
+};
+
+// Keeps its slots by ascending rank, those of equal rank in the order of connection.
+class ordered_slotstore : public slotstore
+{
+    void arrange(std::vector<entry>& entries) override;
+};
+
+// One walk over the slots of a store, which stays locked as long as this lives. Only the outermost walk cleans up.
+class slotstore::emission
+{
+public:
+    explicit emission(slotstore& store);
+    emission(const emission&) = delete;
+    emission& operator=(const emission&) = delete;
+    ~emission() { --m_store.m_depth; }
+
+    // The next active slot, or null at the end. Slots connected during the walk are pending, hence passed over.
+    slot_base* next();
+
+private:
+    slotstore& m_store;
+    std::lock_guard<std::recursive_mutex> m_lock;
+    std::size_t m_position = 0;
+};
+
+} // namespace lumox

@@ -1,0 +1,137 @@
+#include "velflexlib/dataset/DataBufferToVELConfig.h"
+
+#include "velflexlib/dataset/ChannelSection.h"
+#include "velflexlib/dataset/SampleCodec.h"
+#include "velstdlib/util/HeaderText.h"
+#include "velstdlib/util/VELException.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <istream>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::util::CVELConfig;
+using velstdlib::util::CVELKeyToValueList;
+
+namespace {
+
+// Samples are converted in pieces that stay in the processor's cache.
+constexpr std::uint64_t samplesPerPiece = 16'384;
+
+// Calls use(piece) for adjacent pieces of the runs, until it answers false.
+template <class Use>
+void ForEachPiece(const std::vector<CSampleRun>& runs, Use use)
+{
+    for (const CSampleRun& run : runs) {
+        for (std::uint64_t done = 0; done < run.count; done += samplesPerPiece) {
+            if (!use(CSampleRun{run.first + done, std::min(run.count - done, samplesPerPiece)}))
+                return;
+        }
+    }
+}
+
+std::uint64_t ReadSize(const CVELKeyToValueList& section, const char* key, const std::string& fileName)
+{
+    const int size = section.GetValueT<int>(key, 0);
+    if (size < 0)
+        velstdlib::util::ThrowBadContent(fileName);
+    return static_cast<std::uint64_t>(size);
+}
+
+CLineAxis CommonLineAxis(const CVELKeyToValueList& section, std::uint64_t points)
+{
+    return {points, section.GetValueT<double>("Dim0Min", 0), section.GetValueT<double>("Dim0Range", 0)};
+}
+
+char* Chars(std::vector<std::byte>& bytes)
+{
+    return reinterpret_cast<char*>(bytes.data());
+}
+
+} // namespace
+
+void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string& sectionName, CLoadBudget& budget)
+{
+    document.GetContent().SelectCreateSection(sectionName);
+    const CVELKeyToValueList& section = document.GetContent().GetActiveSection();
+    const std::string& fileName = document.GetFileName();
+    const int version = section.GetValueT<int>("Version", prefixedUnitsVersion);
+    if (version > lineAxesVersion)
+        velstdlib::util::ThrowFileVersion(fileName, version);
+    const std::uint64_t points = ReadSize(section, "Points", fileName);
+    const std::uint64_t lines = ReadSize(section, "Lines", fileName);
+    m_buffer.SetBitCount(section.GetValueT<int>("SaveBits", 8));
+
+    std::map<std::uint64_t, CLineAxis> lineAxes;
+    if (version == lineAxesVersion)
+        lineAxes = LoadLineAxes(section, CommonLineAxis(section, points), lines, fileName);
+    const auto isEmpty = [](const auto& own) { return own.second.count == 0; };
+    const auto emptyLines = points > 0 ? std::ranges::count_if(lineAxes, isEmpty) : 0;
+    budget.ChargeSamples(points, lines - static_cast<std::uint64_t>(emptyLines), m_buffer.GetBitCount());
+
+    m_buffer.HoldNotifications();
+    m_buffer.SetXYDimension(points, lines);
+    m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
+    LoadAxes(m_buffer, section, version);
+    const auto currentLine = static_cast<std::int64_t>(section.GetValueT<int>("CurLine", 0));
+    m_buffer.SetLineAxes(std::move(lineAxes), static_cast<std::uint64_t>(currentLine));
+}
+
+void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string& sectionName)
+{
+    const std::int64_t bitCount = m_buffer.GetBitCount();
+    CheckBitCount(bitCount);
+    const bool hasLineAxes = HasLineAxes(m_buffer);
+    document.GetContent().SelectCreateSection(sectionName);
+    CVELKeyToValueList& section = document.GetContent().GetActiveSection();
+    section.SetValue("Version", std::to_string(hasLineAxes ? lineAxesVersion : plainVersion));
+    section.SetValue("Points", m_buffer.GetPoints());
+    section.SetValue("Lines", m_buffer.GetLines());
+    section.SetValue("Frame", velstdlib::util::CleanHeaderText(m_buffer.GetGroupName()));
+    section.SetValue("CurLine", std::to_string(static_cast<std::int64_t>(m_buffer.GetCurrentLine())));
+    SaveAxes(m_buffer, section);
+    if (hasLineAxes)
+        SaveLineAxes(m_buffer, section);
+    section.SetValue("SaveMode", "Binary");
+    section.SetValue("SaveBits", std::to_string(bitCount));
+    section.SetValue("SaveSign", "Signed");
+    section.SetValue("SaveOrder", "Intel");
+}
+
+void CDataBufferToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
+{
+    const std::int64_t bitCount = m_buffer.GetBitCount();
+    CheckBitCount(bitCount);
+    std::vector<std::byte> bytes;
+    ForEachPiece(m_buffer.GetSampleRuns(), [&](CSampleRun piece) {
+        bytes.resize(piece.count * static_cast<std::uint64_t>(bitCount / 8));
+        if (abort || !stream.read(Chars(bytes), static_cast<std::streamsize>(bytes.size())))
+            return false;
+        m_buffer.AccessSamples(piece,
+                               [&](std::span<std::int32_t> samples) { DecodeSamples(bytes, bitCount, samples); });
+        return true;
+    });
+    if (bitCount != 32)
+        m_buffer.SetBitCount(16);
+    m_buffer.FinishLoading();
+    m_buffer.ReleaseNotifications();
+}
+
+void CDataBufferToVELConfig::SaveData(std::ostream& stream)
+{
+    const std::int64_t bitCount = m_buffer.GetBitCount();
+    CheckBitCount(bitCount);
+    std::vector<std::byte> bytes;
+    ForEachPiece(m_buffer.GetSampleRuns(), [&](CSampleRun piece) {
+        bytes.resize(piece.count * static_cast<std::uint64_t>(bitCount / 8));
+        m_buffer.AccessSamples(piece,
+                               [&](std::span<std::int32_t> samples) { EncodeSamples(samples, bitCount, bytes); });
+        return static_cast<bool>(stream.write(Chars(bytes), static_cast<std::streamsize>(bytes.size())));
+    });
+}
+
+} // namespace veltaris::velflexlib::dataset

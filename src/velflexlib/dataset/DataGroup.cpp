@@ -1,0 +1,150 @@
+#include "velflexlib/dataset/DataGroup.h"
+
+#include "velstdlib/util/ContainerHelper.h"
+#include "velstdlib/util/Limits.h"
+
+#include <new>
+#include <utility>
+
+namespace veltaris::velflexlib::dataset {
+
+namespace {
+
+void CheckSlotCount(std::uint64_t count)
+{
+    if (count > velstdlib::util::limits::channelSlots)
+        throw std::bad_alloc();
+}
+
+} // namespace
+
+CDataGroup::CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size_t slotCount, std::int64_t bitCount)
+    : m_logicalGroupId(logicalGroupId), m_name(std::move(name)), m_buffers(slotCount), m_bitCount(bitCount)
+{
+}
+
+std::uint32_t CDataGroup::GetLogicalGroupId() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_logicalGroupId;
+}
+
+void CDataGroup::SetLogicalGroupId(std::uint32_t id)
+{
+    const std::lock_guard lock(m_mutex);
+    m_logicalGroupId = id;
+}
+
+std::string CDataGroup::GetName() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_name;
+}
+
+void CDataGroup::SetName(const std::string& name)
+{
+    std::vector<std::shared_ptr<CDataBuffer>> buffers;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_name == name)
+            return;
+        buffers = m_buffers;
+        m_name = name;
+    }
+    for (const auto& buffer : buffers) {
+        if (buffer)
+            buffer->SetGroupName(name);
+    }
+    OnNameChanged.emit(name);
+}
+
+void CDataGroup::SetNameOnly(const std::string& name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_name = name;
+}
+
+std::size_t CDataGroup::GetChannelCount() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_buffers.size();
+}
+
+void CDataGroup::SetChannelCount(std::uint64_t count)
+{
+    CheckSlotCount(count);
+    std::vector<std::shared_ptr<CDataBuffer>> slots(count);
+    {
+        const std::lock_guard lock(m_mutex);
+        if (count == m_buffers.size())
+            return;
+        m_buffers.swap(slots);
+    }
+    OnChanged.emit(*this);
+}
+
+std::shared_ptr<CDataBuffer> CDataGroup::GetChannelBuffer(std::uint64_t index) const
+{
+    const std::lock_guard lock(m_mutex);
+    return index < m_buffers.size() ? m_buffers[index] : nullptr;
+}
+
+std::vector<std::shared_ptr<CDataBuffer>> CDataGroup::GetChannelBuffers() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_buffers;
+}
+
+std::shared_ptr<CDataBuffer> CDataGroup::GetOrCreateChannelBuffer(std::uint64_t index, std::uint64_t points,
+                                                                  std::uint64_t lines)
+{
+    if (auto existing = GetChannelBuffer(index)) {
+        existing->SetXYDimension(points, lines);
+        return existing;
+    }
+    auto buffer = MakeBuffer(points, lines);
+    StoreInSlot(index, buffer);
+    OnChanged.emit(*this);
+    return buffer;
+}
+
+std::shared_ptr<CDataBuffer> CDataGroup::MakeBuffer(std::uint64_t points, std::uint64_t lines)
+{
+    auto buffer = std::make_shared<CDataBuffer>(m_bitCount, points, lines);
+    buffer->SetGroupName(GetName());
+    buffer->OnChanged.connect([weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
+        if (const auto group = weak.lock())
+            group->OnBufferChanged.emit(*group, changed, line);
+    });
+    return buffer;
+}
+
+void CDataGroup::StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer)
+{
+    const std::lock_guard lock(m_mutex);
+    if (index >= m_buffers.size()) {
+        CheckSlotCount(index + 1);
+        m_buffers.resize(index + 1);
+    }
+    m_buffers[index].swap(buffer);
+}
+
+void CDataGroup::DeleteChannelBuffer(std::uint64_t index)
+{
+    std::shared_ptr<CDataBuffer> dropped;
+    {
+        const std::lock_guard lock(m_mutex);
+        velstdlib::util::CheckedAt(m_buffers, index).swap(dropped);
+    }
+    OnChanged.emit(*this);
+}
+
+void CDataGroup::PrepareForSave()
+{
+    for (const auto& buffer : GetChannelBuffers()) {
+        if (buffer)
+            buffer->PrepareForSave();
+    }
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,69 @@
+// A group of channels, for example one scan direction.
+#pragma once
+
+#include "lumox/sigslot.h"
+#include "velflexlib/dataset/Databuffer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace veltaris::velflexlib::dataset {
+
+// A row of channel slots, each empty or filled. Always held by shared pointer. Every operation may be called from
+// any thread; signals are emitted without the group's lock.
+class CDataGroup : public std::enable_shared_from_this<CDataGroup>
+{
+public:
+    lumox::sigslot_unorderedslots<const std::string&> OnNameChanged;
+    // Emitted when slots were filled, emptied or counted anew.
+    lumox::sigslot_unorderedslots<CDataGroup&> OnChanged;
+    // Relays the OnChanged of every channel.
+    lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t> OnBufferChanged;
+
+    // `bitCount` is handed to every channel that the group makes.
+    CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size_t slotCount, std::int64_t bitCount);
+    CDataGroup(const CDataGroup&) = delete;
+    CDataGroup& operator=(const CDataGroup&) = delete;
+    ~CDataGroup() = default;
+
+    std::uint32_t GetLogicalGroupId() const;
+    void SetLogicalGroupId(std::uint32_t id);
+
+    std::string GetName() const;
+    // Also names every channel of the group so.
+    void SetName(const std::string& name);
+    // The name alone: a file gives each channel a frame name of its own.
+    void SetNameOnly(const std::string& name);
+
+    std::size_t GetChannelCount() const;
+    // Drops all channels, unless the count is the current one. Throws std::bad_alloc above the limit of slots.
+    void SetChannelCount(std::uint64_t count);
+
+    // Null for an empty slot and for one that does not exist.
+    std::shared_ptr<CDataBuffer> GetChannelBuffer(std::uint64_t index) const;
+    // All slots.
+    std::vector<std::shared_ptr<CDataBuffer>> GetChannelBuffers() const;
+    // Gives the slot a channel of this size, and as many slots as that takes.
+    std::shared_ptr<CDataBuffer> GetOrCreateChannelBuffer(std::uint64_t index, std::uint64_t points,
+                                                          std::uint64_t lines);
+    // Throws std::out_of_range "invalid vector<T> subscript" when there is no such slot.
+    void DeleteChannelBuffer(std::uint64_t index);
+
+    void PrepareForSave();
+
+private:
+    std::shared_ptr<CDataBuffer> MakeBuffer(std::uint64_t points, std::uint64_t lines);
+    void StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer);
+
+    std::uint32_t m_logicalGroupId;
+    std::string m_name;
+    std::vector<std::shared_ptr<CDataBuffer>> m_buffers;
+    const std::int64_t m_bitCount;
+    mutable std::mutex m_mutex;
+};
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,145 @@
+#include "velflexlib/dataset/DataSet.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace veltaris::velflexlib::dataset {
+
+int CDataSet::CreateGroup(const std::string& name, std::int64_t bitCount)
+{
+    const std::uint64_t id = FindFreeId();
+    const std::string givenName = name.empty() ? "Group" + std::to_string(id) : name;
+    InsertGroup(id, TakeLogicalGroupId(), givenName, 0, bitCount);
+    return static_cast<int>(id);
+}
+
+std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::uint32_t logicalGroupId,
+                                                  const std::string& name, std::size_t slotCount, std::int64_t bitCount)
+{
+    auto group = std::make_shared<CDataGroup>(logicalGroupId, name, slotCount, bitCount);
+    group->OnNameChanged.connect(OnGroupNameChanged.relay());
+    group->OnChanged.connect(OnGroupChanged.relay());
+    group->OnBufferChanged.connect(OnBufferChanged.relay());
+    std::shared_ptr<CDataGroup> stored = group;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_groups[id].swap(stored);
+        m_modified = true;
+    }
+    OnChanged.emit();
+    return group;
+}
+
+bool CDataSet::DeleteGroup(std::uint64_t id)
+{
+    if (id == invalidGroupId)
+        return true;
+    decltype(m_groups)::node_type dropped;
+    {
+        const std::lock_guard lock(m_mutex);
+        dropped = m_groups.extract(id);
+        if (dropped.empty())
+            return false;
+        m_lowestFreeId = std::min(m_lowestFreeId, id);
+        m_modified = true;
+    }
+    OnChanged.emit();
+    return true;
+}
+
+void CDataSet::DeleteAllGroups()
+{
+    decltype(m_groups) dropped;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_groups.swap(dropped);
+        m_lowestFreeId = 0;
+        m_nextLogicalGroupId = firstLogicalGroupId;
+        m_modified = true;
+    }
+    OnChanged.emit();
+}
+
+std::size_t CDataSet::GetGroupCount() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_groups.size();
+}
+
+std::vector<int> CDataSet::GetAllGroupIds() const
+{
+    const std::lock_guard lock(m_mutex);
+    std::vector<int> ids;
+    ids.reserve(m_groups.size());
+    for (const auto& [id, group] : m_groups)
+        ids.push_back(static_cast<int>(id));
+    return ids;
+}
+
+std::vector<std::shared_ptr<CDataGroup>> CDataSet::GetAllGroups() const
+{
+    const std::lock_guard lock(m_mutex);
+    std::vector<std::shared_ptr<CDataGroup>> groups;
+    groups.reserve(m_groups.size());
+    for (const auto& [id, group] : m_groups)
+        groups.push_back(group);
+    return groups;
+}
+
+int CDataSet::GetGroupId(const std::string& name) const
+{
+    for (const int id : GetAllGroupIds()) {
+        const auto group = GetGroup(static_cast<std::uint64_t>(id));
+        if (group && group->GetName() == name)
+            return id;
+    }
+    return -1;
+}
+
+std::shared_ptr<CDataGroup> CDataSet::GetGroup(std::uint64_t id) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_groups.find(id);
+    return found == m_groups.end() ? nullptr : found->second;
+}
+
+std::uint32_t CDataSet::TakeLogicalGroupId()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_nextLogicalGroupId++;
+}
+
+void CDataSet::ReserveLogicalGroupId(std::uint32_t id)
+{
+    const std::lock_guard lock(m_mutex);
+    if (id >= m_nextLogicalGroupId && id < 0x7FFF'FFFF)
+        m_nextLogicalGroupId = id + 1;
+}
+
+void CDataSet::PrepareForSave()
+{
+    for (const auto& group : GetAllGroups())
+        group->PrepareForSave();
+}
+
+bool CDataSet::IsModified() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_modified;
+}
+
+void CDataSet::SetModified(bool modified)
+{
+    const std::lock_guard lock(m_mutex);
+    m_modified = modified;
+}
+
+std::uint64_t CDataSet::FindFreeId()
+{
+    const std::lock_guard lock(m_mutex);
+    for (auto group = m_groups.find(m_lowestFreeId); group != m_groups.end() && group->first == m_lowestFreeId; ++group)
+        ++m_lowestFreeId;
+    return m_lowestFreeId;
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,178 @@
+#include "velflexlib/dataset/DataSetToVELConfig.h"
+
+#include "velflexlib/dataset/DataBufferToVELConfig.h"
+#include "velflexlib/dataset/DataSetSection.h"
+#include "velstdlib/util/VELException.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::util::CIniFileContent;
+using velstdlib::util::CVELConfig;
+using velstdlib::util::CVELKeyToValueList;
+using Groups = std::vector<std::shared_ptr<CDataGroup>>;
+
+namespace {
+
+constexpr int framesVersion = 1; // channels of frames, samples channel by channel
+constexpr int groupsVersion = 2; // groups of channels, samples group by group
+
+CVELKeyToValueList& Select(CVELConfig& document, const std::string& section)
+{
+    document.GetContent().SelectCreateSection(section);
+    return document.GetContent().GetActiveSection();
+}
+
+// Calls use(group, slot, buffer) for every filled slot, in the order of groups and slots, until it answers false.
+template <class Use>
+void ForEachChannel(const Groups& groups, Use use)
+{
+    for (std::size_t g = 0; g < groups.size(); ++g) {
+        const auto buffers = groups[g]->GetChannelBuffers();
+        for (std::size_t c = 0; c < buffers.size(); ++c) {
+            if (buffers[c] && !use(g, c, *buffers[c]))
+                return;
+        }
+    }
+}
+
+void LoadChannel(CVELConfig& document, CDataGroup& group, std::size_t slot, const std::string& channelSection,
+                 CLoadBudget& budget)
+{
+    const auto buffer = group.GetOrCreateChannelBuffer(slot, 0, 0);
+    CDataBufferToVELConfig(*buffer).LoadHeader(document, channelSection, budget);
+}
+
+// The last channel of a frame names its group.
+void NameFrameGroup(CDataGroup& group)
+{
+    const auto buffers = group.GetChannelBuffers();
+    const auto last =
+        std::find_if(buffers.rbegin(), buffers.rend(), [](const auto& buffer) { return buffer != nullptr; });
+    if (last == buffers.rend())
+        return;
+    const std::string name = (*last)->GetGroupName();
+    group.SetNameOnly(name);
+    if (const auto id = LogicalIdOfWellKnownName(name))
+        group.SetLogicalGroupId(*id);
+}
+
+} // namespace
+
+void CDataSetToVELConfig::LoadHeader(CVELConfig& document, const std::string& section, const std::atomic<bool>& abort)
+{
+    m_dataSet.DeleteAllGroups();
+    m_version = Select(document, section).GetValueT<int>("Version", framesVersion);
+    switch (m_version) {
+    case framesVersion:
+        return LoadVersion1Header(document, section, abort);
+    case groupsVersion:
+        return LoadVersion2Header(document, section, abort);
+    default:
+        velstdlib::util::ThrowFileVersion(document.GetFileName(), m_version);
+    }
+}
+
+void CDataSetToVELConfig::LoadVersion1Header(CVELConfig& document, const std::string& section,
+                                             const std::atomic<bool>& abort)
+{
+    const CVELKeyToValueList& keys = Select(document, section);
+    const CFrameList frames = ReadFrameList(keys, document.GetFileName());
+    CLoadBudget budget(document);
+    budget.ChargeSlots(frames.channelCount * frames.frameCount);
+
+    Groups groups;
+    for (std::uint64_t f = 0; f < frames.frameCount; ++f)
+        groups.push_back(
+            m_dataSet.InsertGroup(f, static_cast<std::uint32_t>(f), section, frames.channelCount, m_bitCount));
+    for (std::size_t c = 0; c < frames.channelCount; ++c) {
+        for (std::size_t f = 0; f < frames.frameCount && !abort; ++f)
+            LoadChannel(document, *groups[f], c, ReadFrameChannel(keys, c, f, document.GetFileName()), budget);
+    }
+    for (const auto& group : groups) {
+        if (!abort)
+            NameFrameGroup(*group);
+    }
+}
+
+void CDataSetToVELConfig::LoadVersion2Header(CVELConfig& document, const std::string& section,
+                                             const std::atomic<bool>& abort)
+{
+    const CVELKeyToValueList& keys = Select(document, section);
+    const std::uint64_t groupCount = ReadGroupCount(keys, document.GetFileName());
+    CLoadBudget budget(document);
+
+    Groups groups;
+    for (std::uint64_t g = 0; g < groupCount && !abort; ++g) {
+        const CGroupKeys group = ReadGroupKeys(keys, g);
+        budget.ChargeSlots(group.slotCount);
+        const std::uint32_t id = group.logicalId ? *group.logicalId : m_dataSet.TakeLogicalGroupId();
+        m_dataSet.ReserveLogicalGroupId(id);
+        groups.push_back(m_dataSet.InsertGroup(g, id, group.name, group.slotCount, m_bitCount));
+    }
+    for (std::size_t g = 0; g < groups.size() && !abort; ++g) {
+        const std::size_t slotCount = groups[g]->GetChannelCount();
+        for (std::size_t c = 0; c < slotCount && !abort; ++c) {
+            const std::string channelSection = ReadGroupChannel(keys, g, c);
+            if (!channelSection.empty())
+                LoadChannel(document, *groups[g], c, channelSection, budget);
+        }
+    }
+}
+
+void CDataSetToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
+{
+    const auto load = [&](CDataBuffer& buffer) {
+        CDataBufferToVELConfig(buffer).LoadData(stream, abort);
+        return !abort;
+    };
+    const Groups groups = m_dataSet.GetAllGroups();
+    switch (m_version) {
+    case framesVersion:
+        for (std::size_t c = 0; !groups.empty() && c < groups.front()->GetChannelCount(); ++c) {
+            for (const auto& group : groups) {
+                if (const auto buffer = group->GetChannelBuffer(c))
+                    load(*buffer);
+            }
+        }
+        break;
+    case groupsVersion:
+        ForEachChannel(groups, [&](std::size_t, std::size_t, CDataBuffer& buffer) { return load(buffer); });
+        break;
+    default:
+        velstdlib::util::ThrowFileVersion({}, m_version);
+    }
+    m_dataSet.SetModified(false);
+}
+
+void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& section)
+{
+    const Groups groups = m_dataSet.GetAllGroups();
+    CVELKeyToValueList& keys = Select(document, section);
+    keys.SetValue("Version", groupsVersion);
+    keys.SetValue("GroupCount", groups.size());
+    for (std::size_t g = 0; g < groups.size(); ++g)
+        WriteGroupKeys(keys, g, *groups[g]);
+    ForEachChannel(groups, [&](std::size_t g, std::size_t c, CDataBuffer&) {
+        keys.SetValue(GroupChannelKey(g, c), ChannelSectionName(section, g, c));
+        return true;
+    });
+    keys.SetValue("InfoSetCount", 0);
+    ForEachChannel(groups, [&](std::size_t g, std::size_t c, CDataBuffer& buffer) {
+        CDataBufferToVELConfig(buffer).SaveHeader(document, ChannelSectionName(section, g, c));
+        return true;
+    });
+}
+
+void CDataSetToVELConfig::SaveData(std::ostream& stream)
+{
+    ForEachChannel(m_dataSet.GetAllGroups(), [&](std::size_t, std::size_t, CDataBuffer& buffer) {
+        CDataBufferToVELConfig(buffer).SaveData(stream);
+        return true;
+    });
+    m_dataSet.SetModified(false);
+}
+
+} // namespace veltaris::velflexlib::dataset

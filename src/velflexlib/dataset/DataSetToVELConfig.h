@@ -1,0 +1,47 @@
+// A data set to and from a file: the header, then the samples, in this order.
+#pragma once
+
+#include "velflexlib/dataset/DataSet.h"
+#include "velflexlib/dataset/LoadBudget.h"
+#include "velstdlib/util/VELConfig.h"
+
+#include <atomic>
+#include <cstdint>
+#include <iosfwd>
+#include <string>
+
+namespace veltaris::velflexlib::dataset {
+
+class CDataSetToVELConfig
+{
+public:
+    // `bitCount` is that of channels added later to a group that was loaded.
+    explicit CDataSetToVELConfig(CDataSet& dataSet, std::int64_t bitCount = 32)
+        : m_dataSet(dataSet), m_bitCount(bitCount)
+    {
+    }
+
+    // Rebuilds groups and channels from the document, whose section `section` lists them; `abort` is asked before each
+    // group and channel. Throws CVELFileVersionException, CVELFileBadContentException, and std::ios_base::failure
+    // when the file is too short for the samples that its header promises.
+    void LoadHeader(velstdlib::util::CVELConfig& document, const std::string& section, const std::atomic<bool>& abort);
+
+    // Reads the samples, from the byte behind the header. LoadHeader must have come first.
+    void LoadData(std::istream& stream, const std::atomic<bool>& abort);
+
+    // Writes version 2.
+    void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
+    void SaveData(std::ostream& stream);
+
+private:
+    void LoadVersion1Header(velstdlib::util::CVELConfig& document, const std::string& section,
+                            const std::atomic<bool>& abort);
+    void LoadVersion2Header(velstdlib::util::CVELConfig& document, const std::string& section,
+                            const std::atomic<bool>& abort);
+
+    CDataSet& m_dataSet;
+    std::int64_t m_bitCount;
+    int m_version = 0;
+};
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,218 @@
+#include "velflexlib/dataset/Databuffer.h"
+
+#include "velstdlib/util/ContainerHelper.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::util::CheckedArrayAt;
+
+CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines) : m_bitCount(bitCount)
+{
+    SetXYDimension(points, lines);
+    m_dataChanged = false;
+}
+
+std::uint64_t CDataBuffer::GetPoints() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_points;
+}
+
+std::uint64_t CDataBuffer::GetLines() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lineCount;
+}
+
+void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines, std::int32_t fill)
+{
+    if (HasShape(points, lines))
+        return;
+    CSampleBlock samples(points, lines, fill);
+    OnBeforeReshape.emit();
+    Reshape(std::move(samples), points, lines);
+    AnnounceReshape();
+}
+
+bool CDataBuffer::HasShape(std::uint64_t points, std::uint64_t lines) const
+{
+    const std::lock_guard lock(m_mutex);
+    return points == m_points && lines == m_lineCount;
+}
+
+void CDataBuffer::Reshape(CSampleBlock samples, std::uint64_t points, std::uint64_t lines)
+{
+    const std::lock_guard lock(m_mutex);
+    m_points = points;
+    m_lineCount = lines;
+    std::swap(m_samples, samples);
+    m_ownLineAxes.clear();
+    m_lineStates.ResetAll(lines, CLineStates::neverWritten);
+    m_dataChanged = true;
+    m_isEmpty = true;
+    m_dataRange = {};
+    m_rangeLacksLoaded = false;
+    m_currentLine = 0;
+}
+
+CAxis CDataBuffer::GetAxis(std::size_t axis) const
+{
+    const std::lock_guard lock(m_mutex);
+    return CheckedArrayAt(m_axes, axis);
+}
+
+void CDataBuffer::SetAxisName(std::size_t axis, const std::string& name)
+{
+    const std::lock_guard lock(m_mutex);
+    CheckedArrayAt(m_axes, axis).name = name;
+}
+
+void CDataBuffer::SetAxisUnit(std::size_t axis, const std::string& unit)
+{
+    const std::lock_guard lock(m_mutex);
+    CheckedArrayAt(m_axes, axis).unit = unit;
+}
+
+void CDataBuffer::SetAxisMin(std::size_t axis, double min)
+{
+    const std::lock_guard lock(m_mutex);
+    if (axis == pointAxis)
+        ChangePointAxis(&CAxis::min, &CLineAxis::min, min);
+    else
+        CheckedArrayAt(m_axes, axis).min = min;
+}
+
+void CDataBuffer::SetAxisRange(std::size_t axis, double range)
+{
+    const std::lock_guard lock(m_mutex);
+    if (axis == pointAxis)
+        ChangePointAxis(&CAxis::range, &CLineAxis::range, range);
+    else
+        CheckedArrayAt(m_axes, axis).range = range;
+}
+
+void CDataBuffer::ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value)
+{
+    const double old = std::exchange(m_axes[pointAxis].*field, value);
+    for (auto& [line, axis] : m_ownLineAxes) {
+        if (axis.*lineField == old)
+            axis.*lineField = value;
+    }
+}
+
+CSignalScale CDataBuffer::GetSignalScale() const
+{
+    const std::lock_guard lock(m_mutex);
+    return {m_axes[signalAxis].min, m_axes[signalAxis].range};
+}
+
+CLineAxis CDataBuffer::GetLineAxis(std::uint64_t line) const
+{
+    const std::lock_guard lock(m_mutex);
+    if (line >= m_lineCount)
+        velstdlib::util::ThrowVectorSubscript();
+    return LineAxisAt(line);
+}
+
+CLineAxis CDataBuffer::LineAxisAt(std::uint64_t line) const
+{
+    const auto own = m_ownLineAxes.find(line);
+    return own == m_ownLineAxes.end() ? CommonLineAxis() : own->second;
+}
+
+void CDataBuffer::RaiseLineCount(std::uint64_t line, std::uint64_t count)
+{
+    const auto own = m_ownLineAxes.find(line);
+    if (own == m_ownLineAxes.end())
+        return;
+    own->second.count = std::max(own->second.count, count);
+    if (own->second == CommonLineAxis())
+        m_ownLineAxes.erase(own);
+}
+
+std::uint32_t CDataBuffer::GetLineState(std::uint64_t line) const
+{
+    const std::lock_guard lock(m_mutex);
+    if (line >= m_lineCount)
+        velstdlib::util::ThrowVectorSubscript();
+    return m_lineStates.Get(line);
+}
+
+std::string CDataBuffer::GetGroupName() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_groupName;
+}
+
+void CDataBuffer::SetGroupName(const std::string& name)
+{
+    const std::lock_guard lock(m_mutex);
+    m_groupName = name;
+}
+
+std::int64_t CDataBuffer::GetBitCount() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_bitCount;
+}
+
+void CDataBuffer::SetBitCount(std::int64_t bitCount)
+{
+    const std::lock_guard lock(m_mutex);
+    m_bitCount = bitCount;
+}
+
+std::uint64_t CDataBuffer::GetCurrentLine() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_currentLine;
+}
+
+void CDataBuffer::HoldNotifications()
+{
+    const std::lock_guard lock(m_mutex);
+    m_notificationsHeld = true;
+}
+
+void CDataBuffer::ReleaseNotifications()
+{
+    std::unique_lock lock(m_mutex);
+    m_notificationsHeld = false;
+    const bool reshaped = std::exchange(m_reshapePending, false);
+    const bool changed = std::exchange(m_changePending, false);
+    const std::uint64_t line = m_currentLine;
+    lock.unlock();
+    if (reshaped)
+        OnAfterReshape.emit();
+    if (changed)
+        OnChanged.emit(*this, line);
+}
+
+void CDataBuffer::AnnounceChange(std::uint64_t line)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_notificationsHeld) {
+            m_changePending = true;
+            return;
+        }
+    }
+    OnChanged.emit(*this, line);
+}
+
+void CDataBuffer::AnnounceReshape()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_notificationsHeld) {
+            m_reshapePending = true;
+            return;
+        }
+    }
+    OnAfterReshape.emit();
+}
+
+} // namespace veltaris::velflexlib::dataset

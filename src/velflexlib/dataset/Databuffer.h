@@ -1,0 +1,183 @@
+// One channel: lines of raw samples and the axes that give them a physical meaning.
+#pragma once
+
+#include "lumox/sigslot.h"
+#include "velflexlib/dataset/DataRange.h"
+#include "velflexlib/dataset/LineStates.h"
+#include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/SignalScale.h"
+
+#include <array>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace veltaris::velflexlib::dataset {
+
+// Indices of a channel's axes.
+inline constexpr std::size_t pointAxis = 0;
+inline constexpr std::size_t lineAxis = 1;
+inline constexpr std::size_t signalAxis = 2;
+
+struct CAxis
+{
+    std::string name;
+    std::string unit;
+    double min = 0; // physical value of the first point, on the signal axis that of the lowest raw sample
+    double range = 0;
+};
+
+// The point axis of one line.
+struct CLineAxis
+{
+    std::uint64_t count = 0; // points of the line that are valid; a line without any holds no samples in the file
+    double min = 0;
+    double range = 0;
+
+    friend bool operator==(const CLineAxis&, const CLineAxis&) = default;
+};
+
+// Adjacent samples in the order of the file: count samples from number `first`, where line k begins at k * points.
+struct CSampleRun
+{
+    std::uint64_t first = 0;
+    std::uint64_t count = 0;
+};
+
+// Every operation may be called from any thread. Signals are emitted without the buffer's lock, so that a slot may
+// call back.
+class CDataBuffer
+{
+public:
+    // Emitted with the line that was written.
+    lumox::sigslot_unorderedslots<CDataBuffer&, std::size_t> OnChanged;
+    // Emitted around every change of the number of points or lines.
+    lumox::sigslot_unorderedslots<> OnBeforeReshape;
+    lumox::sigslot_unorderedslots<> OnAfterReshape;
+
+    // `bitCount` is the number of bits that a sample has in the file: 8, 16 or 32 for it to be saved.
+    CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines);
+    CDataBuffer(const CDataBuffer&) = delete;
+    CDataBuffer& operator=(const CDataBuffer&) = delete;
+    ~CDataBuffer() = default;
+
+    std::uint64_t GetPoints() const;
+    std::uint64_t GetLines() const;
+
+    // Discards all samples and lines' own axes, unless both numbers are the current ones. Throws std::bad_alloc, with
+    // nothing changed, when memory runs out or a limit is exceeded.
+    void SetXYDimension(std::uint64_t points, std::uint64_t lines, std::int32_t fill = 0);
+
+    // `axis` above 2 throws std::out_of_range "invalid array<T, N> subscript".
+    CAxis GetAxis(std::size_t axis) const;
+    void SetAxisName(std::size_t axis, const std::string& name);
+    void SetAxisUnit(std::size_t axis, const std::string& unit);
+    // On the point axis these also move every line that still has the old value.
+    void SetAxisMin(std::size_t axis, double min);
+    void SetAxisRange(std::size_t axis, double range);
+    CSignalScale GetSignalScale() const;
+
+    // A line outside the buffer throws std::out_of_range "invalid vector<T> subscript".
+    CLineAxis GetLineAxis(std::uint64_t line) const;
+    std::uint32_t GetLineState(std::uint64_t line) const;
+
+    // Stores a whole line, clamped to the raw range and filled up with zeros. False, with nothing changed, when there
+    // is no such line, `values` has more than GetPoints() elements, or the mode is none.
+    bool SetLineRaw(std::uint64_t line, std::span<const std::int32_t> values);
+    bool SetLineReal(std::uint64_t line, std::span<const double> values, RealToRawMode mode);
+
+    // Stores one sample; the line's state stays. False when there is no such sample, or the mode is none.
+    bool SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int32_t value);
+    bool SetPixelReal(std::uint64_t point, std::uint64_t line, double value, RealToRawMode mode);
+
+    // Calls consume(std::span<const std::int32_t>) with a copy of the line's valid samples. False, without the call,
+    // when there is no such line or it claims more valid points than the buffer has.
+    template <class Consume>
+    bool ReadLine(std::uint64_t line, Consume&& consume) const
+    {
+        std::vector<std::int32_t> samples;
+        if (!CopyLine(line, samples))
+            return false;
+        consume(std::span<const std::int32_t>(samples));
+        return true;
+    }
+
+    // The lowest and highest of all samples that were ever written or loaded since the last change of size.
+    CRawRange GetDataRange() const;
+    bool IsEmpty() const { return m_isEmpty; }
+    bool IsDataChanged() const { return m_dataChanged; }
+
+    // The group's name, except that a file may give each channel a frame name of its own.
+    std::string GetGroupName() const;
+    void SetGroupName(const std::string& name);
+    std::int64_t GetBitCount() const;
+    void SetBitCount(std::int64_t bitCount);
+    std::uint64_t GetCurrentLine() const;
+
+    // Shortens all lines to the longest valid one.
+    void PrepareForSave();
+
+    // While notifications are held back, OnChanged and OnAfterReshape are not emitted; releasing them emits each once
+    // if it came up meanwhile.
+    void HoldNotifications();
+    void ReleaseNotifications();
+
+    // For the serialisers.
+
+    // Gives single lines an axis of their own, all others the channel's, and sets the current line.
+    void SetLineAxes(std::map<std::uint64_t, CLineAxis> ownAxes, std::uint64_t currentLine);
+    // The lines whose axis is not the channel's.
+    std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
+    // All samples that a file holds of this channel, in its order.
+    std::vector<CSampleRun> GetSampleRuns() const;
+    // Calls access(std::span<std::int32_t>) with those samples, under the lock. They must exist.
+    template <class Access>
+    void AccessSamples(CSampleRun run, Access&& access)
+    {
+        const std::lock_guard lock(m_mutex);
+        access(m_samples.All().subspan(run.first, run.count));
+    }
+    // Makes freshly loaded samples count as written and unchanged.
+    void FinishLoading();
+
+private:
+    CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
+    CLineAxis LineAxisAt(std::uint64_t line) const;
+    void RaiseLineCount(std::uint64_t line, std::uint64_t count);
+    void ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value);
+    bool HasShape(std::uint64_t points, std::uint64_t lines) const;
+    void Reshape(CSampleBlock samples, std::uint64_t points, std::uint64_t lines);
+    bool CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const;
+    void StoreLine(std::uint64_t line, std::span<const std::int32_t> values);
+    void StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value);
+    void CountLoaded(std::uint64_t line, std::span<const std::int32_t> overwritten) const;
+    void WidenRange(std::span<const std::int32_t> samples) const;
+    void AnnounceChange(std::uint64_t line);
+    void AnnounceReshape();
+
+    std::array<CAxis, 3> m_axes;
+    std::map<std::uint64_t, CLineAxis> m_ownLineAxes;
+    CLineStates m_lineStates;
+    CSampleBlock m_samples;
+    std::atomic<bool> m_isEmpty = true;
+    std::atomic<bool> m_dataChanged = false;
+    std::int64_t m_bitCount;
+    std::uint64_t m_points = 0;
+    std::uint64_t m_lineCount = 0;
+    std::uint64_t m_currentLine = 0;
+    std::string m_groupName;
+    // Loaded samples enter the range when it is first asked for, each line at the latest when it is overwritten.
+    mutable CRawRange m_dataRange;
+    mutable bool m_rangeLacksLoaded = false;
+    bool m_notificationsHeld = false;
+    bool m_changePending = false;
+    bool m_reshapePending = false;
+    mutable std::mutex m_mutex;
+};
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,91 @@
+#include "velflexlib/dataset/SampleCodec.h"
+
+#include <boost/throw_exception.hpp>
+
+#include <bit>
+#include <cstring>
+#include <stdexcept>
+#include <string>
+
+namespace veltaris::velflexlib::dataset {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "samples are copied as they are in memory");
+
+constexpr int rawBits = 30;
+
+[[noreturn]] void ThrowInvalidBitCount(std::int64_t bitCount)
+{
+    BOOST_THROW_EXCEPTION(std::runtime_error("Invalid bit count: " + std::to_string(bitCount)));
+}
+
+// Shifts towards the top of a wider type, or, when negative, down to the width of a narrower one.
+constexpr std::int32_t Shifted(std::int32_t value, int bits)
+{
+    return bits >= 0 ? value << bits : value >> -bits;
+}
+
+template <class Stored>
+constexpr int storedBits = 8 * static_cast<int>(sizeof(Stored));
+
+template <class Stored>
+void Decode(std::span<const std::byte> bytes, std::span<std::int32_t> samples)
+{
+    const std::byte* from = bytes.data();
+    for (std::int32_t& sample : samples) {
+        Stored stored{};
+        std::memcpy(&stored, from, sizeof stored);
+        sample = Shifted(stored, rawBits - storedBits<Stored>);
+        from += sizeof stored;
+    }
+}
+
+template <class Stored>
+void Encode(std::span<const std::int32_t> samples, std::span<std::byte> bytes)
+{
+    std::byte* to = bytes.data();
+    for (const std::int32_t sample : samples) {
+        const auto stored = static_cast<Stored>(Shifted(sample, storedBits<Stored> - rawBits));
+        std::memcpy(to, &stored, sizeof stored);
+        to += sizeof stored;
+    }
+}
+
+} // namespace
+
+void CheckBitCount(std::int64_t bitCount)
+{
+    if (bitCount != 8 && bitCount != 16 && bitCount != 32)
+        ThrowInvalidBitCount(bitCount);
+}
+
+void DecodeSamples(std::span<const std::byte> bytes, std::int64_t bitCount, std::span<std::int32_t> samples)
+{
+    switch (bitCount) {
+    case 8:
+        return Decode<std::int8_t>(bytes, samples);
+    case 16:
+        return Decode<std::int16_t>(bytes, samples);
+    case 32:
+        return Decode<std::int32_t>(bytes, samples);
+    default:
+        ThrowInvalidBitCount(bitCount);
+    }
+}
+
+void EncodeSamples(std::span<const std::int32_t> samples, std::int64_t bitCount, std::span<std::byte> bytes)
+{
+    switch (bitCount) {
+    case 8:
+        return Encode<std::int8_t>(samples, bytes);
+    case 16:
+        return Encode<std::int16_t>(samples, bytes);
+    case 32:
+        return Encode<std::int32_t>(samples, bytes);
+    default:
+        ThrowInvalidBitCount(bitCount);
+    }
+}
+
+} // namespace veltaris::velflexlib::dataset

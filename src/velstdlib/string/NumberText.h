@@ -1,0 +1,27 @@
+// Numbers as header texts. Nothing here depends on a locale, the process's or the C++ global one.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace veltaris::velstdlib::string {
+
+// The number that the whole text spells, for int, unsigned 64-bit and double; throws boost::bad_lexical_cast.
+// Integers are decimal digits after an optional sign, without blanks and within the type's range; a negative
+// unsigned number wraps around. Doubles also take a fraction, an exponent, "inf", "infinity", "nan" and
+// "nan(...)" in any case, and the legacy spellings of these, such as "1.#INF" and "-1.#IND", in this case only.
+template <class T>
+T ParseNumber(std::string_view text);
+
+template <>
+int ParseNumber<int>(std::string_view text);
+template <>
+std::uint64_t ParseNumber<std::uint64_t>(std::string_view text);
+template <>
+double ParseNumber<double>(std::string_view text);
+
+// As "%g" writes it: 6 significant digits, which is the precision that the file format has.
+std::string FormatDouble(double value);
+
+} // namespace veltaris::velstdlib::string

@@ -1,0 +1,44 @@
+// Checked element access whose failures read the same on every platform.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <map>
+#include <stdexcept>
+#include <vector>
+
+namespace veltaris::velstdlib::util {
+
+// Each throws a plain std::out_of_range, whose text is all that a caller of the library sees of it.
+
+[[noreturn]] inline void ThrowVectorSubscript()
+{
+    throw std::out_of_range("invalid vector<T> subscript");
+}
+
+template <class T>
+T& CheckedAt(std::vector<T>& elements, std::size_t index)
+{
+    if (index >= elements.size())
+        ThrowVectorSubscript();
+    return elements[index];
+}
+
+template <class Array>
+auto& CheckedArrayAt(Array& elements, std::size_t index)
+{
+    if (index >= elements.size())
+        throw std::out_of_range("invalid array<T, N> subscript");
+    return elements[index];
+}
+
+template <class Key, class T>
+const T& CheckedAt(const std::map<Key, T>& elements, const Key& key)
+{
+    const auto found = elements.find(key);
+    if (found == elements.end())
+        throw std::out_of_range("invalid map<K, T> key");
+    return found->second;
+}
+
+} // namespace veltaris::velstdlib::util

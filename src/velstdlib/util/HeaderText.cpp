@@ -1,0 +1,32 @@
+#include "velstdlib/util/HeaderText.h"
+
+#include "velstdlib/string/Encoding.h"
+#include "velstdlib/util/Log.h"
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/current_function.hpp>
+
+#include <algorithm>
+
+namespace veltaris::velstdlib::util {
+
+namespace {
+
+bool BreaksLine(char c)
+{
+    return c == '\r' || c == '\n' || c == '\0';
+}
+
+} // namespace
+
+std::string CleanHeaderText(std::string_view text)
+{
+    std::string clean = string::IsValidUtf8(text) ? std::string(text) : string::Cp1252ToUtf8(text);
+    std::ranges::replace_if(clean, BreaksLine, ' ');
+    boost::algorithm::replace_all(clean, "#!", "# !");
+    if (clean != text)
+        LogWarning(BOOST_CURRENT_FUNCTION, "A text was changed to fit into a header: " + clean);
+    return clean;
+}
+
+} // namespace veltaris::velstdlib::util

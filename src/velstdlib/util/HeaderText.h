@@ -1,0 +1,13 @@
+// What may stand in a header: texts are made fit for it here, when they are written, and nowhere else.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace veltaris::velstdlib::util {
+
+// `text` as a header can hold it: valid UTF-8 (other bytes are taken for code page 1252), no line breaks and no zero
+// bytes (blanks instead), and never "#!", which would end the header ("# !" instead). A change is logged.
+std::string CleanHeaderText(std::string_view text);
+
+} // namespace veltaris::velstdlib::util

@@ -1,0 +1,68 @@
+// An INI-like text: named sections of keys and values. Every reader and writer of headers works on the active section.
+#pragma once
+
+#include "velstdlib/util/FoldedIndex.h"
+#include "velstdlib/util/VELKeyToValue.h"
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace veltaris::velstdlib::util {
+
+// Section names are found without regard to ASCII case and written in the spelling and order they were created in.
+class CIniFileContent
+{
+public:
+    CIniFileContent() : m_index(*this) {}
+    CIniFileContent(const CIniFileContent&) = delete;
+    CIniFileContent& operator=(const CIniFileContent&) = delete;
+    ~CIniFileContent() = default;
+
+    // Makes the section of this name active; without one, none is active and the result is false.
+    bool SelectSection(std::string_view name);
+
+    // The same, but creates the section at the end when there is none. Throws std::runtime_error
+    // "Empty section name not allowed".
+    void SelectCreateSection(std::string_view name);
+
+    // Throw std::runtime_error "m_pActiveSection == nullptr" when no section is active.
+    CVELKeyToValueList& GetActiveSection();
+    const CVELKeyToValueList& GetActiveSection() const;
+
+    // As it was selected; empty when none is active.
+    const std::string& GetActiveSectionName() const { return m_activeSectionName; }
+
+    void Clear();
+
+    // Replaces the content by that of `text`, whose lines end with line feeds: what follows the last one is ignored,
+    // as are blanks at the end of a line, lines that are neither section nor key, and keys before the first section.
+    // Stops before the next line when `abort` turns true. When it throws, the sections read so far remain.
+    void Parse(std::string_view text, const std::atomic<bool>& abort);
+
+    std::string Render() const;
+
+private:
+    friend class CFoldedIndex<CIniFileContent>;
+
+    struct Section
+    {
+        explicit Section(std::string_view sectionName) : name(sectionName) {}
+
+        std::string name;
+        CVELKeyToValueList keys;
+    };
+
+    std::string_view NameAt(std::size_t position) const { return m_sections[position]->name; }
+    void ParseLine(std::string_view line);
+
+    std::string m_activeSectionName;
+    CVELKeyToValueList* m_pActiveSection = nullptr;
+    std::vector<std::unique_ptr<Section>> m_sections;
+    CFoldedIndex<CIniFileContent> m_index;
+};
+
+} // namespace veltaris::velstdlib::util

@@ -1,0 +1,26 @@
+// What a file may ask for before it is refused: every limit of the library, in one place.
+#pragma once
+
+#include <cstdint>
+
+namespace veltaris::velstdlib::util::limits {
+
+// Header text, in bytes.
+inline constexpr std::uint64_t headerBytes = std::uint64_t{1} << 30;
+
+// Groups of a data set, unless its section has even more keys.
+inline constexpr std::uint64_t listEntries = 65'536;
+
+// Channel slots: of one group, and of all groups of a file together.
+inline constexpr std::uint64_t channelSlots = 1'048'576;
+
+// Lines of a channel that has no points, and of all such channels of a file together: they cost the file nothing.
+inline constexpr std::uint64_t pointlessLines = 1'048'576;
+
+// Points or lines of a channel.
+inline constexpr std::uint64_t channelDimension = 0x7FFF'FFFF;
+
+// Samples of a channel.
+inline constexpr std::uint64_t channelSamples = std::uint64_t{1} << 32;
+
+} // namespace veltaris::velstdlib::util::limits

@@ -1,0 +1,56 @@
+// A header as a document of its own: found inside a data file, read, and written to a file.
+#pragma once
+
+#include "velstdlib/util/IniFileContent.h"
+
+#include <boost/core/noncopyable.hpp>
+
+#include <atomic>
+#include <cstdint>
+#include <istream>
+#include <string>
+
+namespace veltaris::velstdlib::util {
+
+class CVELConfig : private boost::noncopyable
+{
+public:
+    virtual ~CVELConfig() = default;
+
+    CIniFileContent& GetContent() { return m_content; }
+    const CIniFileContent& GetContent() const { return m_content; }
+
+    // The file that the document belongs to: SaveKeys writes it, and failures to read the document name it.
+    const std::string& GetFileName() const { return m_fileName; }
+    void SetFileName(const std::string& fileName) { m_fileName = fileName; }
+
+    // True until a header was read.
+    bool IsNew() const { return m_isNew; }
+
+    // How many bytes follow the header in the stream that it was read from.
+    std::uint64_t GetDataBytes() const { return m_dataBytes; }
+
+    // Replaces the document by the header in `stream`, which ends with the first "#!", and leaves the stream behind
+    // that. False, with the document left empty, when there is no "#!" or nothing before it, or when the stream
+    // fails while it is searched.
+    // Throws CVELFileBadContentException for a header above the limit, and what parsing throws.
+    bool ReadHeader(std::istream& stream, const std::atomic<bool>& abort);
+
+    void Clear();
+
+    // Writes the document alone. Throws CVELFileOpenException, and std::ios_base::failure when writing fails.
+    void SaveKeys() const;
+
+private:
+    CIniFileContent m_content;
+    std::string m_fileName;
+    bool m_isNew = true;
+    std::uint64_t m_dataBytes = 0;
+};
+
+// The header of an .oxd file.
+class CVELOXDConfig : public CVELConfig
+{
+};
+
+} // namespace veltaris::velstdlib::util
