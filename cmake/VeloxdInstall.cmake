@@ -20,5 +20,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/VELOxdDllConfigVersion.c
 install(FILES "${PROJECT_BINARY_DIR}/VELOxdDllConfig.cmake" "${PROJECT_BINARY_DIR}/VELOxdDllConfigVersion.cmake"
   DESTINATION "${package_dir}")
 
+# Relative to the file itself, so that what was installed may be moved.
+file(RELATIVE_PATH prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/VELOxdDll.pc.in" "${PROJECT_BINARY_DIR}/VELOxdDll.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/VELOxdDll.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

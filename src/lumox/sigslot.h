@@ -13,7 +13,10 @@ template <class... Args>
 class unordered_slot : public slot_base
 {
 public:
-    explicit unordered_slot(std::function<void(Args...)> function) : m_function(std::move(function)) {}
+    explicit unordered_slot(std::function<void(Args...)> function, double slotRank = 0)
+        : slot_base(slotRank), m_function(std::move(function))
+    {
+    }
     void operator()(Args... args) const { m_function(args...); }
 
 private:
@@ -26,31 +29,38 @@ class sigslot_signal
 {
 public:
     using function = std::function<void(Args...)>;
+    using slot = unordered_slot<Args...>;
 
     sigslot_signal() = default;
     sigslot_signal(const sigslot_signal&) = delete;
     sigslot_signal& operator=(const sigslot_signal&) = delete;
     ~sigslot_signal() = default;
 
-    // The slot is first called by the next emission that begins while no other of this signal is under way.
-    sigslot_connection connect(function f, double rank = 0)
+    // The slot is first called by the next emission that begins while no other of this signal is under way. Signals
+    // may share one.
+    sigslot_connection connect(std::shared_ptr<const slot> shared)
     {
-        const auto id = m_store->append(std::make_unique<unordered_slot<Args...>>(std::move(f)), rank);
+        const auto id = m_store->append(std::move(shared));
         return [store = std::weak_ptr<slotstore>(m_store), id](Operation operation) {
             const auto alive = store.lock();
             return alive && alive->operate(id, operation);
         };
     }
 
+    sigslot_connection connect(function f, double rank = 0)
+    {
+        return connect(std::make_shared<const slot>(std::move(f), rank));
+    }
+
     void emit(Args... args) const { emit_on(m_store, args...); }
 
-    // A function that emits this signal, and does nothing once the signal is gone: for slots of other signals.
-    function relay() const
+    // A slot that emits this signal, and does nothing once the signal is gone: to connect others to.
+    std::shared_ptr<const slot> relay() const
     {
-        return [store = std::weak_ptr<slotstore>(m_store)](Args... args) {
+        return std::make_shared<const slot>([store = std::weak_ptr<slotstore>(m_store)](Args... args) {
             if (const auto alive = store.lock())
                 emit_on(alive, args...);
-        };
+        });
     }
 
 private:
@@ -58,8 +68,8 @@ private:
     static void emit_on(const std::shared_ptr<slotstore> store, Args... args)
     {
         slotstore::emission walk(*store);
-        while (const slot_base* slot = walk.next())
-            (*static_cast<const unordered_slot<Args...>*>(slot))(args...);
+        while (const slot_base* next = walk.next())
+            (*static_cast<const slot*>(next))(args...);
     }
 
     std::shared_ptr<slotstore> m_store = std::make_shared<Store>();

@@ -21,14 +21,14 @@ bool ChangeState(slot_state& state, slot_state newState)
 
 } // namespace
 
-std::uint64_t slotstore::append(std::unique_ptr<slot_base> slot, double rank)
+std::uint32_t slotstore::append(std::shared_ptr<const slot_base> slot)
 {
     const std::lock_guard lock(m_mutex);
-    m_entries.push_back({slot_state::pending, m_nextId, rank, std::move(slot)});
+    m_entries.push_back({std::move(slot), m_nextId, slot_state::pending});
     return m_nextId++;
 }
 
-bool slotstore::operate(std::uint64_t id, Operation operation)
+bool slotstore::operate(std::uint32_t id, Operation operation)
 {
     const std::lock_guard lock(m_mutex);
     entry* const found = find(id);
@@ -51,7 +51,8 @@ bool slotstore::operate(std::uint64_t id, Operation operation)
 
 void slotstore::clean_up()
 {
-    std::erase_if(m_entries, [](const entry& e) { return e.state == slot_state::disconnected; });
+    const auto isDisconnected = [](const entry& e) { return e.state == slot_state::disconnected; };
+    m_entries.erase(std::remove_if(m_entries.begin(), m_entries.end(), isDisconnected), m_entries.end());
     for (entry& e : m_entries) {
         if (e.state == slot_state::pending)
             e.state = slot_state::active;
@@ -59,15 +60,15 @@ void slotstore::clean_up()
     arrange(m_entries);
 }
 
-slotstore::entry* slotstore::find(std::uint64_t id)
+slotstore::entry* slotstore::find(std::uint32_t id)
 {
     const auto found = std::ranges::find(m_entries, id, &entry::id);
     return found == m_entries.end() ? nullptr : &*found;
 }
 
-void ordered_slotstore::arrange(std::vector<entry>& entries)
+void ordered_slotstore::arrange(entry_list& entries)
 {
-    std::ranges::stable_sort(entries, {}, &entry::rank);
+    std::ranges::stable_sort(entries, {}, [](const entry& e) { return e.slot->rank; });
 }
 
 slotstore::emission::emission(slotstore& store) : m_store(store), m_lock(store.m_mutex)
@@ -76,7 +77,7 @@ slotstore::emission::emission(slotstore& store) : m_store(store), m_lock(store.m
         m_store.clean_up();
 }
 
-slot_base* slotstore::emission::next()
+const slot_base* slotstore::emission::next()
 {
     while (m_position < m_store.m_entries.size()) {
         const entry& e = m_store.m_entries[m_position++];

@@ -3,11 +3,12 @@
 
 #include "lumox/sigslot_connection.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
-#include <vector>
 
 namespace lumox {
 
@@ -19,14 +20,16 @@ enum class slot_state : std::uint8_t
     pending = 3,      // connected since the last clean-up, which is to come
 };
 
-// A slot without the arguments that it is called with.
+// A slot without the arguments that it is called with. An ordered store goes by its rank.
 class slot_base
 {
 public:
-    slot_base() = default;
+    explicit slot_base(double slotRank) : rank(slotRank) {}
     slot_base(const slot_base&) = delete;
     slot_base& operator=(const slot_base&) = delete;
     virtual ~slot_base() = default;
+
+    const double rank;
 };
 
 // Every operation locks the store; an emission keeps it locked throughout, and the lock is recursive: a slot may
@@ -41,35 +44,37 @@ public:
     slotstore& operator=(const slotstore&) = delete;
     virtual ~slotstore() = default;
 
-    // Takes the slot in as pending and returns the number that identifies it. `rank` matters to an ordered store only.
-    std::uint64_t append(std::unique_ptr<slot_base> slot, double rank);
-    bool operate(std::uint64_t id, Operation operation);
+    // Takes the slot in as pending and returns the number that identifies it here.
+    std::uint32_t append(std::shared_ptr<const slot_base> slot);
+    bool operate(std::uint32_t id, Operation operation);
 
 protected:
     struct entry
     {
+        std::shared_ptr<const slot_base> slot;
+        std::uint32_t id;
         slot_state state;
-        std::uint64_t id;
-        double rank;
-        std::unique_ptr<slot_base> slot;
     };
 
+    // Most signals have one slot, which needs no memory of its own here: a file may have very many groups.
+    using entry_list = boost::container::small_vector<entry, 1>;
+
 private:
-    virtual void arrange(std::vector<entry>&) {}
+    virtual void arrange(entry_list&) {}
 
     void clean_up();
-    entry* find(std::uint64_t id);
+    entry* find(std::uint32_t id);
 
     std::recursive_mutex m_mutex;
-    std::vector<entry> m_entries;
-    std::uint64_t m_nextId = 0;
+    entry_list m_entries;
+    std::uint32_t m_nextId = 0;
     unsigned m_depth = 0; // of nested emissions
 };
 
 // Keeps its slots by ascending rank, those of equal rank in the order of connection.
 class ordered_slotstore : public slotstore
 {
-    void arrange(std::vector<entry>& entries) override;
+    void arrange(entry_list& entries) override;
 };
 
 // One walk over the slots of a store, which stays locked as long as this lives. Only the outermost walk cleans up.
@@ -82,7 +87,7 @@ public:
     ~emission() { --m_store.m_depth; }
 
     // The next active slot, or null at the end. Slots connected during the walk are pending, hence passed over.
-    slot_base* next();
+    const slot_base* next();
 
 private:
     slotstore& m_store;

@@ -65,6 +65,10 @@ public:
 private:
     std::uint64_t FindFreeId();
 
+    // One of each for all groups, however many a file has.
+    const decltype(OnGroupNameChanged.relay()) m_nameRelay = OnGroupNameChanged.relay();
+    const decltype(OnGroupChanged.relay()) m_groupRelay = OnGroupChanged.relay();
+    const decltype(OnBufferChanged.relay()) m_bufferRelay = OnBufferChanged.relay();
     bool m_modified = false;
     std::uint32_t m_nextLogicalGroupId = firstLogicalGroupId;
     std::map<std::uint64_t, std::shared_ptr<CDataGroup>> m_groups;

@@ -30,9 +30,10 @@ template <class Use>
 void ForEachChannel(const Groups& groups, Use use)
 {
     for (std::size_t g = 0; g < groups.size(); ++g) {
-        const auto buffers = groups[g]->GetChannelBuffers();
-        for (std::size_t c = 0; c < buffers.size(); ++c) {
-            if (buffers[c] && !use(g, c, *buffers[c]))
+        const std::size_t slotCount = groups[g]->GetChannelCount();
+        for (std::size_t c = 0; c < slotCount; ++c) {
+            const auto buffer = groups[g]->GetChannelBuffer(c);
+            if (buffer && !use(g, c, *buffer))
                 return;
         }
     }

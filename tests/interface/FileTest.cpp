@@ -1,0 +1,149 @@
+// Handles, and what opening and saving does to files.
+#include "support/OxdTest.h"
+
+#include <fstream>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view emptyFile = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\nInfoSetCount=0\r\n\r\n#!";
+
+class FileTest : public OxdTest
+{
+protected:
+    // The diagnostic of a file-open failure.
+    static void ExpectOpenFailure(const std::string& path, int error, const std::string& function)
+    {
+        const std::string text = VELGetLastError();
+        EXPECT_NE(text.find("CVELFileOpenException"), std::string::npos) << text;
+        EXPECT_NE(text.find("Throw in function " + function), std::string::npos) << text;
+        EXPECT_NE(text.find("errinfo_errno_*] = " + std::to_string(error) + ","), std::string::npos) << text;
+        EXPECT_NE(text.find("errinfo_api_function_*] = open"), std::string::npos) << text;
+        EXPECT_NE(text.find("tag_filename*] = " + path + "\n"), std::string::npos) << text;
+    }
+};
+
+TEST_F(FileTest, TheSmallestFreeHandleIsTaken)
+{
+    const auto first = Create("1"), second = Create("2"), third = Create("3");
+    EXPECT_EQ(std::vector({first, second, third}), (std::vector<std::uint64_t>{1, 2, 3}));
+    CloseOxdFile(second);
+    EXPECT_EQ(Create("4"), second);
+}
+
+TEST_F(FileTest, AFailedOpenKeepsItsHandleNumberUntilThatIsClosed)
+{
+    EXPECT_EQ(OpenOxdFile(Path("missing").c_str()), 0U);
+    ExpectOpenFailure(Path("missing"), ENOENT, "uint64_t OpenOxdFile(const char*)");
+    EXPECT_EQ(Create("a"), 2U);
+    CloseOxdFile(1);
+    EXPECT_EQ(Create("b"), 1U);
+}
+
+TEST_F(FileTest, OnlyRegularFilesAreRead)
+{
+    fs::create_directory(Path("folder"));
+    EXPECT_EQ(OpenOxdFile(Path("folder").c_str()), 0U);
+    ExpectOpenFailure(Path("folder"), EISDIR, "uint64_t OpenOxdFile(const char*)");
+    EXPECT_EQ(OpenOxdFile("/dev/zero"), 0U);
+    ExpectOpenFailure("/dev/zero", EINVAL, "uint64_t OpenOxdFile(const char*)");
+}
+
+TEST_F(FileTest, AnEmptyDataSetIsItsHeaderAndNothingElse)
+{
+    const auto handle = Create();
+    EXPECT_FALSE(fs::exists(Path("out.oxd"))) << "creating touches no file";
+    EXPECT_EQ(ReasonOf([&] { EXPECT_EQ(GetOxdVersion(handle), 0); }), "m_pActiveSection == nullptr");
+    Save(handle);
+    EXPECT_EQ(ReadBytes(Path("out.oxd")), emptyFile);
+    EXPECT_EQ(GetOxdVersion(handle), 2);
+    EXPECT_EQ(GetGroupCount(Open(Path("out.oxd"))), 0U);
+}
+
+TEST_F(FileTest, SavingReplacesAnExistingFile)
+{
+    WriteBytes(Path("out.oxd"), std::string(5000, 'x'));
+    Save(Create());
+    EXPECT_EQ(ReadBytes(Path("out.oxd")), emptyFile);
+}
+
+TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoes)
+{
+    const auto handle = Create("old.oxd");
+    Save(handle);
+    CreateGroup(handle, 16);
+    ChangeOxdFilename(handle, Path("new.oxd").c_str());
+    EXPECT_FALSE(fs::exists(Path("new.oxd")));
+    Save(handle);
+    EXPECT_EQ(ReadBytes(Path("old.oxd")), emptyFile);
+    EXPECT_EQ(GroupName(Open(Path("new.oxd")), 0), "Group0");
+}
+
+TEST_F(FileTest, AFileWithoutWritePermissionIsRefusedAndUntouched)
+{
+    const auto handle = Create("locked.oxd");
+    WriteBytes(Path("locked.oxd"), "precious");
+    fs::permissions(Path("locked.oxd"), fs::perms::owner_read);
+    fs::create_symlink(Path("locked.oxd"), Path("link.oxd"));
+    for (const char* name : {"locked.oxd", "link.oxd"}) {
+        ChangeOxdFilename(handle, Path(name).c_str());
+        SaveOxdFile(handle);
+        ExpectOpenFailure(Path(name), EACCES, "void SaveOxdFile(uint64_t)");
+        EXPECT_EQ(ReadBytes(Path("locked.oxd")), "precious");
+    }
+}
+
+TEST_F(FileTest, WhatIsNoRegularFileIsWrittenThroughOrRefusedButNeverRemoved)
+{
+    const auto handle = Create("link.oxd");
+    WriteBytes(Path("target.oxd"), "old");
+    fs::create_symlink(Path("target.oxd"), Path("link.oxd"));
+    Save(handle);
+    EXPECT_TRUE(fs::is_symlink(Path("link.oxd")));
+    EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
+
+    fs::create_directory(Path("folder"));
+    ChangeOxdFilename(handle, Path("folder").c_str());
+    SaveOxdFile(handle);
+    ExpectOpenFailure(Path("folder"), EISDIR, "void SaveOxdFile(uint64_t)");
+    EXPECT_TRUE(fs::is_directory(Path("folder")));
+
+    ChangeOxdFilename(handle, Path("nowhere/out.oxd").c_str());
+    SaveOxdFile(handle);
+    ExpectOpenFailure(Path("nowhere/out.oxd"), ENOENT, "void SaveOxdFile(uint64_t)");
+}
+
+TEST_F(FileTest, AFullDiskIsNoticedAndTheDataSetStaysWhole)
+{
+    const auto handle = Create();
+    const auto group = CreateChannel(handle, 32, 300, 40);
+    const std::vector<std::int32_t> line(300, 123456);
+    SetChannelData_LineRaw(handle, group, 0, 39, line.data());
+    for (const bool large : {true, false}) {
+        ChangeOxdFilename(handle, "/dev/full");
+        EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "basic_ios::clear: iostream error");
+        EXPECT_TRUE(fs::exists("/dev/full"));
+        ChangeOxdFilename(handle, Path("out.oxd").c_str());
+        Save(handle);
+        if (large) {
+            EXPECT_EQ(LineRaw(Open(Path("out.oxd")), 0, 0, 39), line);
+            DeleteAllGroups(handle); // so that the whole file fits into the stream's buffer: closing fails
+        }
+    }
+}
+
+TEST_F(FileTest, ABitCountThatNoFileCanHaveIsFoundBeforeTheOldFileIsTouched)
+{
+    const auto handle = Create();
+    WriteBytes(Path("out.oxd"), "precious");
+    for (const int bits : {0, 12, -1, 64}) {
+        DeleteAllGroups(handle);
+        CreateChannel(handle, bits, 2, 2);
+        EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "Invalid bit count: " + std::to_string(bits));
+        EXPECT_EQ(ReadBytes(Path("out.oxd")), "precious");
+    }
+}
+
+} // namespace

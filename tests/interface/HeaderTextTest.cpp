@@ -1,0 +1,92 @@
+// The header as text: where it ends, how it is encoded, and what cannot stand in it.
+#include "support/OxdTest.h"
+
+namespace {
+
+class HeaderTextTest : public OxdTest
+{
+protected:
+    std::string NameAfterSaving(const std::string& name)
+    {
+        const auto handle = Create();
+        SetGroupName(handle, CreateGroup(handle, 16), name.c_str());
+        Save(handle);
+        const std::string read = GroupName(Open(Path("out.oxd")), 0);
+        const auto bytes = ReadBytes(Path("out.oxd"));
+        EXPECT_EQ(bytes.find("#!"), bytes.size() - 2) << "the only mark is the one behind the header";
+        return read;
+    }
+};
+
+TEST_F(HeaderTextTest, TheMarkIsFoundWhereverItFalls)
+{
+    const std::string head = "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Name=N\r\nGr0-Count=1\r\nGr0-Ch0=A\r\n"
+                             "[A]\r\nPoints=1\r\nLines=1\r\nX=";
+    for (std::size_t length = 990; length <= 1010; ++length) {
+        std::string bytes = head;
+        bytes.append(length - head.size() - 2, 'x').append("\r\n#!\x7F");
+        WriteBytes(Path("in.oxd"), bytes);
+        const auto handle = Open(Path("in.oxd"));
+        EXPECT_EQ(GetChannelData_PixelRaw(handle, 0, 0, 0, 0, 0), 532676608) << length;
+        CloseOxdFile(handle);
+    }
+    const std::string small = "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\n";
+    WriteBytes(Path("in.oxd"), small + std::string(1000 - small.size(), '#') + "!");
+    EXPECT_EQ(GetGroupCount(Open(Path("in.oxd"))), 1U)
+        << "the mark's second byte is the file's last and begins a chunk";
+}
+
+TEST_F(HeaderTextTest, AFileWithoutAHeaderOpensAsAnEmptyDataSet)
+{
+    for (const std::string_view bytes : {"", "#", "#!", "#!abc", "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\n"}) {
+        WriteBytes(Path("in.oxd"), bytes);
+        const auto handle = Open(Path("in.oxd"));
+        EXPECT_EQ(GetGroupCount(handle), 0U) << bytes;
+    }
+}
+
+TEST_F(HeaderTextTest, LinesAreTakenAsTheyAre)
+{
+    const auto name = [&](const std::string& lines) {
+        const auto handle =
+            Open(WriteOxd("Gr0-Name=before every section\n[DataSet]\nVersion=2\nGroupCount=1\n" + lines));
+        return GroupName(handle, 0);
+    };
+    EXPECT_EQ(name("Gr0-Name= a = b \t\n"), " a = b");
+    EXPECT_EQ(name("gr0-nAME=folded\n"), "folded");
+    EXPECT_EQ(name(" Gr0-Name=indented\n"), "Group0");
+    EXPECT_EQ(name("Gr0-Name =blank\n"), "Group0");
+    EXPECT_EQ(name("Gr0-Name=a\nGr0-Name=\n"), "Group0") << "an empty value removes the key";
+    EXPECT_EQ(name(" [Other]\n;Gr0-Name=c\nGr0-Name=same section\n"), "same section");
+    EXPECT_EQ(name("[x]\n[dataset]\nGr0-Name=continued\n"), "continued");
+    EXPECT_EQ(name("[x]\nGr0-Name=another section\n"), "Group0");
+    EXPECT_EQ(name("Gr0-Name=kept\n=no key\n"), "kept");
+    WriteBytes(Path("in.oxd"), "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=unended#!");
+    EXPECT_EQ(GroupName(Open(Path("in.oxd")), 0), "Group0");
+}
+
+TEST_F(HeaderTextTest, BytesThatAreNoUtf8AreTakenForTheAnsiCodePage)
+{
+    const auto name = [&](const std::string& start, const std::string& bytes) {
+        const auto handle = Open(WriteOxd(start + "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=" + bytes + "\n"));
+        return GroupName(handle, 0);
+    };
+    EXPECT_EQ(name("", "\xC2\xB5m"), "\xC2\xB5m");
+    EXPECT_EQ(name("\xEF\xBB\xBF", "\xC2\xB5m"), "\xC2\xB5m") << "a byte-order mark is skipped";
+    EXPECT_EQ(name("", "\xB5m \x80\x81\x9F"), "\xC2\xB5m \xE2\x82\xAC\xC2\x81\xC5\xB8");
+    EXPECT_EQ(name("", "\xC0\x80"), "\xC3\x80\xE2\x82\xAC") << "an overlong form is no UTF-8";
+    for (const std::string& mark : {std::string("\xFE\xFF"), std::string("\xFF\xFE"), std::string("\0\0\xFE\xFF", 4)})
+        EXPECT_EQ(ReasonOfOpening(WriteOxd(mark + "[DataSet]\n")), "Not yet handled");
+}
+
+TEST_F(HeaderTextTest, TextsAreMadeFitForTheHeaderWhenTheyAreWritten)
+{
+    EXPECT_EQ(NameAfterSaving("a#!b"), "a# !b");
+    EXPECT_EQ(NameAfterSaving("a\r\n[x]\n#!"), "a  [x] # !");
+    EXPECT_EQ(NameAfterSaving("\xB5m"), "\xC2\xB5m");
+    EXPECT_EQ(NameAfterSaving(" led, not trailed \t"), " led, not trailed");
+    EXPECT_EQ(NameAfterSaving(""), "Group0");
+    EXPECT_EQ(NameAfterSaving("\xF0\x9F\x94\xAC = [\xC3\xA4]"), "\xF0\x9F\x94\xAC = [\xC3\xA4]");
+}
+
+} // namespace

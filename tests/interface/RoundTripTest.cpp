@@ -1,0 +1,160 @@
+// What is saved is what is opened again, byte for byte from the second save on.
+#include "support/OxdTest.h"
+
+#include <map>
+
+namespace {
+
+class RoundTripTest : public OxdTest
+{
+protected:
+    // Opens `path` and saves it as `name`; the bytes that this gives.
+    std::string SaveAgain(const std::string& path, const std::string& name)
+    {
+        const auto handle = Open(path);
+        ChangeOxdFilename(handle, Path(name).c_str());
+        Save(handle);
+        CloseOxdFile(handle);
+        return ReadBytes(Path(name));
+    }
+
+    // That these bytes, opened and saved, give themselves. The first save of a new data set need not: empty names
+    // come back with their defaults, and 8 bits as 16.
+    void ExpectStable(const std::string& bytes)
+    {
+        WriteBytes(Path("stable.oxd"), bytes);
+        EXPECT_TRUE(SaveAgain(Path("stable.oxd"), "stable.oxd") == bytes);
+    }
+};
+
+std::int32_t Sample(std::uint64_t point, std::uint64_t line)
+{
+    return static_cast<std::int32_t>((point * 7919 + line * 104'729) * 2'654'435 % 1'073'741'824) - 536'870'912;
+}
+
+TEST_F(RoundTripTest, EveryWidthKeepsTheBitsThatItHas)
+{
+    const std::map<int, std::int32_t> lowBits{{8, (1 << 22) - 1}, {16, (1 << 14) - 1}, {32, 0}};
+    for (const auto& [bits, dropped] : lowBits) {
+        const auto handle = Create();
+        const auto group = CreateChannel(handle, bits, 300, 70); // larger than a piece that is converted at once
+        std::vector<std::int32_t> line(300);
+        for (std::uint64_t y = 0; y < 70; ++y) {
+            for (std::uint64_t x = 0; x < 300; ++x)
+                line[x] = Sample(x, y);
+            SetChannelData_LineRaw(handle, group, 0, y, line.data());
+        }
+        Save(handle);
+        const auto opened = Open(Path("out.oxd"));
+        for (std::uint64_t y = 0; y < 70; ++y) {
+            const auto read = LineRaw(opened, 0, 0, y);
+            for (std::uint64_t x = 0; x < 300; ++x)
+                ASSERT_EQ(read[x], Sample(x, y) & ~dropped) << bits << " bits, " << x << ", " << y;
+        }
+        ExpectStable(SaveAgain(Path("out.oxd"), "second.oxd"));
+        CloseOxdFile(handle);
+    }
+}
+
+TEST_F(RoundTripTest, SamplesAreStoredAsTheirTopBitsInLittleEndianOrder)
+{
+    const std::map<int, std::string_view> expected{
+        {8, {"\x80\x7F\xFF\x00", 4}},
+        {16, {"\x00\x80\xFF\x7F\xFF\xFF\x00\x00", 8}},
+        {32, {"\x00\x00\x00\x80\xFC\xFF\xFF\x7F\xFC\xFF\xFF\xFF\x04\x00\x00\x00", 16}}};
+    for (const auto& [bits, bytes] : expected) {
+        const auto handle = Create();
+        const auto group = CreateChannel(handle, bits, 4, 1);
+        const std::int32_t line[] = {-536870912, 536870911, -1, 1};
+        SetChannelData_LineRaw(handle, group, 0, 0, line);
+        Save(handle);
+        EXPECT_TRUE(ReadBytes(Path("out.oxd")).ends_with(std::string("\r\n#!").append(bytes))) << bits;
+        const auto opened = Open(Path("out.oxd"));
+        if (bits == 8) {
+            EXPECT_EQ(LineRaw(opened, 0, 0, 0), (std::vector{-536870912, 532676608, -4194304, 0}));
+        }
+    }
+}
+
+TEST_F(RoundTripTest, SlotsIdsAndAxesSurvive)
+{
+    const auto handle = Create();
+    for (const char* name : {"ForwardScan", "gone", "Spectroscopy"})
+        SetGroupName(handle, CreateGroup(handle, 16), name);
+    DeleteGroup(handle, 1);
+    SetLogicalGroupId(handle, 2, 0xFFFFFFF0);
+    SetChannelCount(handle, 2, 3);
+    SetChannelXYDimension(handle, 2, 1, 2, 1);
+    SetChannelData_SignalAxisUnit(handle, 2, 1, "\xC2\xB5m");
+    SetChannelData_PointAxisRange(handle, 2, 1, 1.234567e-5);
+    SetChannelData_LineAxisMin(handle, 2, 1, -2.5);
+    Save(handle);
+
+    const auto opened = Open(Path("out.oxd"));
+    EXPECT_EQ(GetGroupCount(opened), 2U);
+    EXPECT_EQ(GroupName(opened, 0), "ForwardScan");
+    EXPECT_EQ(GroupName(opened, 1), "Spectroscopy") << "ids are numbered anew";
+    EXPECT_EQ(GetLogicalGroupId(opened, 0), 256U);
+    EXPECT_EQ(GetLogicalGroupId(opened, 1), 0xFFFFFFF0);
+    EXPECT_EQ(GetChannelCount(opened, 1), 3U);
+    EXPECT_FALSE(HasChannelBuffer(opened, 1, 0));
+    EXPECT_TRUE(HasChannelBuffer(opened, 1, 1));
+    EXPECT_FALSE(HasChannelBuffer(opened, 1, 2));
+    EXPECT_EQ(GetChannelData_PointAxisRange(opened, 1, 1), 1.23457e-05) << "headers keep six digits";
+    EXPECT_EQ(GetChannelData_LineAxisMin(opened, 1, 1), -2.5);
+    EXPECT_EQ(GetLogicalGroupId(opened, CreateGroup(opened, 16)), 257U) << "the counter goes on behind the ids read";
+    ExpectStable(SaveAgain(Path("out.oxd"), "second.oxd"));
+    SetChannelXYDimension(opened, 1, 0, 1, 1);
+    ChangeOxdFilename(opened, Path("grown.oxd").c_str());
+    Save(opened);
+}
+
+TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
+{
+    const std::string path = WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n"
+                                      "[C]\nVersion=3\nPoints=3\nLines=4\nSaveBits=32\nDim0Range=1\nDim0Min=0\n"
+                                      "LineDim1Points=2\nLineDim2Points=0\nLineDim3Min=0.5\nlinedim3range=7\n"
+                                      "LineDim03Points=1\nLineDim4Points=1\n",
+                                      std::string(9 * 4, '\x04'));
+    const auto handle = Open(path);
+    EXPECT_EQ(LineRaw(handle, 0, 0, 1).size(), 2U);
+    EXPECT_EQ(GetChannelData_PointsPerLine(handle, 0, 0, 2), 0U);
+    EXPECT_EQ(GetChannelData_PointsPerLine(handle, 0, 0, 3), 3U);
+    EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 3), 0.5);
+    EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, 0, 0, 3), 7);
+    EXPECT_EQ(LineRaw(handle, 0, 0, 3), std::vector(3, 0x01010101));
+    for (const int lineOp : {1, 2, 3, 4, 5})
+        EXPECT_TRUE(LineRaw(handle, 0, 0, 2, lineOp).empty());
+
+    const std::string saved = SaveAgain(path, "saved.oxd");
+    EXPECT_NE(saved.find("LineDim0Range=1\r\nLineDim0Min=0\r\nLineDim0Points=3\r\nLineDim1Range=1\r\n"),
+              std::string::npos);
+    EXPECT_NE(saved.find("LineDim2Points=0\r\nLineDim3Range=7\r\nLineDim3Min=0.5\r\nLineDim3Points=3\r\nSaveMode="),
+              std::string::npos);
+    EXPECT_TRUE(saved.ends_with("#!" + std::string(9 * 4, '\x04')));
+    ExpectStable(saved);
+
+    // A changed point axis takes along the lines that still had its old value; writing raises what a line holds.
+    SetChannelData_PointAxisMin(handle, 0, 0, 0.25);
+    EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 1), 0.25);
+    EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 3), 0.5);
+    SetChannelData_PixelRaw(handle, 0, 0, 1, 2, 5);
+    EXPECT_EQ(LineRaw(handle, 0, 0, 2), (std::vector{0, 5}));
+    const std::int32_t line[] = {1, 2, 3};
+    SetChannelData_LineRaw(handle, 0, 0, 1, line);
+    EXPECT_EQ(LineRaw(handle, 0, 0, 1), (std::vector{1, 2, 3}));
+}
+
+TEST_F(RoundTripTest, SavingShortensAChannelToItsLongestLine)
+{
+    const std::string path =
+        WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n"
+                 "[C]\nVersion=3\nPoints=3\nLines=2\nSaveBits=16\nLineDim0Points=1\nLineDim1Points=2\n",
+                 {"\x01\x00\x02\x00\x03\x00\x04\x00\x05\x00\x06\x00", 12});
+    const auto saved = SaveAgain(path, "saved.oxd");
+    EXPECT_NE(saved.find("Version=3\r\nPoints=2\r\nLines=2\r\n"), std::string::npos);
+    EXPECT_TRUE(saved.ends_with(std::string_view("#!\x01\x00\x02\x00\x04\x00\x05\x00", 10)));
+    ExpectStable(saved);
+}
+
+} // namespace

@@ -1,0 +1,114 @@
+// Raw and real values, line by line and pixel by pixel.
+#include "support/OxdTest.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr std::int32_t lowest = -536870912;
+constexpr std::int32_t highest = 536870911;
+constexpr double infinity = std::numeric_limits<double>::infinity();
+const double notANumber = std::nan("");
+
+class SampleTest : public OxdTest
+{
+protected:
+    const std::uint64_t handle = Create();
+    const std::uint64_t group = CreateChannel(handle, 32, 4, 3);
+
+    void SetSignalAxis(double min, double range) const
+    {
+        SetChannelData_SignalAxisMin(handle, group, 0, min);
+        SetChannelData_SignalAxisRange(handle, group, 0, range);
+    }
+};
+
+TEST_F(SampleTest, RawSamplesComeBackAsTheyWereClampedToTheRawRange)
+{
+    const std::vector<std::int32_t> line{lowest - 1, std::numeric_limits<std::int32_t>::max(), -1, highest};
+    SetChannelData_LineRaw(handle, group, 0, 1, line.data());
+    EXPECT_EQ(LineRaw(handle, group, 0, 1), (std::vector{lowest, highest, -1, highest}));
+    EXPECT_EQ(LineRaw(handle, group, 0, 0), (std::vector{0, 0, 0, 0})) << "a line never written is zeros";
+    SetChannelData_PixelRaw(handle, group, 0, 2, 1, std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, 2, 1, 0), lowest);
+    SetChannelData_PixelRaw(handle, group, 0, 3, 0, 42);
+    EXPECT_EQ(LineRaw(handle, group, 0, 0), (std::vector{0, 0, 0, 42}));
+}
+
+TEST_F(SampleTest, TheSignalAxisSpansTheRawRange)
+{
+    SetSignalAxis(-2, 6);
+    const std::int32_t line[] = {lowest, highest, 0, -1};
+    SetChannelData_LineRaw(handle, group, 0, 0, line);
+    double real[4];
+    GetChannelData_LineReal(handle, group, 0, 0, 0, real);
+    EXPECT_EQ(real[0], -2);
+    EXPECT_EQ(real[1], 4);
+    EXPECT_DOUBLE_EQ(real[2], -2 + 6 * 536870912.0 / 1073741823);
+    EXPECT_DOUBLE_EQ(GetChannelData_PixelReal(handle, group, 0, 3, 0, 0), -2 + 6 * 536870911.0 / 1073741823);
+}
+
+TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
+{
+    struct Case
+    {
+        double min, range, real;
+        std::int32_t raw;
+    };
+    const Case cases[] = {
+        {0, 1, 0, lowest},
+        {0, 1, 1, highest},
+        {0, 1, -5, lowest},
+        {0, 1, 5, highest},
+        {0, 1, infinity, highest},
+        {0, 1073741823, 536870912, 0},
+        {0, 1073741823, 536870911.5, 0}, // -0.5 and 0.5 are both cut to 0
+        {0, 1073741823, 536870912.5, 0},
+        {0, 1073741823, 536870910.5, -1},
+        {-1e-9, 3e-9, 2e-9, highest}, // the formula alone would miss the top by one
+        {0.1, 0.7, 0.1 + 0.7, highest},
+        {4, -6, 4, lowest}, // falling: min is the larger end
+        {4, -6, -2, highest},
+        {4, -6, 100, lowest},
+        {4, -6, -100, highest},
+        {0, 0, 1, lowest},
+        {0, 1, notANumber, lowest},
+        {infinity, 1, 0, lowest},
+        {0, notANumber, 0, lowest},
+        {0, 1e300, 0.5e300, -1}, // an intermediate product overflows; the exact quotient is -0.5 steps
+    };
+    for (const Case& c : cases) {
+        SetSignalAxis(c.min, c.range);
+        const double line[] = {c.real, c.min, c.real, c.real};
+        SetChannelData_LineReal(handle, group, 0, 0, line);
+        SetChannelData_PixelReal(handle, group, 0, 1, 0, c.real);
+        const std::int32_t tolerance = c.range == 1e300 ? 1 : 0;
+        for (const std::int32_t raw : LineRaw(handle, group, 0, 0))
+            EXPECT_NEAR(raw, c.raw, tolerance) << c.min << ' ' << c.range << ' ' << c.real;
+    }
+}
+
+TEST_F(SampleTest, WhatWasReadAndWrittenBackAsRealStaysTheSame)
+{
+    SetSignalAxis(-3.25e-7, 1.7e-6);
+    for (std::int64_t raw = lowest; raw <= highest; raw += 1'234'567) {
+        SetChannelData_PixelRaw(handle, group, 0, 0, 0, static_cast<std::int32_t>(raw));
+        const double real = GetChannelData_PixelReal(handle, group, 0, 0, 0, 0);
+        SetChannelData_PixelReal(handle, group, 0, 0, 0, real);
+        EXPECT_NEAR(GetChannelData_PixelRaw(handle, group, 0, 0, 0, 0), static_cast<double>(raw), 1);
+    }
+}
+
+TEST_F(SampleTest, ARealValueReadThroughAnOperatorIsThatOfTheCorrectedSample)
+{
+    SetSignalAxis(0, 10);
+    const std::int32_t line[] = {1000, 1000, 1000, 5000};
+    SetChannelData_LineRaw(handle, group, 0, 0, line);
+    double real[4];
+    GetChannelData_LineReal(handle, group, 0, 0, 1, real);
+    EXPECT_DOUBLE_EQ(real[0], 10 * (536870912.0 - 1000) / 1073741823);
+    EXPECT_DOUBLE_EQ(GetChannelData_PixelReal(handle, group, 0, 3, 0, 1), 10 * (536870912.0 + 3000) / 1073741823);
+}
+
+} // namespace

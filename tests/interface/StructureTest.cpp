@@ -1,0 +1,147 @@
+// Groups, slots and axes in memory.
+#include "support/OxdTest.h"
+
+#include <array>
+
+namespace {
+
+class StructureTest : public OxdTest
+{
+protected:
+    const std::uint64_t handle = Create();
+
+    std::vector<std::uint64_t> Ids() const
+    {
+        std::vector<std::uint64_t> ids(GetGroupCount(handle));
+        GetAllGroupIds(handle, ids.data());
+        return ids;
+    }
+};
+
+TEST_F(StructureTest, GroupIdsAreReusedAndLogicalIdsAreNot)
+{
+    for (std::uint64_t id = 0; id < 4; ++id) {
+        EXPECT_EQ(CreateGroup(handle, 16), id);
+        EXPECT_EQ(GroupName(handle, id), "Group" + std::to_string(id));
+        EXPECT_EQ(GetLogicalGroupId(handle, id), 256 + id);
+    }
+    DeleteGroup(handle, 1);
+    DeleteGroup(handle, 2);
+    EXPECT_EQ(Ids(), (std::vector<std::uint64_t>{0, 3}));
+    EXPECT_EQ(CreateGroup(handle, 16), 1U);
+    EXPECT_EQ(CreateGroup(handle, 16), 2U);
+    EXPECT_EQ(CreateGroup(handle, 16), 4U);
+    EXPECT_EQ(GetLogicalGroupId(handle, 4), 262U);
+    DeleteAllGroups(handle);
+    EXPECT_EQ(GetGroupCount(handle), 0U);
+    EXPECT_EQ(CreateGroup(handle, 16), 0U);
+    EXPECT_EQ(GetLogicalGroupId(handle, 0), 256U);
+}
+
+TEST_F(StructureTest, LogicalIdsKeepTheirLow32Bits)
+{
+    SetLogicalGroupId(handle, CreateGroup(handle, 16), 0xAFFFFFFFFULL);
+    EXPECT_EQ(GetLogicalGroupId(handle, 0), 0xFFFFFFFFU);
+}
+
+TEST_F(StructureTest, GroupsAreFoundByTheirExactName)
+{
+    CreateGroup(handle, 16);
+    CreateGroup(handle, 16);
+    SetGroupName(handle, 0, "Scan");
+    SetGroupName(handle, 1, "Scan");
+    EXPECT_EQ(ReasonOf([&] { EXPECT_EQ(GetGroupId(handle, "Scan"), 0U); }), "");
+    SetGroupName(handle, 0, "scan");
+    EXPECT_EQ(GetGroupId(handle, "Scan"), 1U);
+    EXPECT_EQ(ReasonOf([&] { GetGroupId(handle, "SCAN"); }),
+              "Unable to get group index. No group with given name available. Index: SCAN");
+}
+
+TEST_F(StructureTest, AnotherSlotCountDropsAllChannelsAndTheSameOneNone)
+{
+    const auto group = CreateChannel(handle, 16, 2, 2);
+    SetChannelCount(handle, group, 1);
+    EXPECT_TRUE(HasChannelBuffer(handle, group, 0));
+    SetChannelCount(handle, group, 2);
+    EXPECT_FALSE(HasChannelBuffer(handle, group, 0));
+    EXPECT_EQ(ReasonOf([&] { SetChannelCount(handle, group, 1'048'577); }), "std::bad_alloc");
+    EXPECT_EQ(GetChannelCount(handle, group), 2U);
+    SetChannelXYDimension(handle, group, 1, 2, 2);
+    DeleteChannelBuffer(handle, group, 1);
+    EXPECT_FALSE(HasChannelBuffer(handle, group, 1));
+    EXPECT_EQ(GetChannelCount(handle, group), 2U);
+}
+
+TEST_F(StructureTest, ANewSizeDiscardsTheSamplesAndTheSameSizeKeepsThem)
+{
+    const auto group = CreateChannel(handle, 16, 2, 2);
+    const std::int32_t line[] = {7, 8};
+    const auto fill = [&] { SetChannelData_LineRaw(handle, group, 0, 1, line); };
+    const auto kept = [&] { return LineRaw(handle, group, 0, 1)[0] == 7; };
+    fill();
+    SetChannelXYDimension(handle, group, 0, 2, 2);
+    SetChannelData_Points(handle, group, 0, 2);
+    SetChannelData_Lines(handle, group, 0, 2);
+    EXPECT_TRUE(kept());
+    SetChannelData_Lines(handle, group, 0, 3);
+    EXPECT_FALSE(kept());
+    fill();
+    SetChannelData_Points(handle, group, 0, 3);
+    EXPECT_FALSE(kept());
+    fill();
+    SetChannelXYDimension(handle, group, 0, 2, 2);
+    EXPECT_FALSE(kept());
+}
+
+TEST_F(StructureTest, ASizeBeyondTheLimitsFailsAndChangesNothing)
+{
+    const auto group = CreateChannel(handle, 16, 2, 2);
+    const std::int32_t line[] = {7, 8};
+    SetChannelData_LineRaw(handle, group, 0, 1, line);
+    const std::pair<std::uint64_t, std::uint64_t> sizes[] = {{65536, 65537}, {1ULL << 31, 1}, {1, 1ULL << 31},
+                                                             {0, 1'048'577}, {~0ULL, ~0ULL},  {1ULL << 33, 1ULL << 31}};
+    for (const auto& [points, lines] : sizes)
+        EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, points, lines); }), "std::bad_alloc");
+    EXPECT_EQ(LineRaw(handle, group, 0, 1), (std::vector<std::int32_t>{7, 8}));
+    EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, 0, 1'048'576); }), "");
+    EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, 0x7FFFFFFF, 0); }), "");
+}
+
+TEST_F(StructureTest, EachAxisKeepsItsOwnTextsAndNumbers)
+{
+    const auto g = CreateChannel(handle, 16, 2, 2);
+    const auto textOf = [&](auto getter) {
+        std::array<char, 32> text{};
+        getter(handle, g, 0, text.data(), text.size());
+        return std::string(text.data());
+    };
+    SetChannelData_PointAxisName(handle, g, 0, "X");
+    SetChannelData_PointAxisUnit(handle, g, 0, "m");
+    SetChannelData_LineAxisName(handle, g, 0, "Y");
+    SetChannelData_LineAxisUnit(handle, g, 0, "\xC2\xB5m");
+    SetChannelData_SignalAxisName(handle, g, 0, "Z");
+    SetChannelData_SignalAxisUnit(handle, g, 0, "");
+    EXPECT_EQ(textOf(GetChannelData_PointAxisName), "X");
+    EXPECT_EQ(textOf(GetChannelData_PointAxisUnit), "m");
+    EXPECT_EQ(textOf(GetChannelData_LineAxisName), "Y");
+    EXPECT_EQ(textOf(GetChannelData_LineAxisUnit), "\xC2\xB5m");
+    EXPECT_EQ(textOf(GetChannelData_SignalAxisName), "Z");
+    EXPECT_EQ(textOf(GetChannelData_SignalAxisUnit), "");
+
+    SetChannelData_PointAxisMin(handle, g, 0, 1.5);
+    SetChannelData_PointAxisRange(handle, g, 0, 2.5);
+    SetChannelData_LineAxisMin(handle, g, 0, 3.5);
+    SetChannelData_LineAxisRange(handle, g, 0, 4.5);
+    SetChannelData_SignalAxisMin(handle, g, 0, 5.5);
+    SetChannelData_SignalAxisRange(handle, g, 0, 6.5);
+    EXPECT_EQ(GetChannelData_PointAxisMin(handle, g, 0), 1.5);
+    EXPECT_EQ(GetChannelData_PointAxisRange(handle, g, 0), 2.5);
+    EXPECT_EQ(GetChannelData_LineAxisMin(handle, g, 0), 3.5);
+    EXPECT_EQ(GetChannelData_LineAxisRange(handle, g, 0), 4.5);
+    EXPECT_EQ(GetChannelData_SignalAxisMin(handle, g, 0), 5.5);
+    EXPECT_EQ(GetChannelData_SignalAxisRange(handle, g, 0), 6.5);
+    EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, g, 0, 1), 1.5) << "lines follow the point axis";
+    EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, g, 0, 1), 2.5);
+}
+
+} // namespace

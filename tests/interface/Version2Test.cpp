@@ -1,0 +1,125 @@
+// What a version-2 file may leave out, and what it may not ask for.
+#include "support/OxdTest.h"
+
+#include <array>
+#include <cmath>
+
+namespace {
+
+class Version2Test : public OxdTest
+{
+};
+
+constexpr std::string_view badContent = "The hed file is corrupted.";
+
+TEST_F(Version2Test, MissingKeysHaveDefaults)
+{
+    const auto handle =
+        Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=6\nGr0-Count=2\nGr0-Ch1=A\nGr1-Name=backwardscan\n"
+                      "Gr2-Name=SPECTROSCOPY\nGr3-ID=7\nGr4-Name=Other\nGr5-ID=-1\nGr5-Count=-3\n"
+                      "[A]\nVersion=2\nPoints=2\nLines=1\nDim1Range=1,5\nDim2Min=inf\n",
+                      "\x7F\x80"));
+    EXPECT_EQ(GroupName(handle, 0), "Group0");
+    const std::uint64_t ids[] = {256, 0, 1, 7, 257, 258};
+    for (std::uint64_t group = 0; group < 6; ++group)
+        EXPECT_EQ(GetLogicalGroupId(handle, group), ids[group]) << group;
+    EXPECT_FALSE(HasChannelBuffer(handle, 0, 0));
+    EXPECT_EQ(GetChannelCount(handle, 5), 0U);
+    EXPECT_EQ(LineRaw(handle, 0, 1, 0), (std::vector{532676608, -536870912})) << "8 bits unless stated";
+    std::array<char, 16> name{};
+    GetChannelData_LineAxisName(handle, 0, 1, name.data(), name.size());
+    EXPECT_STREQ(name.data(), "Noname");
+    EXPECT_EQ(GetChannelData_LineAxisRange(handle, 0, 1), 0) << "a decimal comma is no number";
+    EXPECT_EQ(GetChannelData_SignalAxisMin(handle, 0, 1), HUGE_VAL);
+    ChangeOxdFilename(handle, Path("out.oxd").c_str());
+    Save(handle);
+    const std::string saved = ReadBytes(Path("out.oxd"));
+    EXPECT_NE(saved.find("Frame=Unknown\r\n"), std::string::npos);
+    EXPECT_NE(saved.find("SaveBits=16\r\n"), std::string::npos);
+}
+
+TEST_F(Version2Test, ChannelsAddedToALoadedFileCanBeSaved)
+{
+    const auto handle = Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\n"));
+    SetChannelXYDimension(handle, 0, 0, 1, 1);
+    Save(handle);
+    EXPECT_NE(ReadBytes(Path("in.oxd")).find("SaveBits=32\r\n"), std::string::npos);
+}
+
+TEST_F(Version2Test, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
+{
+    const auto handle =
+        Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=G\nGr0-Count=1\nGr0-Ch0=A\n[A]\nFrame=F\n"));
+    const auto frame = [&] {
+        Save(handle);
+        const std::string bytes = ReadBytes(Path("in.oxd"));
+        const auto at = bytes.find("Frame=");
+        return bytes.substr(at, bytes.find('\r', at) - at);
+    };
+    EXPECT_EQ(frame(), "Frame=F");
+    SetGroupName(handle, 0, "N");
+    EXPECT_EQ(frame(), "Frame=N");
+}
+
+TEST_F(Version2Test, WhatCannotBeReadIsRefused)
+{
+    const std::string list = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n";
+    const std::pair<std::string, std::string_view> cases[] = {
+        {"[DataSet]\nVersion=3\n", "The hed file has an unknown version."},
+        {"[DataSet]\nVersion=0\n", "The hed file has an unknown version."},
+        {list + "[A]\nVersion=4\n", "The hed file has an unknown version."},
+        {list + "[A]\nPoints=-1\n", badContent},
+        {list + "[A]\nLines=-1\n", badContent},
+        {list + "[A]\nVersion=3\nLines=1\nPoints=1\nLineDim0Points=-1\n", badContent},
+        {list + "[A]\nLines=1\nPoints=1\nSaveBits=12\n", "Invalid bit count: 12"},
+        {"[DataSet]\nVersion=2\n[]\n", "Empty section name not allowed"},
+    };
+    for (const auto& [header, reason] : cases)
+        EXPECT_TRUE(ReasonOfOpening(WriteOxd(header, "12345678")).starts_with(reason)) << header;
+    OpenOxdFile(WriteOxd(cases[2].first).c_str());
+    const std::string text = VELGetLastError();
+    EXPECT_NE(text.find("tag_fileversion*] = 4\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("tag_filename*] = " + Path("in.oxd") + "\n"), std::string::npos) << text;
+}
+
+TEST_F(Version2Test, ALineThatClaimsMorePointsThanThereAreIsNotRead)
+{
+    const auto handle = Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n"
+                                      "[A]\nVersion=3\nPoints=1\nLines=1\nLineDim0Points=9\n",
+                                      "1"));
+    EXPECT_EQ(GetChannelData_PointsPerLine(handle, 0, 0, 0), 9U);
+    std::vector<std::int32_t> values(9);
+    EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, 0, 0, 0, 0, values.data()); }),
+              "Unable to get channel line. Unknown error");
+}
+
+TEST_F(Version2Test, AFileCannotAskForMoreThanItHolds)
+{
+    const std::string slot = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=2\n";
+    std::string shared = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=200\n";
+    std::string pointless = shared;
+    for (int c = 0; c < 200; ++c)
+        shared.append("Gr0-Ch" + std::to_string(c) + "=A\n");
+    pointless = shared + "[A]\nPoints=0\nLines=10000\n";
+    shared += "[A]\nPoints=100\nLines=100\n";
+    const std::pair<std::string, std::string_view> cases[] = {
+        {slot + "Points=2147483647\nLines=2147483647\nSaveBits=32\n", "basic_ios::clear: iostream error"},
+        {slot + "Points=3\nLines=1\n", "basic_ios::clear: iostream error"},
+        {slot + "Points=0\nLines=2147483647\n", badContent},
+        {slot + "Points=2147483648\nLines=1\n", ""}, // no int: the default
+        {slot + "Points=2147483647\nLines=0\n", ""},
+        {shared, "basic_ios::clear: iostream error"},
+        {pointless, badContent},
+        {"[DataSet]\nVersion=2\nGroupCount=65537\n", badContent},
+        {"[DataSet]\nVersion=2\nGroupCount=65536\n", ""},
+        {"[DataSet]\nVersion=2\nGroupCount=-1\n", ""},
+        {"[DataSet]\nVersion=2\nGroupCount=2\nGr0-Count=1048576\nGr1-Count=1\n", badContent},
+        {"[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1048576\n", ""},
+    };
+    for (const auto& [header, reason] : cases) {
+        const std::string actual = ReasonOfOpening(WriteOxd(header, "12"));
+        EXPECT_TRUE(actual.starts_with(reason) && actual.empty() == reason.empty()) << header << '\n' << actual;
+    }
+}
+
+} // namespace

@@ -1,0 +1,17 @@
+file(STRINGS "${list}" listed REGEX "^[A-Za-z]")
+list(SORT listed)
+
+execute_process(COMMAND "${nm}" -D --defined-only "${library}" OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "[^ \n]+\n" exported "${symbols}")
+list(TRANSFORM exported STRIP)
+list(SORT exported)
+if(NOT exported STREQUAL listed)
+  message(FATAL_ERROR "exported: ${exported}\nlisted: ${listed}")
+endif()
+
+file(STRINGS "${header}" declared REGEX "^VELOXD_API ")
+list(TRANSFORM declared REPLACE "^VELOXD_API [a-z0-9_* ]*[ *]([A-Za-z_]+)\\(.*" "\\1")
+list(SORT declared)
+if(NOT declared STREQUAL listed)
+  message(FATAL_ERROR "declared: ${declared}\nlisted: ${listed}")
+endif()

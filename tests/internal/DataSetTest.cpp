@@ -1,0 +1,113 @@
+// How changes travel up from channels to groups to the data set, and who may outlive whom.
+#include "velflexlib/dataset/DataSet.h"
+#include "velflexlib/dataset/DataSetToVELConfig.h"
+#include "velstdlib/util/VELException.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+
+using namespace veltaris::velflexlib::dataset;
+
+namespace {
+
+class DataSetTest : public ::testing::Test
+{
+protected:
+    std::unique_ptr<CDataSet> dataSet = std::make_unique<CDataSet>();
+    std::string log;
+
+    DataSetTest()
+    {
+        dataSet->OnChanged.connect([this] { log += "[set]"; });
+        dataSet->OnGroupNameChanged.connect([this](const std::string& name) { log += "[name " + name + "]"; });
+        dataSet->OnGroupChanged.connect([this](CDataGroup& group) { log += "[group " + group.GetName() + "]"; });
+        dataSet->OnBufferChanged.connect([this](CDataGroup& group, CDataBuffer& buffer, std::size_t line) {
+            log += "[" + group.GetName() + "/" + buffer.GetGroupName() + " line " + std::to_string(line) + "]";
+        });
+    }
+};
+
+TEST_F(DataSetTest, ChangesTravelUp)
+{
+    const auto group = dataSet->GetGroup(static_cast<std::uint64_t>(dataSet->CreateGroup("", 16)));
+    group->SetChannelCount(1);
+    const auto buffer = group->GetOrCreateChannelBuffer(0, 2, 2);
+    group->SetName("G");
+    group->SetName("G");
+    buffer->SetLineRaw(1, std::vector{1, 2});
+    group->DeleteChannelBuffer(0);
+    EXPECT_EQ(log, "[set][group Group0][group Group0][name G][G/G line 1][group G]");
+    EXPECT_TRUE(dataSet->IsModified());
+    dataSet->SetModified(false);
+    log.clear();
+    EXPECT_TRUE(dataSet->DeleteGroup(CDataSet::invalidGroupId));
+    EXPECT_FALSE(dataSet->DeleteGroup(5));
+    EXPECT_EQ(log, "");
+    EXPECT_FALSE(dataSet->IsModified());
+    EXPECT_TRUE(dataSet->DeleteGroup(0));
+    EXPECT_EQ(log, "[set]");
+    EXPECT_TRUE(dataSet->IsModified());
+}
+
+TEST_F(DataSetTest, GroupsAndChannelsOutliveTheirOwners)
+{
+    dataSet->CreateGroup("G", 16);
+    auto group = dataSet->GetGroup(0);
+    const auto buffer = group->GetOrCreateChannelBuffer(5, 1, 1);
+    EXPECT_EQ(group->GetChannelCount(), 6U);
+    dataSet.reset();
+    log.clear();
+    group->SetName("N");
+    buffer->SetPixelRaw(0, 0, 1);
+    group.reset();
+    buffer->SetPixelRaw(0, 0, 2);
+    EXPECT_EQ(log, "");
+    EXPECT_EQ(buffer->GetGroupName(), "N");
+}
+
+TEST_F(DataSetTest, ASlotMayCallBackIntoTheModel)
+{
+    dataSet->OnGroupChanged.connect([this](CDataGroup& group) {
+        if (group.GetChannelCount() < 3)
+            group.GetOrCreateChannelBuffer(group.GetChannelCount(), 1, 1);
+    });
+    dataSet->OnChanged.connect([this] {
+        if (dataSet->GetGroupCount() < 3)
+            dataSet->CreateGroup("", 16);
+    });
+    dataSet->CreateGroup("", 16);
+    EXPECT_EQ(dataSet->GetGroupCount(), 3U);
+    dataSet->GetGroup(1)->SetChannelCount(1);
+    EXPECT_EQ(dataSet->GetGroup(1)->GetChannelCount(), 3U);
+}
+
+TEST_F(DataSetTest, AMissingSlotCannotBeEmptied)
+{
+    dataSet->CreateGroup("G", 16);
+    EXPECT_THROW(dataSet->GetGroup(0)->DeleteChannelBuffer(0), std::out_of_range);
+    EXPECT_THROW(dataSet->GetGroup(0)->GetOrCreateChannelBuffer(1'048'576, 1, 1), std::bad_alloc);
+    EXPECT_EQ(dataSet->GetGroup(0)->GetChannelCount(), 0U);
+}
+
+TEST_F(DataSetTest, AnAbortedLoadLeavesWhatWasBuilt)
+{
+    veltaris::velstdlib::util::CVELConfig document;
+    std::istringstream stream(
+        "[DataSet]\nVersion=2\nGroupCount=2\nGr0-Count=1\nGr0-Ch0=A\n[A]\nPoints=1\nLines=1\n#!x");
+    document.ReadHeader(stream, false);
+    CDataSetToVELConfig serialiser(*dataSet);
+    EXPECT_THROW(serialiser.LoadData(stream, false), veltaris::velstdlib::util::CVELFileVersionException)
+        << "no header was loaded";
+    serialiser.LoadHeader(document, "DataSet", true);
+    EXPECT_EQ(dataSet->GetGroupCount(), 0U);
+    serialiser.LoadHeader(document, "DataSet", false);
+    serialiser.LoadData(stream, true);
+    EXPECT_EQ(dataSet->GetGroupCount(), 2U);
+    EXPECT_EQ(stream.get(), 'x') << "no sample was read";
+    EXPECT_FALSE(dataSet->IsModified());
+}
+
+} // namespace

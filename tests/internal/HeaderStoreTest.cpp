@@ -1,0 +1,118 @@
+// The header store where no file can take it: orders, limits, aborting, its own files.
+#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/VELException.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <sstream>
+
+using namespace veltaris::velstdlib::util;
+
+namespace {
+
+std::string Rendered(const CVELKeyToValueList& list)
+{
+    std::string text;
+    list.ForEach([&](auto key, auto value) { text.append(key).append("=").append(value).append(";"); });
+    return text;
+}
+
+TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
+{
+    CVELKeyToValueList list;
+    list.SetValue("Lines", "1");
+    list.SetValue("Points", std::uint64_t{2});
+    list.SetValue("lines", "3");
+    EXPECT_EQ(Rendered(list), "Points=2;lines=3;");
+    EXPECT_EQ(list.GetValueT<int>("LINES", 0), 3);
+    list.SetValue("POINTS", "");
+    list.RemoveKey("missing");
+    EXPECT_EQ(Rendered(list), "lines=3;");
+    EXPECT_EQ(list.GetValue("Points", "default"), "default");
+}
+
+TEST(HeaderStoreTest, ManyChangesLeaveTheListAsItWouldBeWithoutThem)
+{
+    CVELKeyToValueList list;
+    for (int round = 0; round < 50; ++round) {
+        for (int key = 0; key < 40; ++key)
+            list.SetValue((round % 2 == 0 ? "Key" : "KEY") + std::to_string(key), std::to_string(round));
+        list.RemoveKey("key7");
+    }
+    EXPECT_EQ(list.GetCount(), 39U);
+    EXPECT_TRUE(Rendered(list).starts_with("KEY0=49;KEY1=49;"));
+    EXPECT_EQ(list.GetValueT<std::uint64_t>("kEy39", 0), 49U);
+    EXPECT_EQ(list.GetValueT<double>("key7", -1), -1);
+}
+
+TEST(HeaderStoreTest, TheOrderOfKeysRunsOutInsteadOfWrappingAround)
+{
+    CVELKeyToValueList list(std::numeric_limits<std::uint64_t>::max() - 1);
+    list.SetValue("a", "1");
+    EXPECT_THROW(list.SetValue("b", "2"), std::runtime_error);
+    EXPECT_EQ(Rendered(list), "a=1;");
+}
+
+TEST(HeaderStoreTest, NoSectionIsActiveUntilOneIsSelected)
+{
+    CIniFileContent content;
+    EXPECT_THROW(content.GetActiveSection(), std::runtime_error);
+    content.SelectCreateSection("One");
+    content.GetActiveSection().SetValue("k", "v");
+    content.SelectCreateSection("two");
+    EXPECT_TRUE(content.SelectSection("ONE"));
+    EXPECT_EQ(content.GetActiveSectionName(), "ONE");
+    EXPECT_EQ(content.GetActiveSection().GetValue("K"), "v");
+    EXPECT_FALSE(content.SelectSection("three"));
+    EXPECT_THROW(content.GetActiveSection(), std::runtime_error);
+    EXPECT_EQ(content.Render(), "[One]\r\nk=v\r\n[two]\r\n");
+    EXPECT_THROW(content.SelectCreateSection(""), std::runtime_error);
+}
+
+TEST(HeaderStoreTest, ParsingStopsWhenItIsToldTo)
+{
+    CIniFileContent content;
+    content.Parse("[a]\n[b]\n", false);
+    EXPECT_EQ(content.Render(), "[a]\r\n[b]\r\n");
+    content.Parse("[a]\n[b]\n", true);
+    EXPECT_EQ(content.Render(), "");
+    EXPECT_THROW(content.Parse("[a]\n[]\n[b]\n", false), std::runtime_error);
+    EXPECT_EQ(content.Render(), "[a]\r\n") << "what was read before the failure remains";
+}
+
+TEST(HeaderStoreTest, ADocumentIsReadFromAStreamAndLeavesItBehindTheMark)
+{
+    CVELConfig document;
+    std::istringstream stream("[a]\r\nk=v\r\n\r\n#!data");
+    EXPECT_TRUE(document.IsNew());
+    ASSERT_TRUE(document.ReadHeader(stream, false));
+    EXPECT_FALSE(document.IsNew());
+    EXPECT_EQ(document.GetDataBytes(), 4U);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "data");
+    std::istringstream broken("[a]\r\n#!");
+    broken.setstate(std::ios::badbit);
+    EXPECT_FALSE(document.ReadHeader(broken, false)) << "a stream that fails has no header";
+    EXPECT_EQ(document.GetContent().Render(), "");
+}
+
+TEST(HeaderStoreTest, ADocumentIsSavedToAFileOfItsOwn)
+{
+    CVELConfig document;
+    const auto path = std::filesystem::temp_directory_path() / "veloxd-header-store.ini";
+    document.SetFileName(path.string());
+    document.GetContent().Parse("[a]\nk=\xC2\xB5\n", false);
+    document.SaveKeys();
+    std::ifstream stream(path, std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "[a]\r\nk=\xC2\xB5\r\n");
+    std::filesystem::remove(path);
+    document.SetFileName("/nowhere/at/all");
+    EXPECT_THROW(document.SaveKeys(), CVELFileOpenException);
+    document.SetFileName("/dev/full");
+    EXPECT_THROW(document.SaveKeys(), std::ios_base::failure);
+}
+
+} // namespace
