@@ -75,7 +75,7 @@ TEST_F(StructureTest, AnotherSlotCountDropsAllChannelsAndTheSameOneNone)
 TEST_F(StructureTest, ANewSizeDiscardsTheSamplesAndTheSameSizeKeepsThem)
 {
     const auto group = CreateChannel(handle, 16, 2, 2);
-    const std::int32_t line[] = {7, 8};
+    const std::int32_t line[] = {7, 8, 9}; // as many as the largest size below takes
     const auto fill = [&] { SetChannelData_LineRaw(handle, group, 0, 1, line); };
     const auto kept = [&] { return LineRaw(handle, group, 0, 1)[0] == 7; };
     fill();
