@@ -1,3 +1,4 @@
+/* clang-format off */
 /*
  * VELOxd: read, edit and write .oxd measurement files of scanning probe microscopes.
  *
@@ -65,7 +66,6 @@
  * 11. What a file does not keep: empty texts (an empty group name comes back as "Group0", an empty axis name
  *     as "Noname"), blanks at the end of a text, line breaks in a text (they become blanks), and group ids.
  */
-/* clang-format off: one prototype a line, so that simple tools can read them. */
 #ifndef VELOXDDLL_H
 #define VELOXDDLL_H
 

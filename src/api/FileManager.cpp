@@ -57,14 +57,14 @@ void Load(FileHandleStruct& file, const boost::source_location& where)
     opened.Stream().close();
 }
 
-// All that can be found wrong with the data set is found before the file on disk is touched.
+// All that can be found wrong with the data set is found before anything changes, in memory or on disk.
 void Save(FileHandleStruct& file, const boost::source_location& where)
 {
-    file.config.SetFileName(file.fileName);
     CheckWritable(file.fileName, where);
+    CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
+    serialiser.CheckSavable();
     file.config.Clear();
     file.dataSet.PrepareForSave();
-    CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
     serialiser.SaveHeader(file.config, dataSetSection);
     const std::string header = file.config.GetContent().Render().append(headerEnd);
 

@@ -83,8 +83,6 @@ void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string&
 
 void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string& sectionName)
 {
-    const std::int64_t bitCount = m_buffer.GetBitCount();
-    CheckBitCount(bitCount);
     const bool hasLineAxes = HasLineAxes(m_buffer);
     document.GetContent().SelectCreateSection(sectionName);
     CVELKeyToValueList& section = document.GetContent().GetActiveSection();
@@ -97,7 +95,7 @@ void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string&
     if (hasLineAxes)
         SaveLineAxes(m_buffer, section);
     section.SetValue("SaveMode", "Binary");
-    section.SetValue("SaveBits", std::to_string(bitCount));
+    section.SetValue("SaveBits", std::to_string(m_buffer.GetBitCount()));
     section.SetValue("SaveSign", "Signed");
     section.SetValue("SaveOrder", "Intel");
 }

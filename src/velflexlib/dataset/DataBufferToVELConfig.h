@@ -21,10 +21,10 @@ public:
     // budget throws.
     void LoadHeader(velstdlib::util::CVELConfig& document, const std::string& section, CLoadBudget& budget);
 
-    // Throws std::runtime_error "Invalid bit count: " for a buffer that cannot be saved.
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
 
-    // The samples of every line that holds any. The stream decides whether its failures throw.
+    // The samples of every line that holds any. The stream decides whether its failures throw. A bit count that no file
+    // can have throws std::runtime_error "Invalid bit count: " and the number.
     void LoadData(std::istream& stream, const std::atomic<bool>& abort);
     void SaveData(std::ostream& stream);
 

@@ -2,6 +2,7 @@
 
 #include "velflexlib/dataset/DataBufferToVELConfig.h"
 #include "velflexlib/dataset/DataSetSection.h"
+#include "velflexlib/dataset/SampleCodec.h"
 #include "velstdlib/util/VELException.h"
 
 #include <algorithm>
@@ -146,6 +147,14 @@ void CDataSetToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>
         velstdlib::util::ThrowFileVersion({}, m_version);
     }
     m_dataSet.SetModified(false);
+}
+
+void CDataSetToVELConfig::CheckSavable() const
+{
+    ForEachChannel(m_dataSet.GetAllGroups(), [](std::size_t, std::size_t, const CDataBuffer& buffer) {
+        CheckBitCount(buffer.GetBitCount());
+        return true;
+    });
 }
 
 void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& section)

@@ -29,6 +29,8 @@ public:
     // Reads the samples, from the byte behind the header. LoadHeader must have come first.
     void LoadData(std::istream& stream, const std::atomic<bool>& abort);
 
+    // Throws std::runtime_error "Invalid bit count: " when a channel has one that no file can have.
+    void CheckSavable() const;
     // Writes version 2.
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
     void SaveData(std::ostream& stream);

@@ -1,0 +1,19 @@
+# shellcheck shell=bash
+# Sourced by the scripts beside it: strict mode, the source root as the working folder, and headings.
+
+set -euo pipefail
+cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+
+heading() {
+    printf '\n== %s ==\n' "$*"
+}
+
+# Files of the given name patterns, zero-terminated and sorted, without what builds made. Needs no git, so that an
+# unpacked archive will do.
+find_sources() {
+    local names=() pattern
+    for pattern in "$@"; do
+        names+=(-o -name "$pattern")
+    done
+    find . \( -path ./.git -o -path ./build \) -prune -o -type f \( "${names[@]:1}" \) -print0 | sort -z
+}

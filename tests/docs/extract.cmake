@@ -1,0 +1,22 @@
+# The code blocks of the documents: what a reader copies is what the tests use.
+
+# Puts the content of the only code block of the given language in a Markdown document into `result`.
+function(extract_block document language result)
+  file(READ "${document}" text)
+  string(REPLACE "\r\n" "\n" text "${text}")
+  string(FIND "${text}" "\n```${language}\n" begin)
+  string(FIND "${text}" "\n```${language}\n" last REVERSE)
+  if(begin EQUAL -1 OR NOT begin EQUAL last)
+    message(FATAL_ERROR "${document} must have exactly one block of the language ${language}")
+  endif()
+  string(LENGTH "\n```${language}\n" fence)
+  math(EXPR begin "${begin} + ${fence}")
+  string(SUBSTRING "${text}" ${begin} -1 text)
+  string(FIND "${text}" "\n```\n" end)
+  if(end EQUAL -1)
+    message(FATAL_ERROR "${document} does not close its block of the language ${language}")
+  endif()
+  math(EXPR end "${end} + 1")
+  string(SUBSTRING "${text}" 0 ${end} text)
+  set(${result} "${text}" PARENT_SCOPE)
+endfunction()

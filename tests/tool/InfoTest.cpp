@@ -1,0 +1,80 @@
+#include "tool/ToolTest.h"
+
+#include <nlohmann/json.hpp>
+
+using InfoTest = ToolTest;
+
+namespace {
+
+// One group of slots: a channel of 4 x 3 whose lines claim 9, have 2 and have no samples, an empty slot, and a channel
+// without a line.
+constexpr const char* raggedHeader = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Rag\x1B[31mged\nGr0-Count=3\n"
+                                     "Gr0-Ch0=C0\nGr0-Ch2=C2\n"
+                                     "[C0]\nVersion=3\nPoints=4\nLines=3\nSaveBits=8\n"
+                                     "Dim2Name=Height\nDim2Unit=m\nDim2Range=1\nDim2Min=0\n"
+                                     "LineDim0Points=9\nLineDim1Points=2\nLineDim2Points=0\n"
+                                     "[C2]\nVersion=2\nPoints=5\nLines=0\n";
+constexpr std::string_view raggedSamples = "\x01\x02\x03\x04\x80\x7F\x01\x02";
+
+} // namespace
+
+// After a change that is meant to show, look at what the tool says now, and if it is right, make it the approved text:
+// oxd make-sample sample.oxd; oxd info sample.oxd > sample.txt; oxd info --json sample.oxd > sample.json
+TEST_F(InfoTest, OfTheSampleIsAsApproved)
+{
+    ResultsOf("make-sample sample.oxd");
+    EXPECT_EQ(ResultsOf("info sample.oxd"), ReadBytes(OXD_APPROVED "/sample.txt"));
+    EXPECT_EQ(ResultsOf("info --json sample.oxd"), ReadBytes(OXD_APPROVED "/sample.json"));
+}
+
+TEST_F(InfoTest, ShowsWhatCanBeReadOfARaggedChannel)
+{
+    WriteOxd(raggedHeader, raggedSamples, "ragged.oxd");
+    const Outcome table = Run("info ragged.oxd");
+    EXPECT_EQ(table.exitCode, 4);
+    EXPECT_NE(table.diagnostics.find("group 0, channel 0: 1 line cannot be read, the first is line 0"),
+              std::string::npos);
+    EXPECT_NE(table.results.find("4 x 3, 2 valid"), std::string::npos);
+    EXPECT_NE(table.results.find("1        (empty)"), std::string::npos);
+
+    const auto channels = nlohmann::json::parse(Run("info --json ragged.oxd").results)["groups"][0]["channels"];
+    EXPECT_EQ(channels[0]["validSamples"], 2);
+    EXPECT_EQ(channels[0]["unreadableLines"], 1);
+    EXPECT_EQ(channels[0]["values"]["min"], 0); // the byte 80
+    EXPECT_TRUE(channels[1].is_null());
+    EXPECT_TRUE(channels[2]["significantBits"].is_null());
+    EXPECT_TRUE(channels[2]["values"].is_null());
+}
+
+TEST_F(InfoTest, LetsNoFileCommandTheTerminal)
+{
+    WriteOxd(raggedHeader, raggedSamples, "ragged.oxd");
+    const Outcome outcome = Run("info ragged.oxd");
+    EXPECT_NE(outcome.results.find("Rag?[31mged"), std::string::npos) << outcome.results;
+}
+
+TEST_F(InfoTest, CountsTheBitsThatHoldEverySample)
+{
+    const struct
+    {
+        std::int32_t sample;
+        int bits;
+    } cases[] = {{0, 8}, {-536870912, 8}, {1 << 22, 8}, {1 << 21, 16}, {-(1 << 14), 16}, {1 << 13, 32}, {-1, 32}};
+    for (const auto& [sample, bits] : cases) {
+        const auto handle = Create("one.oxd");
+        SetChannelData_PixelRaw(handle, CreateChannel(handle, 32, 2, 2), 0, 1, 1, sample);
+        Save(handle);
+        const auto info = nlohmann::json::parse(ResultsOf("info --json one.oxd"));
+        EXPECT_EQ(info["groups"][0]["channels"][0]["significantBits"], bits) << sample;
+    }
+}
+
+// The library logs a header value that is no number, and its log goes to the standard output of its process.
+TEST_F(InfoTest, KeepsTheLogOutOfTheResults)
+{
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=many\n", {}, "odd.oxd");
+    const Outcome outcome = Run("info --json odd.oxd");
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_NE(outcome.diagnostics, "");
+    EXPECT_TRUE(nlohmann::json::accept(outcome.results)) << outcome.results;
+}

@@ -1,0 +1,30 @@
+// Runs every line of a channel through a line operator and saves the outcome as another file.
+#pragma once
+
+#include "LineOperators.h"
+#include "LineTally.h"
+
+#include <string>
+
+namespace oxd {
+
+struct Correction
+{
+    std::string file;    // stays as it is
+    std::string group;   // a name
+    std::string channel; // a slot's index, or the name of a signal axis
+    LineOperator lineOperator;
+    std::string output;
+};
+
+// Lines that had to stay as they were.
+struct UntouchedLines
+{
+    LineTally tooShort;
+    LineTally damaged;
+};
+
+// Throws a Failure if the output could not be made.
+UntouchedLines Correct(const Correction& correction);
+
+} // namespace oxd

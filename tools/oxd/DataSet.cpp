@@ -1,0 +1,70 @@
+#include "DataSet.h"
+
+#include "Diagnostic.h"
+#include "Failure.h"
+#include "Platform.h"
+
+namespace oxd {
+
+namespace {
+
+Failure OpenFailure(const std::string& file, const std::string& text)
+{
+    const std::string reason =
+        diagnostic::IsStreamFailure(text) ? "damaged, it ends before its samples do" : diagnostic::Reason(text);
+    return {diagnostic::IsOpenFailure(text) ? ExitCode::CannotOpen : ExitCode::Damaged, file, reason};
+}
+
+Failure SaveFailure(const std::string& file, const std::string& text)
+{
+    const std::string reason =
+        diagnostic::IsStreamFailure(text) ? "not written whole, is the disk full?" : diagnostic::Reason(text);
+    return {ExitCode::CannotWrite, file, reason};
+}
+
+} // namespace
+
+LibraryError::LibraryError(const std::string& text)
+    : std::runtime_error(diagnostic::Reason(text)), m_shortBuffer(diagnostic::IsShortBuffer(text))
+{
+}
+
+void ThrowPendingError()
+{
+    if (VELHasLastError()) {
+        throw LibraryError(VELGetLastError());
+    }
+}
+
+DataSet DataSet::Open(const std::string& file)
+{
+    DataSet opened(OpenOxdFile(platform::FileName(file).c_str()));
+    if (opened.m_handle == 0) {
+        throw OpenFailure(file, VELGetLastError());
+    }
+    // A file without a header opens as an empty data set. That it has no version gives it away.
+    GetOxdVersion(opened.m_handle);
+    if (VELHasLastError()) {
+        VELGetLastError();
+        throw Failure(ExitCode::Damaged, file, "not an .oxd file, it has no header");
+    }
+    return opened;
+}
+
+DataSet DataSet::Create()
+{
+    DataSet created(CreateOxdFile(""));
+    ThrowPendingError();
+    return created;
+}
+
+void DataSet::SaveAs(const std::string& file)
+{
+    Call(ChangeOxdFilename, platform::FileName(file).c_str());
+    SaveOxdFile(m_handle);
+    if (VELHasLastError()) {
+        throw SaveFailure(file, VELGetLastError());
+    }
+}
+
+} // namespace oxd

@@ -1,0 +1,70 @@
+#include "FileInfo.h"
+
+#include "Text.h"
+
+namespace oxd {
+
+namespace {
+
+constexpr const char* none = "-";
+
+std::string RangeText(double min, double max, const std::string& unit)
+{
+    return Printable(ToText(min) + " .. " + ToText(max) + (unit.empty() ? "" : " " + unit));
+}
+
+std::string AxisText(const Axis& axis)
+{
+    return RangeText(axis.min, axis.min + axis.range, axis.unit);
+}
+
+std::string SizeText(const ChannelInfo& channel)
+{
+    const std::string size = std::to_string(channel.points) + " x " + std::to_string(channel.lines);
+    const bool full = channel.validSamples == channel.points * channel.lines;
+    return full ? size : size + ", " + std::to_string(channel.validSamples) + " valid";
+}
+
+std::vector<std::string> Row(const std::string& slot, const std::optional<ChannelInfo>& channel)
+{
+    if (!channel) {
+        return {slot, "(empty)"};
+    }
+    const Axis& signal = channel->signalAxis;
+    return {slot,
+            Printable(signal.name),
+            SizeText(*channel),
+            channel->significantBits ? std::to_string(*channel->significantBits) : none,
+            channel->values ? RangeText(channel->values->min, channel->values->max, signal.unit) : none,
+            AxisText(signal),
+            Printable(channel->pointAxis.name) + ": " + AxisText(channel->pointAxis),
+            Printable(channel->lineAxis.name) + ": " + AxisText(channel->lineAxis)};
+}
+
+std::string GroupText(const GroupInfo& group)
+{
+    const std::string heading = "\nGroup " + std::to_string(group.id) + ": " + Printable(group.name) + " (logical id " +
+                                std::to_string(group.logicalId) + ")\n";
+    if (group.channels.empty()) {
+        return heading + "  no channels\n";
+    }
+    Table table({"Channel", "Name", "Points x lines", "Bits", "Values", "Signal axis", "Point axis", "Line axis"});
+    for (std::size_t slot = 0; slot < group.channels.size(); ++slot) {
+        table.Add(Row(std::to_string(slot), group.channels[slot]));
+    }
+    return heading + table.Render("  ");
+}
+
+} // namespace
+
+std::string ToTable(const FileInfo& info)
+{
+    std::string text = "File:    " + Printable(info.file) + "\nVersion: " + std::to_string(info.version) +
+                       "\nGroups:  " + std::to_string(info.groups.size()) + "\n";
+    for (const GroupInfo& group : info.groups) {
+        text += GroupText(group);
+    }
+    return text + "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+}
+
+} // namespace oxd

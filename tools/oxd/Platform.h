@@ -1,0 +1,29 @@
+// What differs between operating systems. Texts are UTF-8 on this side of it, everywhere.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace oxd::platform {
+
+// The command line without the program's name.
+std::vector<std::string> Arguments(int argc, const char* const* argv);
+
+// `name` as the library wants file names.
+std::string FileName(const std::string& name);
+
+// Makes writing to a pipe that nobody reads an error instead of the end of the process.
+void IgnoreBrokenPipes();
+
+// Moves the standard output to a descriptor of its own and returns that, or -1 if it was closed. Whatever else writes
+// to the standard output, above all the library's log, goes to the standard error from then on.
+int TakeStandardOutput();
+
+// Writes all of `text`. False if that failed, with errno telling why.
+bool WriteAll(int descriptor, std::string_view text);
+
+// False if the data may not have arrived, with errno telling why.
+bool Close(int descriptor);
+
+} // namespace oxd::platform

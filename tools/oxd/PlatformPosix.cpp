@@ -1,0 +1,55 @@
+#include "Platform.h"
+
+#include <cerrno>
+#include <csignal>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace oxd::platform {
+
+std::vector<std::string> Arguments(int argc, const char* const* argv)
+{
+    return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+std::string FileName(const std::string& name)
+{
+    return name;
+}
+
+void IgnoreBrokenPipes()
+{
+    (void)std::signal(SIGPIPE, SIG_IGN);
+}
+
+int TakeStandardOutput()
+{
+    // Not one of the standard three, even if some of these are closed.
+    const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) { // there is no standard error either
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        dup2(nowhere, STDOUT_FILENO);
+    }
+    return own;
+}
+
+bool WriteAll(int descriptor, std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t written = write(descriptor, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool Close(int descriptor)
+{
+    return close(descriptor) == 0;
+}
+
+} // namespace oxd::platform

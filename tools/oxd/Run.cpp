@@ -1,0 +1,63 @@
+#include "Run.h"
+
+#include "Commands.h"
+#include "Failure.h"
+#include "Results.h"
+#include "Text.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace oxd {
+
+namespace {
+
+// CLI11 takes the arguments last first.
+ExitCode Parse(CLI::App& app, std::vector<std::string> arguments, Results& results)
+{
+    std::reverse(arguments.begin(), arguments.end());
+    try {
+        app.parse(std::move(arguments));
+    } catch (const CLI::CallForHelp&) {
+        results.Write(app.help());
+    } catch (const CLI::CallForVersion& version) {
+        results.Write(std::string(version.what()) + "\n");
+    } catch (const CLI::ParseError& error) {
+        Complain(std::string(error.what()) + " (see oxd --help)");
+        return ExitCode::Usage;
+    }
+    return ExitCode::Done;
+}
+
+ExitCode Execute(std::vector<std::string> arguments, Results& results)
+{
+    CLI::App app("Shows, corrects and makes .oxd measurement files.", "oxd");
+    ExitCode outcome = ExitCode::Done;
+    AddCommands(app, results, outcome);
+    const ExitCode parsed = Parse(app, std::move(arguments), results);
+    results.Close();
+    return parsed == ExitCode::Done ? outcome : parsed;
+}
+
+} // namespace
+
+void Complain(const std::string& message)
+{
+    std::cerr << "oxd: " << Printable(message) << std::endl;
+}
+
+int Run(std::vector<std::string> arguments, Results& results)
+{
+    ExitCode code = ExitCode::Damaged;
+    try {
+        code = Execute(std::move(arguments), results);
+    } catch (const Failure& failure) {
+        Complain(failure.what());
+        code = failure.Code();
+    } catch (const std::exception& error) { // the library could not do what a sound file lets it do
+        Complain(error.what());
+    }
+    return static_cast<int>(code);
+}
+
+} // namespace oxd
