@@ -18,6 +18,7 @@ target_compile_options(veloxd_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${VELOXD_WERROR}>:-Werror>
   # Failure texts name source files: relative to the source root, so that no build path is in the binary.
+  "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build"
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/="
   # Every build computes the same sample values, also where the processor could fuse multiply and add.
   -ffp-contract=off)

@@ -63,8 +63,15 @@
  *
  * 10. Threads. The library makes no threads and the interface has no lock: call it from one thread at a time.
  *
- * 11. What a file does not keep: empty texts (an empty group name comes back as "Group0", an empty axis name
- *     as "Noname"), blanks at the end of a text, line breaks in a text (they become blanks), and group ids.
+ * 11. Information. A data set has groups of named texts, for example the settings of a scan. There is one ordered list of
+ *     top-level groups; the info functions see it as groups with items, the meta-information functions as a tree of any depth.
+ *     A group made by the former is saved in a flat list and one made by the latter as a tree, and both come back so; flat
+ *     groups come first. A list that could not hold what is in them is saved as trees, too.
+ *
+ * 12. What a file does not keep: empty texts (an empty group name comes back as "Group0", an empty axis name
+ *     as "Noname", an item without a value or a name not at all), blanks at the end of a text, line breaks in a text (they
+ *     become blanks), group ids, and what follows a "=" in an item's name (it goes to the value). Information whose names a
+ *     file cannot tell apart gets "_2", "_3" and so on behind its name.
  */
 #ifndef VELOXDDLL_H
 #define VELOXDDLL_H
@@ -261,6 +268,123 @@ VELOXD_API int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint
 
 /* The same as a real value. Action "get channel pixel". */
 VELOXD_API double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line, int32_t lineOp);
+
+/* ---- Info groups and items ----------------------------------------------------------------------------------
+ * Measurement information, seen as a list of groups with items in them (convention 11). `info` and `item` are positions from 0,
+ * of which the low 32 bits count; groups inside groups are not items and not counted here. Further reasons:
+ *   "No info with given index available. Index: " and the position
+ *   "No info item with given index available. Index: " and the position */
+
+/* Result: the number of top-level groups. */
+VELOXD_API uint64_t GetInfoGroupCount(uint64_t handle);
+
+/* Appends a group without a name. Result: its position. */
+VELOXD_API uint64_t CreateInfoGroup(uint64_t handle);
+
+/* Appends a group; others may have the same name. Result: its position. Action "create info". */
+VELOXD_API uint64_t CreateInfoGroupWithName(uint64_t handle, const char* name);
+
+/* Result: the position of the first group of this name, whatever the case of its letters (A to Z). Failure:
+ * "No info with given name found. Name: " and the name. Action, for a null name, "get info index". */
+VELOXD_API uint64_t GetInfoGroupIndex(uint64_t handle, const char* name);
+
+/* Deletes a group with everything in it. Action "delete info". */
+VELOXD_API void DeleteInfoGroup(uint64_t handle, uint64_t info);
+
+/* Deletes all groups. */
+VELOXD_API void DeleteAllInfoGroups(uint64_t handle);
+
+/* Copies the group's name to `buffer`. Action "get info name", but "get info item value" when the buffer is too short (sic). */
+VELOXD_API void GetInfoGroupName(uint64_t handle, uint64_t info, char* buffer, uint64_t size);
+
+/* Renames a group. Action "set info name". */
+VELOXD_API void SetInfoGroupName(uint64_t handle, uint64_t info, const char* name);
+
+/* Moves a group to position `newIndex`; those between make way by one. Action "set new info index"; for a new position that is
+ * not one of a group, the failure is "Error while moving info". */
+VELOXD_API void SetInfoGroupNewIndex(uint64_t handle, uint64_t info, uint64_t newIndex);
+
+/* Result: the number of items in a group. Action "get info item count". */
+VELOXD_API uint64_t GetInfoItemCount(uint64_t handle, uint64_t info);
+
+/* Appends an item. Result: its position. Action "create info item"; a name that an item of the group has already gives the
+ * reason "Info item with given name already exists. Name: " and the name. */
+VELOXD_API uint64_t CreateInfoItem(uint64_t handle, uint64_t info, const char* name, const char* value);
+
+/* Sets the item's value. Action "set info item value". */
+VELOXD_API void SetInfoItemValue(uint64_t handle, uint64_t info, uint64_t item, const char* value);
+
+/* Copies the item's value to `buffer`. Action "get info item value". */
+VELOXD_API void GetInfoItemValue(uint64_t handle, uint64_t info, uint64_t item, char* buffer, uint64_t size);
+
+/* Renames the item. Action "set info item name". */
+VELOXD_API void SetInfoItemName(uint64_t handle, uint64_t info, uint64_t item, const char* name);
+
+/* Copies the item's name to `buffer`. Action "get info item name". */
+VELOXD_API void GetInfoItemName(uint64_t handle, uint64_t info, uint64_t item, char* buffer, uint64_t size);
+
+/* Result: the position of the item of exactly this name. Action "get info item index"; for an unknown name the reason is
+ * "No info item with given name available. Name: " and the name. */
+VELOXD_API uint64_t GetInfoItemIndex(uint64_t handle, uint64_t info, const char* name);
+
+/* Deletes an item; those behind it move up by one. Action "delete info item". */
+VELOXD_API void DeleteInfoItem(uint64_t handle, uint64_t info, uint64_t item);
+
+/* Deletes all items of a group; groups inside it stay. Action "delete all info items". */
+VELOXD_API void DeleteAllInfoItems(uint64_t handle, uint64_t info);
+
+/* ---- Meta-information tree ----------------------------------------------------------------------------------
+ * The same information, seen as a tree. `item` is the handle of a node: 1 is the root, which stands for the list of top-level
+ * groups, any other comes from the functions below. A handle dies with its node and is never given out again; one that
+ * is not of a living node of the file fails with the action's "Unknown error". Failures without an action are given in full. */
+
+/* Result: 1. */
+VELOXD_API uint64_t GetMetaInfoTreeRootHandle(uint64_t handle);
+
+/* Result: whether the node is a group, true for the root. `handle` is not looked at. Action "evaluate info item". */
+VELOXD_API bool IsMetaInfoItemAGroup(uint64_t handle, uint64_t item);
+
+/* Result: the number of nodes directly below this one. Action "get info item child count". */
+VELOXD_API uint64_t GetMetaInfoItemChildCount(uint64_t handle, uint64_t item);
+
+/* Copies the node's name to `buffer`, "Root" for the root. Action "get info item name". */
+VELOXD_API void GetMetaInfoItemName(uint64_t handle, uint64_t item, char* buffer, uint64_t size);
+
+/* Renames the node. Action "set info item name"; "Unable to set info item name of ROOT item". */
+VELOXD_API void SetMetaInfoItemName(uint64_t handle, uint64_t item, const char* name);
+
+/* Copies the node's value to `buffer`, "--------" for a group. Action "get info item value";
+ * "Unable to get info item value from ROOT item". */
+VELOXD_API void GetMetaInfoItemValue(uint64_t handle, uint64_t item, char* buffer, uint64_t size);
+
+/* Sets the value of a node that is no group. Action "set info item value"; "Unable to set info item value of ROOT item",
+ * "Unable to set info item value of group item". */
+VELOXD_API void SetMetaInfoItemValue(uint64_t handle, uint64_t item, const char* value);
+
+/* Result: the handle of the first node below this one. Action "select first child of info item"; when there is none,
+ * "Item isn't a group or has no childs. Handle: " and the handle. */
+VELOXD_API uint64_t SelectFirstChildMetaInfoItem(uint64_t handle, uint64_t item);
+
+/* Result: the handle of the node behind this one. Action "select next info item"; behind the last one and for the root,
+ * "No further items in this node available!". */
+VELOXD_API uint64_t SelectNextMetaInfoItem(uint64_t handle, uint64_t item);
+
+/* Result: the handle of the group that the node is in, 1 for a top-level group. Action "select parent of info item";
+ * "Unable to get parent of ROOT item", whatever the file handle. */
+VELOXD_API uint64_t SelectParentMetaInfoItem(uint64_t handle, uint64_t item);
+
+/* Appends a node with a value to a group. Result: its handle. Action "add info item"; "Unable to add non group info item
+ * to ROOT item. Only group items are allowed.", whatever the file handle, "Unable to add info item to non group item.". */
+VELOXD_API uint64_t AddMetaInfoItem(uint64_t handle, uint64_t item, const char* name, const char* value);
+
+/* Appends a group to a group or to the root. Result: its handle. Action and failure as above. */
+VELOXD_API uint64_t AddMetaInfoItemGroup(uint64_t handle, uint64_t item, const char* name);
+
+/* Deletes the node with everything below it. Action "delete info item"; "Unable to delete ROOT item.", whatever the file handle. */
+VELOXD_API void DeleteMetaInfoItem(uint64_t handle, uint64_t item);
+
+/* Deletes all nodes. */
+VELOXD_API void DeleteAllMetaInfoItems(uint64_t handle);
 
 #ifdef __cplusplus
 }

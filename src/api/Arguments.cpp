@@ -33,6 +33,31 @@ auto CCall::GroupWithSlot(std::uint64_t handle, std::uint64_t group, std::uint64
     return found;
 }
 
+auto CCall::Info(std::uint64_t handle, std::uint64_t info) const -> CInfoSetItem&
+{
+    CInfoSetItem* const found =
+        GetFileHandleStruct(handle).dataSet.GetInfoSet().GetGroup(static_cast<std::uint32_t>(info));
+    if (!found)
+        Fail("No info with given index available. Index: ", std::to_string(info));
+    return *found;
+}
+
+auto CCall::InfoItem(std::uint64_t handle, std::uint64_t info, std::uint64_t item) const -> CInfoSetItem&
+{
+    CInfoSetItem* const found = Info(handle, info).GetLeaf(static_cast<std::uint32_t>(item));
+    if (!found)
+        Fail("No info item with given index available. Index: ", std::to_string(item));
+    return *found;
+}
+
+auto CCall::MetaItem(std::uint64_t handle, std::uint64_t item) const -> CInfoSetItem&
+{
+    CInfoSetItem* const found = GetFileHandleStruct(handle).dataSet.GetInfoSet().FindItem(item);
+    if (!found)
+        Fail("Unknown error");
+    return *found;
+}
+
 void CCall::NotNull(const void* pointer) const
 {
     if (!pointer)
@@ -57,10 +82,15 @@ void CCall::Done(bool success) const
         Fail("Unknown error");
 }
 
-void CCall::CopyText(const std::string& text, char* buffer, std::uint64_t size) const
+void CCall::HasRoom(const std::string& text, std::uint64_t size) const
 {
     if (text.size() > size - 1) // a size of 0 wraps around and passes
         Fail("Buffer to small. Minimum buffer size: ", std::to_string(text.size() + 1));
+}
+
+void CCall::CopyText(const std::string& text, char* buffer, std::uint64_t size) const
+{
+    HasRoom(text, size);
     NotNull(buffer);
     std::memcpy(buffer, text.c_str(), text.size() + 1);
 }
@@ -70,8 +100,12 @@ void CCall::Fail(std::string_view reason, std::string_view value) const
     std::string text;
     if (!m_action.empty())
         text.append("Unable to ").append(m_action).append(". ");
-    text.append(reason).append(value);
-    boost::throw_exception(std::runtime_error(text), m_where);
+    FailAlone(text.append(reason), value);
+}
+
+void CCall::FailAlone(std::string_view text, std::string_view value) const
+{
+    boost::throw_exception(std::runtime_error(std::string(text).append(value)), m_where);
 }
 
 void CCall::FailNoChannel(std::uint64_t channel) const

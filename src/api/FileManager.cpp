@@ -6,6 +6,8 @@
 #include "api/LastError.h"
 #include "api/OpenFile.h"
 #include "velflexlib/dataset/DataSetToVELConfig.h"
+#include "velstdlib/util/Limits.h"
+#include "velstdlib/util/VELException.h"
 
 #include <boost/throw_exception.hpp>
 
@@ -57,19 +59,30 @@ void Load(FileHandleStruct& file, const boost::source_location& where)
     opened.Stream().close();
 }
 
-// All that can be found wrong with the data set is found before anything changes, in memory or on disk.
+std::string RenderHeader(const veltaris::velstdlib::util::CVELOXDConfig& document)
+{
+    std::string text = document.GetContent().Render().append(headerEnd);
+    if (text.size() > veltaris::velstdlib::util::limits::headerBytes)
+        veltaris::velstdlib::util::ThrowFileSave(document.GetFileName(), "There is too much text for one file.");
+    return text;
+}
+
+// All that can be found wrong with the data set is found before the old file is touched. The header of the last opening
+// or saving is kept until the new one is being written.
 void Save(FileHandleStruct& file, const boost::source_location& where)
 {
     CheckWritable(file.fileName, where);
     CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
-    serialiser.CheckSavable();
-    file.config.Clear();
+    serialiser.CheckSavable(file.fileName);
     file.dataSet.PrepareForSave();
-    serialiser.SaveHeader(file.config, dataSetSection);
-    const std::string header = file.config.GetContent().Render().append(headerEnd);
+    veltaris::velstdlib::util::CVELOXDConfig document;
+    document.SetFileName(file.fileName);
+    serialiser.SaveHeader(document, dataSetSection);
+    const std::string header = RenderHeader(document);
 
     RemoveRegularFile(file.fileName);
     auto opened = COpenFile::ForWriting(file.fileName, where);
+    file.config.SwapContent(document);
     opened.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));
     serialiser.SaveData(opened.Stream());
     opened.Stream().close();
@@ -91,6 +104,15 @@ FileHandleStruct& GetFileHandleStruct(std::uint64_t handle)
     if (file == openFiles.end())
         BOOST_THROW_EXCEPTION(std::runtime_error("Handle does not exist"));
     return file->second;
+}
+
+veltaris::velflexlib::dataset::CInfoSetItem* FindInfoItemOfAnyFile(std::uint64_t item)
+{
+    for (const auto& [handle, file] : openFiles) {
+        if (auto* const found = file.dataSet.GetInfoSet().FindItem(item))
+            return found;
+    }
+    return nullptr;
 }
 
 uint64_t OpenOxdFile(const char* filename)

@@ -20,3 +20,6 @@ FileHandleStruct& RegisterFileHandle(std::uint64_t handle);
 
 // Throws std::runtime_error "Handle does not exist".
 FileHandleStruct& GetFileHandleStruct(std::uint64_t handle);
+
+// The living node of any open file's information that has this handle, or null.
+veltaris::velflexlib::dataset::CInfoSetItem* FindInfoItemOfAnyFile(std::uint64_t item);

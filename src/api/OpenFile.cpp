@@ -1,5 +1,6 @@
 #include "api/OpenFile.h"
 
+#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/VELException.h"
 
 #include <cerrno>
@@ -10,8 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using veltaris::velstdlib::util::ThrowFileOpen;
-
-constexpr auto writePermissions = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
 
 // Opening a pipe would wait for its other end, and a directory opens like an endless file.
 void CheckReadable(const std::string& path, const boost::source_location& where)
@@ -39,7 +38,8 @@ COpenFile COpenFile::ForWriting(const std::string& path, const boost::source_loc
 
 COpenFile::COpenFile(const std::string& path, std::ios::openmode mode, const boost::source_location& where)
 {
-    m_stream.rdbuf()->pubsetbuf(m_buffer.data(), m_buffer.size()); // heeded before opening only
+    m_stream.rdbuf()->pubsetbuf(m_buffer.data(),
+                                static_cast<std::streamsize>(m_buffer.size())); // heeded before opening only
     errno = 0;
     m_stream.open(path, mode);
     const int error = errno;
@@ -51,9 +51,7 @@ COpenFile::COpenFile(const std::string& path, std::ios::openmode mode, const boo
 
 void CheckWritable(const std::string& path, const boost::source_location& where)
 {
-    std::error_code error;
-    const auto status = fs::status(path, error);
-    if (fs::exists(status) && (status.permissions() & writePermissions) == fs::perms::none)
+    if (veltaris::velstdlib::util::IsWriteProtected(path))
         ThrowFileOpen(path, EACCES, where);
 }
 

@@ -26,12 +26,11 @@ public:
 private:
     COpenFile(const std::string& path, std::ios::openmode mode, const boost::source_location& where);
 
-    std::array<char, 4096> m_buffer; // outlives the stream, which may flush it when it is destroyed
+    std::array<char, 4096> m_buffer{}; // outlives the stream, which may flush it when it is destroyed
     std::fstream m_stream;
 };
 
-// Refuses, as a failed open would, a file that has no write permission at all. Any system may be asked: the owner of a
-// system is refused like everybody.
+// Refuses, as a failed open would, a file that has no write permission at all.
 void CheckWritable(const std::string& path, const boost::source_location& where);
 
 // Makes way for a new file: removes a regular file. Anything else stays, to be opened and truncated.

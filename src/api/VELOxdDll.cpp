@@ -7,21 +7,33 @@
 #include "velflexlib/dataset/LineOperator.h"
 
 #include <algorithm>
+#include <memory>
 #include <span>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace dataset = veltaris::velflexlib::dataset;
 using dataset::CDataBuffer;
 using dataset::CDataSet;
+using dataset::CInfoSet;
+using dataset::CInfoSetItem;
 using dataset::RealToRawMode;
 
 namespace {
 
 constexpr std::uint64_t largestDimension = 65536; // that the setters of a single dimension take
 
+constexpr std::uint64_t rootItem = 1; // stands for the list of top-level groups, which is no node
+
 CDataSet& DataSetOf(std::uint64_t handle)
 {
     return GetFileHandleStruct(handle).dataSet;
+}
+
+CInfoSet& InfoSetOf(std::uint64_t handle)
+{
+    return DataSetOf(handle).GetInfoSet();
 }
 
 // The span of a whole line in the caller's memory, when there is such a line.
@@ -49,6 +61,29 @@ std::int32_t CorrectedPixel(const CCall& call, const CDataBuffer& buffer, std::u
     const auto corrected = CorrectedLine(call, buffer, line, lineOp);
     call.Done(point < corrected.size());
     return corrected[point];
+}
+
+std::uint64_t CreateInfo(std::uint64_t handle, const std::string& name)
+{
+    CInfoSet& infoSet = InfoSetOf(handle);
+    auto group = std::make_unique<CInfoSetItem>(name);
+    group->SetStoredFlat(true);
+    infoSet.AddGroup(std::move(group));
+    return infoSet.GetGroups().size() - 1;
+}
+
+const std::vector<std::unique_ptr<CInfoSetItem>>& Siblings(const CInfoSet& infoSet, const CInfoSetItem& node)
+{
+    return node.GetParent() ? node.GetParent()->GetSubItems() : infoSet.GetGroups();
+}
+
+// Adds the node to the parent's sub-items; the result is its handle.
+std::uint64_t AddNode(CInfoSet& infoSet, CInfoSetItem& parent, std::unique_ptr<CInfoSetItem> node)
+{
+    CInfoSetItem& added = *node;
+    added.SetOwner(&infoSet);
+    parent.AddSubItem(std::move(node));
+    return infoSet.GetHandle(added);
 }
 
 } // namespace
@@ -199,7 +234,7 @@ void SetChannelData_PointAxisName(uint64_t handle, uint64_t group, uint64_t chan
 void GetChannelData_PointAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel point axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxis(dataset::pointAxis).name, buffer, size);
+        call.CopyText(call.Channel(handle, group, channel)->GetAxisName(dataset::pointAxis), buffer, size);
     });
 }
 
@@ -213,7 +248,7 @@ void SetChannelData_PointAxisUnit(uint64_t handle, uint64_t group, uint64_t chan
 void GetChannelData_PointAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel point axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxis(dataset::pointAxis).unit, buffer, size);
+        call.CopyText(call.Channel(handle, group, channel)->GetAxisUnit(dataset::pointAxis), buffer, size);
     });
 }
 
@@ -226,7 +261,7 @@ void SetChannelData_PointAxisMin(uint64_t handle, uint64_t group, uint64_t chann
 double GetChannelData_PointAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel point axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxis(dataset::pointAxis).min;
+        return call.Channel(handle, group, channel)->GetAxisMin(dataset::pointAxis);
     });
 }
 
@@ -245,7 +280,7 @@ void SetChannelData_PointAxisRange(uint64_t handle, uint64_t group, uint64_t cha
 double GetChannelData_PointAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel point axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxis(dataset::pointAxis).range;
+        return call.Channel(handle, group, channel)->GetAxisRange(dataset::pointAxis);
     });
 }
 
@@ -265,7 +300,7 @@ void SetChannelData_LineAxisName(uint64_t handle, uint64_t group, uint64_t chann
 void GetChannelData_LineAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel line axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxis(dataset::lineAxis).name, buffer, size);
+        call.CopyText(call.Channel(handle, group, channel)->GetAxisName(dataset::lineAxis), buffer, size);
     });
 }
 
@@ -279,7 +314,7 @@ void SetChannelData_LineAxisUnit(uint64_t handle, uint64_t group, uint64_t chann
 void GetChannelData_LineAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel line axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxis(dataset::lineAxis).unit, buffer, size);
+        call.CopyText(call.Channel(handle, group, channel)->GetAxisUnit(dataset::lineAxis), buffer, size);
     });
 }
 
@@ -292,7 +327,7 @@ void SetChannelData_LineAxisMin(uint64_t handle, uint64_t group, uint64_t channe
 double GetChannelData_LineAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel line axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxis(dataset::lineAxis).min;
+        return call.Channel(handle, group, channel)->GetAxisMin(dataset::lineAxis);
     });
 }
 
@@ -305,7 +340,7 @@ void SetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t chan
 double GetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel line axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxis(dataset::lineAxis).range;
+        return call.Channel(handle, group, channel)->GetAxisRange(dataset::lineAxis);
     });
 }
 
@@ -322,7 +357,7 @@ void SetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t cha
 void GetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel signal axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxis(dataset::signalAxis).name, buffer, size);
+        call.CopyText(call.Channel(handle, group, channel)->GetAxisName(dataset::signalAxis), buffer, size);
     });
 }
 
@@ -336,7 +371,7 @@ void SetChannelData_SignalAxisUnit(uint64_t handle, uint64_t group, uint64_t cha
 void GetChannelData_SignalAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel signal axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxis(dataset::signalAxis).unit, buffer, size);
+        call.CopyText(call.Channel(handle, group, channel)->GetAxisUnit(dataset::signalAxis), buffer, size);
     });
 }
 
@@ -349,7 +384,7 @@ void SetChannelData_SignalAxisMin(uint64_t handle, uint64_t group, uint64_t chan
 double GetChannelData_SignalAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel signal axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxis(dataset::signalAxis).min;
+        return call.Channel(handle, group, channel)->GetAxisMin(dataset::signalAxis);
     });
 }
 
@@ -362,7 +397,7 @@ void SetChannelData_SignalAxisRange(uint64_t handle, uint64_t group, uint64_t ch
 double GetChannelData_SignalAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel signal axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxis(dataset::signalAxis).range;
+        return call.Channel(handle, group, channel)->GetAxisRange(dataset::signalAxis);
     });
 }
 
@@ -435,4 +470,285 @@ double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channe
         const auto buffer = call.Channel(handle, group, channel);
         return buffer->GetSignalScale().ToReal(CorrectedPixel(call, *buffer, point, line, lineOp));
     });
+}
+
+uint64_t GetInfoGroupCount(uint64_t handle)
+{
+    return Export([&](const CCall&) -> uint64_t { return InfoSetOf(handle).GetGroups().size(); });
+}
+
+uint64_t CreateInfoGroup(uint64_t handle)
+{
+    return Export([&](const CCall&) { return CreateInfo(handle, {}); });
+}
+
+uint64_t CreateInfoGroupWithName(uint64_t handle, const char* name)
+{
+    return Export("create info", [&](const CCall& call) {
+        InfoSetOf(handle);
+        return CreateInfo(handle, call.Text(name));
+    });
+}
+
+uint64_t GetInfoGroupIndex(uint64_t handle, const char* name)
+{
+    return Export("get info index", [&](const CCall& call) -> uint64_t {
+        const CInfoSet& infoSet = InfoSetOf(handle);
+        const auto index = infoSet.GetGroupIndex(call.Text(name));
+        if (index == CInfoSet::noIndex)
+            call.FailAlone("No info with given name found. Name: ", name);
+        return index;
+    });
+}
+
+void DeleteInfoGroup(uint64_t handle, uint64_t info)
+{
+    Export("delete info", [&](const CCall& call) {
+        call.Info(handle, info);
+        InfoSetOf(handle).DeleteGroup(static_cast<std::uint32_t>(info));
+    });
+}
+
+void DeleteAllInfoGroups(uint64_t handle)
+{
+    Export([&](const CCall&) { InfoSetOf(handle).DeleteAllGroups(); });
+}
+
+// A buffer that is too short is reported as it is for the value of an item: callers know the text.
+void GetInfoGroupName(uint64_t handle, uint64_t info, char* buffer, uint64_t size)
+{
+    Export("get info name", [&](const CCall& call) {
+        const std::string& name = call.Info(handle, info).GetName();
+        CCall("get info item value", call.Where()).HasRoom(name, size);
+        call.CopyText(name, buffer, size);
+    });
+}
+
+void SetInfoGroupName(uint64_t handle, uint64_t info, const char* name)
+{
+    Export("set info name", [&](const CCall& call) { call.Info(handle, info).SetName(call.Text(name)); });
+}
+
+void SetInfoGroupNewIndex(uint64_t handle, uint64_t info, uint64_t newIndex)
+{
+    Export("set new info index", [&](const CCall& call) {
+        call.Info(handle, info);
+        if (!InfoSetOf(handle).MoveGroup(static_cast<std::int32_t>(info), static_cast<std::int32_t>(newIndex)))
+            call.FailAlone("Error while moving info");
+    });
+}
+
+uint64_t GetInfoItemCount(uint64_t handle, uint64_t info)
+{
+    return Export("get info item count",
+                  [&](const CCall& call) -> uint64_t { return call.Info(handle, info).GetLeafCount(); });
+}
+
+uint64_t CreateInfoItem(uint64_t handle, uint64_t info, const char* name, const char* value)
+{
+    return Export("create info item", [&](const CCall& call) -> uint64_t {
+        CInfoSetItem& group = call.Info(handle, info);
+        auto item = std::make_unique<CInfoSetItem>(call.Text(name), call.Text(value));
+        if (group.FindLeaf(name))
+            call.Fail("Info item with given name already exists. Name: ", name);
+        item->SetOwner(&InfoSetOf(handle));
+        call.Done(group.AddSubItem(std::move(item)));
+        return group.GetLeafCount() - 1;
+    });
+}
+
+void SetInfoItemValue(uint64_t handle, uint64_t info, uint64_t item, const char* value)
+{
+    Export("set info item value",
+           [&](const CCall& call) { call.InfoItem(handle, info, item).SetValue(call.Text(value)); });
+}
+
+void GetInfoItemValue(uint64_t handle, uint64_t info, uint64_t item, char* buffer, uint64_t size)
+{
+    Export("get info item value",
+           [&](const CCall& call) { call.CopyText(call.InfoItem(handle, info, item).GetValue(), buffer, size); });
+}
+
+void SetInfoItemName(uint64_t handle, uint64_t info, uint64_t item, const char* name)
+{
+    Export("set info item name",
+           [&](const CCall& call) { call.InfoItem(handle, info, item).SetName(call.Text(name)); });
+}
+
+void GetInfoItemName(uint64_t handle, uint64_t info, uint64_t item, char* buffer, uint64_t size)
+{
+    Export("get info item name",
+           [&](const CCall& call) { call.CopyText(call.InfoItem(handle, info, item).GetName(), buffer, size); });
+}
+
+uint64_t GetInfoItemIndex(uint64_t handle, uint64_t info, const char* name)
+{
+    return Export("get info item index", [&](const CCall& call) -> uint64_t {
+        const CInfoSetItem& group = call.Info(handle, info);
+        const CInfoSetItem* const item = group.FindLeaf(call.Text(name));
+        if (!item)
+            call.Fail("No info item with given name available. Name: ", name);
+        return group.GetLeafIndex(*item);
+    });
+}
+
+void DeleteInfoItem(uint64_t handle, uint64_t info, uint64_t item)
+{
+    Export("delete info item", [&](const CCall& call) {
+        const CInfoSetItem& leaf = call.InfoItem(handle, info, item);
+        call.Done(call.Info(handle, info).DeleteSubItem(&leaf));
+    });
+}
+
+void DeleteAllInfoItems(uint64_t handle, uint64_t info)
+{
+    Export("delete all info items", [&](const CCall& call) { call.Info(handle, info).DeleteLeafItems(); });
+}
+
+uint64_t GetMetaInfoTreeRootHandle(uint64_t handle)
+{
+    return Export([&](const CCall&) {
+        InfoSetOf(handle);
+        return rootItem;
+    });
+}
+
+bool IsMetaInfoItemAGroup(uint64_t, uint64_t item)
+{
+    return Export("evaluate info item", [&](const CCall& call) {
+        if (item == rootItem)
+            return true;
+        const CInfoSetItem* const node = FindInfoItemOfAnyFile(item);
+        if (!node)
+            call.Fail("Unknown error");
+        return node->IsGroup();
+    });
+}
+
+uint64_t GetMetaInfoItemChildCount(uint64_t handle, uint64_t item)
+{
+    return Export("get info item child count", [&](const CCall& call) -> uint64_t {
+        const CInfoSet& infoSet = InfoSetOf(handle);
+        return item == rootItem ? infoSet.GetGroups().size() : call.MetaItem(handle, item).GetSubItems().size();
+    });
+}
+
+void GetMetaInfoItemName(uint64_t handle, uint64_t item, char* buffer, uint64_t size)
+{
+    Export("get info item name", [&](const CCall& call) {
+        InfoSetOf(handle);
+        call.CopyText(item == rootItem ? "Root" : call.MetaItem(handle, item).GetName(), buffer, size);
+    });
+}
+
+void SetMetaInfoItemName(uint64_t handle, uint64_t item, const char* name)
+{
+    Export("set info item name", [&](const CCall& call) {
+        InfoSetOf(handle);
+        if (item == rootItem)
+            call.FailAlone("Unable to set info item name of ROOT item");
+        call.MetaItem(handle, item).SetName(call.Text(name));
+    });
+}
+
+void GetMetaInfoItemValue(uint64_t handle, uint64_t item, char* buffer, uint64_t size)
+{
+    Export("get info item value", [&](const CCall& call) {
+        InfoSetOf(handle);
+        if (item == rootItem)
+            call.FailAlone("Unable to get info item value from ROOT item");
+        call.CopyText(call.MetaItem(handle, item).GetValue(), buffer, size);
+    });
+}
+
+void SetMetaInfoItemValue(uint64_t handle, uint64_t item, const char* value)
+{
+    Export("set info item value", [&](const CCall& call) {
+        InfoSetOf(handle);
+        if (item == rootItem)
+            call.FailAlone("Unable to set info item value of ROOT item");
+        CInfoSetItem& node = call.MetaItem(handle, item);
+        if (node.IsGroup())
+            call.FailAlone("Unable to set info item value of group item");
+        node.SetValue(call.Text(value));
+    });
+}
+
+uint64_t SelectFirstChildMetaInfoItem(uint64_t handle, uint64_t item)
+{
+    return Export("select first child of info item", [&](const CCall& call) {
+        CInfoSet& infoSet = InfoSetOf(handle);
+        const auto& children = item == rootItem ? infoSet.GetGroups() : call.MetaItem(handle, item).GetSubItems();
+        if (children.empty())
+            call.FailAlone("Item isn't a group or has no childs. Handle: ", std::to_string(item));
+        return infoSet.GetHandle(*children.front());
+    });
+}
+
+uint64_t SelectNextMetaInfoItem(uint64_t handle, uint64_t item)
+{
+    return Export("select next info item", [&](const CCall& call) {
+        CInfoSet& infoSet = InfoSetOf(handle);
+        const CInfoSetItem* const node = item == rootItem ? nullptr : &call.MetaItem(handle, item);
+        const auto next = node ? node->PlaceAmong(Siblings(infoSet, *node)) + 1 : 0;
+        if (!node || next == Siblings(infoSet, *node).size())
+            call.FailAlone("No further items in this node available!");
+        return infoSet.GetHandle(*Siblings(infoSet, *node)[next]);
+    });
+}
+
+uint64_t SelectParentMetaInfoItem(uint64_t handle, uint64_t item)
+{
+    return Export("select parent of info item", [&](const CCall& call) {
+        if (item == rootItem)
+            call.FailAlone("Unable to get parent of ROOT item");
+        CInfoSetItem* const parent = call.MetaItem(handle, item).GetParent();
+        return parent ? InfoSetOf(handle).GetHandle(*parent) : rootItem;
+    });
+}
+
+uint64_t AddMetaInfoItem(uint64_t handle, uint64_t item, const char* name, const char* value)
+{
+    return Export("add info item", [&](const CCall& call) {
+        if (item == rootItem)
+            call.FailAlone("Unable to add non group info item to ROOT item. Only group items are allowed.");
+        CInfoSetItem& parent = call.MetaItem(handle, item);
+        if (!parent.IsGroup())
+            call.FailAlone("Unable to add info item to non group item.");
+        return AddNode(InfoSetOf(handle), parent, std::make_unique<CInfoSetItem>(call.Text(name), call.Text(value)));
+    });
+}
+
+uint64_t AddMetaInfoItemGroup(uint64_t handle, uint64_t item, const char* name)
+{
+    return Export("add info item", [&](const CCall& call) {
+        CInfoSet& infoSet = InfoSetOf(handle);
+        CInfoSetItem* const parent = item == rootItem ? nullptr : &call.MetaItem(handle, item);
+        if (parent && !parent->IsGroup())
+            call.FailAlone("Unable to add info item to non group item.");
+        auto group = std::make_unique<CInfoSetItem>(call.Text(name));
+        if (parent)
+            return AddNode(infoSet, *parent, std::move(group));
+        infoSet.AddGroup(std::move(group));
+        return infoSet.GetHandle(*infoSet.GetGroups().back());
+    });
+}
+
+void DeleteMetaInfoItem(uint64_t handle, uint64_t item)
+{
+    Export("delete info item", [&](const CCall& call) {
+        if (item == rootItem)
+            call.FailAlone("Unable to delete ROOT item.");
+        CInfoSet& infoSet = InfoSetOf(handle);
+        CInfoSetItem& node = call.MetaItem(handle, item);
+        if (CInfoSetItem* const parent = node.GetParent())
+            call.Done(parent->DeleteSubItem(&node));
+        else
+            call.Done(infoSet.DeleteGroup(static_cast<std::uint32_t>(node.PlaceAmong(infoSet.GetGroups()))));
+    });
+}
+
+void DeleteAllMetaInfoItems(uint64_t handle)
+{
+    Export([&](const CCall&) { InfoSetOf(handle).DeleteAllGroups(); });
 }

@@ -3,8 +3,10 @@
 
 #include "lumox/slotstore.h"
 
+#include <atomic>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <utility>
 
 namespace lumox {
@@ -40,8 +42,9 @@ public:
     // may share one.
     sigslot_connection connect(std::shared_ptr<const slot> shared)
     {
-        const auto id = m_store->append(std::move(shared));
-        return [store = std::weak_ptr<slotstore>(m_store), id](Operation operation) {
+        const auto& made = store();
+        const auto id = made->append(std::move(shared));
+        return [store = std::weak_ptr<slotstore>(made), id](Operation operation) {
             const auto alive = store.lock();
             return alive && alive->operate(id, operation);
         };
@@ -52,27 +55,45 @@ public:
         return connect(std::make_shared<const slot>(std::move(f), rank));
     }
 
-    void emit(Args... args) const { emit_on(m_store, args...); }
+    void emit(Args... args) const
+    {
+        if (m_hasStore.load(std::memory_order_acquire))
+            emit_on(m_store, args...);
+    }
 
     // A slot that emits this signal, and does nothing once the signal is gone: to connect others to.
     std::shared_ptr<const slot> relay() const
     {
-        return std::make_shared<const slot>([store = std::weak_ptr<slotstore>(m_store)](Args... args) {
+        return std::make_shared<const slot>([store = std::weak_ptr<slotstore>(store())](Args... args) {
             if (const auto alive = store.lock())
                 emit_on(alive, args...);
         });
     }
 
 private:
-    // Takes its own share of the store, so that a slot may destroy the signal.
-    static void emit_on(const std::shared_ptr<slotstore> store, Args... args)
+    // Made when first needed, as most signals never have a slot, and there are very many of them.
+    const std::shared_ptr<slotstore>& store() const
     {
-        slotstore::emission walk(*store);
+        if (!m_hasStore.load(std::memory_order_acquire)) {
+            const std::lock_guard lock(store_creation_mutex());
+            if (!m_store)
+                m_store = std::make_shared<Store>();
+            m_hasStore.store(true, std::memory_order_release);
+        }
+        return m_store;
+    }
+
+    // Takes its own share of the store, so that a slot may destroy the signal.
+    static void emit_on(std::shared_ptr<slotstore> alive, // NOLINT(performance-unnecessary-value-param)
+                        Args... args)
+    {
+        slotstore::emission walk(*alive);
         while (const slot_base* next = walk.next())
             (*static_cast<const slot*>(next))(args...);
     }
 
-    std::shared_ptr<slotstore> m_store = std::make_shared<Store>();
+    mutable std::shared_ptr<slotstore> m_store; // constant once it is there
+    mutable std::atomic<bool> m_hasStore = false;
 };
 
 template <class... Args>

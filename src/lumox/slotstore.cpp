@@ -66,6 +66,12 @@ slotstore::entry* slotstore::find(std::uint32_t id)
     return found == m_entries.end() ? nullptr : &*found;
 }
 
+std::mutex& store_creation_mutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
 void ordered_slotstore::arrange(entry_list& entries)
 {
     std::ranges::stable_sort(entries, {}, [](const entry& e) { return e.slot->rank; });

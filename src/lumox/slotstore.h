@@ -71,6 +71,9 @@ private:
     unsigned m_depth = 0; // of nested emissions
 };
 
+// Held while a signal makes its store. One for all signals: that is rare and short.
+std::mutex& store_creation_mutex();
+
 // Keeps its slots by ascending rank, those of equal rank in the order of connection.
 class ordered_slotstore : public slotstore
 {

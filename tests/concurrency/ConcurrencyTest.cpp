@@ -17,6 +17,7 @@ constexpr int rounds = 300;
 void RunTogether(const std::vector<std::function<void(int)>>& jobs)
 {
     std::vector<std::jthread> threads;
+    threads.reserve(jobs.size());
     for (const auto& job : jobs) {
         threads.emplace_back([&job] {
             for (int round = 0; round < rounds; ++round)

@@ -91,6 +91,7 @@ TEST_F(FileTest, AFileWithoutWritePermissionIsRefusedAndUntouched)
         ChangeOxdFilename(handle, Path(name).c_str());
         SaveOxdFile(handle);
         ExpectOpenFailure(Path(name), EACCES, "void SaveOxdFile(uint64_t)");
+        EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + Path(name));
         EXPECT_EQ(ReadBytes(Path("locked.oxd")), "precious");
     }
 }
@@ -144,6 +145,31 @@ TEST_F(FileTest, ABitCountThatNoFileCanHaveIsFoundBeforeTheOldFileIsTouched)
         EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "Invalid bit count: " + std::to_string(bits));
         EXPECT_EQ(ReadBytes(Path("out.oxd")), "precious");
     }
+}
+
+TEST_F(FileTest, WhatNoFileMayAskForIsNotSaved)
+{
+    const auto handle = Create();
+    WriteBytes(Path("out.oxd"), "precious");
+    for (int group = 0; group < 2; ++group)
+        SetChannelCount(handle, CreateGroup(handle, 16), 524'288 + static_cast<std::uint64_t>(group));
+    EXPECT_TRUE(ReasonOf([&] { SaveOxdFile(handle); }).starts_with("There are too many channel slots for one file."));
+    DeleteAllGroups(handle);
+    for (int group = 0; group < 2; ++group)
+        CreateChannel(handle, 16, 0, 524'288 + static_cast<std::uint64_t>(group));
+    EXPECT_TRUE(ReasonOf([&] { SaveOxdFile(handle); }).starts_with("There are too many lines without samples"));
+    EXPECT_EQ(ReadBytes(Path("out.oxd")), "precious");
+}
+
+TEST_F(FileTest, AFailedSaveLeavesTheVersionThatWasReadOrSaved)
+{
+    const auto created = Create("nowhere/out.oxd");
+    EXPECT_NE(ReasonOf([&] { SaveOxdFile(created); }), "");
+    EXPECT_EQ(ReasonOf([&] { GetOxdVersion(created); }), "m_pActiveSection == nullptr");
+    const auto old = Open(WriteOxd("[DataSet]\nChannelCount=1\nFrameCount=1\nCh0-Fr0=A\n"));
+    ChangeOxdFilename(old, Path("nowhere/out.oxd").c_str());
+    EXPECT_NE(ReasonOf([&] { SaveOxdFile(old); }), "");
+    EXPECT_EQ(GetOxdVersion(old), 1);
 }
 
 } // namespace

@@ -11,7 +11,7 @@ protected:
         const auto handle = Create();
         SetGroupName(handle, CreateGroup(handle, 16), name.c_str());
         Save(handle);
-        const std::string read = GroupName(Open(Path("out.oxd")), 0);
+        std::string read = GroupName(Open(Path("out.oxd")), 0);
         const auto bytes = ReadBytes(Path("out.oxd"));
         EXPECT_EQ(bytes.find("#!"), bytes.size() - 2) << "the only mark is the one behind the header";
         return read;

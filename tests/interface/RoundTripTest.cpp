@@ -115,7 +115,7 @@ TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
                                       "[C]\nVersion=3\nPoints=3\nLines=4\nSaveBits=32\nDim0Range=1\nDim0Min=0\n"
                                       "LineDim1Points=2\nLineDim2Points=0\nLineDim3Min=0.5\nlinedim3range=7\n"
                                       "LineDim03Points=1\nLineDim4Points=1\n",
-                                      std::string(9 * 4, '\x04'));
+                                      std::string(36, '\x04'));
     const auto handle = Open(path);
     EXPECT_EQ(LineRaw(handle, 0, 0, 1).size(), 2U);
     EXPECT_EQ(GetChannelData_PointsPerLine(handle, 0, 0, 2), 0U);
@@ -131,7 +131,7 @@ TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
               std::string::npos);
     EXPECT_NE(saved.find("LineDim2Points=0\r\nLineDim3Range=7\r\nLineDim3Min=0.5\r\nLineDim3Points=3\r\nSaveMode="),
               std::string::npos);
-    EXPECT_TRUE(saved.ends_with("#!" + std::string(9 * 4, '\x04')));
+    EXPECT_TRUE(saved.ends_with("#!" + std::string(36, '\x04')));
     ExpectStable(saved);
 
     // A changed point axis takes along the lines that still had its old value; writing raises what a line holds.

@@ -89,6 +89,13 @@ TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
     }
 }
 
+TEST_F(SampleTest, RealValuesOfHugeAxesAreFinite)
+{
+    SetSignalAxis(0, 1e308);
+    SetChannelData_PixelReal(handle, group, 0, 0, 0, 5e307);
+    EXPECT_NEAR(GetChannelData_PixelReal(handle, group, 0, 0, 0, 0) / 5e307, 1, 1e-8);
+}
+
 TEST_F(SampleTest, WhatWasReadAndWrittenBackAsRealStaysTheSame)
 {
     SetSignalAxis(-3.25e-7, 1.7e-6);

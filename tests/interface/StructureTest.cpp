@@ -100,8 +100,9 @@ TEST_F(StructureTest, ASizeBeyondTheLimitsFailsAndChangesNothing)
     SetChannelData_LineRaw(handle, group, 0, 1, line);
     const std::pair<std::uint64_t, std::uint64_t> sizes[] = {{65536, 65537}, {1ULL << 31, 1}, {1, 1ULL << 31},
                                                              {0, 1'048'577}, {~0ULL, ~0ULL},  {1ULL << 33, 1ULL << 31}};
-    for (const auto& [points, lines] : sizes)
-        EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, points, lines); }), "std::bad_alloc");
+    for (const auto& size : sizes)
+        EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, size.first, size.second); }),
+                  "std::bad_alloc");
     EXPECT_EQ(LineRaw(handle, group, 0, 1), (std::vector<std::int32_t>{7, 8}));
     EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, 0, 1'048'576); }), "");
     EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, 0x7FFFFFFF, 0); }), "");

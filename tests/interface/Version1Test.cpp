@@ -34,7 +34,7 @@ TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
         EXPECT_EQ(GroupName(handle, 0), "forwardSCAN");
         EXPECT_EQ(GroupName(handle, 1), "Last");
         EXPECT_EQ(GetLogicalGroupId(handle, 0), 0U);
-        EXPECT_EQ(GetLogicalGroupId(handle, 1), 1U) << "the frame's number, as the name is none of the known ones";
+        EXPECT_EQ(GetLogicalGroupId(handle, 1), 0U) << "one of its channels is a backward scan";
         for (const auto& [group, channel, value] : {std::array{0, 0, 1}, {1, 0, 2}, {0, 1, 3}, {1, 1, 4}})
             EXPECT_EQ(GetChannelData_PixelRaw(handle, static_cast<std::uint64_t>(group),
                                               static_cast<std::uint64_t>(channel), 0, 0, 0),
@@ -58,6 +58,17 @@ TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
     EXPECT_EQ(Unit(GetChannelData_LineAxisUnit, handle, 1), "m") << "a blank stands for 1";
     EXPECT_EQ(GetChannelData_LineAxisRange(handle, 1, 0), 7);
     EXPECT_EQ(GetChannelData_SignalAxisRange(handle, 1, 0), 1e6) << "an unreadable number counts as missing";
+}
+
+TEST_F(Version1Test, AnyChannelOfAWellKnownNameGivesTheGroupItsLogicalId)
+{
+    std::string header = "[DataSet]\nChannelCount=2\nFrameCount=300\n";
+    for (int f = 0; f < 300; ++f)
+        header += "Ch0-Fr" + std::to_string(f) + "=A\nCh1-Fr" + std::to_string(f) + "=B\n";
+    const auto handle = Open(WriteOxd(header + "[A]\nFrame=BackwardScan\n[B]\nFrame=Other\n"));
+    EXPECT_EQ(GetLogicalGroupId(handle, 7), 0U);
+    EXPECT_EQ(GroupName(handle, 7), "Other");
+    EXPECT_EQ(GetLogicalGroupId(handle, CreateGroup(handle, 16)), 300U) << "frames use the numbers up to 299";
 }
 
 TEST_F(Version1Test, ItIsSavedAsVersion2AndKeepsEachChannelsFrameName)

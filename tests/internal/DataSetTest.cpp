@@ -70,7 +70,7 @@ TEST_F(DataSetTest, GroupsAndChannelsOutliveTheirOwners)
 
 TEST_F(DataSetTest, ASlotMayCallBackIntoTheModel)
 {
-    dataSet->OnGroupChanged.connect([this](CDataGroup& group) {
+    dataSet->OnGroupChanged.connect([](CDataGroup& group) {
         if (group.GetChannelCount() < 3)
             group.GetOrCreateChannelBuffer(group.GetChannelCount(), 1, 1);
     });
@@ -88,7 +88,8 @@ TEST_F(DataSetTest, AMissingSlotCannotBeEmptied)
 {
     dataSet->CreateGroup("G", 16);
     EXPECT_THROW(dataSet->GetGroup(0)->DeleteChannelBuffer(0), std::out_of_range);
-    EXPECT_THROW(dataSet->GetGroup(0)->GetOrCreateChannelBuffer(1'048'576, 1, 1), std::bad_alloc);
+    for (const std::uint64_t slot : {std::uint64_t{1'048'576}, ~std::uint64_t{0}})
+        EXPECT_THROW(dataSet->GetGroup(0)->GetOrCreateChannelBuffer(slot, 1, 1), std::bad_alloc);
     EXPECT_EQ(dataSet->GetGroup(0)->GetChannelCount(), 0U);
 }
 

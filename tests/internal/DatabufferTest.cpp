@@ -89,7 +89,7 @@ TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritte
 
 TEST_F(DatabufferTest, LoadedSamplesAreInTheRangeEvenWhenOverwrittenBeforeItIsAskedFor)
 {
-    buffer.AccessSamples({0, 12}, [](auto samples) {
+    buffer.AccessStoredSamples(0, 12, [](auto samples) {
         for (std::size_t i = 0; i < samples.size(); ++i)
             samples[i] = 10 + static_cast<std::int32_t>(i);
     });
@@ -113,19 +113,31 @@ TEST_F(DatabufferTest, ModeTwoKeepsTheTopThirtyBitsOfAnInteger)
 
 TEST_F(DatabufferTest, OnlyThreeAxesExist)
 {
-    EXPECT_THROW(buffer.GetAxis(3), std::out_of_range);
+    EXPECT_THROW(buffer.GetAxisRange(3), std::out_of_range);
     EXPECT_THROW(buffer.SetAxisMin(3, 0), std::out_of_range);
 }
 
-TEST_F(DatabufferTest, RunsOfSamplesLeaveOutLinesThatHoldNone)
+TEST_F(DatabufferTest, LinesThatHoldNoSamplesGetStorageWhenTheyAreWritten)
 {
-    buffer.SetLineAxes({{0, {0, 0, 0}}, {2, {0, 0, 0}}}, 0);
-    const auto runs = buffer.GetSampleRuns();
-    ASSERT_EQ(runs.size(), 2U);
-    EXPECT_EQ(runs[0].first, 3U);
-    EXPECT_EQ(runs[0].count, 3U);
-    EXPECT_EQ(runs[1].first, 9U);
-    EXPECT_EQ(runs[1].count, 3U);
+    buffer.Restore(3, 4, {{0, {0, 0, 0}}, {2, {0, 0, 0}}}, 0);
+    EXPECT_EQ(buffer.GetStoredSampleCount(), 6U);
+    SetLine(1, {1, 2, 3});
+    SetLine(3, {4, 5, 6});
+    SetLine(0, {});
+    EXPECT_EQ(buffer.GetStoredSampleCount(), 6U) << "nothing was written to it";
+    EXPECT_TRUE(Line(0).empty());
+    buffer.SetPixelRaw(1, 2, 9);
+    EXPECT_EQ(Line(1), (std::vector{1, 2, 3}));
+    EXPECT_EQ(Line(2), (std::vector{0, 9}));
+    EXPECT_EQ(Line(3), (std::vector{4, 5, 6}));
+}
+
+TEST_F(DatabufferTest, ALineWrittenWhileOthersAreShortenedStaysWhole)
+{
+    buffer.Restore(3, 2, {{0, {1, 0, 0}}, {1, {2, 0, 0}}}, 0);
+    const auto connection = buffer.OnBeforeReshape.connect([this] { SetLine(0, {7, 8, 9}); });
+    buffer.PrepareForSave();
+    EXPECT_EQ(Line(0), (std::vector{7, 8, 9}));
 }
 
 } // namespace

@@ -109,8 +109,13 @@ TEST(NumberTextTest, DoublesAreWrittenWithSixDigits)
 TEST(NumberTextTest, PrefixesScaleNumbers)
 {
     const std::pair<const char*, std::optional<double>> cases[] = {
-        {"2.5n", 2.5e-9}, {"2.5", 2.5}, {"2 ", 2.0}, {"3\u00B5", 3e-6}, {"3\u03BC", 3e-6}, {"1e3k", 1e6}, {"1y", 1e-24},
-        {"1Y", 1e24},     {"k", {}},    {"", {}},    {"1nn", {}},       {"1x", {}},        {"1 n", {}}};
+        {"2.5n", 2.5e-9},  {"2.5", 2.5},
+        {"2 ", 2.0},       {"3\u00B5", 3e-6},
+        {"3\u03BC", 3e-6}, {"1e3k", 1e6},
+        {"1y", 1e-24},     {"1Y", 1e24},
+        {"k", {}},         {"", {}},
+        {"1nn", {}},       {"1x", {}},
+        {"1 n", {}},       {"-inf", -std::numeric_limits<double>::infinity()}};
     for (const auto& [text, value] : cases)
         EXPECT_EQ(math::ParseSINumber(text).has_value(), value.has_value()) << text;
     for (const auto& [text, value] : cases)

@@ -1,8 +1,9 @@
-// Opens a file and compares the peak memory of doing so with what it may take.
+// Opens a file, in one case saves it, too, and compares the peak memory of doing so with what that may take.
 #include <VELOxdDll.h>
 
 #include <sys/resource.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -11,56 +12,107 @@
 
 namespace {
 
-constexpr long mebi = 1024; // in kibibytes, as the system counts
-
 struct Case
 {
     const char* name;
-    const char* header;
+    std::string (*header)();
     std::uintmax_t dataBytes;
     bool opens;
-    long allowedKiB;
+    std::uintmax_t samplesInMemory; // bytes that are allowed for these
+    bool savesToo = false;
 };
 
-constexpr Case cases[] = {
+std::string OneChannel(const std::string& section)
+{
+    return "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\n" + section;
+}
+
+// `count` slots that all name section A.
+std::string SharedSection(int count, const std::string& section)
+{
+    std::string header = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=" + std::to_string(count) + "\n";
+    for (int c = 0; c < count; ++c)
+        header += "Gr0-Ch" + std::to_string(c) + "=A\n";
+    return header + "[A]\n" + section;
+}
+
+std::string Frames(int count)
+{
+    std::string header = "[DataSet]\nChannelCount=1\nFrameCount=" + std::to_string(count) + "\n";
+    for (int f = 0; f < count; ++f)
+        header += "Ch0-Fr" + std::to_string(f) + "=A\n";
+    return header;
+}
+
+std::string LinesWithoutSamples(int count)
+{
+    std::string section = "Version=3\nPoints=100000\nLines=" + std::to_string(count) + "\nLineDim0Points=10\n";
+    for (int k = 1; k < count; ++k)
+        section += "LineDim" + std::to_string(k) + "Points=0\n";
+    return section;
+}
+
+std::string ManyItems(int count)
+{
+    std::string header = "[DataSet]\nVersion=2\nSetInfos=I\n[I]\n";
+    for (int i = 0; i < count; ++i)
+        header += std::to_string(i) + "=x\n";
+    return header;
+}
+
+constexpr std::uintmax_t mebi = 1U << 20U;
+
+const Case cases[] = {
     // 512 MiB of 16 bits are 1 GiB in memory.
-    {"large",
-     "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=2\nPoints=16384\nLines=16384\nSaveBits="
-     "16\n",
-     512U << 20U, true, 1024 * mebi + 16 * mebi},
-    {"promises",
-     "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=2\nPoints=1000000\nLines="
-     "1000000\nSaveBits=32\n",
-     1000, false, 8 * mebi},
-    // A header of a few bytes that asks for all that it may.
-    {"groups", "[DataSet]\nVersion=2\nGroupCount=65536\nGr0-Count=1048576\n", 0, true, 64 * mebi},
+    {"large", [] { return OneChannel("Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"); }, 512 * mebi, true,
+     1024 * mebi},
+    {"promises", [] { return OneChannel("Version=2\nPoints=1000000\nLines=1000000\nSaveBits=32\n"); }, 1000, false, 0},
+    {"groups", [] { return std::string("[DataSet]\nVersion=2\nGroupCount=65536\nGr0-Count=1048576\n"); }, 0, true, 0},
+    {"shared_names", [] { return SharedSection(200'000, "Frame=" + std::string(2000, 'n') + "\n"); }, 0, false, 0},
+    {"shared_text", [] { return SharedSection(100'000, "Frame=" + std::string(100'000, 'n') + "\n"); }, 0, false, 0},
+    {"shared_lines", [] { return SharedSection(4000, LinesWithoutSamples(4000)); }, 100'000, false, 0},
+    {"channels", [] { return SharedSection(1'000'000, ""); }, 0, false, 0},
+    {"frames", [] { return Frames(1'000'000); }, 0, false, 0},
+    {"empty_lines", [] { return OneChannel(LinesWithoutSamples(2000)); }, 100'000, true, 400'000, true},
+    {"items", [] { return ManyItems(1'000'000); }, 0, true, 0},
 };
 
-long PeakKiB()
+// What any opening may take, and little for those that ask for little.
+std::uintmax_t AllowedBytes(const Case& c, std::uintmax_t headerBytes)
+{
+    return c.samplesInMemory + (headerBytes < 4096 && c.samplesInMemory > 0 ? 16 * mebi : 64 * mebi + 40 * headerBytes);
+}
+
+std::uintmax_t PeakBytes()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
+    return static_cast<std::uintmax_t>(usage.ru_maxrss) * 1024;
+}
+
+int Check(const Case& c, const std::string& path)
+{
+    const std::string header = c.header() + "\r\n#!";
+    std::ofstream(path, std::ios::binary) << header;
+    std::filesystem::resize_file(path, header.size() + c.dataBytes); // a hole reads as zeros
+    const auto before = PeakBytes();
+    const auto handle = OpenOxdFile(path.c_str());
+    if (handle != 0 && c.savesToo)
+        SaveOxdFile(handle);
+    const auto grown = PeakBytes() - before;
+    std::filesystem::remove(path);
+    const auto allowed = AllowedBytes(c, header.size());
+    std::printf("%s: opened %d, %ju MiB more, %ju MiB allowed\n", c.name, handle != 0, grown / mebi, allowed / mebi);
+    return (handle != 0) == c.opens && grown <= allowed ? 0 : 1;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc != 3)
-        return 2;
     for (const Case& c : cases) {
-        if (std::strcmp(c.name, argv[1]) != 0)
-            continue;
-        std::ofstream(argv[2], std::ios::binary) << c.header << "\r\n#!";
-        std::filesystem::resize_file(argv[2],
-                                     std::filesystem::file_size(argv[2]) + c.dataBytes); // a hole reads as zeros
-        const long before = PeakKiB();
-        const bool opened = OpenOxdFile(argv[2]) != 0;
-        const long grown = PeakKiB() - before;
-        std::filesystem::remove(argv[2]);
-        std::printf("%s: opened %d, %ld KiB more, %ld KiB allowed\n", c.name, opened, grown, c.allowedKiB);
-        return opened == c.opens && grown <= c.allowedKiB ? 0 : 1;
+        if (argc == 3 && std::strcmp(c.name, argv[1]) == 0)
+            return Check(c, argv[2]);
     }
     return 2;
 }

@@ -1,14 +1,12 @@
 #include "velflexlib/dataset/ChannelSection.h"
 
 #include "velstdlib/math/SIPrefix.h"
-#include "velstdlib/string/FoldedText.h"
 #include "velstdlib/string/NumberText.h"
 #include "velstdlib/util/HeaderText.h"
+#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/VELException.h"
 
 #include <array>
-#include <charconv>
-#include <optional>
 #include <string_view>
 
 namespace veltaris::velflexlib::dataset {
@@ -18,6 +16,7 @@ using velstdlib::util::CVELKeyToValueList;
 
 namespace {
 
+constexpr std::string_view linePrefix = "LineDim";
 constexpr std::array axes{pointAxis, lineAxis, signalAxis};
 
 std::string AxisKey(std::size_t axis, std::string_view property)
@@ -60,20 +59,7 @@ CAxisTexts LoadPlain(const CVELKeyToValueList& section, std::size_t axis)
 
 std::string LineKey(std::uint64_t line, std::string_view property)
 {
-    return ("LineDim" + std::to_string(line)).append(property);
-}
-
-// The line whose key this is, written as LineKey writes it but for the case of letters.
-std::optional<std::uint64_t> LineOfKey(std::string_view key)
-{
-    constexpr std::string_view prefix = "LineDim";
-    if (key.size() <= prefix.size() || !velstdlib::string::EqualFolded(key.substr(0, prefix.size()), prefix))
-        return std::nullopt;
-    std::uint64_t line = 0;
-    const char* const digits = key.data() + prefix.size();
-    const auto [end, error] = std::from_chars(digits, key.data() + key.size(), line);
-    const bool padded = *digits == '0' && end - digits > 1;
-    return error == std::errc() && !padded ? std::optional(line) : std::nullopt;
+    return std::string(linePrefix).append(std::to_string(line)).append(property);
 }
 
 CLineAxis LoadLineAxis(const CVELKeyToValueList& section, std::uint64_t line, const CLineAxis& common,
@@ -84,12 +70,6 @@ CLineAxis LoadLineAxis(const CVELKeyToValueList& section, std::uint64_t line, co
         velstdlib::util::ThrowBadContent(fileName);
     return {static_cast<std::uint64_t>(count), section.GetValueT<double>(LineKey(line, "Min"), common.min),
             section.GetValueT<double>(LineKey(line, "Range"), common.range)};
-}
-
-CLineAxis ChannelLineAxis(const CDataBuffer& buffer)
-{
-    const CAxis axis = buffer.GetAxis(pointAxis);
-    return {buffer.GetPoints(), axis.min, axis.range};
 }
 
 bool WrittenAlike(const CLineAxis& a, const CLineAxis& b)
@@ -115,11 +95,10 @@ void LoadAxes(CDataBuffer& buffer, const CVELKeyToValueList& section, int versio
 void SaveAxes(const CDataBuffer& buffer, CVELKeyToValueList& section)
 {
     for (const std::size_t index : axes) {
-        const CAxis axis = buffer.GetAxis(index);
-        section.SetValue(AxisKey(index, "Name"), velstdlib::util::CleanHeaderText(axis.name));
-        section.SetValue(AxisKey(index, "Unit"), velstdlib::util::CleanHeaderText(axis.unit));
-        section.SetValue(AxisKey(index, "Range"), FormatDouble(axis.range));
-        section.SetValue(AxisKey(index, "Min"), FormatDouble(axis.min));
+        section.SetValue(AxisKey(index, "Name"), velstdlib::util::CleanHeaderText(buffer.GetAxisName(index)));
+        section.SetValue(AxisKey(index, "Unit"), velstdlib::util::CleanHeaderText(buffer.GetAxisUnit(index)));
+        section.SetValue(AxisKey(index, "Range"), FormatDouble(buffer.GetAxisRange(index)));
+        section.SetValue(AxisKey(index, "Min"), FormatDouble(buffer.GetAxisMin(index)));
     }
 }
 
@@ -128,16 +107,17 @@ std::map<std::uint64_t, CLineAxis> LoadLineAxes(const CVELKeyToValueList& sectio
 {
     std::map<std::uint64_t, CLineAxis> lineAxes;
     section.ForEach([&](std::string_view key, std::string_view) {
-        const auto line = LineOfKey(key);
-        if (line && *line < lineCount && !lineAxes.contains(*line))
-            lineAxes.emplace(*line, LoadLineAxis(section, *line, common, fileName));
+        const auto line = velstdlib::util::SplitIndexedKey(key, linePrefix);
+        if (line && line->index < lineCount && !lineAxes.contains(line->index))
+            lineAxes.emplace(line->index, LoadLineAxis(section, line->index, common, fileName));
     });
+    std::erase_if(lineAxes, [&](const auto& own) { return own.second == common; });
     return lineAxes;
 }
 
 bool HasLineAxes(const CDataBuffer& buffer)
 {
-    const CLineAxis common = ChannelLineAxis(buffer);
+    const CLineAxis common = buffer.GetCommonLineAxis();
     for (const auto& [line, axis] : buffer.GetOwnLineAxes()) {
         if (!WrittenAlike(axis, common))
             return true;

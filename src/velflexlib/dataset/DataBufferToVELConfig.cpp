@@ -22,15 +22,13 @@ namespace {
 // Samples are converted in pieces that stay in the processor's cache.
 constexpr std::uint64_t samplesPerPiece = 16'384;
 
-// Calls use(piece) for adjacent pieces of the runs, until it answers false.
+// Calls use(first, count) for adjacent pieces of so many samples, until it answers false.
 template <class Use>
-void ForEachPiece(const std::vector<CSampleRun>& runs, Use use)
+void ForEachPiece(std::uint64_t sampleCount, Use use)
 {
-    for (const CSampleRun& run : runs) {
-        for (std::uint64_t done = 0; done < run.count; done += samplesPerPiece) {
-            if (!use(CSampleRun{run.first + done, std::min(run.count - done, samplesPerPiece)}))
-                return;
-        }
+    for (std::uint64_t first = 0; first < sampleCount; first += samplesPerPiece) {
+        if (!use(first, std::min(sampleCount - first, samplesPerPiece)))
+            return;
     }
 }
 
@@ -40,11 +38,6 @@ std::uint64_t ReadSize(const CVELKeyToValueList& section, const char* key, const
     if (size < 0)
         velstdlib::util::ThrowBadContent(fileName);
     return static_cast<std::uint64_t>(size);
-}
-
-CLineAxis CommonLineAxis(const CVELKeyToValueList& section, std::uint64_t points)
-{
-    return {points, section.GetValueT<double>("Dim0Min", 0), section.GetValueT<double>("Dim0Range", 0)};
 }
 
 char* Chars(std::vector<std::byte>& bytes)
@@ -59,26 +52,28 @@ void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string&
     document.GetContent().SelectCreateSection(sectionName);
     const CVELKeyToValueList& section = document.GetContent().GetActiveSection();
     const std::string& fileName = document.GetFileName();
+    budget.ChargeSection(section);
     const int version = section.GetValueT<int>("Version", prefixedUnitsVersion);
     if (version > lineAxesVersion)
         velstdlib::util::ThrowFileVersion(fileName, version);
     const std::uint64_t points = ReadSize(section, "Points", fileName);
     const std::uint64_t lines = ReadSize(section, "Lines", fileName);
     m_buffer.SetBitCount(section.GetValueT<int>("SaveBits", 8));
+    CheckBitCount(m_buffer.GetBitCount());
+    m_buffer.HoldNotifications();
+    m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
+    LoadAxes(m_buffer, section, version);
 
     std::map<std::uint64_t, CLineAxis> lineAxes;
-    if (version == lineAxesVersion)
-        lineAxes = LoadLineAxes(section, CommonLineAxis(section, points), lines, fileName);
+    if (version == lineAxesVersion) {
+        const CLineAxis common{points, m_buffer.GetAxisMin(pointAxis), m_buffer.GetAxisRange(pointAxis)};
+        lineAxes = LoadLineAxes(section, common, lines, fileName);
+    }
     const auto isEmpty = [](const auto& own) { return own.second.count == 0; };
     const auto emptyLines = points > 0 ? std::ranges::count_if(lineAxes, isEmpty) : 0;
     budget.ChargeSamples(points, lines - static_cast<std::uint64_t>(emptyLines), m_buffer.GetBitCount());
-
-    m_buffer.HoldNotifications();
-    m_buffer.SetXYDimension(points, lines);
-    m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
-    LoadAxes(m_buffer, section, version);
     const auto currentLine = static_cast<std::int64_t>(section.GetValueT<int>("CurLine", 0));
-    m_buffer.SetLineAxes(std::move(lineAxes), static_cast<std::uint64_t>(currentLine));
+    m_buffer.Restore(points, lines, std::move(lineAxes), static_cast<std::uint64_t>(currentLine));
 }
 
 void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string& sectionName)
@@ -104,13 +99,13 @@ void CDataBufferToVELConfig::LoadData(std::istream& stream, const std::atomic<bo
 {
     const std::int64_t bitCount = m_buffer.GetBitCount();
     CheckBitCount(bitCount);
+    const auto sampleBytes = static_cast<std::uint64_t>(bitCount / 8);
     std::vector<std::byte> bytes;
-    ForEachPiece(m_buffer.GetSampleRuns(), [&](CSampleRun piece) {
-        bytes.resize(piece.count * static_cast<std::uint64_t>(bitCount / 8));
+    ForEachPiece(m_buffer.GetStoredSampleCount(), [&](std::uint64_t first, std::uint64_t count) {
+        bytes.resize(count * sampleBytes);
         if (abort || !stream.read(Chars(bytes), static_cast<std::streamsize>(bytes.size())))
             return false;
-        m_buffer.AccessSamples(piece,
-                               [&](std::span<std::int32_t> samples) { DecodeSamples(bytes, bitCount, samples); });
+        m_buffer.AccessStoredSamples(first, count, [&](auto samples) { DecodeSamples(bytes, bitCount, samples); });
         return true;
     });
     if (bitCount != 32)
@@ -123,11 +118,11 @@ void CDataBufferToVELConfig::SaveData(std::ostream& stream)
 {
     const std::int64_t bitCount = m_buffer.GetBitCount();
     CheckBitCount(bitCount);
+    const auto sampleBytes = static_cast<std::uint64_t>(bitCount / 8);
     std::vector<std::byte> bytes;
-    ForEachPiece(m_buffer.GetSampleRuns(), [&](CSampleRun piece) {
-        bytes.resize(piece.count * static_cast<std::uint64_t>(bitCount / 8));
-        m_buffer.AccessSamples(piece,
-                               [&](std::span<std::int32_t> samples) { EncodeSamples(samples, bitCount, bytes); });
+    ForEachPiece(m_buffer.GetStoredSampleCount(), [&](std::uint64_t first, std::uint64_t count) {
+        bytes.assign(count * sampleBytes, std::byte{});
+        m_buffer.AccessStoredSamples(first, count, [&](auto samples) { EncodeSamples(samples, bitCount, bytes); });
         return static_cast<bool>(stream.write(Chars(bytes), static_cast<std::streamsize>(bytes.size())));
     });
 }

@@ -3,6 +3,7 @@
 #include "velstdlib/util/ContainerHelper.h"
 #include "velstdlib/util/Limits.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -44,16 +45,18 @@ std::string CDataGroup::GetName() const
 void CDataGroup::SetName(const std::string& name)
 {
     std::vector<std::shared_ptr<CDataBuffer>> buffers;
+    std::vector<std::string> copies; // made ahead, so that either all are renamed or none
     {
         const std::lock_guard lock(m_mutex);
         if (m_name == name)
             return;
         buffers = m_buffers;
-        m_name = name;
+        copies.assign(buffers.size() + 1, name);
+        m_name.swap(copies.back());
     }
-    for (const auto& buffer : buffers) {
-        if (buffer)
-            buffer->SetGroupName(name);
+    for (std::size_t slot = 0; slot < buffers.size(); ++slot) {
+        if (buffers[slot])
+            buffers[slot]->SetGroupName(std::move(copies[slot]));
     }
     OnNameChanged.emit(name);
 }
@@ -73,11 +76,12 @@ std::size_t CDataGroup::GetChannelCount() const
 void CDataGroup::SetChannelCount(std::uint64_t count)
 {
     CheckSlotCount(count);
-    std::vector<std::shared_ptr<CDataBuffer>> slots(count);
+    std::vector<std::shared_ptr<CDataBuffer>> slots;
     {
         const std::lock_guard lock(m_mutex);
         if (count == m_buffers.size())
             return;
+        slots.resize(count);
         m_buffers.swap(slots);
     }
     OnChanged.emit(*this);
@@ -112,18 +116,27 @@ std::shared_ptr<CDataBuffer> CDataGroup::MakeBuffer(std::uint64_t points, std::u
 {
     auto buffer = std::make_shared<CDataBuffer>(m_bitCount, points, lines);
     buffer->SetGroupName(GetName());
-    buffer->OnChanged.connect([weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
-        if (const auto group = weak.lock())
-            group->OnBufferChanged.emit(*group, changed, line);
-    });
+    buffer->OnChanged.connect(BufferRelay());
     return buffer;
+}
+
+auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
+{
+    const std::lock_guard lock(m_mutex);
+    if (!m_bufferRelay) {
+        m_bufferRelay = std::make_shared<BufferSlot>([weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
+            if (const auto group = weak.lock())
+                group->OnBufferChanged.emit(*group, changed, line);
+        });
+    }
+    return m_bufferRelay;
 }
 
 void CDataGroup::StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer)
 {
     const std::lock_guard lock(m_mutex);
     if (index >= m_buffers.size()) {
-        CheckSlotCount(index + 1);
+        CheckSlotCount(std::max(index, index + 1)); // the last of all numbers has no next one
         m_buffers.resize(index + 1);
     }
     m_buffers[index].swap(buffer);

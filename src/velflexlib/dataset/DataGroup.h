@@ -56,12 +56,16 @@ public:
     void PrepareForSave();
 
 private:
+    using BufferSlot = lumox::sigslot_unorderedslots<CDataBuffer&, std::size_t>::slot;
+
+    std::shared_ptr<const BufferSlot> BufferRelay();
     std::shared_ptr<CDataBuffer> MakeBuffer(std::uint64_t points, std::uint64_t lines);
     void StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer);
 
     std::uint32_t m_logicalGroupId;
     std::string m_name;
     std::vector<std::shared_ptr<CDataBuffer>> m_buffers;
+    std::shared_ptr<const BufferSlot> m_bufferRelay; // one for all channels, made with the first
     const std::int64_t m_bitCount;
     mutable std::mutex m_mutex;
 };

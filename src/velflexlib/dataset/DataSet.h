@@ -3,6 +3,9 @@
 
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/DataGroup.h"
+#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/ProcessorSet.h"
+#include "velflexlib/dataset/ViewSet.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -42,6 +45,12 @@ public:
     bool DeleteGroup(std::uint64_t id);
     void DeleteAllGroups();
 
+    // These are not guarded by the data set's lock.
+    CInfoSet& GetInfoSet() { return m_infoSet; }
+    const CInfoSet& GetInfoSet() const { return m_infoSet; }
+    CViewSet& GetViewSet() { return m_viewSet; }
+    CProcessorSet& GetProcessorSet() { return m_processorSet; }
+
     std::size_t GetGroupCount() const;
     // In ascending order, like the groups.
     std::vector<int> GetAllGroupIds() const;
@@ -71,6 +80,9 @@ private:
     const decltype(OnBufferChanged.relay()) m_bufferRelay = OnBufferChanged.relay();
     bool m_modified = false;
     std::uint32_t m_nextLogicalGroupId = firstLogicalGroupId;
+    CInfoSet m_infoSet;
+    CViewSet m_viewSet;
+    CProcessorSet m_processorSet;
     std::map<std::uint64_t, std::shared_ptr<CDataGroup>> m_groups;
     std::uint64_t m_lowestFreeId = 0; // no id below it is free
     mutable std::mutex m_mutex;

@@ -35,7 +35,7 @@ struct CGroupKeys
 {
     std::string name;
     std::optional<std::uint32_t> logicalId; // nothing: the data set's next one
-    std::size_t slotCount;
+    std::size_t slotCount = 0;
 };
 
 // Throws CVELFileBadContentException above the limit.

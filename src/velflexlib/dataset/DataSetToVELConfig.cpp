@@ -2,21 +2,20 @@
 
 #include "velflexlib/dataset/DataBufferToVELConfig.h"
 #include "velflexlib/dataset/DataSetSection.h"
+#include "velflexlib/dataset/InfoSetToVELConfig.h"
 #include "velflexlib/dataset/SampleCodec.h"
+#include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
-
-#include <algorithm>
-#include <optional>
 
 namespace veltaris::velflexlib::dataset {
 
-using velstdlib::util::CIniFileContent;
 using velstdlib::util::CVELConfig;
 using velstdlib::util::CVELKeyToValueList;
 using Groups = std::vector<std::shared_ptr<CDataGroup>>;
 
 namespace {
 
+constexpr const char* viewSection = "SetView";
 constexpr int framesVersion = 1; // channels of frames, samples channel by channel
 constexpr int groupsVersion = 2; // groups of channels, samples group by group
 
@@ -47,18 +46,17 @@ void LoadChannel(CVELConfig& document, CDataGroup& group, std::size_t slot, cons
     CDataBufferToVELConfig(*buffer).LoadHeader(document, channelSection, budget);
 }
 
-// The last channel of a frame names its group.
+// The last channel of a frame names its group, and the last one of a well-known name gives it its logical id.
 void NameFrameGroup(CDataGroup& group)
 {
-    const auto buffers = group.GetChannelBuffers();
-    const auto last =
-        std::find_if(buffers.rbegin(), buffers.rend(), [](const auto& buffer) { return buffer != nullptr; });
-    if (last == buffers.rend())
-        return;
-    const std::string name = (*last)->GetGroupName();
-    group.SetNameOnly(name);
-    if (const auto id = LogicalIdOfWellKnownName(name))
-        group.SetLogicalGroupId(*id);
+    for (const auto& buffer : group.GetChannelBuffers()) {
+        if (!buffer)
+            continue;
+        const std::string name = buffer->GetGroupName();
+        group.SetNameOnly(name);
+        if (const auto id = LogicalIdOfWellKnownName(name))
+            group.SetLogicalGroupId(*id);
+    }
 }
 
 } // namespace
@@ -66,6 +64,9 @@ void NameFrameGroup(CDataGroup& group)
 void CDataSetToVELConfig::LoadHeader(CVELConfig& document, const std::string& section, const std::atomic<bool>& abort)
 {
     m_dataSet.DeleteAllGroups();
+    m_dataSet.GetInfoSet().DeleteAllGroups();
+    m_dataSet.GetViewSet().Clear();
+    m_dataSet.GetProcessorSet().Clear();
     m_version = Select(document, section).GetValueT<int>("Version", framesVersion);
     switch (m_version) {
     case framesVersion:
@@ -84,11 +85,16 @@ void CDataSetToVELConfig::LoadVersion1Header(CVELConfig& document, const std::st
     const CFrameList frames = ReadFrameList(keys, document.GetFileName());
     CLoadBudget budget(document);
     budget.ChargeSlots(frames.channelCount * frames.frameCount);
+    budget.CheckSections(frames.channelCount * frames.frameCount);
+    CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, section).LoadFlat(m_version, abort);
+    m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
 
     Groups groups;
-    for (std::uint64_t f = 0; f < frames.frameCount; ++f)
-        groups.push_back(
-            m_dataSet.InsertGroup(f, static_cast<std::uint32_t>(f), section, frames.channelCount, m_bitCount));
+    for (std::uint64_t f = 0; f < frames.frameCount; ++f) {
+        const auto id = static_cast<std::uint32_t>(f);
+        m_dataSet.ReserveLogicalGroupId(id);
+        groups.push_back(m_dataSet.InsertGroup(f, id, section, frames.channelCount, m_bitCount));
+    }
     for (std::size_t c = 0; c < frames.channelCount; ++c) {
         for (std::size_t f = 0; f < frames.frameCount && !abort; ++f)
             LoadChannel(document, *groups[f], c, ReadFrameChannel(keys, c, f, document.GetFileName()), budget);
@@ -122,12 +128,27 @@ void CDataSetToVELConfig::LoadVersion2Header(CVELConfig& document, const std::st
                 LoadChannel(document, *groups[g], c, channelSection, budget);
         }
     }
+    CInfoSetToVELConfig info(m_dataSet.GetInfoSet(), document, section);
+    info.LoadFlat(m_version, abort);
+    info.LoadTree(abort);
+    LoadViewsAndProcessors(document);
+}
+
+void CDataSetToVELConfig::LoadViewsAndProcessors(CVELConfig& document)
+{
+    m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
+    m_dataSet.GetProcessorSet().ReadFromFile(document);
+    m_dataSet.GetProcessorSet().Connect([this](std::uint64_t group, std::uint64_t channel) {
+        const auto found = m_dataSet.GetGroup(group);
+        return found ? found->GetChannelBuffer(channel) : nullptr;
+    });
 }
 
 void CDataSetToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
 {
     const auto load = [&](CDataBuffer& buffer) {
-        CDataBufferToVELConfig(buffer).LoadData(stream, abort);
+        if (!abort)
+            CDataBufferToVELConfig(buffer).LoadData(stream, abort);
         return !abort;
     };
     const Groups groups = m_dataSet.GetAllGroups();
@@ -147,14 +168,26 @@ void CDataSetToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>
         velstdlib::util::ThrowFileVersion({}, m_version);
     }
     m_dataSet.SetModified(false);
+    m_dataSet.GetInfoSet().SetModified(false);
 }
 
-void CDataSetToVELConfig::CheckSavable() const
+void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const
 {
-    ForEachChannel(m_dataSet.GetAllGroups(), [](std::size_t, std::size_t, const CDataBuffer& buffer) {
+    namespace limits = velstdlib::util::limits;
+    const Groups groups = m_dataSet.GetAllGroups();
+    std::uint64_t slots = 0;
+    for (const auto& group : groups)
+        slots += group->GetChannelCount();
+    std::uint64_t linesWithoutSamples = 0;
+    ForEachChannel(groups, [&](std::size_t, std::size_t, const CDataBuffer& buffer) {
         CheckBitCount(buffer.GetBitCount());
+        linesWithoutSamples += buffer.GetStoredSampleCount() == 0 ? buffer.GetLines() : 0;
         return true;
     });
+    if (slots > limits::channelSlots)
+        velstdlib::util::ThrowFileSave(fileName, "There are too many channel slots for one file.");
+    if (linesWithoutSamples > limits::pointlessLines)
+        velstdlib::util::ThrowFileSave(fileName, "There are too many lines without samples for one file.");
 }
 
 void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& section)
@@ -169,7 +202,7 @@ void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& se
         keys.SetValue(GroupChannelKey(g, c), ChannelSectionName(section, g, c));
         return true;
     });
-    keys.SetValue("InfoSetCount", 0);
+    CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, section).Save();
     ForEachChannel(groups, [&](std::size_t g, std::size_t c, CDataBuffer& buffer) {
         CDataBufferToVELConfig(buffer).SaveHeader(document, ChannelSectionName(section, g, c));
         return true;
@@ -183,6 +216,7 @@ void CDataSetToVELConfig::SaveData(std::ostream& stream)
         return true;
     });
     m_dataSet.SetModified(false);
+    m_dataSet.GetInfoSet().SetModified(false);
 }
 
 } // namespace veltaris::velflexlib::dataset

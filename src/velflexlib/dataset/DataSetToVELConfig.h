@@ -29,8 +29,9 @@ public:
     // Reads the samples, from the byte behind the header. LoadHeader must have come first.
     void LoadData(std::istream& stream, const std::atomic<bool>& abort);
 
-    // Throws std::runtime_error "Invalid bit count: " when a channel has one that no file can have.
-    void CheckSavable() const;
+    // Throws what keeps the data set from being saved so that it can be opened again: std::runtime_error "Invalid bit
+    // count: ", or CVELFileSaveException when there is more of something than a file may ask for.
+    void CheckSavable(const std::string& fileName) const;
     // Writes version 2.
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
     void SaveData(std::ostream& stream);
@@ -40,6 +41,7 @@ private:
                             const std::atomic<bool>& abort);
     void LoadVersion2Header(velstdlib::util::CVELConfig& document, const std::string& section,
                             const std::atomic<bool>& abort);
+    void LoadViewsAndProcessors(velstdlib::util::CVELConfig& document);
 
     CDataSet& m_dataSet;
     std::int64_t m_bitCount;

@@ -3,16 +3,25 @@
 #include "velstdlib/util/ContainerHelper.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CheckedArrayAt;
 
-CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines) : m_bitCount(bitCount)
+bool operator==(const CLineAxis& a, const CLineAxis& b)
 {
-    SetXYDimension(points, lines);
-    m_dataChanged = false;
+    const auto same = [](double x, double y) {
+        return std::bit_cast<std::uint64_t>(x) == std::bit_cast<std::uint64_t>(y);
+    };
+    return a.count == b.count && same(a.min, b.min) && same(a.range, b.range);
+}
+
+CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines)
+    : m_samples(points, lines), m_bitCount(bitCount), m_points(points), m_lineCount(lines)
+{
+    m_lineStates.ResetAll(lines, CLineStates::neverWritten);
 }
 
 std::uint64_t CDataBuffer::GetPoints() const
@@ -27,14 +36,10 @@ std::uint64_t CDataBuffer::GetLines() const
     return m_lineCount;
 }
 
-void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines, std::int32_t fill)
+void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
 {
-    if (HasShape(points, lines))
-        return;
-    CSampleBlock samples(points, lines, fill);
-    OnBeforeReshape.emit();
-    Reshape(std::move(samples), points, lines);
-    AnnounceReshape();
+    if (!HasShape(points, lines))
+        ReshapeTo(CSampleBlock(points, lines), points, lines, {}, 0);
 }
 
 bool CDataBuffer::HasShape(std::uint64_t points, std::uint64_t lines) const
@@ -43,25 +48,48 @@ bool CDataBuffer::HasShape(std::uint64_t points, std::uint64_t lines) const
     return points == m_points && lines == m_lineCount;
 }
 
-void CDataBuffer::Reshape(CSampleBlock samples, std::uint64_t points, std::uint64_t lines)
+void CDataBuffer::ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
+                            std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine)
 {
-    const std::lock_guard lock(m_mutex);
-    m_points = points;
-    m_lineCount = lines;
-    std::swap(m_samples, samples);
-    m_ownLineAxes.clear();
-    m_lineStates.ResetAll(lines, CLineStates::neverWritten);
-    m_dataChanged = true;
-    m_isEmpty = true;
-    m_dataRange = {};
-    m_rangeLacksLoaded = false;
-    m_currentLine = 0;
+    OnBeforeReshape.emit();
+    {
+        const std::lock_guard lock(m_mutex);
+        m_points = points;
+        m_lineCount = lines;
+        std::swap(m_samples, samples);
+        m_ownLineAxes.swap(ownLineAxes);
+        m_lineStates.ResetAll(lines, CLineStates::neverWritten);
+        m_dataChanged = true;
+        m_isEmpty = true;
+        m_dataRange = {};
+        m_rangeLacksLoaded = false;
+        m_currentLine = currentLine;
+    }
+    AnnounceReshape();
 }
 
-CAxis CDataBuffer::GetAxis(std::size_t axis) const
+std::string CDataBuffer::GetAxisName(std::size_t axis) const
 {
     const std::lock_guard lock(m_mutex);
-    return CheckedArrayAt(m_axes, axis);
+    return CheckedArrayAt(m_axes, axis).name;
+}
+
+std::string CDataBuffer::GetAxisUnit(std::size_t axis) const
+{
+    const std::lock_guard lock(m_mutex);
+    return CheckedArrayAt(m_axes, axis).unit;
+}
+
+double CDataBuffer::GetAxisMin(std::size_t axis) const
+{
+    const std::lock_guard lock(m_mutex);
+    return CheckedArrayAt(m_axes, axis).min;
+}
+
+double CDataBuffer::GetAxisRange(std::size_t axis) const
+{
+    const std::lock_guard lock(m_mutex);
+    return CheckedArrayAt(m_axes, axis).range;
 }
 
 void CDataBuffer::SetAxisName(std::size_t axis, const std::string& name)
@@ -98,7 +126,7 @@ void CDataBuffer::ChangePointAxis(double CAxis::*field, double CLineAxis::*lineF
 {
     const double old = std::exchange(m_axes[pointAxis].*field, value);
     for (auto& [line, axis] : m_ownLineAxes) {
-        if (axis.*lineField == old)
+        if (std::bit_cast<std::uint64_t>(axis.*lineField) == std::bit_cast<std::uint64_t>(old))
             axis.*lineField = value;
     }
 }
@@ -147,10 +175,10 @@ std::string CDataBuffer::GetGroupName() const
     return m_groupName;
 }
 
-void CDataBuffer::SetGroupName(const std::string& name)
+void CDataBuffer::SetGroupName(std::string name)
 {
     const std::lock_guard lock(m_mutex);
-    m_groupName = name;
+    m_groupName.swap(name);
 }
 
 std::int64_t CDataBuffer::GetBitCount() const

@@ -7,6 +7,7 @@
 #include "velflexlib/dataset/SampleBlock.h"
 #include "velflexlib/dataset/SignalScale.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -39,14 +40,8 @@ struct CLineAxis
     double min = 0;
     double range = 0;
 
-    friend bool operator==(const CLineAxis&, const CLineAxis&) = default;
-};
-
-// Adjacent samples in the order of the file: count samples from number `first`, where line k begins at k * points.
-struct CSampleRun
-{
-    std::uint64_t first = 0;
-    std::uint64_t count = 0;
+    // Tells 0 from -0, and a NaN from all but the same NaN: only what is written alike is the same.
+    friend bool operator==(const CLineAxis& a, const CLineAxis& b);
 };
 
 // Every operation may be called from any thread. Signals are emitted without the buffer's lock, so that a slot may
@@ -71,10 +66,13 @@ public:
 
     // Discards all samples and lines' own axes, unless both numbers are the current ones. Throws std::bad_alloc, with
     // nothing changed, when memory runs out or a limit is exceeded.
-    void SetXYDimension(std::uint64_t points, std::uint64_t lines, std::int32_t fill = 0);
+    void SetXYDimension(std::uint64_t points, std::uint64_t lines);
 
     // `axis` above 2 throws std::out_of_range "invalid array<T, N> subscript".
-    CAxis GetAxis(std::size_t axis) const;
+    std::string GetAxisName(std::size_t axis) const;
+    std::string GetAxisUnit(std::size_t axis) const;
+    double GetAxisMin(std::size_t axis) const;
+    double GetAxisRange(std::size_t axis) const;
     void SetAxisName(std::size_t axis, const std::string& name);
     void SetAxisUnit(std::size_t axis, const std::string& unit);
     // On the point axis these also move every line that still has the old value.
@@ -114,7 +112,7 @@ public:
 
     // The group's name, except that a file may give each channel a frame name of its own.
     std::string GetGroupName() const;
-    void SetGroupName(const std::string& name);
+    void SetGroupName(std::string name);
     std::int64_t GetBitCount() const;
     void SetBitCount(std::int64_t bitCount);
     std::uint64_t GetCurrentLine() const;
@@ -129,18 +127,25 @@ public:
 
     // For the serialisers.
 
-    // Gives single lines an axis of their own, all others the channel's, and sets the current line.
-    void SetLineAxes(std::map<std::uint64_t, CLineAxis> ownAxes, std::uint64_t currentLine);
-    // The lines whose axis is not the channel's.
+    // As SetXYDimension, whatever the size was. The given lines get an axis of their own instead of the channel's, and
+    // those among them that hold no samples get no storage until they are written.
+    void Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
+                 std::uint64_t currentLine);
+    // The point axis of a line that has none of its own.
+    CLineAxis GetCommonLineAxis() const;
+    // The lines whose axis is another.
     std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
-    // All samples that a file holds of this channel, in its order.
-    std::vector<CSampleRun> GetSampleRuns() const;
-    // Calls access(std::span<std::int32_t>) with those samples, under the lock. They must exist.
+    // How many samples a file holds of this channel: those of every line that holds any.
+    std::uint64_t GetStoredSampleCount() const;
+    // Calls access(std::span<std::int32_t>) with up to `count` of them from number `first`, under the lock. There are
+    // fewer where the channel was reshaped meanwhile.
     template <class Access>
-    void AccessSamples(CSampleRun run, Access&& access)
+    void AccessStoredSamples(std::uint64_t first, std::uint64_t count, Access&& access)
     {
         const std::lock_guard lock(m_mutex);
-        access(m_samples.All().subspan(run.first, run.count));
+        const auto all = m_samples.All();
+        const auto from = std::min<std::uint64_t>(first, all.size());
+        access(all.subspan(from, std::min(count, all.size() - from)));
     }
     // Makes freshly loaded samples count as written and unchanged.
     void FinishLoading();
@@ -151,7 +156,9 @@ private:
     void RaiseLineCount(std::uint64_t line, std::uint64_t count);
     void ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value);
     bool HasShape(std::uint64_t points, std::uint64_t lines) const;
-    void Reshape(CSampleBlock samples, std::uint64_t points, std::uint64_t lines);
+    void ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
+                   std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine);
+    std::uint64_t LongestLine() const;
     bool CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const;
     void StoreLine(std::uint64_t line, std::span<const std::int32_t> values);
     void StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value);

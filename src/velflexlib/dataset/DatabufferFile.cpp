@@ -6,35 +6,49 @@
 
 namespace veltaris::velflexlib::dataset {
 
+// A line that has the channel's axis is as long as lines can be.
+std::uint64_t CDataBuffer::LongestLine() const
+{
+    if (m_ownLineAxes.size() < m_lineCount)
+        return m_points;
+    std::uint64_t longest = 0;
+    for (const auto& [line, axis] : m_ownLineAxes)
+        longest = std::max(longest, axis.count);
+    return std::min(longest, m_points);
+}
+
 void CDataBuffer::PrepareForSave()
 {
-    std::uint64_t longest = 0;
     {
         const std::lock_guard lock(m_mutex);
-        if (m_ownLineAxes.size() < m_lineCount)
-            return; // a line that has the channel's axis is as long as lines can be
-        for (const auto& [line, axis] : m_ownLineAxes)
-            longest = std::max(longest, axis.count);
-        if (longest >= m_points)
+        if (LongestLine() == m_points)
             return;
     }
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
-        if (longest < m_points) {
-            m_samples.ShortenLines(longest);
-            m_points = longest;
-        }
+        m_points = LongestLine(); // asked again: a slot may have written a longer one
+        m_samples.ShortenLines(m_points);
     }
     AnnounceReshape();
 }
 
-void CDataBuffer::SetLineAxes(std::map<std::uint64_t, CLineAxis> ownAxes, std::uint64_t currentLine)
+void CDataBuffer::Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
+                          std::uint64_t currentLine)
+{
+    std::vector<std::uint64_t> linesWithoutSamples;
+    for (const auto& [line, axis] : ownLineAxes) {
+        if (axis.count == 0)
+            linesWithoutSamples.push_back(line);
+    }
+    CSampleBlock samples(points, lines, std::move(linesWithoutSamples));
+    ReshapeTo(std::move(samples), points, lines, std::move(ownLineAxes), currentLine);
+}
+
+CLineAxis CDataBuffer::GetCommonLineAxis() const
 {
     const std::lock_guard lock(m_mutex);
-    std::erase_if(ownAxes, [&](const auto& own) { return own.first >= m_lineCount || own.second == CommonLineAxis(); });
-    m_ownLineAxes = std::move(ownAxes);
-    m_currentLine = currentLine;
+    return CommonLineAxis();
 }
 
 std::map<std::uint64_t, CLineAxis> CDataBuffer::GetOwnLineAxes() const
@@ -43,32 +57,19 @@ std::map<std::uint64_t, CLineAxis> CDataBuffer::GetOwnLineAxes() const
     return m_ownLineAxes;
 }
 
-std::vector<CSampleRun> CDataBuffer::GetSampleRuns() const
+std::uint64_t CDataBuffer::GetStoredSampleCount() const
 {
     const std::lock_guard lock(m_mutex);
-    std::vector<CSampleRun> runs;
-    std::uint64_t begin = 0;
-    const auto endRunBefore = [&](std::uint64_t line) {
-        if (line > begin && m_points > 0)
-            runs.push_back({begin * m_points, (line - begin) * m_points});
-        begin = line + 1;
-    };
-    for (const auto& [line, axis] : m_ownLineAxes) {
-        if (axis.count == 0)
-            endRunBefore(line);
-    }
-    endRunBefore(m_lineCount);
-    return runs;
+    return m_samples.All().size();
 }
 
 void CDataBuffer::FinishLoading()
 {
-    const std::vector<CSampleRun> runs = GetSampleRuns();
     const std::lock_guard lock(m_mutex);
     m_lineStates.ResetAll(m_lineCount, CLineStates::writtenWhole);
     m_dataRange = {};
     m_rangeLacksLoaded = true;
-    m_isEmpty = runs.empty();
+    m_isEmpty = m_samples.All().empty();
     m_dataChanged = false;
 }
 

@@ -30,8 +30,9 @@ bool CDataBuffer::SetLineReal(std::uint64_t line, std::span<const double> values
 
 void CDataBuffer::StoreLine(std::uint64_t line, std::span<const std::int32_t> values)
 {
-    const auto stored = m_samples.Line(line);
-    CountLoaded(line, stored);
+    CountLoaded(line, std::as_const(m_samples).Line(line));
+    const bool staysWithout = values.empty() && LineAxisAt(line).count == 0;
+    const auto stored = staysWithout ? std::span<std::int32_t>() : m_samples.WritableLine(line);
     m_lineStates.MarkWritten(line);
     const auto rest = std::ranges::transform(values, stored.begin(), CRawRange::Clamp).out;
     std::fill(rest, stored.end(), 0);
@@ -62,7 +63,7 @@ bool CDataBuffer::SetPixelReal(std::uint64_t point, std::uint64_t line, double v
 
 void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value)
 {
-    const auto stored = m_samples.Line(line).subspan(point, 1);
+    const auto stored = m_samples.WritableLine(line).subspan(point, 1);
     const bool countsForRange = m_lineStates.Get(line) != CLineStates::neverWritten;
     CountLoaded(line, stored);
     stored.front() = value;

@@ -36,12 +36,17 @@ const OperatorRow& RowOf(LineOpID id)
 
 } // namespace
 
-LineOpID LineOpFromCode(std::int32_t code)
+const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes()
 {
     static const velstdlib::util::BiMapper<LineOpID, std::int32_t> codes{
         {LineOpID::RawData, 0},     {LineOpID::MeanFit, 1},     {LineOpID::LineFit, 2},
         {LineOpID::DerivedData, 3}, {LineOpID::ParabolaFit, 4}, {LineOpID::PolynomialFit, 5}};
-    return codes.map(code);
+    return codes;
+}
+
+LineOpID LineOpFromCode(std::int32_t code)
+{
+    return LineOpCodes().map(code);
 }
 
 std::string_view GetDisplayName(LineOpID id)

@@ -38,6 +38,9 @@ public:
     virtual void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const = 0;
 };
 
+// The codes that stand for the operators in files and in the interface.
+const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes();
+
 // Throws CNoMappingException for a code that is no operator's.
 LineOpID LineOpFromCode(std::int32_t code);
 

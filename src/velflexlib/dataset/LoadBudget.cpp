@@ -21,26 +21,40 @@ namespace {
 
 CLoadBudget::CLoadBudget(const velstdlib::util::CVELConfig& document)
     : m_fileName(document.GetFileName()), m_dataBytes(document.GetDataBytes()), m_slots(limits::channelSlots),
-      m_pointlessLines(limits::pointlessLines)
+      m_sectionBytes(document.GetHeaderBytes() + limits::sharedSectionBytes), m_pointlessLines(limits::pointlessLines)
 {
 }
 
 void CLoadBudget::ChargeSlots(std::uint64_t count)
 {
-    if (count > m_slots)
+    Take(m_slots, count);
+}
+
+void CLoadBudget::ChargeSection(const velstdlib::util::CVELKeyToValueList& section)
+{
+    Take(m_sectionBytes, std::max<std::uint64_t>(section.GetTextBytes(), limits::channelSectionBytes));
+}
+
+void CLoadBudget::CheckSections(std::uint64_t count) const
+{
+    std::uint64_t rest = m_sectionBytes;
+    Take(rest, count * limits::channelSectionBytes);
+}
+
+void CLoadBudget::Take(std::uint64_t& rest, std::uint64_t count) const
+{
+    if (count > rest)
         velstdlib::util::ThrowBadContent(m_fileName);
-    m_slots -= count;
+    rest -= count;
 }
 
 void CLoadBudget::ChargeSamples(std::uint64_t points, std::uint64_t lines, std::int64_t bitCount)
 {
     if (points == 0) {
-        if (lines > m_pointlessLines)
-            velstdlib::util::ThrowBadContent(m_fileName);
-        m_pointlessLines -= lines;
+        Take(m_pointlessLines, lines);
         return;
     }
-    const auto sampleBytes = static_cast<std::uint64_t>(std::max<std::int64_t>(bitCount / 8, 1));
+    const auto sampleBytes = static_cast<std::uint64_t>(bitCount / 8);
     if (lines > m_dataBytes / sampleBytes / points)
         ThrowShortStream();
     m_dataBytes -= lines * points * sampleBytes;

@@ -15,11 +15,6 @@ static_assert(std::endian::native == std::endian::little, "samples are copied as
 
 constexpr int rawBits = 30;
 
-[[noreturn]] void ThrowInvalidBitCount(std::int64_t bitCount)
-{
-    BOOST_THROW_EXCEPTION(std::runtime_error("Invalid bit count: " + std::to_string(bitCount)));
-}
-
 // Shifts towards the top of a wider type, or, when negative, down to the width of a narrower one.
 constexpr std::int32_t Shifted(std::int32_t value, int bits)
 {
@@ -57,35 +52,29 @@ void Encode(std::span<const std::int32_t> samples, std::span<std::byte> bytes)
 void CheckBitCount(std::int64_t bitCount)
 {
     if (bitCount != 8 && bitCount != 16 && bitCount != 32)
-        ThrowInvalidBitCount(bitCount);
+        BOOST_THROW_EXCEPTION(std::runtime_error("Invalid bit count: " + std::to_string(bitCount)));
 }
 
 void DecodeSamples(std::span<const std::byte> bytes, std::int64_t bitCount, std::span<std::int32_t> samples)
 {
-    switch (bitCount) {
-    case 8:
-        return Decode<std::int8_t>(bytes, samples);
-    case 16:
-        return Decode<std::int16_t>(bytes, samples);
-    case 32:
-        return Decode<std::int32_t>(bytes, samples);
-    default:
-        ThrowInvalidBitCount(bitCount);
-    }
+    CheckBitCount(bitCount);
+    if (bitCount == 8)
+        Decode<std::int8_t>(bytes, samples);
+    else if (bitCount == 16)
+        Decode<std::int16_t>(bytes, samples);
+    else
+        Decode<std::int32_t>(bytes, samples);
 }
 
 void EncodeSamples(std::span<const std::int32_t> samples, std::int64_t bitCount, std::span<std::byte> bytes)
 {
-    switch (bitCount) {
-    case 8:
-        return Encode<std::int8_t>(samples, bytes);
-    case 16:
-        return Encode<std::int16_t>(samples, bytes);
-    case 32:
-        return Encode<std::int32_t>(samples, bytes);
-    default:
-        ThrowInvalidBitCount(bitCount);
-    }
+    CheckBitCount(bitCount);
+    if (bitCount == 8)
+        Encode<std::int8_t>(samples, bytes);
+    else if (bitCount == 16)
+        Encode<std::int16_t>(samples, bytes);
+    else
+        Encode<std::int32_t>(samples, bytes);
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -27,7 +27,9 @@ std::int32_t TopBits(double real)
 double CSignalScale::ToReal(std::int32_t raw) const
 {
     const double max = min + range;
-    return min + (max - min) * (raw + rawOffset) / rawSpan;
+    const double real = min + (max - min) * (raw + rawOffset) / rawSpan;
+    // On an axis near the largest double the product overflows, the quotient does not.
+    return std::isfinite(real) ? real : min + (max - min) * ((raw + rawOffset) / rawSpan);
 }
 
 std::optional<std::int32_t> CSignalScale::ToRaw(double real, RealToRawMode mode) const

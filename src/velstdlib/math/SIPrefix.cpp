@@ -58,10 +58,12 @@ std::string_view LeadingSIPrefix(std::string_view text)
 
 std::optional<double> ParseSINumber(std::string_view text)
 {
+    if (const auto plain = ParseDecimal(text)) // also "inf" and "nan", which end like prefixes
+        return plain;
     const auto trails = [&](const SIPrefix& prefix) { return text.ends_with(prefix.symbol); };
     const auto* const found = std::ranges::find_if(prefixes, trails);
     if (found == prefixes.end())
-        return ParseDecimal(text);
+        return std::nullopt;
     const auto number = ParseDecimal(text.substr(0, text.size() - found->symbol.size()));
     return number ? std::optional(*number * found->multiplier / found->divisor) : std::nullopt;
 }

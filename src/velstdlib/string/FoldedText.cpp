@@ -59,6 +59,13 @@ bool EqualFolded(std::string_view a, std::string_view b)
     return std::ranges::equal(a, b, {}, Folded, Folded);
 }
 
+std::string FoldedCopy(std::string_view text)
+{
+    std::string folded(text);
+    std::ranges::transform(folded, folded.begin(), Folded);
+    return folded;
+}
+
 std::size_t HashFolded(std::string_view text)
 {
     const HashKeys& keys = Keys();

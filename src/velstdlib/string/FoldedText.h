@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace veltaris::velstdlib::string {
@@ -13,12 +14,21 @@ constexpr char Folded(char c)
 
 bool EqualFolded(std::string_view a, std::string_view b);
 
+std::string FoldedCopy(std::string_view text);
+
 // Hash of the folded text, keyed with a number drawn once per process, so that no file can be made to collide.
 std::size_t HashFolded(std::string_view text);
 
 constexpr bool IsSpace(char c)
 {
     return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+constexpr std::string_view WithoutLeadingSpace(std::string_view text)
+{
+    while (!text.empty() && IsSpace(text.front()))
+        text.remove_prefix(1);
+    return text;
 }
 
 constexpr std::string_view WithoutTrailingSpace(std::string_view text)

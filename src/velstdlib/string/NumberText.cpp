@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <stdexcept>
 
 namespace veltaris::velstdlib::string {
 
@@ -49,6 +50,16 @@ std::optional<std::uint64_t> ParseDigits(std::string_view digits)
     if (error != std::errc() || stop != end)
         return std::nullopt;
     return value;
+}
+
+std::optional<int> ParseSignedInt(const SignedText& parts)
+{
+    const auto magnitude = ParseDigits(parts.rest);
+    const std::uint64_t limit = std::uint64_t{std::numeric_limits<int>::max()} + (parts.negative ? 1 : 0);
+    if (!magnitude || *magnitude > limit)
+        return std::nullopt;
+    const auto value = static_cast<std::int64_t>(*magnitude);
+    return static_cast<int>(parts.negative ? -value : value);
 }
 
 struct Spelling
@@ -133,13 +144,10 @@ std::optional<double> ParseSignedDouble(std::string_view text)
 template <>
 int ParseNumber<int>(std::string_view text)
 {
-    const SignedText parts = SplitSign(text);
-    const auto magnitude = ParseDigits(parts.rest);
-    const std::uint64_t limit = std::uint64_t{std::numeric_limits<int>::max()} + (parts.negative ? 1 : 0);
-    if (!magnitude || *magnitude > limit)
+    const auto value = ParseSignedInt(SplitSign(text));
+    if (!value)
         ThrowNoNumber<int>();
-    const auto value = static_cast<std::int64_t>(*magnitude);
-    return static_cast<int>(parts.negative ? -value : value);
+    return *value;
 }
 
 template <>
@@ -160,6 +168,19 @@ double ParseNumber<double>(std::string_view text)
         value = ParseLegacySpelling(text);
     if (!value)
         ThrowNoNumber<double>();
+    return *value;
+}
+
+int ParseLeadingInt(std::string_view text)
+{
+    SignedText parts = SplitSign(WithoutLeadingSpace(text));
+    const auto* const end = std::ranges::find_if_not(parts.rest, IsDigit);
+    parts.rest = {parts.rest.begin(), end};
+    if (parts.rest.empty())
+        throw std::invalid_argument("invalid stoi argument");
+    const auto value = ParseSignedInt(parts);
+    if (!value)
+        throw std::out_of_range("stoi argument out of range");
     return *value;
 }
 

@@ -21,6 +21,10 @@ std::uint64_t ParseNumber<std::uint64_t>(std::string_view text);
 template <>
 double ParseNumber<double>(std::string_view text);
 
+// The number that the text begins with, after white space, whatever follows its digits. Throws plain
+// std::invalid_argument "invalid stoi argument" when there is none, and std::out_of_range "stoi argument out of range".
+int ParseLeadingInt(std::string_view text);
+
 // As "%g" writes it: 6 significant digits, which is the precision that the file format has.
 std::string FormatDouble(double value);
 

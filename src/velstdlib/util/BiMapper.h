@@ -31,25 +31,20 @@ public:
         }
     }
 
-    Code map(Enum value) const
-    {
-        try {
-            return CheckedAt(m_codes, value);
-        } catch (const std::out_of_range& e) {
-            BOOST_THROW_EXCEPTION(CNoMappingException(e.what()));
-        }
-    }
-
-    Enum map(Code code) const
-    {
-        try {
-            return CheckedAt(m_values, code);
-        } catch (const std::out_of_range& e) {
-            BOOST_THROW_EXCEPTION(CNoMappingException(e.what()));
-        }
-    }
+    Code map(Enum value) const { return Partner(m_codes, value, BOOST_CURRENT_LOCATION); }
+    Enum map(Code code) const { return Partner(m_values, code, BOOST_CURRENT_LOCATION); }
 
 private:
+    template <class Key, class T>
+    static T Partner(const std::map<Key, T>& partners, const Key& key, const boost::source_location& where)
+    {
+        try {
+            return CheckedAt(partners, key);
+        } catch (const std::out_of_range& e) {
+            boost::throw_exception(CNoMappingException(e.what()), where);
+        }
+    }
+
     std::map<Enum, Code> m_codes;
     std::map<Code, Enum> m_values;
 };

@@ -8,15 +8,6 @@
 
 namespace veltaris::velstdlib::util {
 
-namespace {
-
-[[noreturn]] void ThrowNoActiveSection()
-{
-    BOOST_THROW_EXCEPTION(std::runtime_error("m_pActiveSection == nullptr"));
-}
-
-} // namespace
-
 bool CIniFileContent::SelectSection(std::string_view name)
 {
     const auto position = m_index.Find(name);
@@ -30,23 +21,36 @@ void CIniFileContent::SelectCreateSection(std::string_view name)
     if (name.empty())
         BOOST_THROW_EXCEPTION(std::runtime_error("Empty section name not allowed"));
     if (!m_index.Find(name)) {
-        m_sections.push_back(std::make_unique<Section>(name));
-        m_index.Insert(m_sections.size() - 1);
+        AppendSection(name);
     }
     SelectSection(name);
 }
 
+void CIniFileContent::AppendSection(std::string_view name)
+{
+    m_sections.push_back(std::make_unique<Section>(name));
+    try {
+        m_index.Insert(m_sections.size() - 1);
+    } catch (...) {
+        m_sections.pop_back();
+        throw;
+    }
+}
+
 CVELKeyToValueList& CIniFileContent::GetActiveSection()
 {
-    if (!m_pActiveSection)
-        ThrowNoActiveSection();
-    return *m_pActiveSection;
+    return CheckedSection(BOOST_CURRENT_LOCATION);
 }
 
 const CVELKeyToValueList& CIniFileContent::GetActiveSection() const
 {
+    return CheckedSection(BOOST_CURRENT_LOCATION);
+}
+
+CVELKeyToValueList& CIniFileContent::CheckedSection(const boost::source_location& where) const
+{
     if (!m_pActiveSection)
-        ThrowNoActiveSection();
+        boost::throw_exception(std::runtime_error("m_pActiveSection == nullptr"), where);
     return *m_pActiveSection;
 }
 

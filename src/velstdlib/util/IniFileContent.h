@@ -4,6 +4,8 @@
 #include "velstdlib/util/FoldedIndex.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
+#include <boost/assert/source_location.hpp>
+
 #include <atomic>
 #include <cstddef>
 #include <memory>
@@ -57,6 +59,8 @@ private:
     };
 
     std::string_view NameAt(std::size_t position) const { return m_sections[position]->name; }
+    CVELKeyToValueList& CheckedSection(const boost::source_location& where) const;
+    void AppendSection(std::string_view name);
     void ParseLine(std::string_view line);
 
     std::string m_activeSectionName;

@@ -11,6 +11,14 @@ inline constexpr std::uint64_t headerBytes = std::uint64_t{1} << 30;
 // Groups of a data set, unless its section has even more keys.
 inline constexpr std::uint64_t listEntries = 65'536;
 
+// Views, and the line operators' parameters in the section of each.
+inline constexpr std::uint64_t views = 65'536;
+inline constexpr std::uint64_t viewParameters = 65'536;
+
+// Processors, and each one's inputs and, again, outputs.
+inline constexpr std::uint64_t processors = 65'536;
+inline constexpr std::uint64_t processorChannels = 65'536;
+
 // Channel slots: of one group, and of all groups of a file together.
 inline constexpr std::uint64_t channelSlots = 1'048'576;
 
@@ -22,5 +30,10 @@ inline constexpr std::uint64_t channelDimension = 0x7FFF'FFFF;
 
 // Samples of a channel.
 inline constexpr std::uint64_t channelSamples = std::uint64_t{1} << 32;
+
+// Header text that all channels of a file may claim together, beyond what its header has: several may name one section,
+// and each counts for at least as much as a section of its own would need.
+inline constexpr std::uint64_t sharedSectionBytes = 1'048'576;
+inline constexpr std::uint64_t channelSectionBytes = 64;
 
 } // namespace veltaris::velstdlib::util::limits

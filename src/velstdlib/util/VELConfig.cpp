@@ -77,8 +77,9 @@ bool CVELConfig::ReadHeader(std::istream& stream, const std::atomic<bool>& abort
         return false;
     if (extent.headerBytes > limits::headerBytes)
         ThrowBadContent(m_fileName);
-    m_content.Parse(ReadText(stream, extent.headerBytes), abort);
+    m_content->Parse(ReadText(stream, extent.headerBytes), abort);
     stream.seekg(static_cast<std::streamoff>(extent.headerBytes));
+    m_headerBytes = extent.headerBytes;
     m_dataBytes = extent.fileBytes - extent.headerBytes;
     m_isNew = false;
     return true;
@@ -86,7 +87,8 @@ bool CVELConfig::ReadHeader(std::istream& stream, const std::atomic<bool>& abort
 
 void CVELConfig::Clear()
 {
-    m_content.Clear();
+    m_content->Clear();
+    m_headerBytes = 0;
     m_dataBytes = 0;
     m_isNew = true;
 }
@@ -98,7 +100,7 @@ void CVELConfig::SaveKeys() const
     if (!stream)
         ThrowFileOpen(m_fileName, error);
     stream.exceptions(std::ios::failbit | std::ios::badbit);
-    const std::string text = m_content.Render();
+    const std::string text = m_content->Render();
     stream.write(text.data(), static_cast<std::streamsize>(text.size()));
     stream.close();
 }

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdint>
 #include <istream>
+#include <memory>
 #include <string>
 
 namespace veltaris::velstdlib::util {
@@ -17,8 +18,10 @@ class CVELConfig : private boost::noncopyable
 public:
     virtual ~CVELConfig() = default;
 
-    CIniFileContent& GetContent() { return m_content; }
-    const CIniFileContent& GetContent() const { return m_content; }
+    CIniFileContent& GetContent() { return *m_content; }
+    const CIniFileContent& GetContent() const { return *m_content; }
+    // Exchanges the sections of both documents, and nothing else of them.
+    void SwapContent(CVELConfig& other) noexcept { m_content.swap(other.m_content); }
 
     // The file that the document belongs to: SaveKeys writes it, and failures to read the document name it.
     const std::string& GetFileName() const { return m_fileName; }
@@ -27,6 +30,8 @@ public:
     // True until a header was read.
     bool IsNew() const { return m_isNew; }
 
+    // How many bytes the header has in the stream that it was read from, with its mark.
+    std::uint64_t GetHeaderBytes() const { return m_headerBytes; }
     // How many bytes follow the header in the stream that it was read from.
     std::uint64_t GetDataBytes() const { return m_dataBytes; }
 
@@ -42,9 +47,10 @@ public:
     void SaveKeys() const;
 
 private:
-    CIniFileContent m_content;
+    std::unique_ptr<CIniFileContent> m_content = std::make_unique<CIniFileContent>();
     std::string m_fileName;
     bool m_isNew = true;
+    std::uint64_t m_headerBytes = 0;
     std::uint64_t m_dataBytes = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "velstdlib/util/VELException.h"
 
+#include "velstdlib/util/FileAccess.h"
+
 #include <boost/exception/errinfo_api_function.hpp>
 #include <boost/exception/errinfo_errno.hpp>
 #include <boost/exception/info.hpp>
@@ -13,9 +15,12 @@ namespace {
 
 std::string OpenText(const std::string& filename, int error)
 {
-    const char* const reason =
-        error == ENOENT ? "The specified file was not found." : "The specified file cannot be opened.";
-    return reason + (" Filename: " + filename);
+    std::string reason = "The specified file cannot be opened.";
+    if (error == ENOENT)
+        reason = "The specified file was not found.";
+    else if (IsWriteProtected(filename))
+        reason = "The specified file is write protected.";
+    return reason + " Filename: " + filename;
 }
 
 } // namespace
@@ -26,6 +31,17 @@ void ThrowFileOpen(const std::string& filename, int error, const boost::source_l
                                << boost::errinfo_api_function("open") << boost::errinfo_errno(error)
                                << errinfo_filename(filename),
                            where);
+}
+
+void ThrowFileSave(const std::string& filename, const std::string& reason, const boost::source_location& where)
+{
+    boost::throw_exception(CVELFileSaveException(reason + " Filename: " + filename) << errinfo_filename(filename),
+                           where);
+}
+
+std::string to_string(const errinfo_fileversion& version)
+{
+    return "[" + boost::tag_type_name<tag_fileversion>() + "] = " + std::to_string(version.value()) + "\n";
 }
 
 void ThrowFileVersion(const std::string& filename, std::int32_t version, const boost::source_location& where)
@@ -45,6 +61,12 @@ void ThrowBadContent(const std::string& filename, const boost::source_location& 
         "Filename: " +
         filename;
     boost::throw_exception(CVELFileBadContentException(text) << errinfo_filename(filename), where);
+}
+
+void ThrowWriteProtected(const std::string& filename, const boost::source_location& where)
+{
+    const std::string text = "The specified file is write protected. Filename: " + filename;
+    boost::throw_exception(CVELFileWriteProtectedException(text) << errinfo_filename(filename), where);
 }
 
 } // namespace veltaris::velstdlib::util

@@ -14,16 +14,19 @@ namespace veltaris::velstdlib::util {
 
 using errinfo_filename = boost::error_info<struct tag_filename, std::string>;
 using errinfo_fileversion = boost::error_info<struct tag_fileversion, std::int32_t>;
-using errinfo_chedtype = boost::error_info<struct tag_chedtype, std::string>;
+
+// The version in diagnostic texts: without the digit grouping of the program's locale.
+std::string to_string(const errinfo_fileversion& version);
 
 class CVELException : public virtual boost::exception, public virtual std::exception
 {
 public:
-    explicit CVELException(const std::string& text) : m_text(text) {}
+    explicit CVELException(const std::string& text) : m_text(text) {} // NOLINT(bugprone-throw-keyword-missing)
     const char* what() const noexcept override { return m_text.what(); }
 
 private:
-    std::runtime_error m_text; // shares its text between copies, so that copying the exception cannot fail
+    std::runtime_error m_text; // shares its text between copies, so that
+                               // copying the exception cannot fail
 };
 
 class CVELFileException : public CVELException
@@ -41,6 +44,11 @@ class CVELFileSaveException : public CVELFileException
     using CVELFileException::CVELFileException;
 };
 
+class CVELFileWriteProtectedException : public CVELFileException
+{
+    using CVELFileException::CVELFileException;
+};
+
 class CVELFileVersionException : public CVELFileException
 {
     using CVELFileException::CVELFileException;
@@ -54,9 +62,14 @@ class CVELFileBadContentException : public CVELFileException
 // The ways in which these are raised. `where` is reported as the place of the failure: the caller's, by default.
 [[noreturn]] void ThrowFileOpen(const std::string& filename, int error,
                                 const boost::source_location& where = BOOST_CURRENT_LOCATION);
+[[noreturn]] void ThrowFileSave(const std::string& filename, const std::string& reason,
+                                const boost::source_location& where = BOOST_CURRENT_LOCATION);
 [[noreturn]] void ThrowFileVersion(const std::string& filename, std::int32_t version,
                                    const boost::source_location& where = BOOST_CURRENT_LOCATION);
 [[noreturn]] void ThrowBadContent(const std::string& filename,
                                   const boost::source_location& where = BOOST_CURRENT_LOCATION);
+
+[[noreturn]] void ThrowWriteProtected(const std::string& filename,
+                                      const boost::source_location& where = BOOST_CURRENT_LOCATION);
 
 } // namespace veltaris::velstdlib::util

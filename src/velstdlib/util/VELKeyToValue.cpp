@@ -23,7 +23,13 @@ void CVELKeyToValueList::SetValue(std::string_view key, std::string_view value)
     m_entries.push_back({m_nextOrder, std::string(key), std::string(value)});
     ++m_nextOrder;
     RemoveKey(key);
-    m_index.Insert(m_entries.size() - 1);
+    try {
+        m_index.Insert(m_entries.size() - 1);
+    } catch (...) {
+        m_entries.pop_back();
+        throw;
+    }
+    m_textBytes += key.size() + value.size();
     if (m_holes > GetCount())
         CloseHoles();
 }
@@ -66,6 +72,7 @@ template double CVELKeyToValueList::GetValueT(std::string_view, double) const;
 void CVELKeyToValueList::MakeHole(std::size_t position)
 {
     m_index.Erase(position);
+    m_textBytes -= m_entries[position].key.size() + m_entries[position].value.size();
     m_entries[position] = {};
     ++m_holes;
 }

@@ -35,6 +35,8 @@ public:
     T GetValueT(std::string_view key, T defaultValue) const;
 
     std::size_t GetCount() const { return m_entries.size() - m_holes; }
+    // Of all keys and values.
+    std::size_t GetTextBytes() const { return m_textBytes; }
 
     // Calls visit(key, value) for every key in write order. The list must not be changed meanwhile.
     template <class Visit>
@@ -65,6 +67,7 @@ private:
 
     std::vector<Entry> m_entries; // by ascending order
     std::size_t m_holes = 0;
+    std::size_t m_textBytes = 0;
     CFoldedIndex<CVELKeyToValueList> m_index;
     std::uint64_t m_nextOrder;
 };

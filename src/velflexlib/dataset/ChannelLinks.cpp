@@ -1,0 +1,50 @@
+#include "velflexlib/dataset/ChannelLinks.h"
+
+#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/string/FoldedText.h"
+#include "velstdlib/util/IndexedKey.h"
+#include "velstdlib/util/Limits.h"
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::string::EqualFolded;
+using velstdlib::util::CVELKeyToValueList;
+
+void CChannelLinks::Read(const CVELKeyToValueList& keys, const std::string& prefix, const std::string& fileName)
+{
+    m_links.clear();
+    m_count = ReadListCount(keys, prefix + "Count", velstdlib::util::limits::processorChannels, fileName);
+    keys.ForEach([&](std::string_view key, std::string_view) {
+        const auto indexed = velstdlib::util::SplitIndexedKey(key, prefix);
+        if (!indexed || indexed->index >= m_count)
+            return;
+        if (EqualFolded(indexed->rest, "Group"))
+            m_links[indexed->index].address.group = keys.GetValueT<std::uint64_t>(key, noIndex);
+        else if (EqualFolded(indexed->rest, "Channel"))
+            m_links[indexed->index].address.channel = keys.GetValueT<std::uint64_t>(key, noIndex);
+    });
+}
+
+void CChannelLinks::Connect(const ChannelLookup& lookup)
+{
+    for (auto& [index, link] : m_links) {
+        const auto& [group, channel] = link.address;
+        link.buffer.reset();
+        if (group != noIndex && channel != noIndex)
+            link.buffer = lookup(group, channel);
+    }
+}
+
+CChannelAddress CChannelLinks::GetAddress(std::uint64_t link) const
+{
+    const auto found = m_links.find(link);
+    return found == m_links.end() ? CChannelAddress() : found->second.address;
+}
+
+std::shared_ptr<CDataBuffer> CChannelLinks::GetBuffer(std::uint64_t link) const
+{
+    const auto found = m_links.find(link);
+    return found == m_links.end() ? nullptr : found->second.buffer.lock();
+}
+
+} // namespace veltaris::velflexlib::dataset

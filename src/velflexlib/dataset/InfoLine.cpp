@@ -1,0 +1,23 @@
+#include "velflexlib/dataset/InfoLine.h"
+
+#include "velstdlib/string/FoldedText.h"
+#include "velstdlib/util/HeaderText.h"
+
+namespace veltaris::velflexlib::dataset {
+
+CInfoLine WrittenLine(std::string_view name, std::string_view value)
+{
+    CInfoLine line{velstdlib::util::CleanHeaderText(name), velstdlib::util::CleanHeaderText(value)};
+    line.value = velstdlib::string::WithoutTrailingSpace(line.value);
+    if (const auto equals = line.key.find('='); equals != std::string::npos && !line.value.empty()) {
+        line.value.insert(0, line.key.substr(equals + 1) + "=");
+        line.key.resize(equals);
+    }
+    if (line.key.starts_with('[') && line.value.ends_with(']'))
+        line.key.insert(0, " ");
+    if (line.key.empty())
+        line.value.clear();
+    return line;
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,60 @@
+#include "velflexlib/dataset/InfoSetToVELConfig.h"
+
+#include "velflexlib/dataset/InfoFlatSection.h"
+#include "velflexlib/dataset/InfoTreeSections.h"
+#include "velstdlib/util/FileAccess.h"
+#include "velstdlib/util/VELException.h"
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::util::CIniFileContent;
+
+namespace {
+
+constexpr const char* flatKey = "SetInfos";
+constexpr int flatOnlyVersion = 1;
+
+} // namespace
+
+void CInfoSetToVELConfig::LoadFlat(int fileVersion, const std::atomic<bool>& abort)
+{
+    CIniFileContent& content = m_document.GetContent();
+    content.SelectCreateSection(m_section);
+    std::string list = content.GetActiveSection().GetValue(flatKey);
+    if (list.empty() && fileVersion == flatOnlyVersion && content.SelectSection(flatKey))
+        list = flatKey; // old files have the section, but may lack the key that names it
+    if (list.empty())
+        return;
+    content.SelectCreateSection(list);
+    LoadFlatInfo(m_infoSet, content.GetActiveSection(), fileVersion, abort);
+}
+
+void CInfoSetToVELConfig::LoadTree(const std::atomic<bool>& abort)
+{
+    LoadInfoTrees(m_infoSet, m_document, m_section, abort);
+}
+
+void CInfoSetToVELConfig::Save()
+{
+    if (velstdlib::util::IsWriteProtected(m_document.GetFileName()))
+        velstdlib::util::ThrowWriteProtected(m_document.GetFileName());
+    CInfoGroups flat;
+    CInfoGroups trees;
+    for (const auto& group : m_infoSet.GetGroups())
+        (group->IsStoredFlat() ? flat : trees).push_back(group.get());
+    if (!FitsFlatInfo(flat)) {
+        trees.insert(trees.begin(), flat.begin(), flat.end());
+        flat.clear();
+    }
+    CIniFileContent& content = m_document.GetContent();
+    if (!flat.empty()) {
+        const std::string list = m_section + "-Info";
+        content.SelectCreateSection(m_section);
+        content.GetActiveSection().SetValue(flatKey, list);
+        content.SelectCreateSection(list);
+        SaveFlatInfo(flat, content.GetActiveSection());
+    }
+    SaveInfoTrees(trees, content, m_section);
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,253 @@
+#include "velflexlib/dataset/InfoTreeSections.h"
+
+#include "velflexlib/dataset/InfoLine.h"
+#include "velstdlib/string/FoldedText.h"
+#include "velstdlib/util/HeaderText.h"
+#include "velstdlib/util/IndexedKey.h"
+#include "velstdlib/util/Limits.h"
+#include "velstdlib/util/VELException.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::string::FoldedCopy;
+using velstdlib::util::CIniFileContent;
+using velstdlib::util::CVELConfig;
+using velstdlib::util::CVELKeyToValueList;
+
+namespace {
+
+constexpr std::string_view topLevelLinks = "InfoSet";
+constexpr std::string_view subGroupLinks = "SubSection";
+constexpr std::string_view countSuffix = "Count";
+
+std::string PathBelow(const std::string& section, std::string_view name)
+{
+    return (section + "\\").append(name);
+}
+
+// Names that the numbered links of a section give, in order. However many links are missing, they all name the same
+// group, the one without a name: it stands where the first of them is missing.
+class CLinks
+{
+public:
+    CLinks(const CVELKeyToValueList& keys, std::string_view prefix, const std::string& fileName)
+        : m_prefix(prefix), m_count(ReadCount(keys, prefix, fileName))
+    {
+        keys.ForEach([&](std::string_view key, std::string_view value) {
+            const auto link = velstdlib::util::SplitIndexedKey(key, m_prefix);
+            if (link && link->rest.empty() && link->index < m_count)
+                m_names.emplace(link->index, value);
+        });
+        if (m_names.size() < m_count)
+            m_names.emplace(FirstMissing(), std::string());
+    }
+
+    const std::map<std::uint64_t, std::string>& GetNames() const { return m_names; }
+
+    // Whether a key of the section belongs to the links.
+    bool Owns(std::string_view key) const
+    {
+        const auto link = velstdlib::util::SplitIndexedKey(key, m_prefix);
+        const bool isLink = link && link->rest.empty() && link->index < m_count;
+        return isLink || velstdlib::string::EqualFolded(key, std::string(m_prefix).append(countSuffix));
+    }
+
+private:
+    static std::uint64_t ReadCount(const CVELKeyToValueList& keys, std::string_view prefix, const std::string& fileName)
+    {
+        const int count = std::max(keys.GetValueT<int>(std::string(prefix).append(countSuffix), 0), 0);
+        const auto limit = std::max<std::uint64_t>(velstdlib::util::limits::listEntries, keys.GetCount());
+        if (static_cast<std::uint64_t>(count) > limit)
+            velstdlib::util::ThrowBadContent(fileName);
+        return static_cast<std::uint64_t>(count);
+    }
+
+    std::uint64_t FirstMissing() const
+    {
+        std::uint64_t expected = 0;
+        for (const auto& [index, name] : m_names) {
+            if (index != expected)
+                break;
+            ++expected;
+        }
+        return expected;
+    }
+
+    std::string_view m_prefix;
+    std::uint64_t m_count;
+    std::map<std::uint64_t, std::string> m_names;
+};
+
+// Loads each section once, however often it is linked, so that links can neither loop nor double anything.
+class CTreeLoader
+{
+public:
+    CTreeLoader(CInfoSet& infoSet, CVELConfig& document, const std::atomic<bool>& abort)
+        : m_infoSet(infoSet), m_document(document), m_abort(abort)
+    {
+    }
+
+    void Load(const std::string& section)
+    {
+        const CLinks links(Select(section), topLevelLinks, m_document.GetFileName());
+        LoadGroups(links, section, [&](auto group) { m_infoSet.AddGroup(std::move(group)); });
+        while (!m_waiting.empty() && !m_abort) {
+            const auto [group, groupSection] = std::move(m_waiting.back());
+            m_waiting.pop_back();
+            LoadGroup(*group, groupSection);
+        }
+    }
+
+private:
+    const CVELKeyToValueList& Select(const std::string& section)
+    {
+        m_document.GetContent().SelectCreateSection(section);
+        return m_document.GetContent().GetActiveSection();
+    }
+
+    template <class Add>
+    void LoadGroups(const CLinks& links, const std::string& section, Add add)
+    {
+        std::unordered_set<std::string> added;
+        for (const auto& [index, name] : links.GetNames()) {
+            if (m_abort || !added.insert(name).second)
+                continue;
+            auto group = std::make_unique<CInfoSetItem>(name);
+            std::string groupSection = PathBelow(section, name);
+            if (m_loaded.insert(FoldedCopy(groupSection)).second)
+                m_waiting.emplace_back(group.get(), std::move(groupSection));
+            add(std::move(group));
+        }
+    }
+
+    void LoadGroup(CInfoSetItem& group, const std::string& section)
+    {
+        const CVELKeyToValueList& keys = Select(section);
+        const CLinks links(keys, subGroupLinks, m_document.GetFileName());
+        const auto add = [&](std::unique_ptr<CInfoSetItem> item) {
+            item->SetOwner(&m_infoSet);
+            group.AddSubItem(std::move(item));
+        };
+        LoadGroups(links, section, add);
+        keys.ForEach([&](std::string_view key, std::string_view value) {
+            if (!m_abort && !links.Owns(key))
+                add(std::make_unique<CInfoSetItem>(std::string(key), std::string(value)));
+        });
+    }
+
+    CInfoSet& m_infoSet;
+    CVELConfig& m_document;
+    const std::atomic<bool>& m_abort;
+    std::unordered_set<std::string> m_loaded;
+    std::vector<std::pair<CInfoSetItem*, std::string>> m_waiting;
+};
+
+// Finds for each name the first form of it that is not taken.
+class CUniqueNames
+{
+public:
+    // `full` makes the text that must be unique of a form of the name.
+    template <class Full>
+    std::string Take(const std::string& name, Full full)
+    {
+        std::uint64_t& next = m_nextSuffix[FoldedCopy(full(name))];
+        std::string form = name;
+        while (!m_taken.insert(FoldedCopy(full(form))).second) {
+            next = std::max<std::uint64_t>(next, 2);
+            form = name + "_" + std::to_string(next++);
+        }
+        return form;
+    }
+
+private:
+    std::unordered_set<std::string> m_taken;
+    std::unordered_map<std::string, std::uint64_t> m_nextSuffix; // so that many equal names stay linear
+};
+
+class CTreeSaver
+{
+public:
+    explicit CTreeSaver(CIniFileContent& content) : m_content(content) {}
+
+    void Save(const CInfoGroups& groups, const std::string& section)
+    {
+        SaveLinks(groups, section, topLevelLinks);
+        while (!m_waiting.empty()) {
+            const auto [group, groupSection] = std::move(m_waiting.back());
+            m_waiting.pop_back();
+            SaveGroup(*group, groupSection);
+        }
+    }
+
+private:
+    void SaveLinks(const CInfoGroups& groups, const std::string& section, std::string_view prefix)
+    {
+        m_content.SelectCreateSection(section);
+        CVELKeyToValueList& keys = m_content.GetActiveSection();
+        keys.SetValue(std::string(prefix).append(countSuffix), groups.size());
+        std::vector<std::pair<const CInfoSetItem*, std::string>> linked;
+        for (std::size_t i = 0; i < groups.size(); ++i) {
+            const std::string name = SectionName(*groups[i], section);
+            keys.SetValue(std::string(prefix).append(std::to_string(i)), name);
+            linked.emplace_back(groups[i], PathBelow(section, name));
+        }
+        m_waiting.insert(m_waiting.end(), std::make_move_iterator(linked.rbegin()),
+                         std::make_move_iterator(linked.rend()));
+    }
+
+    std::string SectionName(const CInfoSetItem& group, const std::string& section)
+    {
+        const std::string clean = velstdlib::util::CleanHeaderText(group.GetName());
+        const std::string name(velstdlib::string::WithoutTrailingSpace(clean));
+        return m_sections.Take(name, [&](const std::string& form) { return PathBelow(section, form); });
+    }
+
+    void SaveGroup(const CInfoSetItem& group, const std::string& section)
+    {
+        CInfoGroups subGroups;
+        for (const auto& item : group.GetSubItems()) {
+            if (item->IsGroup())
+                subGroups.push_back(item.get());
+        }
+        SaveLinks(subGroups, section, subGroupLinks);
+        SaveItems(group);
+    }
+
+    // The group's section is the active one, and holds its links only.
+    void SaveItems(const CInfoSetItem& group)
+    {
+        CVELKeyToValueList& keys = m_content.GetActiveSection();
+        const auto asItIs = [](const std::string& form) { return form; };
+        CUniqueNames names;
+        keys.ForEach([&](std::string_view key, std::string_view) { names.Take(std::string(key), asItIs); });
+        for (const auto& item : group.GetSubItems()) {
+            const CInfoLine line = item->IsGroup() ? CInfoLine() : WrittenLine(item->GetName(), item->GetValue());
+            if (!line.value.empty())
+                keys.SetValue(names.Take(line.key, asItIs), line.value);
+        }
+    }
+
+    CIniFileContent& m_content;
+    CUniqueNames m_sections;
+    std::vector<std::pair<const CInfoSetItem*, std::string>> m_waiting; // the next one last
+};
+
+} // namespace
+
+void LoadInfoTrees(CInfoSet& infoSet, CVELConfig& document, const std::string& section, const std::atomic<bool>& abort)
+{
+    CTreeLoader(infoSet, document, abort).Load(section);
+}
+
+void SaveInfoTrees(const CInfoGroups& groups, CIniFileContent& content, const std::string& section)
+{
+    CTreeSaver(content).Save(groups, section);
+}
+
+} // namespace veltaris::velflexlib::dataset

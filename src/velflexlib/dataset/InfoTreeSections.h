@@ -1,0 +1,21 @@
+// The sections that hold trees: one for each group, named by the path to it, with numbered links to the groups below it
+// and a line for each of its items.
+#pragma once
+
+#include "velflexlib/dataset/InfoFlatSection.h"
+#include "velflexlib/dataset/InfoSet.h"
+#include "velstdlib/util/VELConfig.h"
+
+#include <atomic>
+#include <string>
+
+namespace veltaris::velflexlib::dataset {
+
+// Top-level groups are linked from `section`. Throws CVELFileBadContentException for counts above the limit.
+void LoadInfoTrees(CInfoSet& infoSet, velstdlib::util::CVELConfig& document, const std::string& section,
+                   const std::atomic<bool>& abort);
+
+// What would share a key or a section with something before it gets "_2", "_3" and so on behind its name.
+void SaveInfoTrees(const CInfoGroups& groups, velstdlib::util::CIniFileContent& content, const std::string& section);
+
+} // namespace veltaris::velflexlib::dataset

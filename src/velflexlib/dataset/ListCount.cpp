@@ -1,0 +1,18 @@
+#include "velflexlib/dataset/ListCount.h"
+
+#include "velstdlib/util/VELException.h"
+
+namespace veltaris::velflexlib::dataset {
+
+std::uint64_t ReadListCount(const velstdlib::util::CVELKeyToValueList& keys, std::string_view key, std::uint64_t limit,
+                            const std::string& fileName)
+{
+    if (keys.GetValue(key).starts_with('-'))
+        return 0; // as an unsigned number it would wrap around
+    const auto count = keys.GetValueT<std::uint64_t>(key, 0);
+    if (count > limit)
+        velstdlib::util::ThrowBadContent(fileName);
+    return count;
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,68 @@
+#include "velflexlib/dataset/ProcessorBase.h"
+
+#include "velstdlib/string/FoldedText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::util::CVELConfig;
+using velstdlib::util::CVELKeyToValueList;
+
+namespace {
+
+struct Spelling
+{
+    std::string_view text;
+    bool value;
+};
+
+constexpr std::array<Spelling, 6> spellings{
+    {{"1", true}, {"0", false}, {"true", true}, {"false", false}, {"yes", true}, {"no", false}}};
+
+bool ReadBool(const CVELKeyToValueList& keys, std::string_view key, bool defaultValue)
+{
+    const std::string value = keys.GetValue(key);
+    const auto* const found =
+        std::ranges::find_if(spellings, [&](const auto& s) { return velstdlib::string::EqualFolded(s.text, value); });
+    return found == spellings.end() ? defaultValue : found->value;
+}
+
+} // namespace
+
+CProcessorBase::CProcessorBase(const CProcessorKind& kind, std::uint64_t instanceNo)
+    : m_kind(kind), m_instanceNo(instanceNo), m_displayName(kind.defaultDisplayName)
+{
+}
+
+std::string CProcessorBase::GetSectionName() const
+{
+    return std::string("ProcessorSet-").append(m_kind.typeName).append(":").append(std::to_string(m_instanceNo));
+}
+
+void CProcessorBase::LoadParameters(CVELConfig& document)
+{
+    if (!document.GetContent().SelectSection(GetSectionName()))
+        return;
+    const CVELKeyToValueList& keys = document.GetContent().GetActiveSection();
+    m_displayName = keys.GetValue("DisplayName", m_kind.defaultDisplayName);
+    m_enabled = ReadBool(keys, "Enabled", m_enabled);
+    LoadOwnParameters(document);
+    m_inputs.Read(keys, "Input", document.GetFileName());
+    m_outputs.Read(keys, "Output", document.GetFileName());
+}
+
+void CProcessorBase::SaveParameters(CVELConfig& document) const
+{
+    document.GetContent().SelectCreateSection(GetSectionName());
+    SaveOwnParameters(document);
+}
+
+void CProcessorBase::Connect(const ChannelLookup& lookup)
+{
+    m_inputs.Connect(lookup);
+    m_outputs.Connect(lookup);
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,115 @@
+#include "velflexlib/dataset/View.h"
+
+#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/string/NumberText.h"
+#include "velstdlib/util/BiMapper.h"
+#include "velstdlib/util/ContainerHelper.h"
+#include "velstdlib/util/IndexedKey.h"
+#include "velstdlib/util/Limits.h"
+
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::string::ParseLeadingInt;
+using velstdlib::util::BiMapper;
+using velstdlib::util::CVELKeyToValueList;
+
+namespace {
+
+const BiMapper<DataViewID, int> dataViewCodes{{DataViewID::Kind0, 0}, {DataViewID::Kind1, 1}, {DataViewID::Kind2, 2},
+                                              {DataViewID::Kind3, 3}, {DataViewID::Kind4, 4}, {DataViewID::Kind5, 5},
+                                              {DataViewID::Kind6, 6}};
+const BiMapper<ViewMode, int> viewModeCodes{{ViewMode::Mode0, 0}, {ViewMode::Mode1, 1}};
+const BiMapper<GraphMode, int> graphModeCodes{{GraphMode::Mode0, 0}, {GraphMode::Mode1, 1}, {GraphMode::Mode2, 2}};
+
+// The fields between the commas of the text, of which there is at least one, but no more than `most`.
+std::vector<std::string_view> LeadingFields(std::string_view text, std::size_t most)
+{
+    std::vector<std::string_view> fields;
+    while (fields.size() < most) {
+        const auto comma = text.find(',');
+        fields.push_back(text.substr(0, comma));
+        if (comma == std::string_view::npos)
+            break;
+        text.remove_prefix(comma + 1);
+    }
+    return fields;
+}
+
+template <class Enum>
+void ReadMapped(const CVELKeyToValueList& keys, std::string_view key, const BiMapper<Enum, int>& codes, Enum& field)
+{
+    field = codes.map(keys.GetValueT<int>(key, codes.map(field)));
+}
+
+void ReadInt(const CVELKeyToValueList& keys, std::string_view key, int& field)
+{
+    field = keys.GetValueT<int>(key, field);
+}
+
+// The fallback for a text that is no number or out of range.
+int LeadingIntOr(std::string_view text, int fallback)
+{
+    try {
+        return ParseLeadingInt(text);
+    } catch (const std::logic_error&) {
+        return fallback;
+    }
+}
+
+std::pair<int, int> ReadZRange(const CVELKeyToValueList& keys, const std::pair<int, int>& current)
+{
+    const std::string currentText = std::to_string(current.first) + "," + std::to_string(current.second);
+    const std::string text = keys.GetValue("ZRange", currentText);
+    auto fields = LeadingFields(text, 2);
+    const std::string_view last = velstdlib::util::CheckedAt(fields, 1);
+    return {LeadingIntOr(fields.front(), current.first), LeadingIntOr(last, current.second)};
+}
+
+// Operator code, name and value; lines with fewer fields and codes of no operator are skipped.
+void StoreParameter(CView& view, std::string_view line)
+{
+    const auto fields = LeadingFields(line, 3);
+    if (fields.size() < 3)
+        return;
+    const int code = ParseLeadingInt(fields[0]);
+    if (code >= 0 && std::cmp_less(code, view.lineOpParameters.size()))
+        view.lineOpParameters[static_cast<std::size_t>(code)].insert_or_assign(std::string(fields[1]), fields[2]);
+}
+
+// In the order of their numbers, so that the last one of a name counts. The keys that there are bound the work: the
+// count alone would not.
+void ReadParameters(CView& view, const CVELKeyToValueList& keys, const std::string& fileName)
+{
+    const auto count = ReadListCount(keys, "ParCount", velstdlib::util::limits::viewParameters, fileName);
+    std::map<std::uint64_t, std::string_view> lines;
+    keys.ForEach([&](std::string_view key, std::string_view value) {
+        const auto line = velstdlib::util::SplitIndexedKey(key, "Par");
+        if (line && line->index < count && line->rest.empty())
+            lines.emplace(line->index, value);
+    });
+    for (const auto& [index, line] : lines)
+        StoreParameter(view, line);
+}
+
+} // namespace
+
+void CView::Read(const CVELKeyToValueList& keys, const std::string& fileName)
+{
+    ReadMapped(keys, "ViewTyp", dataViewCodes, id); // sic
+    ReadMapped(keys, "LineOp", LineOpCodes(), lineOp);
+    ReadInt(keys, "Channel", channel);
+    ReadInt(keys, "Frame", frame);
+    ReadInt(keys, "ViewSize", size);
+    ReadMapped(keys, "ViewMode", viewModeCodes, viewMode);
+    ReadMapped(keys, "GraphMode", graphModeCodes, graphMode);
+    ReadInt(keys, "AspectRatio", aspectRatio);
+    autoZRange = keys.GetValueT<int>("AutoZRange", autoZRange ? 1 : 0) != 0;
+    zRange = ReadZRange(keys, zRange);
+    ReadParameters(*this, keys, fileName);
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,68 @@
+#include "velflexlib/dataset/ViewSet.h"
+
+#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/util/Limits.h"
+#include "velstdlib/util/VELException.h"
+
+#include <cstdint>
+#include <unordered_map>
+
+namespace veltaris::velflexlib::dataset {
+
+using velstdlib::util::CVELConfig;
+using velstdlib::util::CVELKeyToValueList;
+
+namespace {
+
+constexpr int latestVersion = 1;
+
+// Reads each section once: a file can name one section as often as it likes.
+class CViewReader
+{
+public:
+    explicit CViewReader(CVELConfig& document) : m_document(document) {}
+
+    std::shared_ptr<const CView> Read(const std::string& section)
+    {
+        if (!m_document.GetContent().SelectSection(section))
+            return m_defaultView;
+        const CVELKeyToValueList& keys = m_document.GetContent().GetActiveSection();
+        std::shared_ptr<const CView>& known = m_known[&keys];
+        if (!known) {
+            CView view;
+            view.Read(keys, m_document.GetFileName());
+            known = std::make_shared<const CView>(std::move(view));
+        }
+        return known;
+    }
+
+private:
+    CVELConfig& m_document;
+    const std::shared_ptr<const CView> m_defaultView = std::make_shared<const CView>();
+    std::unordered_map<const CVELKeyToValueList*, std::shared_ptr<const CView>> m_known;
+};
+
+} // namespace
+
+void CViewSet::ReadFromFile(CVELConfig& document, const std::string& sectionName)
+{
+    Clear();
+    document.GetContent().SelectCreateSection(sectionName);
+    const CVELKeyToValueList& keys = document.GetContent().GetActiveSection();
+    const int version = keys.GetValueT<int>("Version", latestVersion);
+    if (version > latestVersion)
+        velstdlib::util::ThrowFileVersion(document.GetFileName(), version);
+    m_width = keys.GetValueT<int>("ViewWidth", m_width);
+    m_height = keys.GetValueT<int>("ViewHeight", m_height);
+    const auto count = ReadListCount(keys, "ViewCount", velstdlib::util::limits::views, document.GetFileName());
+    CViewReader reader(document);
+    for (std::uint64_t i = 0; i < count; ++i)
+        m_views.push_back(reader.Read(keys.GetValue("View" + std::to_string(i))));
+}
+
+void CViewSet::Clear()
+{
+    m_views.clear();
+}
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,181 @@
+// Information in files: flat lists, trees, and what neither could hold as it is.
+#include "support/OxdTest.h"
+
+#include <array>
+
+namespace {
+
+constexpr std::uint64_t root = 1;
+constexpr std::string_view empty = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\n";
+
+class InfoFileTest : public OxdTest
+{
+protected:
+    template <class Getter, class... Arguments>
+    static std::string Text(Getter getter, Arguments... arguments)
+    {
+        std::array<char, 4096> text{};
+        getter(arguments..., text.data(), text.size());
+        return text.data();
+    }
+
+    // The whole tree as one text: groups in braces behind their names.
+    static std::string Tree(std::uint64_t handle,
+                            std::uint64_t node = root) // NOLINT(misc-no-recursion): test trees are flat
+    {
+        std::string text;
+        for (auto child = SelectFirstChildMetaInfoItem(handle, node); child != 0;
+             child = SelectNextMetaInfoItem(handle, child)) {
+            text += Text(GetMetaInfoItemName, handle, child);
+            if (IsMetaInfoItemAGroup(handle, child))
+                text.append("{").append(Tree(handle, child)).append("}");
+            else
+                text.append("=").append(Text(GetMetaInfoItemValue, handle, child)).append(";");
+        }
+        VELGetLastError();
+        return text;
+    }
+
+    std::string SavedHeader(std::uint64_t handle)
+    {
+        Save(handle);
+        return ReadBytes(Path("out.oxd"));
+    }
+
+    // That what was saved reads as `expected`, ten times over, in the same bytes from the second time on.
+    void ExpectStable(const std::string& expected)
+    {
+        std::string previous;
+        for (int round = 0; round < 10; ++round) {
+            const auto handle = Open(Path("out.oxd"));
+            EXPECT_EQ(Tree(handle), expected) << round;
+            Save(handle);
+            CloseOxdFile(handle);
+            const std::string bytes = ReadBytes(Path("out.oxd"));
+            EXPECT_TRUE(round == 0 || bytes == previous) << bytes;
+            previous = bytes;
+        }
+    }
+
+    std::string TreeOf(const std::string& header) { return Tree(Open(WriteOxd(header))); }
+};
+
+TEST_F(InfoFileTest, GroupsOfTheInfoFunctionsAreAFlatListAndGroupsOfTheTreeAreSections)
+{
+    const auto handle = Create();
+    const auto scan = AddMetaInfoItemGroup(handle, root, "Scan");
+    AddMetaInfoItem(handle, scan, "Gain", "5");
+    AddMetaInfoItemGroup(handle, scan, "Head");
+    AddMetaInfoItem(handle, AddMetaInfoItemGroup(handle, scan, "Piezo"), "Range", "2 \xC2\xB5m");
+    CreateInfoItem(handle, CreateInfoGroupWithName(handle, "Tool"), "Tip", "sharp");
+    CreateInfoItem(handle, CreateInfoGroupWithName(handle, "Spec"), "Mod", "a=b");
+    EXPECT_EQ(SavedHeader(handle),
+              std::string(empty) +
+                  "SetInfos=DataSet-Info\r\nInfoSetCount=1\r\nInfoSet0=Scan\r\n"
+                  "[DataSet-Info]\r\n-- Tool --=--------\r\nTip=sharp\r\n-- Spec --=--------\r\nMod=a=b\r\n"
+                  "[DataSet\\Scan]\r\nSubSectionCount=2\r\nSubSection0=Head\r\nSubSection1=Piezo\r\nGain=5\r\n"
+                  "[DataSet\\Scan\\Head]\r\nSubSectionCount=0\r\n"
+                  "[DataSet\\Scan\\Piezo]\r\nSubSectionCount=0\r\nRange=2 \xC2\xB5m\r\n\r\n#!");
+    ExpectStable("Tool{Tip=sharp;}Spec{Mod=a=b;}Scan{Head{}Piezo{Range=2 \xC2\xB5m;}Gain=5;}");
+}
+
+TEST_F(InfoFileTest, WhatAFlatListCouldNotGiveBackIsSavedAsTrees)
+{
+    struct Case
+    {
+        const char* group;
+        std::vector<std::pair<const char*, const char*>> items;
+        const char* readBack;
+    };
+    const Case cases[] = {
+        {"G", {{"a", "1"}, {"A", "2"}}, "G{a=1;A_2=2;}T{x=1;}"},
+        {"T", {{"y", "1"}}, "T{y=1;}T_2{x=1;}"},
+        {"t", {{"y", "1"}}, "t{y=1;}T_2{x=1;}"},
+        {"G", {{"x", "1"}}, "G{x=1;}T{x=1;}"},
+        {"G", {{"offsetx", "1"}}, "G{offsetx=1;}T{x=1;}"},
+        {"G", {{"-- h --", "1"}}, "G{-- h --=1;}T{x=1;}"},
+        {"G=H", {{"y", "1"}}, "G=H{y=1;}T{x=1;}"},
+        {"G", {{"a=b", "1"}, {"a", "2"}}, "G{a=b=1;a_2=2;}T{x=1;}"},
+        {"A\\B ", {{"offsety", "1"}}, "A\\B{offsety=1;}T{x=1;}"},
+    };
+    for (const Case& c : cases) {
+        const auto handle = Create();
+        const auto info = CreateInfoGroupWithName(handle, c.group);
+        for (const auto& [name, value] : c.items)
+            CreateInfoItem(handle, info, name, value);
+        CreateInfoItem(handle, CreateInfoGroupWithName(handle, "T"), "x", "1");
+        EXPECT_EQ(SavedHeader(handle).find("SetInfos"), std::string::npos) << c.readBack;
+        ExpectStable(c.readBack);
+        CloseOxdFile(handle);
+    }
+}
+
+TEST_F(InfoFileTest, CollidingNamesGetNumbersAndNothingIsLost)
+{
+    const auto handle = Create();
+    const auto a = AddMetaInfoItemGroup(handle, root, "A");
+    AddMetaInfoItemGroup(handle, root, "A\\B");
+    AddMetaInfoItem(handle, AddMetaInfoItemGroup(handle, a, "B"), "i", "1");
+    AddMetaInfoItem(handle, AddMetaInfoItemGroup(handle, a, "b "), "i", "2");
+    for (const char* name : {"k", "K", "k_2", "SubSection0", "SubSectionCount"})
+        AddMetaInfoItem(handle, a, name, name);
+    AddMetaInfoItem(handle, a, "[head", "x]");
+    AddMetaInfoItem(handle, a, "", "unnamed");
+    AddMetaInfoItem(handle, a, "line\nbreak", "a#!b ");
+    Save(handle);
+    ExpectStable("A{B_2{i=1;}b_3{i=2;}k=k;K_2=K;k_2_2=k_2;SubSection0_2=SubSection0;SubSectionCount_2=SubSectionCount;"
+                 " [head=x];line break=a# !b;}A\\B{}");
+}
+
+TEST_F(InfoFileTest, ListsWithoutHeaderLinesAreSortedIntoGroups)
+{
+    const std::string v1 = "[DataSet]\nChannelCount=1\nFrameCount=1\nCh0-Fr0=C\n[C]\n";
+    const std::string v2 = "[DataSet]\nVersion=2\nSetInfos=I\n";
+    const std::string items = "Other=0\nscansize=1\nGapVoltage2=2\nTip Potential=3\nMod=4\nPointsAbort=5\nMeasurement "
+                              "aborted=6\nMod=7\nX=8\n";
+    EXPECT_EQ(TreeOf(v2 + "[I]\n" + items),
+              "Tool{Other=0;}Scan{Image size=1;GapVoltage2=2;}Approach{Tip voltage=3;PointsAbort=5;}"
+              "Spec{Measurement aborted=6;Mod=7;X=8;}");
+    for (const char* const section : {"[SetInfos]\n", "[DataSet]\nSetInfos=I\n[I]\n"})
+        EXPECT_EQ(TreeOf(v1 + section + items),
+                  "Tool{Other=0;}Scan{Image size=1;}Approach{GapVoltage2=2;Tip voltage=3;}"
+                  "Spec{PointsAbort=5;Measurement aborted=6;Mod=7;X=8;}");
+    EXPECT_EQ(TreeOf(v2 + "[I]\nYOffset=1\n"), "Tool{Y-Pos=1;}");
+    EXPECT_EQ(TreeOf(v2 + "[I]\nImage size=1\n-- H --=x\na=2\n"), "Scan{Image size=1;}H{a=2;}");
+}
+
+TEST_F(InfoFileTest, HeaderLinesBeginGroups)
+{
+    const std::string begin = "[DataSet]\nVersion=2\nSetInfos=I\n[I]\n";
+    EXPECT_EQ(TreeOf(begin + "-- Scan --=x\nImage size=1\nMod=2\n-- B!!!=\n-- b###=y\nz=3\n"),
+              "Scan{Image size=1;Mod=2;}b{z=3;}");
+    EXPECT_EQ(TreeOf(begin + "-- =x\na=1\n-- ab=x\nb=2\n"), "{a=1;}{b=2;}") << "a header too short for a name";
+    EXPECT_EQ(TreeOf("[DataSet]\nVersion=2\nSetInfos=missing\n"), "");
+}
+
+TEST_F(InfoFileTest, TreesAreReadWithMissingRepeatedAndCircularLinks)
+{
+    const std::string begin = "[DataSet]\nVersion=2\nInfoSetCount=";
+    EXPECT_EQ(TreeOf(begin + "3\nInfoSet0=A\nInfoSet2=A\n[DataSet\\A]\nx=1\n[DataSet\\]\ny=2\n"), "A{x=1;}{y=2;}");
+    EXPECT_EQ(TreeOf(begin + "2\nInfoSet0=A\nInfoSet1=a\n[DataSet\\A]\nx=1\n"), "A{x=1;}a{}");
+    EXPECT_EQ(TreeOf(begin + "1\nInfoSet0=A\n[DataSet\\A]\nx=1\nSubSectionCount=2\nsubsection1=C\nSubSection0=B\ny=2\n"
+                             "[DataSet\\A\\B]\nSubSectionCount=-5\nSubSection0=none\n"),
+              "A{B{SubSection0=none;}C{}x=1;y=2;}");
+    EXPECT_EQ(TreeOf(begin + "-1\nInfoSet0=A\n"), "");
+    EXPECT_EQ(TreeOf(begin + "x\nInfoSet0=A\n"), "");
+    EXPECT_EQ(TreeOf(begin + "1\n[DataSet\\]\nSubSectionCount=1\n"), "{{}}");
+    EXPECT_TRUE(ReasonOfOpening(WriteOxd(begin + "2147483647\n")).starts_with("The hed file is corrupted."));
+    EXPECT_EQ(TreeOf(begin + "65536\nInfoSet9=A\n"), "{}A{}");
+}
+
+TEST_F(InfoFileTest, CountsWithoutLinksCostNothing)
+{
+    std::string header = "[DataSet]\nVersion=2\nInfoSetCount=3000\n";
+    for (int i = 0; i < 3000; ++i)
+        header += "InfoSet" + std::to_string(i) + "=G" + std::to_string(i) + "\n";
+    for (int i = 0; i < 3000; ++i)
+        header += "[DataSet\\G" + std::to_string(i) + "]\nSubSectionCount=65536\n";
+    EXPECT_EQ(GetInfoGroupCount(Open(WriteOxd(header))), 3000U) << "two hundred million links, were they counted";
+}
+
+} // namespace

@@ -1,0 +1,160 @@
+// What a file tells of processors. Files are written without them, so that no other interface shows what was read.
+#include "velflexlib/dataset/ProcessorSet.h"
+#include "velflexlib/dataset/Processors.h"
+#include "velstdlib/util/VELException.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+using namespace veltaris::velflexlib;
+using namespace dataset;
+using namespace veltaris::velstdlib::util;
+
+namespace {
+
+const std::string slopeGuid = "{AB0B4062-81AF-464B-A7F7-75B11891ACF8}";
+
+class ProcessorSetTest : public ::testing::Test
+{
+protected:
+    CVELConfig document;
+    CProcessorSet processorSet;
+
+    void Read(const std::string& header)
+    {
+        document.SetFileName("some.oxd");
+        document.GetContent().Parse(header, false);
+        processorSet.ReadFromFile(document);
+    }
+
+    // The first slope processor, whose parameter section has these lines.
+    const CProcessorSlope& ReadSlope(const std::string& lines)
+    {
+        Read("[ProcessorSet]\nProcessorCount=1\nProcessor0=p\n[p]\nGUID=" + slopeGuid +
+             "\nInstanceNo=3\n[processorset-slope:3]\n" + lines);
+        return dynamic_cast<const CProcessorSlope&>(*processorSet.GetProcessors().at(0));
+    }
+
+    std::string SectionNames() const
+    {
+        std::string names;
+        for (const CProcessorBase* processor : processorSet.GetProcessors())
+            names += processor->GetSectionName() + " ";
+        return names;
+    }
+};
+
+TEST_F(ProcessorSetTest, EntriesWithIdentifierAndNumberBecomeProcessors)
+{
+    const std::string entries = "Processor0=s\nProcessor1=missing\nProcessor3=unnumbered\nProcessor4=nameless\n"
+                                "Processor5=m\nProcessor6=none\nProcessor7=i\nProcessor8=S\nProcessor9=unlisted\n";
+    const std::string sections =
+        "[s]\nGUID=" + slopeGuid + "\nInstanceNo=0\n[unnumbered]\nGUID=unknown\n[nameless]\nInstanceNo=1\n" +
+        "[m]\nGUID={1220F4A8-053A-494D-B28C-3635059D1530}\nInstanceNo=18446744073709551614\n" +
+        "[none]\nGUID=unknown\nInstanceNo=18446744073709551615\n" +
+        "[i]\nGUID={138707ED-FD93-4E28-B2B0-C5DA628CB815}\nInstanceNo=7\n[unlisted]\nGUID=unknown\nInstanceNo=1\n";
+    Read("[ProcessorSet]\nProcessorCount=9\n" + entries + sections);
+    EXPECT_EQ(SectionNames(), "ProcessorSet-Slope:0 ProcessorSet-MaxAdhesion:18446744073709551614 "
+                              "ProcessorSet-Indentation:7 ProcessorSet-Slope:0 ");
+    EXPECT_EQ(processorSet.GetProcessors()[1]->GetDisplayName(), "Maximum adhesion");
+    for (const char* header : {"", "[ProcessorSet]\n", "[ProcessorSet]\nProcessorCount=-1\nProcessor0=s\n"}) {
+        Read(header + sections);
+        EXPECT_EQ(SectionNames(), "") << header;
+    }
+}
+
+TEST_F(ProcessorSetTest, AnUnknownIdentifierFails)
+{
+    try {
+        Read("[ProcessorSet]\nProcessorCount=1\nProcessor0=p\n[p]\nInstanceNo=0\n"
+             "GUID={ab0b4062-81af-464b-a7f7-75b11891acf8}\n");
+        ADD_FAILURE() << "identifiers are compared with their case";
+    } catch (const std::out_of_range& failure) {
+        EXPECT_STREQ(failure.what(), "invalid map<K, T> key");
+    }
+}
+
+TEST_F(ProcessorSetTest, TheCommonKeysAreRead)
+{
+    EXPECT_EQ(ReadSlope("").GetDisplayName(), "Slope");
+    EXPECT_EQ(ReadSlope("DisplayName=My slope\n").GetDisplayName(), "My slope");
+    const std::pair<const char*, bool> cases[] = {{"", true},     {"1", true},      {"0", false},
+                                                  {"True", true}, {"FALSE", false}, {"yes", true},
+                                                  {"No", false},  {"off", true},    {"00", true}};
+    for (const auto& [text, enabled] : cases)
+        EXPECT_EQ(ReadSlope("Enabled=" + std::string(text) + "\n").IsEnabled(), enabled) << text;
+}
+
+TEST_F(ProcessorSetTest, TheSlopeHasARangeAndWritesIt)
+{
+    EXPECT_EQ(ReadSlope("").GetRangeMin(), (fx::CFxProperty{0, "m"}));
+    const CProcessorSlope& slope = ReadSlope("RangeMin=-2.5 nm\nRangeMax=3\u00B5V\nDisplayName=x\n");
+    EXPECT_EQ(slope.GetRangeMin(), (fx::CFxProperty{-2.5e-9, "m"}));
+    EXPECT_EQ(slope.GetRangeMax(), (fx::CFxProperty{3e-6, "V"}));
+    document.Clear();
+    slope.SaveParameters(document);
+    EXPECT_EQ(document.GetContent().Render(), "[ProcessorSet-Slope:3]\r\nRangeMin=-2.5e-09 m\r\nRangeMax=3e-06 V\r\n");
+}
+
+TEST_F(ProcessorSetTest, ChannelsAreConnectedWhereTheyExist)
+{
+    const CProcessorSlope& slope = ReadSlope("InputCount=5\nInput0Group=1\nInput0Channel=2\nInput1Group=1\n"
+                                             "Input3Group=9\ninput3CHANNEL=9\nInput5Group=1\nInput5Channel=2\n"
+                                             "Input04Group=1\nInput4Channels=2\nOutputCount=1\nOutput0Group=3\n"
+                                             "Output0Channel=4\n");
+    ASSERT_EQ(slope.GetInputs().GetCount(), 5U);
+    const CChannelAddress addresses[] = {{1, 2}, {1, noIndex}, {}, {9, 9}, {}, {}};
+    for (std::uint64_t i = 0; i < std::size(addresses); ++i)
+        EXPECT_EQ(slope.GetInputs().GetAddress(i), addresses[i]) << i;
+    EXPECT_EQ(slope.GetOutputs().GetAddress(0), (CChannelAddress{3, 4}));
+
+    auto buffer = std::make_shared<CDataBuffer>(32, 1, 1);
+    std::string asked;
+    const auto lookup = [&](std::uint64_t group, std::uint64_t channel) {
+        asked += std::to_string(group) + ":" + std::to_string(channel) + " ";
+        return group == 9 ? nullptr : buffer;
+    };
+    processorSet.Connect(lookup);
+    EXPECT_EQ(asked, "1:2 9:9 3:4 ");
+    EXPECT_EQ(slope.GetInputs().GetBuffer(0), buffer);
+    EXPECT_EQ(slope.GetOutputs().GetBuffer(0), buffer);
+    for (const std::uint64_t unconnected : {1, 2, 3, 4, 5})
+        EXPECT_EQ(slope.GetInputs().GetBuffer(unconnected), nullptr) << unconnected;
+    buffer.reset();
+    EXPECT_EQ(slope.GetInputs().GetBuffer(0), nullptr) << "a processor keeps no channel alive";
+}
+
+TEST_F(ProcessorSetTest, CountsAboveTheLimitAreRefused)
+{
+    EXPECT_THROW(Read("[ProcessorSet]\nProcessorCount=65537\n"), CVELFileBadContentException);
+    EXPECT_THROW(ReadSlope("InputCount=65537\n"), CVELFileBadContentException);
+    EXPECT_THROW(ReadSlope("OutputCount=18446744073709551615\n"), CVELFileBadContentException);
+    EXPECT_EQ(ReadSlope("InputCount=-1\n").GetInputs().GetCount(), 0U);
+}
+
+// Each of these would be four thousand million steps, and as many entries, if a count alone drove them.
+TEST_F(ProcessorSetTest, CountsCostNoMoreThanTheKeysThatThereAre)
+{
+    std::string entries = "[ProcessorSet]\nProcessorCount=65536\n";
+    std::string sections = "[ProcessorSet-Slope:0]\nInputCount=65536\nOutputCount=65536\n";
+    for (int i = 0; i < 65536; ++i) {
+        entries += "Processor" + std::to_string(i) + "=" + std::to_string(i % 4096) + "\n";
+        sections += "Input" + std::to_string(i) + "Group=0\n";
+    }
+    for (int i = 0; i < 4096; ++i) {
+        const std::string number = std::to_string(i < 2048 ? 0 : i);
+        sections += "[" + std::to_string(i) + "]\nGUID=" + slopeGuid + "\nInstanceNo=" + number + "\n";
+        sections += "[ProcessorSet-Slope:" + number + "]\nInputCount=65536\n";
+    }
+    Read(entries + sections);
+    const auto& processors = processorSet.GetProcessors();
+    EXPECT_EQ(processors.size(), 65536U);
+    EXPECT_EQ(processors.front(), processors.at(2047)) << "one kind and number make one processor";
+    EXPECT_NE(processors.at(2048), processors.at(2049));
+    EXPECT_EQ(processors.front()->GetInputs().GetAddress(65535).group, 0U);
+    processorSet.Connect([](auto, auto) { return nullptr; });
+}
+
+} // namespace

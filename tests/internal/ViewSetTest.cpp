@@ -1,0 +1,146 @@
+// What a file tells of views. Files are written without them, so that no other interface shows what was read.
+#include "velflexlib/dataset/ViewSet.h"
+#include "velstdlib/util/VELException.h"
+
+#include <boost/exception/get_error_info.hpp>
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+using namespace veltaris::velflexlib::dataset;
+using namespace veltaris::velstdlib::util;
+
+namespace {
+
+class ViewSetTest : public ::testing::Test
+{
+protected:
+    CVELConfig document;
+    CViewSet viewSet;
+
+    void Read(const std::string& header)
+    {
+        document.SetFileName("some.oxd");
+        document.GetContent().Parse(header, false);
+        viewSet.ReadFromFile(document, "SetView");
+    }
+
+    // The first view, whose section has these lines.
+    const CView& ReadView(const std::string& lines)
+    {
+        Read("[SetView]\nViewCount=1\nView0=v\n[V]\n" + lines);
+        return *viewSet.GetViews().at(0);
+    }
+
+    template <class Failure>
+    std::string TextOf(const std::string& lines)
+    {
+        try {
+            ReadView(lines);
+        } catch (const Failure& failure) {
+            return failure.what();
+        }
+        return "no such failure";
+    }
+};
+
+std::string Fields(const CView& v)
+{
+    std::string text;
+    for (const int field :
+         {static_cast<int>(v.id), static_cast<int>(v.lineOp), v.channel, v.frame, v.size, static_cast<int>(v.viewMode),
+          static_cast<int>(v.graphMode), v.aspectRatio, v.autoZRange ? 1 : 0, v.zRange.first, v.zRange.second})
+        text += std::to_string(field) + " ";
+    return text;
+}
+
+TEST_F(ViewSetTest, EveryKeyOfAViewSetsItsField)
+{
+    const std::pair<const char*, const char*> cases[] = {{"", "0 0 0 0 0 0 0 0 1 0 0 "},
+                                                         {"ViewTyp=6\n", "6 0 0 0 0 0 0 0 1 0 0 "},
+                                                         {"LineOp=5\n", "0 5 0 0 0 0 0 0 1 0 0 "},
+                                                         {"Channel=-3\n", "0 0 -3 0 0 0 0 0 1 0 0 "},
+                                                         {"Frame=3\n", "0 0 0 3 0 0 0 0 1 0 0 "},
+                                                         {"ViewSize=3\n", "0 0 0 0 3 0 0 0 1 0 0 "},
+                                                         {"ViewMode=1\n", "0 0 0 0 0 1 0 0 1 0 0 "},
+                                                         {"GraphMode=2\n", "0 0 0 0 0 0 2 0 1 0 0 "},
+                                                         {"AspectRatio=3\n", "0 0 0 0 0 0 0 3 1 0 0 "},
+                                                         {"AutoZRange=0\n", "0 0 0 0 0 0 0 0 0 0 0 "},
+                                                         {"AutoZRange=-2\n", "0 0 0 0 0 0 0 0 1 0 0 "},
+                                                         {"ZRange=-5, 7x,9\n", "0 0 0 0 0 0 0 0 1 -5 7 "},
+                                                         {"ZRange=x,7\n", "0 0 0 0 0 0 0 0 1 0 7 "},
+                                                         {"ViewTyp=six\nChannel=\n", "0 0 0 0 0 0 0 0 1 0 0 "}};
+    for (const auto& [lines, fields] : cases)
+        EXPECT_EQ(Fields(ReadView(lines)), fields) << lines;
+}
+
+TEST_F(ViewSetTest, ParametersGoToTheListOfTheirOperator)
+{
+    const CView& view = ReadView("ParCount=12\nPar11=1,Twice,last\nPar0=1,Offset,3.5\nPar1=1,Offset\nPar2=6,a,b\n"
+                                 "Par3=-1,a,b\nPar4= 5x,,v,dropped\nPar5=0,a,\nPar9=1,Twice,first\nPar010=1,No,1\n"
+                                 "Par12=1,No,1\nPar8x=1,No,1\n");
+    const CView::Parameters second{{"Offset", "3.5"}, {"Twice", "last"}};
+    const decltype(view.lineOpParameters) expected{CView::Parameters{{"a", ""}}, second, {}, {}, {}, {{"", "v"}}};
+    EXPECT_EQ(view.lineOpParameters, expected);
+}
+
+TEST_F(ViewSetTest, BrokenViewsFailAsTheirValuesDo)
+{
+    for (const char* line : {"ViewTyp=7\n", "ViewTyp=-1\n", "LineOp=6\n", "ViewMode=2\n", "GraphMode=3\n"})
+        EXPECT_EQ(TextOf<CNoMappingException>(line), "invalid map<K, T> key") << line;
+    EXPECT_EQ(TextOf<std::out_of_range>("ZRange=5\n"), "invalid vector<T> subscript");
+    EXPECT_EQ(TextOf<std::invalid_argument>("ParCount=1\nPar0=one,a,b\n"), "invalid stoi argument");
+    EXPECT_EQ(TextOf<std::out_of_range>("ParCount=1\nPar0=2147483648,a,b\n"), "stoi argument out of range");
+}
+
+TEST_F(ViewSetTest, TheSectionGivesTheSizeAndTheViews)
+{
+    Read("[SetView]\nVersion=1\nViewWidth=640\nViewHeight=-480\nViewCount=4\nView0=a\nView1=missing\nView3=A\n"
+         "[a]\nChannel=2\n");
+    EXPECT_EQ(viewSet.GetWidth(), 640);
+    EXPECT_EQ(viewSet.GetHeight(), -480);
+    std::string channels;
+    for (const auto& view : viewSet.GetViews())
+        channels += std::to_string(view->channel);
+    EXPECT_EQ(channels, "2002");
+    for (const char* header : {"", "[SetView]\nViewCount=0\nView0=a\n[a]\nViewTyp=9\n", "[SetView]\nViewCount=-1\n"}) {
+        Read(header);
+        EXPECT_TRUE(viewSet.GetViews().empty()) << header;
+        EXPECT_EQ(viewSet.GetWidth(), 640);
+    }
+}
+
+TEST_F(ViewSetTest, LaterVersionsAndCountsAboveTheLimitAreRefused)
+{
+    try {
+        Read("[SetView]\nVersion=2\nViewCount=1\n");
+        ADD_FAILURE();
+    } catch (const CVELFileVersionException& failure) {
+        EXPECT_EQ(*boost::get_error_info<errinfo_fileversion>(failure), 2);
+        EXPECT_EQ(*boost::get_error_info<errinfo_filename>(failure), "some.oxd");
+    }
+    EXPECT_TRUE(viewSet.GetViews().empty());
+    EXPECT_THROW(Read("[SetView]\nViewCount=65537\n"), CVELFileBadContentException);
+    EXPECT_THROW(ReadView("ParCount=18446744073709551615\n"), CVELFileBadContentException);
+    ReadView("ParCount=-18446744073709551600\nPar0=broken,a,b\n");
+}
+
+// Each of these would be four thousand million steps, and as many entries, if a count alone drove them.
+TEST_F(ViewSetTest, CountsCostNoMoreThanTheKeysThatThereAre)
+{
+    std::string views = "[SetView]\nViewCount=65536\n";
+    std::string sections = "[same]\nParCount=65536\n";
+    for (int i = 0; i < 65536; ++i) {
+        views += "View" + std::to_string(i) + "=" + (i % 2 == 0 ? "same" : std::to_string(i)) + "\n";
+        sections += "Par" + std::to_string(i) + "=0," + std::to_string(i) + ",value\n";
+    }
+    for (int i = 1; i < 65536; i += 2)
+        sections += "[" + std::to_string(i) + "]\nParCount=65536\n";
+    Read(views + sections);
+    EXPECT_EQ(viewSet.GetViews().back()->lineOpParameters[0].size(), 0U);
+    EXPECT_EQ(viewSet.GetViews().front()->lineOpParameters[0].size(), 65536U);
+    EXPECT_EQ(viewSet.GetViews().front(), viewSet.GetViews().at(65534)) << "one section makes one view";
+}
+
+} // namespace
