@@ -69,7 +69,7 @@
  *     groups come first. A list that could not hold what is in them is saved as trees, too.
  *
  * 12. What a file does not keep: empty texts (an empty group name comes back as "Group0", an empty axis name
- *     as "Noname", an item without a value or a name not at all), blanks at the end of a text, line breaks in a text (they
+ *     as "Noname", an item without a value not at all, one without a name as " "), blanks at the end of a text, line breaks in a text (they
  *     become blanks), group ids, and what follows a "=" in an item's name (it goes to the value). Information whose names a
  *     file cannot tell apart gets "_2", "_3" and so on behind its name.
  */

@@ -63,7 +63,7 @@ std::string RenderHeader(const veltaris::velstdlib::util::CVELOXDConfig& documen
 {
     std::string text = document.GetContent().Render().append(headerEnd);
     if (text.size() > veltaris::velstdlib::util::limits::headerBytes)
-        veltaris::velstdlib::util::ThrowFileSave(document.GetFileName(), "There is too much text for one file.");
+        veltaris::velstdlib::util::ThrowFileSave(document.GetFileName(), veltaris::velstdlib::util::tooMuchText);
     return text;
 }
 

@@ -80,10 +80,10 @@ const std::vector<std::unique_ptr<CInfoSetItem>>& Siblings(const CInfoSet& infoS
 // Adds the node to the parent's sub-items; the result is its handle.
 std::uint64_t AddNode(CInfoSet& infoSet, CInfoSetItem& parent, std::unique_ptr<CInfoSetItem> node)
 {
-    CInfoSetItem& added = *node;
-    added.SetOwner(&infoSet);
+    node->SetOwner(&infoSet);
+    const std::uint64_t handle = infoSet.GetHandle(*node); // first: what fails here leaves no node behind
     parent.AddSubItem(std::move(node));
-    return infoSet.GetHandle(added);
+    return handle;
 }
 
 } // namespace
@@ -548,9 +548,9 @@ uint64_t CreateInfoItem(uint64_t handle, uint64_t info, const char* name, const 
 {
     return Export("create info item", [&](const CCall& call) -> uint64_t {
         CInfoSetItem& group = call.Info(handle, info);
-        auto item = std::make_unique<CInfoSetItem>(call.Text(name), call.Text(value));
-        if (group.FindLeaf(name))
+        if (group.FindLeaf(call.Text(name)))
             call.Fail("Info item with given name already exists. Name: ", name);
+        auto item = std::make_unique<CInfoSetItem>(name, call.Text(value));
         item->SetOwner(&InfoSetOf(handle));
         call.Done(group.AddSubItem(std::move(item)));
         return group.GetLeafCount() - 1;
@@ -729,8 +729,10 @@ uint64_t AddMetaInfoItemGroup(uint64_t handle, uint64_t item, const char* name)
         auto group = std::make_unique<CInfoSetItem>(call.Text(name));
         if (parent)
             return AddNode(infoSet, *parent, std::move(group));
+        group->SetOwner(&infoSet);
+        const std::uint64_t added = infoSet.GetHandle(*group);
         infoSet.AddGroup(std::move(group));
-        return infoSet.GetHandle(*infoSet.GetGroups().back());
+        return added;
     });
 }
 

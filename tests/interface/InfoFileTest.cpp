@@ -1,8 +1,6 @@
 // Information in files: flat lists, trees, and what neither could hold as it is.
 #include "support/OxdTest.h"
 
-#include <array>
-
 namespace {
 
 constexpr std::uint64_t root = 1;
@@ -11,17 +9,9 @@ constexpr std::string_view empty = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\n";
 class InfoFileTest : public OxdTest
 {
 protected:
-    template <class Getter, class... Arguments>
-    static std::string Text(Getter getter, Arguments... arguments)
-    {
-        std::array<char, 4096> text{};
-        getter(arguments..., text.data(), text.size());
-        return text.data();
-    }
-
     // The whole tree as one text: groups in braces behind their names.
-    static std::string Tree(std::uint64_t handle,
-                            std::uint64_t node = root) // NOLINT(misc-no-recursion): test trees are flat
+    // NOLINTNEXTLINE(misc-no-recursion): the trees of these tests are shallow
+    static std::string Tree(std::uint64_t handle, std::uint64_t node = root)
     {
         std::string text;
         for (auto child = SelectFirstChildMetaInfoItem(handle, node); child != 0;
@@ -93,6 +83,8 @@ TEST_F(InfoFileTest, WhatAFlatListCouldNotGiveBackIsSavedAsTrees)
         {"t", {{"y", "1"}}, "t{y=1;}T_2{x=1;}"},
         {"G", {{"x", "1"}}, "G{x=1;}T{x=1;}"},
         {"G", {{"offsetx", "1"}}, "G{offsetx=1;}T{x=1;}"},
+        {"G", {{"--\nh --", "1"}, {"y", "2"}}, "G{-- h --=1;y=2;}T{x=1;}"},
+        {"G", {{"Tip\nPotential", "1"}}, "G{Tip Potential=1;}T{x=1;}"},
         {"G", {{"-- h --", "1"}}, "G{-- h --=1;}T{x=1;}"},
         {"G=H", {{"y", "1"}}, "G=H{y=1;}T{x=1;}"},
         {"G", {{"a=b", "1"}, {"a", "2"}}, "G{a=b=1;a_2=2;}T{x=1;}"},
@@ -110,6 +102,15 @@ TEST_F(InfoFileTest, WhatAFlatListCouldNotGiveBackIsSavedAsTrees)
     }
 }
 
+TEST_F(InfoFileTest, GroupsThatAreWrittenAlikeAreToldApart)
+{
+    const auto handle = Create();
+    for (const char* name : {"A\nB", "A B", "#!", "# !"})
+        CreateInfoItem(handle, CreateInfoGroupWithName(handle, name), "i", name);
+    Save(handle);
+    ExpectStable("A B{i=A B;}A B_2{i=A B;}# !{i=# !;}# !_2{i=# !;}");
+}
+
 TEST_F(InfoFileTest, CollidingNamesGetNumbersAndNothingIsLost)
 {
     const auto handle = Create();
@@ -124,7 +125,7 @@ TEST_F(InfoFileTest, CollidingNamesGetNumbersAndNothingIsLost)
     AddMetaInfoItem(handle, a, "line\nbreak", "a#!b ");
     Save(handle);
     ExpectStable("A{B_2{i=1;}b_3{i=2;}k=k;K_2=K;k_2_2=k_2;SubSection0_2=SubSection0;SubSectionCount_2=SubSectionCount;"
-                 " [head=x];line break=a# !b;}A\\B{}");
+                 " [head=x]; =unnamed;line break=a# !b;}A\\B{}");
 }
 
 TEST_F(InfoFileTest, ListsWithoutHeaderLinesAreSortedIntoGroups)

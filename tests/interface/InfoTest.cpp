@@ -1,7 +1,6 @@
 // Info groups and items by position, and the same information as a tree of nodes.
 #include "support/OxdTest.h"
 
-#include <array>
 #include <functional>
 
 namespace {
@@ -14,14 +13,6 @@ class InfoTest : public OxdTest
 {
 protected:
     const std::uint64_t handle = Create();
-
-    template <class Getter, class... Arguments>
-    static std::string Text(Getter getter, Arguments... arguments)
-    {
-        std::array<char, 256> text{};
-        getter(arguments..., text.data(), text.size());
-        return text.data();
-    }
 
     std::string Names() const
     {
@@ -69,6 +60,8 @@ TEST_F(InfoTest, ItemsAreCreatedFoundEditedAndDeletedByPosition)
     for (const char* name : {"x", "y", "z"})
         EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, name, "1"); }), "");
     EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, "y", "2"); }),
+              "Unable to create info item. Info item with given name already exists. Name: y");
+    EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, "y", nullptr); }),
               "Unable to create info item. Info item with given name already exists. Name: y");
     EXPECT_EQ(CreateInfoItem(handle, 0x1'0000'0000, "Y", ""), 3U);
     SetInfoItemValue(handle, 0, 1, "two");
@@ -139,6 +132,7 @@ TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
 TEST_F(InfoTest, SiblingsAreWalkedWhileTheyAreDeletedAndMoved)
 {
     std::vector<std::uint64_t> nodes;
+    nodes.reserve(6);
     for (int i = 0; i < 6; ++i)
         nodes.push_back(AddMetaInfoItemGroup(handle, root, std::to_string(i).c_str()));
     DeleteMetaInfoItem(handle, nodes[1]);
@@ -228,17 +222,17 @@ TEST_F(InfoTest, TheRootAndNodesOfTheWrongKindAreRefused)
         {"Unable to add non group info item to ROOT item. Only group items are allowed.",
          [](auto h) { AddMetaInfoItem(h, root, "n", "v"); }},
         {"Unable to delete ROOT item.", [](auto h) { DeleteMetaInfoItem(h, root); }}};
-    for (const auto& [reason, call] : rootFirst) {
+    for (const auto& function : rootFirst) {
         for (const std::uint64_t file : {handle, std::uint64_t{77}})
-            EXPECT_EQ(ReasonOf([&] { call(file); }), reason);
+            EXPECT_EQ(ReasonOf([&] { function.second(file); }), function.first);
     }
     const std::pair<const char*, std::function<void(std::uint64_t)>> fileFirst[] = {
         {"Unable to set info item name of ROOT item", [](auto h) { SetMetaInfoItemName(h, root, nullptr); }},
         {"Unable to get info item value from ROOT item", [](auto h) { GetMetaInfoItemValue(h, root, nullptr, 0); }},
         {"Unable to set info item value of ROOT item", [](auto h) { SetMetaInfoItemValue(h, root, nullptr); }}};
-    for (const auto& [reason, call] : fileFirst) {
-        EXPECT_EQ(ReasonOf([&] { call(handle); }), reason);
-        EXPECT_EQ(ReasonOf([&] { call(77); }), "Handle does not exist");
+    for (const auto& function : fileFirst) {
+        EXPECT_EQ(ReasonOf([&] { function.second(handle); }), function.first);
+        EXPECT_EQ(ReasonOf([&] { function.second(77); }), "Handle does not exist");
     }
     EXPECT_EQ(ReasonOf([&] { SetMetaInfoItemValue(handle, group, "v"); }),
               "Unable to set info item value of group item");
@@ -261,7 +255,7 @@ TEST_F(InfoTest, HandlesOfDeadForeignAndInventedNodesAreFailures)
     const auto refound = SelectFirstChildMetaInfoItem(handle, group);
     DeleteMetaInfoItem(handle, group);
     EXPECT_NE(AddMetaInfoItemGroup(handle, root, "new"), group) << "handles are not given out again";
-    const std::pair<const char*, std::function<void(std::uint64_t)>> functions[] = {
+    const std::pair<std::string, std::function<void(std::uint64_t)>> functions[] = {
         {"get info item child count", [&](auto node) { GetMetaInfoItemChildCount(handle, node); }},
         {"get info item name", [&](auto node) { GetMetaInfoItemName(handle, node, nullptr, 1); }},
         {"set info item name", [&](auto node) { SetMetaInfoItemName(handle, node, "n"); }},
@@ -274,8 +268,9 @@ TEST_F(InfoTest, HandlesOfDeadForeignAndInventedNodesAreFailures)
         {"add info item", [&](auto node) { AddMetaInfoItemGroup(handle, node, "n"); }},
         {"delete info item", [&](auto node) { DeleteMetaInfoItem(handle, node); }}};
     for (const std::uint64_t node : {group, below, refound, foreign, std::uint64_t{0}, ~std::uint64_t{0}}) {
-        for (const auto& [action, call] : functions)
-            EXPECT_EQ(ReasonOf([&] { call(node); }), std::string("Unable to ") + action + ". Unknown error") << node;
+        for (const auto& function : functions)
+            EXPECT_EQ(ReasonOf([&] { function.second(node); }), "Unable to " + function.first + ". Unknown error")
+                << node;
     }
     CloseOxdFile(other);
     EXPECT_EQ(ReasonOf([&] { IsMetaInfoItemAGroup(other, foreign); }), "Unable to evaluate info item. Unknown error");

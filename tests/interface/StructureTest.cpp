@@ -1,8 +1,6 @@
 // Groups, slots and axes in memory.
 #include "support/OxdTest.h"
 
-#include <array>
-
 namespace {
 
 class StructureTest : public OxdTest
@@ -111,23 +109,18 @@ TEST_F(StructureTest, ASizeBeyondTheLimitsFailsAndChangesNothing)
 TEST_F(StructureTest, EachAxisKeepsItsOwnTextsAndNumbers)
 {
     const auto g = CreateChannel(handle, 16, 2, 2);
-    const auto textOf = [&](auto getter) {
-        std::array<char, 32> text{};
-        getter(handle, g, 0, text.data(), text.size());
-        return std::string(text.data());
-    };
     SetChannelData_PointAxisName(handle, g, 0, "X");
     SetChannelData_PointAxisUnit(handle, g, 0, "m");
     SetChannelData_LineAxisName(handle, g, 0, "Y");
     SetChannelData_LineAxisUnit(handle, g, 0, "\xC2\xB5m");
     SetChannelData_SignalAxisName(handle, g, 0, "Z");
     SetChannelData_SignalAxisUnit(handle, g, 0, "");
-    EXPECT_EQ(textOf(GetChannelData_PointAxisName), "X");
-    EXPECT_EQ(textOf(GetChannelData_PointAxisUnit), "m");
-    EXPECT_EQ(textOf(GetChannelData_LineAxisName), "Y");
-    EXPECT_EQ(textOf(GetChannelData_LineAxisUnit), "\xC2\xB5m");
-    EXPECT_EQ(textOf(GetChannelData_SignalAxisName), "Z");
-    EXPECT_EQ(textOf(GetChannelData_SignalAxisUnit), "");
+    EXPECT_EQ(Text(GetChannelData_PointAxisName, handle, g, 0), "X");
+    EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, g, 0), "m");
+    EXPECT_EQ(Text(GetChannelData_LineAxisName, handle, g, 0), "Y");
+    EXPECT_EQ(Text(GetChannelData_LineAxisUnit, handle, g, 0), "\xC2\xB5m");
+    EXPECT_EQ(Text(GetChannelData_SignalAxisName, handle, g, 0), "Z");
+    EXPECT_EQ(Text(GetChannelData_SignalAxisUnit, handle, g, 0), "");
 
     SetChannelData_PointAxisMin(handle, g, 0, 1.5);
     SetChannelData_PointAxisRange(handle, g, 0, 2.5);

@@ -15,13 +15,6 @@ constexpr std::string_view channels =
 
 class Version1Test : public OxdTest
 {
-protected:
-    static std::string Unit(decltype(GetChannelData_PointAxisUnit) getter, std::uint64_t handle, std::uint64_t group)
-    {
-        std::array<char, 16> text{};
-        getter(handle, group, 0, text.data(), text.size());
-        return text.data();
-    }
 };
 
 TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
@@ -47,15 +40,15 @@ TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
 TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
 {
     const auto handle = Open(WriteOxd(std::string("[DataSet]\n").append(lists).append(channels), "\x01\x02\x03\x04"));
-    EXPECT_EQ(Unit(GetChannelData_PointAxisUnit, handle, 0), "m");
+    EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, 0, 0), "m");
     EXPECT_DOUBLE_EQ(GetChannelData_PointAxisRange(handle, 0, 0), 2.5e-9);
     EXPECT_DOUBLE_EQ(GetChannelData_PointAxisMin(handle, 0, 0), -1e-9);
-    EXPECT_EQ(Unit(GetChannelData_LineAxisUnit, handle, 0), "m") << "one character is a unit, not a prefix";
+    EXPECT_EQ(Text(GetChannelData_LineAxisUnit, handle, 0, 0), "m") << "one character is a unit, not a prefix";
     EXPECT_EQ(GetChannelData_LineAxisRange(handle, 0, 0), 1) << "the default";
-    EXPECT_EQ(Unit(GetChannelData_SignalAxisUnit, handle, 0), "V");
+    EXPECT_EQ(Text(GetChannelData_SignalAxisUnit, handle, 0, 0), "V");
     EXPECT_DOUBLE_EQ(GetChannelData_SignalAxisRange(handle, 0, 0), 3e-6);
-    EXPECT_EQ(Unit(GetChannelData_PointAxisUnit, handle, 1), "m") << "the Greek letter is the same prefix";
-    EXPECT_EQ(Unit(GetChannelData_LineAxisUnit, handle, 1), "m") << "a blank stands for 1";
+    EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, 1, 0), "m") << "the Greek letter is the same prefix";
+    EXPECT_EQ(Text(GetChannelData_LineAxisUnit, handle, 1, 0), "m") << "a blank stands for 1";
     EXPECT_EQ(GetChannelData_LineAxisRange(handle, 1, 0), 7);
     EXPECT_EQ(GetChannelData_SignalAxisRange(handle, 1, 0), 1e6) << "an unreadable number counts as missing";
 }

@@ -1,7 +1,6 @@
 // What a version-2 file may leave out, and what it may not ask for.
 #include "support/OxdTest.h"
 
-#include <array>
 #include <cmath>
 
 namespace {
@@ -26,9 +25,7 @@ TEST_F(Version2Test, MissingKeysHaveDefaults)
     EXPECT_FALSE(HasChannelBuffer(handle, 0, 0));
     EXPECT_EQ(GetChannelCount(handle, 5), 0U);
     EXPECT_EQ(LineRaw(handle, 0, 1, 0), (std::vector{532676608, -536870912})) << "8 bits unless stated";
-    std::array<char, 16> name{};
-    GetChannelData_LineAxisName(handle, 0, 1, name.data(), name.size());
-    EXPECT_STREQ(name.data(), "Noname");
+    EXPECT_EQ(Text(GetChannelData_LineAxisName, handle, 0, 1), "Noname");
     EXPECT_EQ(GetChannelData_LineAxisRange(handle, 0, 1), 0) << "a decimal comma is no number";
     EXPECT_EQ(GetChannelData_SignalAxisMin(handle, 0, 1), HUGE_VAL);
     ChangeOxdFilename(handle, Path("out.oxd").c_str());
@@ -64,6 +61,7 @@ TEST_F(Version2Test, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
 TEST_F(Version2Test, WhatCannotBeReadIsRefused)
 {
     const std::string list = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n";
+    const std::string view = "[DataSet]\nVersion=2\n[SetView]\nViewCount=1\nView0=V\n[V]\n";
     const std::pair<std::string, std::string_view> cases[] = {
         {"[DataSet]\nVersion=3\n", "The hed file has an unknown version."},
         {"[DataSet]\nVersion=0\n", "The hed file has an unknown version."},
@@ -75,6 +73,12 @@ TEST_F(Version2Test, WhatCannotBeReadIsRefused)
         {list + "[A]\nLines=1\nPoints=1\nSaveBits=12\n", "Invalid bit count: 12"},
         {list + "[A]\nLines=99\nPoints=99\nSaveBits=64\n", "Invalid bit count: 64"},
         {"[DataSet]\nVersion=2\n[]\n", "Empty section name not allowed"},
+        {view + "ViewTyp=7\n", "invalid map<K, T> key"},
+        {view + "ZRange=5\n", "invalid vector<T> subscript"},
+        {view + "ParCount=1\nPar0=one,a,b\n", "invalid stoi argument"},
+        {view + "ParCount=1\nPar0=2147483648,a,b\n", "stoi argument out of range"},
+        {"[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=1\nProcessor0=P\n[P]\nGUID=x\nInstanceNo=0\n",
+         "invalid map<K, T> key"},
     };
     for (const auto& [header, reason] : cases)
         EXPECT_TRUE(ReasonOfOpening(WriteOxd(header, "12345678")).starts_with(reason)) << header;

@@ -14,11 +14,11 @@ namespace {
 
 struct Case
 {
-    const char* name;
-    std::string (*header)();
-    std::uintmax_t dataBytes;
-    bool opens;
-    std::uintmax_t samplesInMemory; // bytes that are allowed for these
+    const char* name = "";
+    std::string (*header)() = nullptr;
+    std::uintmax_t dataBytes = 0;
+    bool opens = false;
+    std::uintmax_t samplesInMemory = 0; // bytes that are allowed for these
     bool savesToo = false;
 };
 
@@ -60,6 +60,17 @@ std::string ManyItems(int count)
     return header;
 }
 
+// Links to groups that have no section, below one with a very long name.
+std::string LongPaths(std::size_t length, int links)
+{
+    const std::string name(length, 'a');
+    std::string header = "[DataSet]\nVersion=2\nInfoSetCount=1\nInfoSet0=" + name + "\n[DataSet\\" + name +
+                         "]\nSubSectionCount=" + std::to_string(links) + "\n";
+    for (int i = 0; i < links; ++i)
+        header += "SubSection" + std::to_string(i) + "=" + std::to_string(i) + "\n";
+    return header;
+}
+
 constexpr std::uintmax_t mebi = 1U << 20U;
 
 const Case cases[] = {
@@ -74,6 +85,7 @@ const Case cases[] = {
     {"channels", [] { return SharedSection(1'000'000, ""); }, 0, false, 0},
     {"frames", [] { return Frames(1'000'000); }, 0, false, 0},
     {"empty_lines", [] { return OneChannel(LinesWithoutSamples(2000)); }, 100'000, true, 400'000, true},
+    {"long_paths", [] { return LongPaths(300'000, 20'000); }, 0, false, 0},
     {"items", [] { return ManyItems(1'000'000); }, 0, true, 0},
 };
 

@@ -1,6 +1,5 @@
 #include "support/OxdTest.h"
 
-#include <array>
 #include <fstream>
 #include <iterator>
 
@@ -99,7 +98,7 @@ std::uint64_t OxdTest::CreateChannel(std::uint64_t handle, int bits, std::uint64
 std::string OxdTest::ReasonOfOpening(const std::string& path)
 {
     std::uint64_t handle = 0;
-    const std::string reason = ReasonOf([&] { handle = OpenOxdFile(path.c_str()); });
+    std::string reason = ReasonOf([&] { handle = OpenOxdFile(path.c_str()); });
     EXPECT_EQ(handle == 0, !reason.empty());
     for (std::uint64_t used = 1; used < handlesToClose; ++used)
         CloseOxdFile(used);
@@ -114,11 +113,4 @@ std::vector<std::int32_t> OxdTest::LineRaw(std::uint64_t handle, std::uint64_t g
     values.reserve(1); // no null pointer, even for an empty line
     EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, group, channel, line, lineOp, values.data()); }), "");
     return values;
-}
-
-std::string OxdTest::GroupName(std::uint64_t handle, std::uint64_t group)
-{
-    std::array<char, 4096> text{};
-    GetGroupName(handle, group, text.data(), text.size());
-    return text.data();
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -50,7 +51,18 @@ protected:
 
     static std::vector<std::int32_t> LineRaw(std::uint64_t handle, std::uint64_t group, std::uint64_t channel,
                                              std::uint64_t line, int lineOp = 0);
-    static std::string GroupName(std::uint64_t handle, std::uint64_t group);
+    // What a text getter writes to the buffer that comes behind these arguments.
+    template <class Getter, class... Arguments>
+    static std::string Text(Getter getter, Arguments... arguments)
+    {
+        std::array<char, 4096> text{};
+        getter(arguments..., text.data(), text.size());
+        return text.data();
+    }
+    static std::string GroupName(std::uint64_t handle, std::uint64_t group)
+    {
+        return Text(GetGroupName, handle, group);
+    }
 
 private:
     std::filesystem::path m_folder;

@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -88,7 +90,13 @@ std::string_view GroupBegunBy(std::string_view key, int fileVersion)
 class CFlatInfoReader
 {
 public:
-    CFlatInfoReader(CInfoSet& infoSet, int fileVersion) : m_infoSet(infoSet), m_fileVersion(fileVersion) {}
+    CFlatInfoReader(CInfoSet& infoSet, int fileVersion) : m_infoSet(infoSet), m_fileVersion(fileVersion)
+    {
+        for (const auto& group : infoSet.GetGroups()) {
+            if (group->IsStoredFlat())
+                RememberFirst(*group);
+        }
+    }
 
     void Read(std::string_view listedKey, std::string_view value)
     {
@@ -117,14 +125,10 @@ private:
         return *m_current;
     }
 
-    // Only groups of this list: trees may have some of the same names.
     CInfoSetItem* FindOrAddGroup(std::string_view name)
     {
-        for (const auto& group : m_infoSet.GetGroups()) {
-            if (group->IsStoredFlat() && group->GetName() == name)
-                return group.get();
-        }
-        return AddGroup(name);
+        const auto found = m_sortedInto.find(name);
+        return found == m_sortedInto.end() ? AddGroup(name) : found->second;
     }
 
     CInfoSetItem* AddGroup(std::string_view name)
@@ -133,20 +137,65 @@ private:
         group->SetStoredFlat(true);
         CInfoSetItem* const added = group.get();
         m_infoSet.AddGroup(std::move(group));
+        RememberFirst(*added);
         return added;
+    }
+
+    // The first group of each of the few names that items are sorted into.
+    void RememberFirst(CInfoSetItem& group)
+    {
+        const auto isName = [&](const FirstItem& item) { return item.group == group.GetName(); };
+        if (group.GetName() == groupOfOtherItems || std::ranges::any_of(firstItems, isName))
+            m_sortedInto.try_emplace(group.GetName(), &group);
     }
 
     CInfoSet& m_infoSet;
     int m_fileVersion;
     std::optional<bool> m_hasHeaders; // unknown before the first line
     CInfoSetItem* m_current = nullptr;
+    std::map<std::string, CInfoSetItem*, std::less<>> m_sortedInto;
 };
 
-bool FitsAsItem(const CInfoSetItem& item)
+// Whether the name of a group or an item keeps its meaning as a key. Other changes to it are the same in any form.
+bool CanStandInKey(const std::string& name)
 {
-    const std::string& name = item.GetName();
-    return !item.IsGroup() && !name.empty() && name.find('=') == std::string::npos && !IsHeaderLine(name) &&
-           CurrentName(name) == name;
+    return name.find('=') == std::string::npos;
+}
+
+bool ReadsAsItem(const CInfoSetItem& item, const CInfoLine& line)
+{
+    return !item.IsGroup() && !item.GetName().empty() && CanStandInKey(item.GetName()) && !IsHeaderLine(line.key) &&
+           CurrentName(line.key) == line.key;
+}
+
+// Lines with different keys, whatever the case of their letters.
+class CLineList
+{
+public:
+    bool Add(CInfoLine line)
+    {
+        if (!line.value.empty() && !m_keys.insert(velstdlib::string::FoldedCopy(line.key)).second)
+            return false;
+        m_lines.push_back(std::move(line));
+        return true;
+    }
+
+    std::vector<CInfoLine> TakeLines() { return std::move(m_lines); }
+
+private:
+    std::vector<CInfoLine> m_lines;
+    std::unordered_set<std::string> m_keys;
+};
+
+bool AddGroupLines(CLineList& lines, const CInfoSetItem& group)
+{
+    const std::string& name = group.GetName();
+    if (!CanStandInKey(name) || !lines.Add(WrittenLine(HeaderKey(name), group.GetValue())))
+        return false;
+    return std::ranges::all_of(group.GetSubItems(), [&](const auto& item) {
+        CInfoLine line = WrittenLine(item->GetName(), item->GetValue());
+        return ReadsAsItem(*item, line) && lines.Add(std::move(line));
+    });
 }
 
 } // namespace
@@ -160,33 +209,11 @@ void LoadFlatInfo(CInfoSet& infoSet, const CVELKeyToValueList& keys, int fileVer
     });
 }
 
-bool FitsFlatInfo(const CInfoGroups& groups)
+std::optional<std::vector<CInfoLine>> FlatInfoLines(const CInfoGroups& groups)
 {
-    std::set<std::string> keys;
-    const auto isNew = [&](const CInfoLine& line) {
-        return keys.insert(velstdlib::string::FoldedCopy(line.key)).second;
-    };
-    for (const CInfoSetItem* group : groups) {
-        if (group->GetName().find('=') != std::string::npos || !isNew({HeaderKey(group->GetName()), {}}))
-            return false;
-        for (const auto& item : group->GetSubItems()) {
-            if (!FitsAsItem(*item) || !isNew(WrittenLine(item->GetName(), item->GetValue())))
-                return false;
-        }
-    }
-    return true;
-}
-
-void SaveFlatInfo(const CInfoGroups& groups, CVELKeyToValueList& keys)
-{
-    for (const CInfoSetItem* group : groups) {
-        const CInfoLine header = WrittenLine(HeaderKey(group->GetName()), group->GetValue());
-        keys.SetValue(header.key, header.value);
-        for (const auto& item : group->GetSubItems()) {
-            const CInfoLine line = WrittenLine(item->GetName(), item->GetValue());
-            keys.SetValue(line.key, line.value);
-        }
-    }
+    CLineList lines;
+    const auto add = [&](const CInfoSetItem* group) { return AddGroupLines(lines, *group); };
+    return std::ranges::all_of(groups, add) ? std::optional(lines.TakeLines()) : std::nullopt;
 }
 
 } // namespace veltaris::velflexlib::dataset

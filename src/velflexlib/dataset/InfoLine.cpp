@@ -16,7 +16,7 @@ CInfoLine WrittenLine(std::string_view name, std::string_view value)
     if (line.key.starts_with('[') && line.value.ends_with(']'))
         line.key.insert(0, " ");
     if (line.key.empty())
-        line.value.clear();
+        line.key = " "; // the shortest name that there is
     return line;
 }
 

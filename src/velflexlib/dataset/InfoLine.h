@@ -13,7 +13,7 @@ struct CInfoLine
 };
 
 // The line that reading gives back as it was written: what a header cannot hold is changed, the name ends before its
-// first "=", and a line that would read as the head of a section begins with a blank.
+// first "=", and a line that would read as the head of a section, or has no name, begins with a blank.
 CInfoLine WrittenLine(std::string_view name, std::string_view value);
 
 } // namespace veltaris::velflexlib::dataset

@@ -2,10 +2,10 @@
 
 #include "velflexlib/dataset/InfoSet.h"
 
+#include <boost/range/adaptor/reversed.hpp>
 #include <boost/throw_exception.hpp>
 
 #include <algorithm>
-#include <ranges>
 #include <stdexcept>
 
 namespace veltaris::velflexlib::dataset {
@@ -57,8 +57,8 @@ bool CInfoSetItem::InsertSubItem(std::unique_ptr<CInfoSetItem> item, int index)
         return false;
     item->m_parent = this;
     item->m_likelyPlace = static_cast<std::size_t>(position);
-    m_subGroupCount += item->m_isGroup ? 1 : 0;
-    m_subItems.insert(m_subItems.begin() + position, std::move(item));
+    const auto inserted = m_subItems.insert(m_subItems.begin() + position, std::move(item));
+    m_subGroupCount += (*inserted)->m_isGroup ? 1 : 0;
     return true;
 }
 
@@ -115,7 +115,7 @@ CInfoSetItem* CInfoSetItem::FindGroup(const std::string& name) const
 {
     std::vector<CInfoSetItem*> waiting;
     const auto visitLater = [&](const CInfoSetItem& group) {
-        for (const auto& item : std::views::reverse(group.m_subItems)) {
+        for (const auto& item : boost::adaptors::reverse(group.m_subItems)) {
             if (item->m_isGroup)
                 waiting.push_back(item.get());
         }

@@ -42,19 +42,25 @@ void CInfoSetToVELConfig::Save()
     CInfoGroups trees;
     for (const auto& group : m_infoSet.GetGroups())
         (group->IsStoredFlat() ? flat : trees).push_back(group.get());
-    if (!FitsFlatInfo(flat)) {
+    const auto lines = FlatInfoLines(flat);
+    if (!lines)
         trees.insert(trees.begin(), flat.begin(), flat.end());
-        flat.clear();
-    }
+    else if (!lines->empty())
+        SaveFlat(*lines);
+    SaveInfoTrees(trees, m_document, m_section);
+}
+
+void CInfoSetToVELConfig::SaveFlat(const std::vector<CInfoLine>& lines)
+{
     CIniFileContent& content = m_document.GetContent();
-    if (!flat.empty()) {
-        const std::string list = m_section + "-Info";
-        content.SelectCreateSection(m_section);
-        content.GetActiveSection().SetValue(flatKey, list);
-        content.SelectCreateSection(list);
-        SaveFlatInfo(flat, content.GetActiveSection());
+    const std::string list = m_section + "-Info";
+    content.SelectCreateSection(m_section);
+    content.GetActiveSection().SetValue(flatKey, list);
+    content.SelectCreateSection(list);
+    for (const CInfoLine& line : lines) {
+        if (!line.value.empty())
+            content.GetActiveSection().SetValue(line.key, line.value);
     }
-    SaveInfoTrees(trees, content, m_section);
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -2,11 +2,14 @@
 // sections. Which of the two a top-level group is stored in, it knows itself.
 #pragma once
 
+#include "velflexlib/dataset/InfoLine.h"
 #include "velflexlib/dataset/InfoSet.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -29,6 +32,8 @@ public:
     void Save();
 
 private:
+    void SaveFlat(const std::vector<CInfoLine>& lines);
+
     CInfoSet& m_infoSet;
     velstdlib::util::CVELConfig& m_document;
     std::string m_section;

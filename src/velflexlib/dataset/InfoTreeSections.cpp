@@ -5,7 +5,10 @@
 #include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"
+#include "velstdlib/util/Log.h"
 #include "velstdlib/util/VELException.h"
+
+#include <boost/current_function.hpp>
 
 #include <algorithm>
 #include <map>
@@ -89,53 +92,68 @@ class CTreeLoader
 {
 public:
     CTreeLoader(CInfoSet& infoSet, CVELConfig& document, const std::atomic<bool>& abort)
-        : m_infoSet(infoSet), m_document(document), m_abort(abort)
+        : m_infoSet(infoSet), m_document(document), m_abort(abort),
+          m_missingBytes(document.GetHeaderBytes() + velstdlib::util::limits::sharedSectionBytes)
     {
     }
 
     void Load(const std::string& section)
     {
-        const CLinks links(Select(section), topLevelLinks, m_document.GetFileName());
+        m_document.GetContent().SelectCreateSection(section);
+        const CLinks links(m_document.GetContent().GetActiveSection(), topLevelLinks, m_document.GetFileName());
         LoadGroups(links, section, [&](auto group) { m_infoSet.AddGroup(std::move(group)); });
         while (!m_waiting.empty() && !m_abort) {
-            const auto [group, groupSection] = std::move(m_waiting.back());
+            const Waiting next = std::move(m_waiting.back());
             m_waiting.pop_back();
-            LoadGroup(*group, groupSection);
+            LoadGroup(next);
         }
     }
 
 private:
-    const CVELKeyToValueList& Select(const std::string& section)
+    struct Waiting
     {
-        m_document.GetContent().SelectCreateSection(section);
-        return m_document.GetContent().GetActiveSection();
-    }
+        CInfoSetItem* group;
+        const CVELKeyToValueList* keys;
+        std::string section;
+    };
 
     template <class Add>
     void LoadGroups(const CLinks& links, const std::string& section, Add add)
     {
-        std::unordered_set<std::string> added;
+        std::unordered_set<std::string_view> added;
         for (const auto& [index, name] : links.GetNames()) {
             if (m_abort || !added.insert(name).second)
                 continue;
             auto group = std::make_unique<CInfoSetItem>(name);
-            std::string groupSection = PathBelow(section, name);
-            if (m_loaded.insert(FoldedCopy(groupSection)).second)
-                m_waiting.emplace_back(group.get(), std::move(groupSection));
+            LoadLater(*group, PathBelow(section, name));
             add(std::move(group));
         }
     }
 
-    void LoadGroup(CInfoSetItem& group, const std::string& section)
+    // A group whose section is missing has nothing in it. No written file has such links: they may not cost more than
+    // the header does, however long the paths are that they make.
+    void LoadLater(CInfoSetItem& group, std::string section)
     {
-        const CVELKeyToValueList& keys = Select(section);
-        const CLinks links(keys, subGroupLinks, m_document.GetFileName());
+        if (!m_document.GetContent().SelectSection(section)) {
+            if (section.size() > m_missingBytes)
+                velstdlib::util::ThrowBadContent(m_document.GetFileName());
+            m_missingBytes -= section.size();
+            return;
+        }
+        const CVELKeyToValueList& keys = m_document.GetContent().GetActiveSection();
+        if (m_loaded.insert(&keys).second)
+            m_waiting.push_back({&group, &keys, std::move(section)});
+    }
+
+    void LoadGroup(const Waiting& next)
+    {
+        const CLinks links(*next.keys, subGroupLinks, m_document.GetFileName());
         const auto add = [&](std::unique_ptr<CInfoSetItem> item) {
             item->SetOwner(&m_infoSet);
-            group.AddSubItem(std::move(item));
+            next.group->AddSubItem(std::move(item));
         };
-        LoadGroups(links, section, add);
-        keys.ForEach([&](std::string_view key, std::string_view value) {
+        LoadGroups(links, next.section, add);
+        next.keys->ForEach([&](std::string_view key, std::string_view value) {
             if (!m_abort && !links.Owns(key))
                 add(std::make_unique<CInfoSetItem>(std::string(key), std::string(value)));
         });
@@ -144,8 +162,9 @@ private:
     CInfoSet& m_infoSet;
     CVELConfig& m_document;
     const std::atomic<bool>& m_abort;
-    std::unordered_set<std::string> m_loaded;
-    std::vector<std::pair<CInfoSetItem*, std::string>> m_waiting;
+    std::uint64_t m_missingBytes; // that paths to missing sections may still have
+    std::unordered_set<const CVELKeyToValueList*> m_loaded;
+    std::vector<Waiting> m_waiting;
 };
 
 // Finds for each name the first form of it that is not taken.
@@ -156,24 +175,26 @@ public:
     template <class Full>
     std::string Take(const std::string& name, Full full)
     {
-        std::uint64_t& next = m_nextSuffix[FoldedCopy(full(name))];
-        std::string form = name;
-        while (!m_taken.insert(FoldedCopy(full(form))).second) {
-            next = std::max<std::uint64_t>(next, 2);
-            form = name + "_" + std::to_string(next++);
-        }
+        if (m_taken.insert(FoldedCopy(full(name))).second)
+            return name;
+        std::uint64_t& suffix = m_suffixes.try_emplace(FoldedCopy(full(name)), 2).first->second;
+        std::string form;
+        do
+            form = name + "_" + std::to_string(suffix++);
+        while (!m_taken.insert(FoldedCopy(full(form))).second);
+        velstdlib::util::LogWarning(BOOST_CURRENT_FUNCTION, "A name was changed to tell it from another: " + form);
         return form;
     }
 
 private:
     std::unordered_set<std::string> m_taken;
-    std::unordered_map<std::string, std::uint64_t> m_nextSuffix; // so that many equal names stay linear
+    std::unordered_map<std::string, std::uint64_t> m_suffixes; // the next one, so that many equal names stay linear
 };
 
 class CTreeSaver
 {
 public:
-    explicit CTreeSaver(CIniFileContent& content) : m_content(content) {}
+    explicit CTreeSaver(CVELConfig& document) : m_document(document), m_content(document.GetContent()) {}
 
     void Save(const CInfoGroups& groups, const std::string& section)
     {
@@ -196,9 +217,18 @@ private:
             const std::string name = SectionName(*groups[i], section);
             keys.SetValue(std::string(prefix).append(std::to_string(i)), name);
             linked.emplace_back(groups[i], PathBelow(section, name));
+            CountText(linked.back().second.size());
         }
         m_waiting.insert(m_waiting.end(), std::make_move_iterator(linked.rbegin()),
                          std::make_move_iterator(linked.rend()));
+    }
+
+    // Paths of deep trees add up long before a header is made of them.
+    void CountText(std::uint64_t bytes)
+    {
+        m_textBytes += bytes;
+        if (m_textBytes > velstdlib::util::limits::headerBytes)
+            velstdlib::util::ThrowFileSave(m_document.GetFileName(), velstdlib::util::tooMuchText);
     }
 
     std::string SectionName(const CInfoSetItem& group, const std::string& section)
@@ -233,7 +263,9 @@ private:
         }
     }
 
+    const CVELConfig& m_document;
     CIniFileContent& m_content;
+    std::uint64_t m_textBytes = 0;
     CUniqueNames m_sections;
     std::vector<std::pair<const CInfoSetItem*, std::string>> m_waiting; // the next one last
 };
@@ -245,9 +277,9 @@ void LoadInfoTrees(CInfoSet& infoSet, CVELConfig& document, const std::string& s
     CTreeLoader(infoSet, document, abort).Load(section);
 }
 
-void SaveInfoTrees(const CInfoGroups& groups, CIniFileContent& content, const std::string& section)
+void SaveInfoTrees(const CInfoGroups& groups, CVELConfig& document, const std::string& section)
 {
-    CTreeSaver(content).Save(groups, section);
+    CTreeSaver(document).Save(groups, section);
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -16,6 +16,7 @@ void LoadInfoTrees(CInfoSet& infoSet, velstdlib::util::CVELConfig& document, con
                    const std::atomic<bool>& abort);
 
 // What would share a key or a section with something before it gets "_2", "_3" and so on behind its name.
-void SaveInfoTrees(const CInfoGroups& groups, velstdlib::util::CIniFileContent& content, const std::string& section);
+// Throws CVELFileSaveException when there is more text than a header may have.
+void SaveInfoTrees(const CInfoGroups& groups, velstdlib::util::CVELConfig& document, const std::string& section);
 
 } // namespace veltaris::velflexlib::dataset
