@@ -5,7 +5,7 @@ using CommandLineTest = ToolTest;
 TEST_F(CommandLineTest, AnswersQuestionsAboutItself)
 {
     EXPECT_EQ(ResultsOf("--version"), "oxd " OXD_VERSION "\n");
-    for (const char* const command : {"info", "make-sample", "correct"}) {
+    for (const char* const command : {"info", "make-sample", "correct", "export", "get", "set"}) {
         EXPECT_NE(ResultsOf("--help").find(command), std::string::npos);
         EXPECT_NE(ResultsOf(std::string(command) + " --help").find(std::string("oxd ") + command), std::string::npos);
     }
@@ -26,6 +26,11 @@ TEST_F(CommandLineTest, RefusesWrongUsage)
         {"make-sample", "FILE is required"},
         {"correct x.oxd --group G --channel 0 --op mean", "--output is required"},
         {"correct x.oxd --group G --channel 0 --op cubic -o y.oxd", "cubic"},
+        {"export x.oxd --group G --channel 0", "--output is required"},
+        {"export x.oxd --group G --channel 0 --op raw -o y.csv", "raw"},
+        {"get x.oxd", "PATH is required"},
+        {"set x.oxd A/B -o y.oxd", "VALUE is required"},
+        {"set x.oxd A/B 1", "--output is required"},
     };
     for (const auto& [arguments, part] : cases)
         ExpectFailure(arguments, 2, part);
@@ -34,9 +39,16 @@ TEST_F(CommandLineTest, RefusesWrongUsage)
 TEST_F(CommandLineTest, TellsWhyAFileCannotBeOpened)
 {
     std::filesystem::create_directory("folder.oxd");
-    for (const std::string command : {"info ", "correct --group G --channel 0 --op mean -o out.oxd "}) {
-        ExpectFailure(command + "missing.oxd", 3, "oxd: missing.oxd: No such file");
-        ExpectFailure(command + "folder.oxd", 3, "oxd: folder.oxd: ");
+    const std::pair<std::string, std::string> commands[] = {
+        {"info ", ""},
+        {"correct ", " --group G --channel 0 --op mean -o out.oxd"},
+        {"export ", " --group G --channel 0 -o out.csv"},
+        {"get ", " A/B"},
+        {"set ", " A/B 1 -o out.oxd"},
+    };
+    for (const auto& [command, rest] : commands) {
+        ExpectFailure(command + "missing.oxd" + rest, 3, "oxd: missing.oxd: No such file");
+        ExpectFailure(command + "folder.oxd" + rest, 3, "oxd: folder.oxd: ");
     }
 }
 
@@ -44,7 +56,9 @@ TEST_F(CommandLineTest, TellsForeignFilesFromItsOwn)
 {
     for (const char* const content : {"", "#!/bin/sh\n", "[DataSet]\r\nVersion=2\r\n", "\xFF\xD8\xFF\xE0"}) {
         WriteBytes("foreign.oxd", content);
-        ExpectFailure("info foreign.oxd", 4, "oxd: foreign.oxd: not an .oxd file");
+        for (const char* const command : {"info foreign.oxd", "get foreign.oxd A/B", "set foreign.oxd A/B 1 -o out.oxd",
+                                          "export foreign.oxd --group G --channel 0 -o out.csv"})
+            ExpectFailure(command, 4, "oxd: foreign.oxd: not an .oxd file");
     }
 }
 
@@ -62,6 +76,7 @@ TEST_F(CommandLineTest, NoticesWhereverASampleIsCutOff)
     for (std::size_t cut = 0; cut < cuts; ++cut) {
         WriteBytes("cut.oxd", whole.substr(0, whole.size() * cut / cuts));
         ExpectFailure("info cut.oxd", 4, "oxd: cut.oxd: ");
+        ExpectFailure("export cut.oxd --group ForwardScan --channel 0 -o out.csv", 4, "oxd: cut.oxd: ");
     }
     WriteBytes("cut.oxd", whole.substr(0, whole.size() - 1));
     ExpectFailure("info cut.oxd", 4, "ends before its samples do");

@@ -78,3 +78,47 @@ TEST_F(InfoTest, KeepsTheLogOutOfTheResults)
     EXPECT_NE(outcome.diagnostics, "");
     EXPECT_TRUE(nlohmann::json::accept(outcome.results)) << outcome.results;
 }
+
+TEST_F(InfoTest, ShowsInformationAsATree)
+{
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=0\nInfoSetCount=2\nInfoSet0=A\nInfoSet1=D\n"
+             "[DataSet\\A]\nSubSectionCount=1\nSubSection0=B\nOne=1\nThirteen=\x1B[31m\n"
+             "[DataSet\\A\\B]\nSubSectionCount=0\nTwo=2\n[DataSet\\D]\nSubSectionCount=0\n",
+             {}, "tree.oxd");
+    EXPECT_NE(ResultsOf("info tree.oxd")
+                  .find("\nInformation\n  A\n    B\n      Two  2\n"
+                        "    One       1\n    Thirteen  ?[31m\n  D\n"),
+              std::string::npos)
+        << ResultsOf("info tree.oxd");
+    const auto expected = nlohmann::json::parse(R"([
+        {"name": "A", "items": [{"name": "One", "value": "1"}, {"name": "Thirteen", "value": "\u001b[31m"}],
+         "groups": [{"name": "B", "groups": [], "items": [{"name": "Two", "value": "2"}]}]},
+        {"name": "D", "groups": [], "items": []}])");
+    EXPECT_EQ(nlohmann::json::parse(ResultsOf("info --json tree.oxd"))["info"], expected);
+}
+
+TEST_F(InfoTest, CutsATreeThatIsTooDeep)
+{
+    const auto handle = Create("deep.oxd");
+    std::uint64_t node = GetMetaInfoTreeRootHandle(handle);
+    for (int level = 0; level < 1500; ++level)
+        node = AddMetaInfoItemGroup(handle, node, "G");
+    AddMetaInfoItem(handle, node, "Gain", "5");
+    Save(handle);
+
+    const Outcome table = Run("info deep.oxd");
+    EXPECT_EQ(table.exitCode, 0);
+    EXPECT_NE(table.diagnostics.find("information below level 200 is not shown"), std::string::npos);
+    EXPECT_NE(table.results.find("G (what is inside is not shown)\n"), std::string::npos);
+
+    auto group = nlohmann::json::parse(Run("info --json deep.oxd").results)["info"][0];
+    for (int level = 1; level < 200; ++level)
+        group = nlohmann::json(group.at("groups").at(0));
+    EXPECT_EQ(group["cut"], true);
+    EXPECT_TRUE(group["groups"].empty());
+
+    std::string path;
+    for (int level = 0; level < 1500; ++level)
+        path += "G/";
+    EXPECT_EQ(ResultsOf("get deep.oxd " + path + "Gain"), "5\n");
+}

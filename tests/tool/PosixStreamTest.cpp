@@ -1,6 +1,9 @@
 // Full devices and closed streams, which only a POSIX shell can set up: these cases are all that other systems skip.
 #include "tool/ToolTest.h"
 
+#include <csignal>
+
+#include <sys/resource.h>
 #include <unistd.h>
 
 using PosixStreamTest = ToolTest;
@@ -8,7 +11,8 @@ using PosixStreamTest = ToolTest;
 TEST_F(PosixStreamTest, NoticesThatResultsDoNotArrive)
 {
     ResultsOf("make-sample sample.oxd");
-    for (const std::string question : {"info sample.oxd", "info --json sample.oxd", "--help", "--version"}) {
+    for (const std::string question :
+         {"info sample.oxd", "info --json sample.oxd", "get sample.oxd Scan/Lines", "--help", "--version"}) {
         ExpectFailure(question + " > /dev/full", 5, "oxd: standard output: No space left");
         ExpectFailure(question + " >&-", 5, "oxd: standard output: Bad file descriptor");
     }
@@ -21,7 +25,9 @@ TEST_F(PosixStreamTest, SurvivesAPipeThatNobodyReads)
     constexpr int known = 9; // shells take one digit
     ASSERT_EQ(dup2(ends[1], known), known);
     close(ends[0]);
-    ExpectFailure("--help >&9", 5, "oxd: standard output: Broken pipe");
+    ResultsOf("make-sample sample.oxd");
+    for (const std::string question : {"--help", "get sample.oxd Scan/Lines"})
+        ExpectFailure(question + " >&9", 5, "oxd: standard output: Broken pipe");
     close(ends[1]);
     close(known);
 }
@@ -29,6 +35,35 @@ TEST_F(PosixStreamTest, SurvivesAPipeThatNobodyReads)
 TEST_F(PosixStreamTest, NoticesAFullDisk)
 {
     ExpectFailure("make-sample /dev/full", 5, "oxd: /dev/full: not written whole");
+    ResultsOf("make-sample sample.oxd");
+    ExpectFailure("set sample.oxd Scan/Lines 1 -o /dev/full", 5, "oxd: /dev/full: not written whole");
+    for (const std::string output : {"full.csv", "full.raw", "full.f64", "full.png", "full.png --grey"}) {
+        const std::string link = output.substr(0, 8);
+        std::filesystem::remove(link);
+        std::filesystem::create_symlink("/dev/full", link);
+        ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o " + output, 5, "No space left");
+        EXPECT_TRUE(std::filesystem::exists(link)) << output; // a device is not removed
+    }
+}
+
+TEST_F(PosixStreamTest, LeavesNoPartOfAnExport)
+{
+    ResultsOf("make-sample sample.oxd");
+    WriteBytes("old.f64", "old");
+    std::filesystem::create_symlink("old.f64", "link.f64");
+
+    // The tool inherits a limit to the size of files, and that going beyond it is an error only.
+    const auto before = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small{10000, limit.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o out.csv", 5, "File too large");
+    ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o link.f64", 5, "File too large");
+    setrlimit(RLIMIT_FSIZE, &limit);
+    (void)std::signal(SIGXFSZ, before);
+    EXPECT_FALSE(std::filesystem::exists("out.csv"));
+    EXPECT_FALSE(std::filesystem::exists("old.f64"));
 }
 
 TEST_F(PosixStreamTest, WorksWithoutStandardStreams)

@@ -20,10 +20,10 @@ const AxisAccess signalAxis{GetChannelData_SignalAxisName, GetChannelData_Signal
 
 namespace {
 
-constexpr std::int32_t unchangedSamples = 0; // code of the line operator
-
-// Outside the 30 bits of a sample, and no difference of two samples either: the library did not write here.
-constexpr std::int32_t unwritten = std::numeric_limits<std::int32_t>::min();
+// Outside the 30 bits of a sample, and no difference of two samples either; among real values, more digits than the
+// axis of a file has. Where this still stands the library did not write.
+template <typename Sample>
+constexpr Sample unwritten = std::numeric_limits<Sample>::lowest();
 
 } // namespace
 
@@ -49,24 +49,34 @@ std::uint64_t Channel::ValidPoints(std::uint64_t line) const
     return valid;
 }
 
-std::vector<std::int32_t> Channel::ReadRaw(std::uint64_t line, std::int32_t lineOperator) const
+bool Channel::HasOwnPointAxis(std::uint64_t line) const
 {
-    std::vector<std::int32_t> samples(ValidPoints(line), unwritten);
+    return Call(GetChannelData_PointAxisMinPerLine, line) != Call(pointAxis.getMin) ||
+           Call(GetChannelData_PointAxisRangePerLine, line) != Call(pointAxis.getRange);
+}
+
+template <typename Sample>
+std::vector<Sample> Channel::Read(void (*function)(std::uint64_t, std::uint64_t, std::uint64_t, std::uint64_t,
+                                                   std::int32_t, Sample*),
+                                  std::uint64_t line, std::int32_t lineOperator) const
+{
+    std::vector<Sample> samples(ValidPoints(line), unwritten<Sample>);
     if (samples.empty()) {
         return samples;
     }
-    Call(GetChannelData_LineRaw, line, lineOperator, samples.data());
-    samples.erase(std::find(samples.begin(), samples.end(), unwritten), samples.end());
+    Call(function, line, lineOperator, samples.data());
+    samples.erase(std::find(samples.begin(), samples.end(), unwritten<Sample>), samples.end());
     return samples;
 }
 
-std::vector<double> Channel::ReadReal(std::uint64_t line) const
+std::vector<std::int32_t> Channel::ReadRaw(std::uint64_t line, std::int32_t lineOperator) const
 {
-    std::vector<double> values(ValidPoints(line));
-    if (!values.empty()) {
-        Call(GetChannelData_LineReal, line, unchangedSamples, values.data());
-    }
-    return values;
+    return Read(GetChannelData_LineRaw, line, lineOperator);
+}
+
+std::vector<double> Channel::ReadReal(std::uint64_t line, std::int32_t lineOperator) const
+{
+    return Read(GetChannelData_LineReal, line, lineOperator);
 }
 
 void Channel::WriteRaw(std::uint64_t line, const std::vector<std::int32_t>& samples)

@@ -58,9 +58,12 @@ public:
     // How many points of a line are valid. A damaged file may claim more than a line holds; this throws then.
     std::uint64_t ValidPoints(std::uint64_t line) const;
 
+    // Whether the points of a line are elsewhere than the point axis of the channel says.
+    bool HasOwnPointAxis(std::uint64_t line) const;
+
     // The valid samples of a line. Empty also if it has too few for the operator.
     std::vector<std::int32_t> ReadRaw(std::uint64_t line, std::int32_t lineOperator) const;
-    std::vector<double> ReadReal(std::uint64_t line) const;
+    std::vector<double> ReadReal(std::uint64_t line, std::int32_t lineOperator) const;
 
     // Overwrites the leading samples of a line and leaves the others as they are, valid or not.
     void WriteRaw(std::uint64_t line, const std::vector<std::int32_t>& samples);
@@ -72,6 +75,11 @@ public:
     }
 
 private:
+    template <typename Sample>
+    std::vector<Sample> Read(void (*function)(std::uint64_t, std::uint64_t, std::uint64_t, std::uint64_t, std::int32_t,
+                                              Sample*),
+                             std::uint64_t line, std::int32_t lineOperator) const;
+
     template <typename Result, typename... Parameters>
     Result Call(Result (*function)(std::uint64_t, std::uint64_t, std::uint64_t, Parameters...),
                 std::type_identity_t<Parameters>... arguments) const

@@ -1,67 +1,10 @@
 #include "Correct.h"
 
-#include "Channel.h"
-#include "Failure.h"
-
-#include <algorithm>
-#include <charconv>
-#include <filesystem>
-#include <optional>
+#include "OutputFile.h"
 
 namespace oxd {
 
 namespace {
-
-std::filesystem::path ToPath(const std::string& utf8)
-{
-    return std::u8string(utf8.begin(), utf8.end());
-}
-
-// Also noticed through a link. Files that cannot be examined are reported when they are opened.
-bool IsSameFile(const std::string& first, const std::string& second)
-{
-    std::error_code ignored;
-    return std::filesystem::equivalent(ToPath(first), ToPath(second), ignored);
-}
-
-std::uint64_t FindGroup(const DataSet& dataSet, const Correction& wanted)
-{
-    try {
-        return dataSet.Call(GetGroupId, wanted.group.c_str());
-    } catch (const LibraryError&) {
-        throw Failure(ExitCode::No, wanted.file, "no group named \"" + wanted.group + "\"");
-    }
-}
-
-std::optional<std::uint64_t> ToIndex(const std::string& text)
-{
-    std::uint64_t index = 0;
-    const char* const end = text.data() + text.size();
-    const auto parsed = std::from_chars(text.data(), end, index);
-    return parsed.ec == std::errc() && parsed.ptr == end ? std::optional(index) : std::nullopt;
-}
-
-bool Matches(const Channel& channel, std::uint64_t slot, const std::string& wanted)
-{
-    if (!channel.Exists()) {
-        return false;
-    }
-    const auto index = ToIndex(wanted);
-    return index ? slot == *index : channel.Name() == wanted;
-}
-
-Channel FindChannel(const DataSet& dataSet, const Correction& wanted)
-{
-    const std::uint64_t group = FindGroup(dataSet, wanted);
-    const std::uint64_t slots = dataSet.Call(GetChannelCount, group);
-    for (std::uint64_t slot = 0; slot < slots; ++slot) {
-        const Channel channel(dataSet, group, slot);
-        if (Matches(channel, slot, wanted.channel)) {
-            return channel;
-        }
-    }
-    throw Failure(ExitCode::No, wanted.file, "no channel \"" + wanted.channel + "\" in group \"" + wanted.group + "\"");
-}
 
 UntouchedLines CorrectLines(Channel channel, std::int32_t lineOperator)
 {
@@ -86,11 +29,10 @@ UntouchedLines CorrectLines(Channel channel, std::int32_t lineOperator)
 
 UntouchedLines Correct(const Correction& correction)
 {
-    DataSet dataSet = DataSet::Open(correction.file);
-    if (IsSameFile(correction.file, correction.output)) {
-        throw Failure(ExitCode::Usage, correction.output, "is the file to correct, which stays as it is");
-    }
-    UntouchedLines untouched = CorrectLines(FindChannel(dataSet, correction), correction.lineOperator.code);
+    const ChannelSelection& wanted = correction.selection;
+    DataSet dataSet = DataSet::Open(wanted.file);
+    RequireOtherFile(wanted.file, correction.output);
+    UntouchedLines untouched = CorrectLines(FindChannel(dataSet, wanted), correction.lineOperator.code);
     dataSet.SaveAs(correction.output);
     return untouched;
 }

@@ -1,6 +1,7 @@
 // Runs every line of a channel through a line operator and saves the outcome as another file.
 #pragma once
 
+#include "FindChannel.h"
 #include "LineOperators.h"
 #include "LineTally.h"
 
@@ -10,9 +11,7 @@ namespace oxd {
 
 struct Correction
 {
-    std::string file;    // stays as it is
-    std::string group;   // a name
-    std::string channel; // a slot's index, or the name of a signal axis
+    ChannelSelection selection; // its file stays as it is
     LineOperator lineOperator;
     std::string output;
 };

@@ -37,11 +37,26 @@ struct GroupInfo
     std::vector<std::optional<ChannelInfo>> channels; // by slot; an empty slot has none
 };
 
+// Nodes of information deeper than this are left out: nobody reads them, and programs that read JSON give up.
+inline constexpr std::size_t shownLevels = 200;
+
+// A node of the tree of measurement information. It is below the last node before it that is less deep.
+struct InfoNode
+{
+    std::size_t depth; // 0 for a top-level group
+    bool isGroup;
+    bool isCut; // a group of which nothing inside is shown
+    std::string name;
+    std::string value;
+};
+
 struct FileInfo
 {
     std::string file;
     std::int32_t version = 0;
     std::vector<GroupInfo> groups;
+    std::vector<InfoNode> nodes;
+    std::uint64_t cutGroups = 0;
     std::vector<std::string> problems; // parts that could not be read, a sentence each
 };
 

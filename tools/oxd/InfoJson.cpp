@@ -44,6 +44,32 @@ Json ToJson(const GroupInfo& group)
     return {{"id", group.id}, {"logicalId", group.logicalId}, {"name", group.name}, {"channels", channels}};
 }
 
+Json ToJson(const InfoNode& node)
+{
+    if (!node.isGroup) {
+        return {{"name", node.name}, {"value", node.value}};
+    }
+    Json group{{"name", node.name}, {"groups", Json::array()}, {"items", Json::array()}};
+    if (node.isCut) {
+        group["cut"] = true;
+    }
+    return group;
+}
+
+// `path` leads to the group that is being filled. An array that grows moves none of these: they are in other ones.
+Json ToJson(const std::vector<InfoNode>& nodes)
+{
+    Json root{{"groups", Json::array()}};
+    std::vector<Json*> path{&root};
+    for (const InfoNode& node : nodes) {
+        path.resize(node.depth + 1);
+        Json& list = path.back()->at(node.isGroup ? "groups" : "items");
+        list.push_back(ToJson(node));
+        path.push_back(&list.back());
+    }
+    return std::move(root["groups"]);
+}
+
 } // namespace
 
 std::string ToJson(const FileInfo& info)
@@ -52,7 +78,7 @@ std::string ToJson(const FileInfo& info)
     for (const GroupInfo& group : info.groups) {
         groups.push_back(ToJson(group));
     }
-    const Json json{{"file", info.file}, {"version", info.version}, {"groups", groups}};
+    const Json json{{"file", info.file}, {"version", info.version}, {"groups", groups}, {"info", ToJson(info.nodes)}};
     constexpr int indent = 2;
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }

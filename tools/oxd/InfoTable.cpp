@@ -2,6 +2,8 @@
 
 #include "Text.h"
 
+#include <utility>
+
 namespace oxd {
 
 namespace {
@@ -55,6 +57,31 @@ std::string GroupText(const GroupInfo& group)
     return heading + table.Render("  ");
 }
 
+std::string NodeHeading(const InfoNode& group)
+{
+    return Printable(group.name) + (group.isCut ? " (what is inside is not shown)" : "") + "\n";
+}
+
+// Names and values of items in a row stand in columns.
+std::string InformationText(const std::vector<InfoNode>& nodes)
+{
+    std::string text = nodes.empty() ? "" : "\nInformation\n";
+    Table items;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const InfoNode& node = nodes[i];
+        const std::string indent(2 * node.depth + 2, ' ');
+        if (node.isGroup) {
+            text += indent + NodeHeading(node);
+            continue;
+        }
+        items.Add({Printable(node.name), Printable(node.value)});
+        if (i + 1 == nodes.size() || nodes[i + 1].isGroup || nodes[i + 1].depth != node.depth) {
+            text += std::exchange(items, Table()).Render(indent);
+        }
+    }
+    return text;
+}
+
 } // namespace
 
 std::string ToTable(const FileInfo& info)
@@ -64,7 +91,8 @@ std::string ToTable(const FileInfo& info)
     for (const GroupInfo& group : info.groups) {
         text += GroupText(group);
     }
-    return text + "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+    text += "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+    return text + InformationText(info.nodes);
 }
 
 } // namespace oxd

@@ -12,14 +12,17 @@ struct LineOperator
     std::string_view name;
     std::int32_t code = 0; // as the library's line functions take it
     std::string_view description;
+    std::string_view caption; // of what comes out
 };
 
+inline constexpr LineOperator rawData{"", 0, "", ""};
+
 inline constexpr std::array lineOperators{
-    LineOperator{"mean", 1, "subtract the line's mean"},
-    LineOperator{"line", 2, "subtract a fitted straight line"},
-    LineOperator{"derive", 3, "differences of neighbouring samples"},
-    LineOperator{"parabola", 4, "subtract a fitted parabola"},
-    LineOperator{"polynomial", 5, "subtract a fitted polynomial of degree 4"},
+    LineOperator{"mean", 1, "subtract the line's mean", "mean fit"},
+    LineOperator{"line", 2, "subtract a fitted straight line", "line fit"},
+    LineOperator{"derive", 3, "differences of neighbouring samples", "derived"},
+    LineOperator{"parabola", 4, "subtract a fitted parabola", "parabola fit"},
+    LineOperator{"polynomial", 5, "subtract a fitted polynomial of degree 4", "polynomial fit"},
 };
 
 } // namespace oxd

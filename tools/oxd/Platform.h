@@ -20,6 +20,12 @@ void IgnoreBrokenPipes();
 // to the standard output, above all the library's log, goes to the standard error from then on.
 int TakeStandardOutput();
 
+// Opens a file for writing, new or emptied, or gives -1 with errno telling why.
+int CreateFileFor(const std::string& name);
+
+bool IsRegularFile(int descriptor);
+bool IsTerminal(int descriptor);
+
 // Writes all of `text`. False if that failed, with errno telling why.
 bool WriteAll(int descriptor, std::string_view text);
 

@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace oxd::platform {
@@ -32,6 +33,23 @@ int TakeStandardOutput()
         dup2(nowhere, STDOUT_FILENO);
     }
     return own;
+}
+
+int CreateFileFor(const std::string& name)
+{
+    constexpr mode_t readAndWrite = 0666;
+    return open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, readAndWrite);
+}
+
+bool IsRegularFile(int descriptor)
+{
+    struct stat status = {};
+    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool IsTerminal(int descriptor)
+{
+    return isatty(descriptor) == 1;
 }
 
 bool WriteAll(int descriptor, std::string_view text)

@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <io.h>
 #include <shellapi.h>
+#include <sys/stat.h>
 
 namespace oxd::platform {
 
@@ -79,6 +80,22 @@ int TakeStandardOutput()
         _dup2(nowhere, standardOutput);
     }
     return own;
+}
+
+int CreateFileFor(const std::string& name)
+{
+    return _wopen(Widen(name).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+}
+
+bool IsRegularFile(int descriptor)
+{
+    struct _stat64 status = {};
+    return _fstat64(descriptor, &status) == 0 && (status.st_mode & _S_IFREG) != 0;
+}
+
+bool IsTerminal(int descriptor)
+{
+    return _isatty(descriptor) != 0;
 }
 
 bool WriteAll(int descriptor, std::string_view text)

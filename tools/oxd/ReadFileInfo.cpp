@@ -1,6 +1,8 @@
 #include "FileInfo.h"
 
+#include "LineOperators.h"
 #include "LineTally.h"
+#include "MetaNode.h"
 
 #include <limits>
 
@@ -45,15 +47,13 @@ private:
     ValueRange m_range{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
 };
 
-constexpr std::int32_t unchangedSamples = 0;
-
 LineTally ReadSamples(const Channel& channel, ChannelInfo& info)
 {
     SampleStatistics statistics;
     LineTally unreadable;
     for (std::uint64_t line = 0; line < info.lines; ++line) {
         try {
-            statistics.Add(channel.ReadRaw(line, unchangedSamples), channel.ReadReal(line));
+            statistics.Add(channel.ReadRaw(line, rawData.code), channel.ReadReal(line, rawData.code));
         } catch (const LibraryError& error) {
             unreadable.Add(line, error.what());
         }
@@ -78,6 +78,7 @@ public:
         for (const std::uint64_t id : ids) {
             m_info.groups.push_back(ReadGroup(id));
         }
+        ReadInformation();
         return std::move(m_info);
     }
 
@@ -106,6 +107,32 @@ private:
                                       unreadable.Sentence("cannot be read"));
         }
         return info;
+    }
+
+    // In order, with the groups that lead to the current node on a stack of its own: a file may nest them deeper than
+    // calls can be.
+    void ReadInformation()
+    {
+        std::vector<MetaChildren> path{MetaChildren(MetaNode::Root(m_dataSet))};
+        while (!path.empty()) {
+            const auto node = path.back().Next();
+            if (!node) {
+                path.pop_back();
+            } else if (AddNode(*node, path.size() - 1)) {
+                path.emplace_back(*node);
+            }
+        }
+    }
+
+    // Whether there is more to show below the node.
+    bool AddNode(const MetaNode& node, std::size_t depth)
+    {
+        const bool isGroup = node.IsGroup();
+        const bool hasMore = isGroup && node.ChildCount() > 0;
+        const bool isCut = hasMore && depth + 1 == shownLevels;
+        m_info.nodes.push_back({depth, isGroup, isCut, node.Name(), isGroup ? std::string() : node.Value()});
+        m_info.cutGroups += isCut ? 1 : 0;
+        return hasMore && !isCut;
     }
 
     DataSet m_dataSet;

@@ -33,6 +33,11 @@ Results::~Results()
     }
 }
 
+bool Results::IsTerminal() const
+{
+    return platform::IsTerminal(m_descriptor);
+}
+
 void Results::Write(std::string_view text)
 {
     m_written = true;

@@ -13,6 +13,9 @@ public:
     Results(const Results&) = delete;
     Results& operator=(const Results&) = delete;
 
+    // Whether a person reads what is written, on a terminal that it could command.
+    bool IsTerminal() const;
+
     // Throws a Failure, as Close does, if the text does not arrive.
     void Write(std::string_view text);
 

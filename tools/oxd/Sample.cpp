@@ -2,6 +2,7 @@
 
 #include "Channel.h"
 #include "SampleCurve.h"
+#include "SampleInfo.h"
 #include "SampleScan.h"
 
 #include <array>
@@ -124,6 +125,7 @@ void MakeSample(const std::string& file)
         AddScan(dataSet, direction);
     }
     AddCurves(dataSet);
+    AddSampleInfo(dataSet);
     dataSet.SaveAs(file);
 }
 

@@ -14,10 +14,14 @@ std::string ToText(double number);
 // `text` with its control characters replaced, so that what a file holds cannot command the terminal.
 std::string Printable(const std::string& text);
 
+// `text` itself if it is UTF-8, else with every byte beyond ASCII replaced.
+std::string ValidUtf8(const std::string& text);
+
 // Columns as wide as their widest cell.
 class Table
 {
 public:
+    Table() = default;
     explicit Table(std::vector<std::string> headings) { Add(std::move(headings)); }
 
     void Add(std::vector<std::string> cells);

@@ -1,0 +1,243 @@
+#include "tool/Picture.h"
+#include "tool/ToolTest.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+// Where the samples begin in a picture in colours.
+constexpr std::size_t left = 76;
+constexpr std::size_t top = 42;
+
+constexpr const char* ofSample = "export sample.oxd --group ForwardScan --channel Topography ";
+constexpr const char* ofRagged = "export ragged.oxd --group Scan --channel 0 ";
+
+// Numbers of `Number`'s size, little-endian.
+template <class Number, class Bits>
+std::vector<Number> Numbers(const std::string& bytes)
+{
+    std::vector<Number> numbers(bytes.size() / sizeof(Number));
+    for (std::size_t i = 0; i < numbers.size() * sizeof(Number); ++i) {
+        const auto byte = static_cast<Bits>(static_cast<unsigned char>(bytes[i]));
+        Number& number = numbers[i / sizeof(Number)];
+        number = std::bit_cast<Number>(std::bit_cast<Bits>(number) | byte << (8 * (i % sizeof(Number))));
+    }
+    return numbers;
+}
+
+std::uint32_t Checksum(const Picture& picture)
+{
+    std::uint32_t sum = 2166136261;
+    for (const auto& row : picture.rows)
+        for (const std::uint8_t byte : row)
+            sum = (sum ^ byte) * 16777619;
+    return sum;
+}
+
+// But for how a machine rounds sines.
+bool LooksAs(const std::vector<std::vector<std::uint8_t>>& one, const std::vector<std::vector<std::uint8_t>>& other)
+{
+    const auto near = [](int a, int b) { return std::abs(a - b) <= 1; };
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(), [&](const auto& row, const auto& otherRow) {
+        return std::equal(row.begin(), row.end(), otherRow.begin(), otherRow.end(), near);
+    });
+}
+
+int Lightness(const std::vector<std::uint8_t>& pixel)
+{
+    return 30 * pixel.at(0) + 59 * pixel.at(1) + 11 * pixel.at(2);
+}
+
+} // namespace
+
+class ExportTest : public ToolTest
+{
+protected:
+    // 4 x 3 on 4 x 2 µm: a full line from -1 V to 1 V, one of a single sample, and one that claims more than it can
+    // hold. Names are what spreadsheets and fonts stumble over.
+    void MakeRagged(const std::string& lastLine = "9") const
+    {
+        WriteOxd(
+            "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\n"
+            "[C]\nVersion=3\nPoints=4\nLines=3\nSaveBits=8\n"
+            "Dim0Name=X\nDim0Unit=m\nDim0Min=0\nDim0Range=4e-6\nDim1Name=Y\nDim1Unit=m\nDim1Min=0\nDim1Range=2e-6\n"
+            "Dim2Name=a \"b\", c \xEF\xBF\xBE\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\n"
+            "LineDim1Points=1\nLineDim2Points=" +
+                lastLine + "\n",
+            std::string_view("\x80\xC0\x40\x7F\0\0\0\0\0\0\0\0", 12), "ragged.oxd");
+    }
+};
+
+TEST_F(ExportTest, GivesNumbersAsTheInterfaceDoes)
+{
+    ResultsOf("make-sample sample.oxd");
+    const auto handle = Open("sample.oxd");
+    const std::pair<const char*, int> operators[] = {{"", 0}, {"--op derive ", 3}, {"--op parabola ", 4}};
+    for (const auto& [option, code] : operators) {
+        std::vector<std::int32_t> raw;
+        std::vector<double> real;
+        for (std::uint64_t line = 0; line < 256; ++line) {
+            const auto samples = LineRaw(handle, 0, 0, line, code);
+            raw.insert(raw.end(), samples.begin(), samples.end());
+            real.resize(real.size() + 256);
+            GetChannelData_LineReal(handle, 0, 0, line, code, real.data() + line * 256);
+        }
+        ResultsOf(std::string(ofSample) + option + "-o out.raw");
+        ResultsOf(std::string(ofSample) + option + "-o out.F64");
+        ResultsOf(std::string(ofSample) + option + "-o out.real");
+        EXPECT_EQ((Numbers<std::int32_t, std::uint32_t>(ReadBytes("out.raw"))), raw) << option;
+        EXPECT_EQ((Numbers<double, std::uint64_t>(ReadBytes("out.F64"))), real) << option;
+        EXPECT_EQ(ReadBytes("out.real"), ReadBytes("out.F64"));
+    }
+}
+
+TEST_F(ExportTest, TellsMissingSamplesApart)
+{
+    MakeRagged("0");
+    EXPECT_EQ(ResultsOf(std::string(ofRagged) + "-o out.csv"), "");
+    EXPECT_EQ(ReadBytes("out.csv"),
+              "\"a \"\"b\"\", c \xEF\xBF\xBE [V]; down: Y [m]; across: X [m]\",0,1.33333333e-06,2.66666667e-06,4e-06\n"
+              "0,-1,-0.5,0.500000001,0.992187502\n1e-06,9.31322575e-10,,,\n2e-06,,,,\n");
+
+    ResultsOf(std::string(ofRagged) + "-o out.f64");
+    const auto real = Numbers<double, std::uint64_t>(ReadBytes("out.f64"));
+    ASSERT_EQ(real.size(), 12);
+    for (std::size_t i = 0; i < real.size(); ++i)
+        EXPECT_EQ(std::isnan(real[i]), i > 4) << i;
+
+    const Outcome raw = Run(std::string(ofRagged) + "-o out.raw");
+    EXPECT_EQ(raw.exitCode, 0);
+    EXPECT_NE(raw.diagnostics.find("7 missing samples are written as 0"), std::string::npos) << raw.diagnostics;
+    EXPECT_EQ(ReadBytes("out.raw").size(), 48);
+}
+
+TEST_F(ExportTest, LeavesOutLinesThatAreDamagedOrTooShort)
+{
+    MakeRagged();
+    for (const char* const output : {"out.csv", "out.f64", "out.raw", "out.png", "out.png --grey"}) {
+        const Outcome outcome = Run(std::string(ofRagged) + "--op line -o " + output);
+        EXPECT_EQ(outcome.exitCode, 4) << output;
+        EXPECT_NE(outcome.diagnostics.find("1 line left out, the first is line 1: too few"), std::string::npos);
+        EXPECT_NE(outcome.diagnostics.find("1 line left out, the first is line 2: "), std::string::npos);
+    }
+}
+
+TEST_F(ExportTest, GivesAGreyLevelForEachSample)
+{
+    MakeRagged("0");
+    ResultsOf(std::string(ofRagged) + "--grey -o out.PNG");
+    const Picture picture = ReadPicture("out.PNG");
+    ASSERT_EQ(picture.rows.size(), 3);
+    EXPECT_EQ(picture.bits * picture.channels, 16);
+    EXPECT_EQ(picture.Levels(0), (std::vector<std::uint16_t>{0, 0, 0, 0}));
+    EXPECT_EQ(picture.Levels(1), (std::vector<std::uint16_t>{32896, 0, 0, 0})); // 1 + 65534 * 128 / 255
+    EXPECT_EQ(picture.Levels(2), (std::vector<std::uint16_t>{1, 16449, 49344, 65535}));
+    EXPECT_NE(ReadBytes("out.PNG").find("Value of level 1"), std::string::npos);
+}
+
+TEST_F(ExportTest, DrawsSamplesTrueToScaleInColours)
+{
+    MakeRagged("0");
+    ResultsOf(std::string(ofRagged) + "-o out.png");
+    const Picture picture = ReadPicture("out.png");
+    constexpr std::size_t width = 640; // for 4 µm
+    constexpr std::size_t height = 320;
+    ASSERT_GT(picture.width, left + width);
+    ASSERT_GT(picture.height, top + height);
+    EXPECT_EQ(picture.bits * picture.channels, 24);
+
+    const std::vector<std::uint8_t> white{255, 255, 255};
+    EXPECT_EQ(picture.Pixel(0, 0), white);
+    EXPECT_EQ(picture.Pixel(picture.width - 1, picture.height - 1), white);
+    int last = -1;
+    for (std::size_t point = 0; point < 4; ++point) { // the first line is at the bottom
+        const int lightness = Lightness(picture.Pixel(left + 80 + 160 * point, top + height - 1));
+        EXPECT_GT(lightness, last) << point;
+        last = lightness;
+    }
+    EXPECT_NE(picture.Pixel(left + 80, top + height / 2), white);
+    const auto missing = picture.Part(left, top, 160, 100);
+    const auto grey = [](const auto& row) {
+        for (std::size_t i = 0; i < row.size(); i += 3)
+            if (row[i] != row[i + 1] || row[i] != row[i + 2] || row[i] < 150)
+                return false;
+        return true;
+    };
+    EXPECT_TRUE(std::all_of(missing.begin(), missing.end(), grey));
+}
+
+TEST_F(ExportTest, DrawsAnyShape)
+{
+    const std::pair<std::uint64_t, std::uint64_t> shapes[] = {{1, 1}, {5000, 1}, {1, 3000}, {2048, 1500}};
+    for (const auto& [points, lines] : shapes) {
+        const auto handle = Create("shape.oxd");
+        CreateChannel(handle, 8, points, lines);
+        Save(handle);
+        ResultsOf("export shape.oxd --group Group0 --channel 0 -o out.png");
+        EXPECT_LT(ReadPicture("out.png").width, 1400);
+        EXPECT_GT(ReadPicture("out.png").rows.size(), 100);
+        ResultsOf("export shape.oxd --group Group0 --channel 0 --grey -o out.png");
+        EXPECT_EQ(ReadPicture("out.png").width, points);
+        EXPECT_EQ(ReadPicture("out.png").rows.size(), lines);
+    }
+}
+
+// After a change that is meant to show, look at the pictures of the sample, and if they are right, take over the
+// numbers that this prints, and the pictures, which scripts/demo leaves in build/demo/sample, to docs/images.
+TEST_F(ExportTest, OfTheSampleIsAsApprovedAndAsDocumented)
+{
+    const struct
+    {
+        const char* options;
+        std::uint32_t checksum;
+        const char* documented;
+    } cases[] = {{"", 115168549, "sample-raw.png"}, {"--op parabola ", 1610536881, "sample-levelled.png"}};
+    ResultsOf("make-sample sample.oxd");
+    for (const auto& [options, checksum, documented] : cases) {
+        ResultsOf(std::string(ofSample) + options + "--grey -o grey.png");
+        EXPECT_EQ(Checksum(ReadPicture("grey.png")), checksum) << options;
+
+        ResultsOf(std::string(ofSample) + options + "-o colour.png");
+        const Picture drawn = ReadPicture("colour.png");
+        const Picture shown = ReadPicture(std::string(OXD_IMAGES "/") + documented);
+        ASSERT_EQ(shown.rows.size(), drawn.rows.size()) << documented;
+        ASSERT_EQ(shown.width, drawn.width) << documented;
+        // The letters around them depend on the machine's fonts.
+        EXPECT_TRUE(LooksAs(drawn.Part(left, top, 512, 512), shown.Part(left, top, 512, 512))) << documented;
+    }
+}
+
+TEST_F(ExportTest, RefusesWhatItCannotDo)
+{
+    ResultsOf("make-sample sample.oxd");
+    std::filesystem::copy_file("sample.oxd", "sample.csv");
+    const std::string bytes = ReadBytes("sample.oxd");
+    const struct
+    {
+        std::string arguments;
+        int exitCode;
+        const char* part;
+    } cases[] = {
+        {std::string(ofSample) + "-o out.txt", 2, "out.txt: its suffix"},
+        {std::string(ofSample) + "-o png", 2, "png: its suffix"},
+        {std::string(ofSample) + "--grey -o out.csv", 2, "--grey"},
+        {std::string(ofSample) + "-o nowhere/out.csv", 5, "nowhere/out.csv: No such file"},
+        {"export sample.csv --group ForwardScan --channel 0 -o ./sample.csv", 2, "./sample.csv: "},
+        {"export sample.oxd --group ForwardScan --channel Height -o sample.csv", 1, "no channel"},
+        {"export sample.oxd --group Scan --channel 0 -o sample.csv", 1, "no group"},
+    };
+    for (const auto& [arguments, exitCode, part] : cases)
+        ExpectFailure(arguments, exitCode, part);
+    EXPECT_EQ(ReadBytes("sample.csv"), bytes);
+
+    const auto handle = Create("empty.oxd");
+    CreateChannel(handle, 8, 0, 3);
+    Save(handle);
+    WriteBytes("old.png", "old");
+    for (const char* const option : {"", "--grey "})
+        ExpectFailure(std::string("export empty.oxd --group Group0 --channel 0 -o old.png ") + option, 1, "no samples");
+    EXPECT_EQ(ReadBytes("old.png"), "old");
+}
