@@ -1,6 +1,8 @@
 // Groups, slots and axes in memory.
 #include "support/OxdTest.h"
 
+#include <functional>
+
 namespace {
 
 class StructureTest : public OxdTest
@@ -109,33 +111,32 @@ TEST_F(StructureTest, ASizeBeyondTheLimitsFailsAndChangesNothing)
 TEST_F(StructureTest, EachAxisKeepsItsOwnTextsAndNumbers)
 {
     const auto g = CreateChannel(handle, 16, 2, 2);
-    SetChannelData_PointAxisName(handle, g, 0, "X");
-    SetChannelData_PointAxisUnit(handle, g, 0, "m");
-    SetChannelData_LineAxisName(handle, g, 0, "Y");
-    SetChannelData_LineAxisUnit(handle, g, 0, "\xC2\xB5m");
-    SetChannelData_SignalAxisName(handle, g, 0, "Z");
-    SetChannelData_SignalAxisUnit(handle, g, 0, "");
-    EXPECT_EQ(Text(GetChannelData_PointAxisName, handle, g, 0), "X");
-    EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, g, 0), "m");
-    EXPECT_EQ(Text(GetChannelData_LineAxisName, handle, g, 0), "Y");
-    EXPECT_EQ(Text(GetChannelData_LineAxisUnit, handle, g, 0), "\xC2\xB5m");
-    EXPECT_EQ(Text(GetChannelData_SignalAxisName, handle, g, 0), "Z");
-    EXPECT_EQ(Text(GetChannelData_SignalAxisUnit, handle, g, 0), "");
-
-    SetChannelData_PointAxisMin(handle, g, 0, 1.5);
-    SetChannelData_PointAxisRange(handle, g, 0, 2.5);
-    SetChannelData_LineAxisMin(handle, g, 0, 3.5);
-    SetChannelData_LineAxisRange(handle, g, 0, 4.5);
-    SetChannelData_SignalAxisMin(handle, g, 0, 5.5);
-    SetChannelData_SignalAxisRange(handle, g, 0, 6.5);
-    EXPECT_EQ(GetChannelData_PointAxisMin(handle, g, 0), 1.5);
-    EXPECT_EQ(GetChannelData_PointAxisRange(handle, g, 0), 2.5);
-    EXPECT_EQ(GetChannelData_LineAxisMin(handle, g, 0), 3.5);
-    EXPECT_EQ(GetChannelData_LineAxisRange(handle, g, 0), 4.5);
-    EXPECT_EQ(GetChannelData_SignalAxisMin(handle, g, 0), 5.5);
-    EXPECT_EQ(GetChannelData_SignalAxisRange(handle, g, 0), 6.5);
-    EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, g, 0, 1), 1.5) << "lines follow the point axis";
-    EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, g, 0, 1), 2.5);
+    double number = 0;
+    const auto check = [&](auto setText, auto getText, auto setNumber, auto getNumber) {
+        const std::string text = "\xC2\xB5" + std::to_string(++number);
+        setText(handle, g, 0, text.c_str());
+        setNumber(handle, g, 0, number);
+        return [=, this] {
+            EXPECT_EQ(Text(getText, handle, g, 0), text);
+            EXPECT_EQ(getNumber(handle, g, 0), number);
+        };
+    };
+    const std::function<void()> checks[] = {check(SetChannelData_PointAxisName, GetChannelData_PointAxisName,
+                                                  SetChannelData_PointAxisMin, GetChannelData_PointAxisMin),
+                                            check(SetChannelData_PointAxisUnit, GetChannelData_PointAxisUnit,
+                                                  SetChannelData_PointAxisRange, GetChannelData_PointAxisRange),
+                                            check(SetChannelData_LineAxisName, GetChannelData_LineAxisName,
+                                                  SetChannelData_LineAxisMin, GetChannelData_LineAxisMin),
+                                            check(SetChannelData_LineAxisUnit, GetChannelData_LineAxisUnit,
+                                                  SetChannelData_LineAxisRange, GetChannelData_LineAxisRange),
+                                            check(SetChannelData_SignalAxisName, GetChannelData_SignalAxisName,
+                                                  SetChannelData_SignalAxisMin, GetChannelData_SignalAxisMin),
+                                            check(SetChannelData_SignalAxisUnit, GetChannelData_SignalAxisUnit,
+                                                  SetChannelData_SignalAxisRange, GetChannelData_SignalAxisRange)};
+    for (const auto& stillHolds : checks)
+        stillHolds();
+    EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, g, 0, 1), 1) << "lines follow the point axis";
+    EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, g, 0, 1), 2);
 }
 
 } // namespace

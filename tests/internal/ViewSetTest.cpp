@@ -2,10 +2,8 @@
 #include "velflexlib/dataset/ViewSet.h"
 #include "velstdlib/util/VELException.h"
 
-#include <boost/exception/get_error_info.hpp>
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
 using namespace veltaris::velflexlib::dataset;
@@ -31,17 +29,6 @@ protected:
     {
         Read("[SetView]\nViewCount=1\nView0=v\n[V]\n" + lines);
         return *viewSet.GetViews().at(0);
-    }
-
-    template <class Failure>
-    std::string TextOf(const std::string& lines)
-    {
-        try {
-            ReadView(lines);
-        } catch (const Failure& failure) {
-            return failure.what();
-        }
-        return "no such failure";
     }
 };
 
@@ -85,13 +72,10 @@ TEST_F(ViewSetTest, ParametersGoToTheListOfTheirOperator)
     EXPECT_EQ(view.lineOpParameters, expected);
 }
 
-TEST_F(ViewSetTest, BrokenViewsFailAsTheirValuesDo)
+TEST_F(ViewSetTest, EveryCodeOutsideItsTableFails)
 {
     for (const char* line : {"ViewTyp=7\n", "ViewTyp=-1\n", "LineOp=6\n", "ViewMode=2\n", "GraphMode=3\n"})
-        EXPECT_EQ(TextOf<CNoMappingException>(line), "invalid map<K, T> key") << line;
-    EXPECT_EQ(TextOf<std::out_of_range>("ZRange=5\n"), "invalid vector<T> subscript");
-    EXPECT_EQ(TextOf<std::invalid_argument>("ParCount=1\nPar0=one,a,b\n"), "invalid stoi argument");
-    EXPECT_EQ(TextOf<std::out_of_range>("ParCount=1\nPar0=2147483648,a,b\n"), "stoi argument out of range");
+        EXPECT_THROW(ReadView(line), CNoMappingException) << line;
 }
 
 TEST_F(ViewSetTest, TheSectionGivesTheSizeAndTheViews)
@@ -113,13 +97,7 @@ TEST_F(ViewSetTest, TheSectionGivesTheSizeAndTheViews)
 
 TEST_F(ViewSetTest, LaterVersionsAndCountsAboveTheLimitAreRefused)
 {
-    try {
-        Read("[SetView]\nVersion=2\nViewCount=1\n");
-        ADD_FAILURE();
-    } catch (const CVELFileVersionException& failure) {
-        EXPECT_EQ(*boost::get_error_info<errinfo_fileversion>(failure), 2);
-        EXPECT_EQ(*boost::get_error_info<errinfo_filename>(failure), "some.oxd");
-    }
+    EXPECT_THROW(Read("[SetView]\nVersion=2\nViewCount=1\n"), CVELFileVersionException);
     EXPECT_TRUE(viewSet.GetViews().empty());
     EXPECT_THROW(Read("[SetView]\nViewCount=65537\n"), CVELFileBadContentException);
     EXPECT_THROW(ReadView("ParCount=18446744073709551615\n"), CVELFileBadContentException);
