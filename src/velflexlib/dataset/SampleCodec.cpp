@@ -47,6 +47,19 @@ void Encode(std::span<const std::int32_t> samples, std::span<std::byte> bytes)
     }
 }
 
+// Calls use with a value of the type that samples of this width are stored as.
+template <class Use>
+void WithStoredType(std::int64_t bitCount, Use use)
+{
+    CheckBitCount(bitCount);
+    if (bitCount == 8)
+        use(std::int8_t{});
+    else if (bitCount == 16)
+        use(std::int16_t{});
+    else
+        use(std::int32_t{});
+}
+
 } // namespace
 
 void CheckBitCount(std::int64_t bitCount)
@@ -57,24 +70,12 @@ void CheckBitCount(std::int64_t bitCount)
 
 void DecodeSamples(std::span<const std::byte> bytes, std::int64_t bitCount, std::span<std::int32_t> samples)
 {
-    CheckBitCount(bitCount);
-    if (bitCount == 8)
-        Decode<std::int8_t>(bytes, samples);
-    else if (bitCount == 16)
-        Decode<std::int16_t>(bytes, samples);
-    else
-        Decode<std::int32_t>(bytes, samples);
+    WithStoredType(bitCount, [&](auto stored) { Decode<decltype(stored)>(bytes, samples); });
 }
 
 void EncodeSamples(std::span<const std::int32_t> samples, std::int64_t bitCount, std::span<std::byte> bytes)
 {
-    CheckBitCount(bitCount);
-    if (bitCount == 8)
-        Encode<std::int8_t>(samples, bytes);
-    else if (bitCount == 16)
-        Encode<std::int16_t>(samples, bytes);
-    else
-        Encode<std::int32_t>(samples, bytes);
+    WithStoredType(bitCount, [&](auto stored) { Encode<decltype(stored)>(samples, bytes); });
 }
 
 } // namespace veltaris::velflexlib::dataset
