@@ -1,26 +1,33 @@
-# What `cmake --install` puts where, with a CMake package and a pkg-config file for those who build against it.
+# What `cmake --install` puts where, with a CMake package and a pkg-config file for those who build against it. The
+# components are those of the packages: library, development, tool; documentation stays out of them.
 
 include(CMakePackageConfigHelpers)
 
 install(TARGETS VELOxdDll EXPORT VELOxdDllTargets
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md" DESTINATION ${CMAKE_INSTALL_DOCDIR})
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+install(FILES "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h"
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md"
+  DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
+if(VELOXD_DEF_FILE)
+  install(FILES "${VELOXD_DEF_FILE}" DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+endif()
 if(VELOXD_TOOLS)
-  install(TARGETS oxd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS oxd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
 endif()
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/VELOxdDll")
-install(EXPORT VELOxdDllTargets NAMESPACE VELOxdDll:: DESTINATION "${package_dir}")
+install(EXPORT VELOxdDllTargets NAMESPACE VELOxdDll:: DESTINATION "${package_dir}" COMPONENT development)
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/VELOxdDllConfig.cmake.in"
   "${PROJECT_BINARY_DIR}/VELOxdDllConfig.cmake" INSTALL_DESTINATION "${package_dir}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/VELOxdDllConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/VELOxdDllConfig.cmake" "${PROJECT_BINARY_DIR}/VELOxdDllConfigVersion.cmake"
-  DESTINATION "${package_dir}")
+  DESTINATION "${package_dir}" COMPONENT development)
 
 # Relative to the file itself, so that what was installed may be moved.
 file(RELATIVE_PATH prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/VELOxdDll.pc.in" "${PROJECT_BINARY_DIR}/VELOxdDll.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/VELOxdDll.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+install(FILES "${PROJECT_BINARY_DIR}/VELOxdDll.pc"
+  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
