@@ -1,6 +1,6 @@
-# Run by ctest, with the variables that CMakeLists.txt passes. `work` is emptied first.
+# Run with the variables that CMakeLists.txt passes, or with `prefix` in place of `build` to use what is installed
+# there. `work` is emptied first.
 
-set(prefix "${work}/prefix")
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}")
 
@@ -23,7 +23,10 @@ function(run_consumer program file)
   endif()
 endfunction()
 
-run("${CMAKE_COMMAND}" --install "${build}" --config "${config}" --prefix "${prefix}")
+if(build)
+  set(prefix "${work}/prefix")
+  run("${CMAKE_COMMAND}" --install "${build}" --config "${config}" --prefix "${prefix}")
+endif()
 
 # A program that uses the CMake package. It finds the library through the run path that CMake gives it.
 run("${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/consumer" -G "${generator}"
