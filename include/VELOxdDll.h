@@ -83,8 +83,10 @@
 #define VELOXD_API __declspec(dllexport)
 #elif defined(_WIN32)
 #define VELOXD_API __declspec(dllimport)
-#else
+#elif defined(VELOXD_BUILDING)
 #define VELOXD_API __attribute__((visibility("default")))
+#else
+#define VELOXD_API
 #endif
 
 #ifdef __cplusplus

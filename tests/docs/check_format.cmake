@@ -5,7 +5,8 @@ include("${CMAKE_CURRENT_LIST_DIR}/extract.cmake")
 
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}")
-execute_process(COMMAND "${program}" sample.oxd WORKING_DIRECTORY "${work}" COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${emulator} "${sample_program}" sample.oxd WORKING_DIRECTORY "${work}"
+  COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${work}/sample.oxd" written HEX)
 
 extract_block("${document}" text header)

@@ -2,11 +2,11 @@
 
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}")
-execute_process(COMMAND "${sample_program}" old.oxd WORKING_DIRECTORY "${work}" COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${emulator} "${sample_program}" old.oxd WORKING_DIRECTORY "${work}" COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${work}/old.oxd" before HEX)
 
 function(run old)
-  execute_process(COMMAND "${program}" ${old} new.oxd WORKING_DIRECTORY "${work}"
+  execute_process(COMMAND ${emulator} "${program}" ${old} new.oxd WORKING_DIRECTORY "${work}"
     RESULT_VARIABLE result OUTPUT_VARIABLE printed ERROR_VARIABLE error)
   set(result "${result}" PARENT_SCOPE)
   set(printed "${printed}" PARENT_SCOPE)
