@@ -106,13 +106,17 @@ TEST(HeaderStoreTest, ADocumentIsSavedToAFileOfItsOwn)
     document.SetFileName(path.string());
     document.GetContent().Parse("[a]\nk=\xC2\xB5\n", false);
     document.SaveKeys();
-    std::ifstream stream(path, std::ios::binary);
-    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "[a]\r\nk=\xC2\xB5\r\n");
+    {
+        std::ifstream stream(path, std::ios::binary);
+        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "[a]\r\nk=\xC2\xB5\r\n");
+    }
     std::filesystem::remove(path);
     document.SetFileName("/nowhere/at/all");
     EXPECT_THROW(document.SaveKeys(), CVELFileOpenException);
+#ifndef _WIN32 // has no disk that is always full
     document.SetFileName("/dev/full");
     EXPECT_THROW(document.SaveKeys(), std::ios_base::failure);
+#endif
 }
 
 } // namespace

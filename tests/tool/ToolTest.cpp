@@ -1,32 +1,8 @@
 #include "tool/ToolTest.h"
 
+#include "tool/Shell.h"
+
 #include <algorithm>
-#include <cstdlib>
-
-#ifndef _WIN32
-#include <sys/wait.h>
-#endif
-
-namespace {
-
-#ifdef _WIN32
-// Its shell takes the outermost quotes away.
-int Shell(const std::string& command)
-{
-    return std::system(("\"" + command + "\"").c_str());
-}
-#else
-// -1 if a signal ended the process.
-int Shell(const std::string& command)
-{
-    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): one thread, and a shell is what redirects streams
-    const int status = std::system(command.c_str());
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-#endif
-
-} // namespace
-
 ToolTest::ToolTest() : m_outside(std::filesystem::current_path())
 {
     std::filesystem::current_path(Path(""));
@@ -39,7 +15,7 @@ ToolTest::~ToolTest()
 
 Outcome ToolTest::Run(const std::string& arguments) const
 {
-    const int exitCode = Shell("\"" OXD_TOOL "\" > results.txt 2> diagnostics.txt " + arguments);
+    const int exitCode = RunTool(arguments);
     return {exitCode, ReadBytes("results.txt"), ReadBytes("diagnostics.txt")};
 }
 

@@ -8,6 +8,15 @@ namespace oxd {
 
 namespace {
 
+std::string NameForLibrary(const std::string& file, ExitCode ifImpossible)
+{
+    const auto name = platform::FileName(file);
+    if (!name) {
+        throw Failure(ifImpossible, file, "the system's code page lacks a character of this name");
+    }
+    return *name;
+}
+
 Failure OpenFailure(const std::string& file, const std::string& text)
 {
     const std::string reason =
@@ -38,7 +47,7 @@ void ThrowPendingError()
 
 DataSet DataSet::Open(const std::string& file)
 {
-    DataSet opened(OpenOxdFile(platform::FileName(file).c_str()));
+    DataSet opened(OpenOxdFile(NameForLibrary(file, ExitCode::CannotOpen).c_str()));
     if (opened.m_handle == 0) {
         throw OpenFailure(file, VELGetLastError());
     }
@@ -60,7 +69,7 @@ DataSet DataSet::Create()
 
 void DataSet::SaveAs(const std::string& file)
 {
-    Call(ChangeOxdFilename, platform::FileName(file).c_str());
+    Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
     SaveOxdFile(m_handle);
     if (VELHasLastError()) {
         throw SaveFailure(file, VELGetLastError());

@@ -1,17 +1,14 @@
 // What differs between operating systems. Texts are UTF-8 on this side of it, everywhere.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace oxd::platform {
 
-// The command line without the program's name.
-std::vector<std::string> Arguments(int argc, const char* const* argv);
-
-// `name` as the library wants file names.
-std::string FileName(const std::string& name);
+// `name` as the library wants file names: nothing if it cannot be said so.
+std::optional<std::string> FileName(const std::string& name);
 
 // Makes writing to a pipe that nobody reads an error instead of the end of the process.
 void IgnoreBrokenPipes();

@@ -9,12 +9,7 @@
 
 namespace oxd::platform {
 
-std::vector<std::string> Arguments(int argc, const char* const* argv)
-{
-    return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
-}
-
-std::string FileName(const std::string& name)
+std::optional<std::string> FileName(const std::string& name)
 {
     return name;
 }

@@ -1,14 +1,13 @@
 #include "Platform.h"
 
+#include <boost/nowide/convert.hpp>
+
 #include <algorithm>
-#include <cerrno>
-#include <system_error>
 
 #include <windows.h>
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 #include <sys/stat.h>
 
 namespace oxd::platform {
@@ -18,50 +17,23 @@ namespace {
 constexpr int standardOutput = 1;
 constexpr int standardError = 2;
 
-// The characters in `codePage`. One that this code page lacks becomes its nearest or "?".
-std::string Narrow(unsigned int codePage, const std::wstring& wide)
+} // namespace
+
+// The library's names are in the system's code page, which lacks most characters. What it has in their place is another
+// file's name.
+std::optional<std::string> FileName(const std::string& name)
 {
+    const std::wstring wide = boost::nowide::widen(name);
     const int length = static_cast<int>(wide.size());
     const auto convert = [&](char* out, int size) {
-        return WideCharToMultiByte(codePage, 0, wide.data(), length, out, size, nullptr, nullptr);
+        return WideCharToMultiByte(CP_ACP, 0, wide.data(), length, out, size, nullptr, nullptr);
     };
     std::string narrow(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
     convert(narrow.data(), static_cast<int>(narrow.size()));
-    return narrow;
-}
-
-std::wstring Widen(const std::string& utf8)
-{
-    const int length = static_cast<int>(utf8.size());
-    const auto convert = [&](wchar_t* out, int size) {
-        return MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, out, size);
-    };
-    std::wstring wide(static_cast<std::size_t>(convert(nullptr, 0)), L'\0');
-    convert(wide.data(), static_cast<int>(wide.size()));
-    return wide;
-}
-
-} // namespace
-
-// The arguments that main gets are in the system's code page, which lacks most characters.
-std::vector<std::string> Arguments(int, const char* const*)
-{
-    int count = 0;
-    wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &count);
-    if (wide == nullptr) {
-        throw std::system_error(static_cast<int>(GetLastError()), std::system_category(), "command line");
-    }
-    std::vector<std::string> arguments;
-    for (int i = 1; i < count; ++i) {
-        arguments.push_back(Narrow(CP_UTF8, wide[i]));
-    }
-    LocalFree(wide);
-    return arguments;
-}
-
-std::string FileName(const std::string& name)
-{
-    return Narrow(CP_ACP, Widen(name));
+    std::wstring back(wide.size(), L'\0');
+    const int backLength =
+        MultiByteToWideChar(CP_ACP, 0, narrow.data(), static_cast<int>(narrow.size()), back.data(), length);
+    return backLength == length && back == wide ? std::optional(narrow) : std::nullopt;
 }
 
 void IgnoreBrokenPipes()
@@ -84,7 +56,8 @@ int TakeStandardOutput()
 
 int CreateFileFor(const std::string& name)
 {
-    return _wopen(Widen(name).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+    return _wopen(boost::nowide::widen(name).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY,
+                  _S_IREAD | _S_IWRITE);
 }
 
 bool IsRegularFile(int descriptor)

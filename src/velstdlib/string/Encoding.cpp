@@ -1,6 +1,9 @@
 #include "velstdlib/string/Encoding.h"
 
-#include <boost/locale/utf.hpp>
+#include "velstdlib/string/SystemCodePage.h"
+
+#include <boost/nowide/convert.hpp>
+#include <boost/nowide/utf/utf.hpp>
 #include <boost/throw_exception.hpp>
 
 #include <algorithm>
@@ -12,7 +15,7 @@ namespace veltaris::velstdlib::string {
 
 namespace {
 
-using Utf8 = boost::locale::utf::utf_traits<char>;
+using Utf8 = boost::nowide::utf::utf_traits<char>;
 using namespace std::string_view_literals;
 
 constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
@@ -42,7 +45,7 @@ bool IsValidUtf8(std::string_view bytes)
     const char* at = bytes.data();
     const char* const end = at + bytes.size();
     while ((at = std::find_if_not(at, end, IsAscii)) != end) {
-        if (!boost::locale::utf::is_valid_codepoint(Utf8::decode(at, end)))
+        if (!boost::nowide::utf::is_valid_codepoint(Utf8::decode(at, end)))
             return false;
     }
     return true;
@@ -70,7 +73,11 @@ std::string Cp1252ToUtf8(std::string_view bytes)
 
 std::string AnsiToUtf8(std::string_view bytes)
 {
+#ifdef _WIN32
+    return boost::nowide::narrow(SystemCodePageToWide(bytes));
+#else
     return Cp1252ToUtf8(bytes);
+#endif
 }
 
 } // namespace veltaris::velstdlib::string

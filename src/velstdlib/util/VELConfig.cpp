@@ -1,6 +1,7 @@
 #include "velstdlib/util/VELConfig.h"
 
 #include "velstdlib/string/Encoding.h"
+#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
@@ -95,7 +96,7 @@ void CVELConfig::Clear()
 
 void CVELConfig::SaveKeys() const
 {
-    std::ofstream stream(m_fileName, std::ios::binary | std::ios::trunc);
+    std::ofstream stream(ToPath(m_fileName), std::ios::binary | std::ios::trunc);
     const int error = errno;
     if (!stream)
         ThrowFileOpen(m_fileName, error);

@@ -1,0 +1,16 @@
+// What the code page of a Windows system says; nothing else knows of it.
+#pragma once
+
+#ifdef _WIN32
+
+#include <string>
+#include <string_view>
+
+namespace veltaris::velstdlib::string {
+
+// `bytes` in the system's code page as UTF-16. Bytes that stand for nothing there become the system's substitute.
+std::wstring SystemCodePageToWide(std::string_view bytes);
+
+} // namespace veltaris::velstdlib::string
+
+#endif
