@@ -17,7 +17,7 @@ function(run)
 endfunction()
 
 function(run_consumer program file)
-  run("${program}" "${work}/${file}")
+  run(${emulator} "${program}${suffix}" "${file}")
   if(NOT output STREQUAL "ok")
     message(FATAL_ERROR "${program} printed \"${output}\"")
   endif()
@@ -28,9 +28,11 @@ if(build)
   run("${CMAKE_COMMAND}" --install "${build}" --config "${config}" --prefix "${prefix}")
 endif()
 
-# A program that uses the CMake package. It finds the library through the run path that CMake gives it.
+# A program that uses the CMake package. It finds the library through the run path that CMake gives it; on Windows there
+# is no such thing, and Wine is told where to look.
+set(ENV{WINEPATH} "${prefix}/bin")
 run("${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/consumer" -G "${generator}"
-  "-DCMAKE_C_COMPILER=${c_compiler}" "-DCMAKE_BUILD_TYPE=${config}" "-DCMAKE_PREFIX_PATH=${prefix}"
+  "-DCMAKE_SYSTEM_NAME=${system}" "-DCMAKE_C_COMPILER=${c_compiler}" "-DCMAKE_BUILD_TYPE=${config}" "-DCMAKE_PREFIX_PATH=${prefix}"
   "-DVELOXD_WANTED=${version}")
 run("${CMAKE_COMMAND}" --build "${work}/consumer")
 run_consumer("${work}/consumer/consumer" package.oxd)

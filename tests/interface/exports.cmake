@@ -1,17 +1,37 @@
+# The library exports the listed names and nothing else, and the header declares just these. What a Windows library needs
+# is part of every Windows.
+
+# What the inspection of a file printed that matches `pattern` of one group: the texts of that group, sorted.
+function(inspect result pattern)
+  execute_process(COMMAND ${ARGN} OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "${pattern}" found "${printed}")
+  list(TRANSFORM found REPLACE "${pattern}" "\\1")
+  list(SORT found)
+  set(${result} "${found}" PARENT_SCOPE)
+endfunction()
+
+function(expect_listed what)
+  if(NOT ARGN STREQUAL listed)
+    message(FATAL_ERROR "${what}: ${ARGN}\nlisted: ${listed}")
+  endif()
+endfunction()
+
 file(STRINGS "${list}" listed REGEX "^[A-Za-z]")
 list(SORT listed)
 
-execute_process(COMMAND "${nm}" -D --defined-only "${library}" OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCHALL "[^ \n]+\n" exported "${symbols}")
-list(TRANSFORM exported STRIP)
-list(SORT exported)
-if(NOT exported STREQUAL listed)
-  message(FATAL_ERROR "exported: ${exported}\nlisted: ${listed}")
+if(library MATCHES "\\.dll$")
+  inspect(exported "\t\\[ *[0-9]+\\] ([A-Za-z_]+)\n" "${objdump}" -p "${library}")
+  inspect(imported "DLL Name: ([^\n]+)" "${objdump}" -p "${library}")
+  list(REMOVE_ITEM imported KERNEL32.dll api-ms-win-core-synch-l1-2-0.dll msvcrt.dll)
+  if(imported)
+    message(FATAL_ERROR "not part of every Windows: ${imported}")
+  endif()
+else()
+  inspect(exported "[^\n]* ([^ \n]+)\n" "${nm}" -D --defined-only "${library}")
 endif()
+expect_listed(exported ${exported})
 
 file(STRINGS "${header}" declared REGEX "^VELOXD_API ")
 list(TRANSFORM declared REPLACE "^VELOXD_API [a-z0-9_* ]*[ *]([A-Za-z_]+)\\(.*" "\\1")
 list(SORT declared)
-if(NOT declared STREQUAL listed)
-  message(FATAL_ERROR "declared: ${declared}\nlisted: ${listed}")
-endif()
+expect_listed(declared ${declared})

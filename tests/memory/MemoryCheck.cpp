@@ -1,14 +1,20 @@
 // Opens a file, in one case saves it, too, and compares the peak memory of doing so with what that may take.
 #include <VELOxdDll.h>
 
-#include <sys/resource.h>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <string>
+
+#ifdef _WIN32
+#include <windows.h>
+
+#include <psapi.h>
+#else
+#include <sys/resource.h>
+#endif
 
 namespace {
 
@@ -95,12 +101,21 @@ std::uintmax_t AllowedBytes(const Case& c, std::uintmax_t headerBytes)
     return c.samplesInMemory + (headerBytes < 4096 && c.samplesInMemory > 0 ? 16 * mebi : 64 * mebi + 40 * headerBytes);
 }
 
+#ifdef _WIN32
+std::uintmax_t PeakBytes()
+{
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return counters.PeakWorkingSetSize;
+}
+#else
 std::uintmax_t PeakBytes()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<std::uintmax_t>(usage.ru_maxrss) * 1024;
 }
+#endif
 
 int Check(const Case& c, const std::string& path)
 {

@@ -1,0 +1,131 @@
+// Writes a set of files to a folder, or prints what is in those that stand there: what two builds of the library must
+// do alike.
+//
+//   exchange write FOLDER
+//   exchange read FOLDER
+#include <VELOxdDll.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr int operatorCount = 6;
+constexpr std::uint64_t points = 67;
+constexpr std::uint64_t lines = 5;
+constexpr std::uint64_t files = 7;
+const char* const texts[files] = {"plain", "\xC2\xB5m \xE6\xB8\xAC", "\xB5 no UTF-8", "#! = [x]", "a\r\nb", "1,5", ""};
+
+std::string FileName(const char* folder, std::uint64_t number)
+{
+    return std::string(folder) + "/" + std::to_string(number) + ".oxd";
+}
+
+// Over the whole range, in no order, and the same everywhere.
+std::int32_t Sample(std::uint64_t point, std::uint64_t line)
+{
+    std::uint64_t mixed = (point + 1) * 0x9E3779B97F4A7C15U ^ (line + 1) * 0xC2B2AE3D27D4EB4FU;
+    mixed ^= mixed >> 29U;
+    return static_cast<std::int32_t>(mixed % 1073741824U) - 536870912;
+}
+
+void AddChannel(std::uint64_t file, int bits, const char* text)
+{
+    const auto group = CreateGroup(file, bits);
+    SetGroupName(file, group, text);
+    SetChannelCount(file, group, 2);
+    SetChannelXYDimension(file, group, 1, points, lines);
+    SetChannelData_LineAxisName(file, group, 1, text);
+    SetChannelData_SignalAxisUnit(file, group, 1, text);
+    SetChannelData_SignalAxisMin(file, group, 1, -1.0 / 3.0 * bits);
+    SetChannelData_SignalAxisRange(file, group, 1, 2e-9 / 3.0);
+    for (std::uint64_t line = 0; line < lines; ++line) {
+        std::array<std::int32_t, points> samples{};
+        for (std::uint64_t point = 0; point < points; ++point)
+            samples.at(point) = Sample(point, line);
+        SetChannelData_LineRaw(file, group, 1, line, samples.data());
+    }
+    SetChannelData_PixelReal(file, group, 1, 3, 2, -1.0 / 3.0 * bits + 1e-10);
+}
+
+void AddInformation(std::uint64_t file, const char* text)
+{
+    const auto flat = CreateInfoGroupWithName(file, "Scan");
+    CreateInfoItem(file, flat, "Comment", text);
+    CreateInfoItem(file, flat, text, "named");
+    const auto tree = AddMetaInfoItemGroup(file, GetMetaInfoTreeRootHandle(file), "Tree");
+    AddMetaInfoItem(file, AddMetaInfoItemGroup(file, tree, text), "Leaf", text);
+}
+
+void Write(const char* folder)
+{
+    for (std::uint64_t number = 0; number < files; ++number) {
+        const auto file = CreateOxdFile(FileName(folder, number).c_str());
+        for (const int bits : {8, 16, 32})
+            AddChannel(file, bits, texts[number]);
+        AddInformation(file, texts[number]);
+        SaveOxdFile(file);
+        CloseOxdFile(file);
+    }
+}
+
+void PrintLine(std::uint64_t file, std::uint64_t group, std::uint64_t line, int lineOp)
+{
+    std::array<std::int32_t, points> raw{};
+    std::array<double, points> real{};
+    GetChannelData_LineRaw(file, group, 1, line, lineOp, raw.data());
+    GetChannelData_LineReal(file, group, 1, line, lineOp, real.data());
+    for (std::uint64_t point = 0; point < points; ++point)
+        std::printf("%d %.17g\n", raw.at(point), real.at(point));
+}
+
+// The nodes of the tree, parents first. 0 ends a level, and the failure that says so is no news.
+void PrintNodes(std::uint64_t file, std::uint64_t parent)
+{
+    std::array<char, 4096> text{};
+    for (auto node = SelectFirstChildMetaInfoItem(file, parent); node != 0; node = SelectNextMetaInfoItem(file, node)) {
+        GetMetaInfoItemName(file, node, text.data(), text.size());
+        std::printf("<%s>", text.data());
+        if (IsMetaInfoItemAGroup(file, node)) {
+            PrintNodes(file, node); // NOLINT(misc-no-recursion): three levels
+        } else {
+            GetMetaInfoItemValue(file, node, text.data(), text.size());
+            std::printf("<%s>\n", text.data());
+        }
+    }
+    VELGetLastError();
+}
+
+void Read(const char* folder)
+{
+    std::array<char, 4096> text{};
+    for (std::uint64_t number = 0; number < files; ++number) {
+        const auto file = OpenOxdFile(FileName(folder, number).c_str());
+        for (std::uint64_t group = 0; group < GetGroupCount(file); ++group) {
+            GetGroupName(file, group, text.data(), text.size());
+            std::printf("%s %.17g\n", text.data(), GetChannelData_SignalAxisMin(file, group, 1));
+            for (std::uint64_t line = 0; line < lines; ++line) {
+                for (int lineOp = 0; lineOp < operatorCount; ++lineOp)
+                    PrintLine(file, group, line, lineOp);
+            }
+        }
+        PrintNodes(file, GetMetaInfoTreeRootHandle(file));
+        CloseOxdFile(file);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3)
+        return 2;
+    (std::strcmp(argv[1], "write") == 0 ? Write : Read)(argv[2]);
+    const bool failed = VELHasLastError();
+    if (failed)
+        std::fprintf(stderr, "%s\n", VELGetLastError());
+    return failed ? 1 : 0;
+}

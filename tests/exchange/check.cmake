@@ -1,0 +1,33 @@
+# Lets `program` and `other` write their files, compares these, and lets each read those of the other.
+
+file(REMOVE_RECURSE "${work}")
+file(MAKE_DIRECTORY "${work}/ours" "${work}/theirs")
+
+function(run result)
+  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY "${work}" OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
+  string(REPLACE "\r\n" "\n" printed "${printed}")
+  set(${result} "${printed}" PARENT_SCOPE)
+endfunction()
+
+run(ignored ${program} write ours)
+run(ignored ${other} write theirs)
+file(GLOB written RELATIVE "${work}/theirs" "${work}/theirs/*")
+list(LENGTH written count)
+if(count LESS 7)
+  message(FATAL_ERROR "Only these were written: ${written}")
+endif()
+foreach(name IN LISTS written)
+  file(SHA256 "${work}/ours/${name}" ours)
+  file(SHA256 "${work}/theirs/${name}" theirs)
+  if(NOT ours STREQUAL theirs)
+    message(FATAL_ERROR "The two builds write different bytes: ${name}")
+  endif()
+endforeach()
+
+run(ours ${program} read theirs)
+run(theirs ${other} read ours)
+if(NOT ours STREQUAL theirs)
+  file(WRITE "${work}/ours.txt" "${ours}")
+  file(WRITE "${work}/theirs.txt" "${theirs}")
+  message(FATAL_ERROR "The two builds read different data from the same files, see ours.txt and theirs.txt in ${work}")
+endif()
