@@ -17,11 +17,22 @@ add_library(veloxd_settings INTERFACE)
 target_compile_options(veloxd_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${VELOXD_WERROR}>:-Werror>
+  # GCC 12 sees overlaps in its own std::string at -O3 that cannot be.
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   # Failure texts name source files: relative to the source root, so that no build path is in the binary.
   "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build"
   "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/="
   # Every build computes the same sample values, also where the processor could fuse multiply and add.
   -ffp-contract=off)
+
+# Every folder uses some of Boost's headers; when building for another system they are not where compilers look.
+find_path(VELOXD_BOOST_HEADERS boost/version.hpp REQUIRED)
+target_include_directories(veloxd_settings SYSTEM INTERFACE "${VELOXD_BOOST_HEADERS}")
+
+# What is shipped for Windows needs nothing but Windows: the compiler's run-time is linked in.
+if(MINGW)
+  target_link_options(veloxd_settings INTERFACE -static)
+endif()
 
 if(VELOXD_SANITIZE)
   target_compile_options(veloxd_settings INTERFACE
