@@ -24,11 +24,11 @@ Logger& TheLogger()
 
 void LogWarning(const char* function, std::string_view message)
 {
-    auto value = boost::log::attributes::make_attribute_value(std::string(function));
+    const auto value = boost::log::attributes::make_attribute_value(std::string(function));
     auto record = TheLogger().open_record(boost::log::keywords::severity = boost::log::trivial::warning);
     if (!record)
         return;
-    record.attribute_values().insert("Function", std::move(value));
+    record.attribute_values().insert("Function", value);
     boost::log::record_ostream(record) << message << std::flush;
     TheLogger().push_record(std::move(record));
 }
