@@ -171,6 +171,7 @@ private:
     std::vector<std::uint64_t> m_numbers; // of the current call
     std::optional<std::uint64_t> m_room;  // of a buffer whose size is the next number
     bool m_namesFile = false;             // the texts of the current call do
+    int m_filesNamed = 0;
     std::array<std::uint64_t, 16> m_results{};
     std::size_t m_resultCount = 0;
     std::vector<std::shared_ptr<void>> m_memory;
@@ -195,7 +196,7 @@ const std::array<CMemoryFile, 3>& Files()
 const char* CScript::FileName()
 {
     const auto choice = Byte() % 8U;
-    if (choice == 6)
+    if (choice == 6 || ++m_filesNamed > 3) // opening is what takes the time
         return "/proc/self/fd/none";
     return choice == 7 ? nullptr : Files()[choice % Files().size()].Path().c_str();
 }

@@ -119,6 +119,7 @@ std::int64_t LiveBlocks()
 
 using namespace faults;
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's own begin with underscores
 extern "C" {
 
 void* malloc(std::size_t size)
@@ -138,12 +139,10 @@ void* aligned_alloc(std::size_t alignment, std::size_t size)
 
 void* realloc(void* block, std::size_t size)
 {
-    if (!block)
-        return malloc(size);
-    if (!Strikes(Kind::Memory))
-        return __libc_realloc(block, size);
-    errno = ENOMEM;
-    return nullptr;
+    liveBlocks -= block ? 1 : 0; // which is counted again, moved or not
+    void* const moved = AllocateOrFail([&] { return __libc_realloc(block, size); });
+    liveBlocks += block && !moved ? 1 : 0;
+    return moved;
 }
 
 void free(void* block)
@@ -229,3 +228,4 @@ int remove(const char* path)
     return FailsAltogether(EIO) ? -1 : Next<int(const char*)>("remove")(path);
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
