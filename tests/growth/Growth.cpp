@@ -91,7 +91,7 @@ int main(int argc, char** argv)
 {
     if (argc != 2)
         return 2;
-    const int n = std::atoi(argv[1]);
+    const int n = static_cast<int>(std::strtol(argv[1], nullptr, 10));
     for (const Shape& shape : shapes) {
         if (!Run(shape, n) || !Run(shape, 2 * n))
             return 1;

@@ -56,7 +56,7 @@ int main(int argc, char** argv)
 {
     if (argc != 3)
         return 2;
-    const std::int64_t cycles = std::atoll(argv[1]);
+    const std::int64_t cycles = std::strtoll(argv[1], nullptr, 10);
     const std::string path = argv[2];
     const auto made = CreateOxdFile(path.c_str());
     for (const Edit& edit : Edits())
