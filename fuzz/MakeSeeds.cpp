@@ -36,8 +36,8 @@ int main(int argc, char** argv)
     for (const Seed& seed : Seeds())
         std::ofstream(files / (seed.name + ".oxd"), std::ios::binary) << seed.bytes;
     const auto made = CreateOxdFile((files / "made.oxd").c_str());
-    for (const Edit& edit : Edits())
-        edit.apply(made);
+    for (const Edit edit : Edits())
+        edit(made);
     SetChannelXYDimension(made, 1, 0, 2, 2); // small, since a fuzzer is fast with small files only
     SaveOxdFile(made);
     for (int step = 0; step < 4; ++step)

@@ -59,8 +59,8 @@ int main(int argc, char** argv)
     const std::int64_t cycles = std::strtoll(argv[1], nullptr, 10);
     const std::string path = argv[2];
     const auto made = CreateOxdFile(path.c_str());
-    for (const Edit& edit : Edits())
-        edit.apply(made);
+    for (const Edit edit : Edits())
+        edit(made);
     SaveOxdFile(made);
     CloseOxdFile(made);
 

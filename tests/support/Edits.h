@@ -6,10 +6,6 @@
 #include <vector>
 
 // One change of an open file, which may be tried again when it fails.
-struct Edit
-{
-    const char* name;
-    void (*apply)(std::uint64_t handle);
-};
+using Edit = void (*)(std::uint64_t handle);
 
 const std::vector<Edit>& Edits();
