@@ -5,15 +5,19 @@
 #include <boost/exception/diagnostic_information.hpp>
 
 #include <exception>
+#include <string>
 
 namespace {
 
-// The diagnostic text takes memory. Where there is none, the failure's own text must do.
+// The diagnostic text takes memory. Where there is none the text is not made, or cut short without a word: then the
+// failure's own text must do.
 void StoreDiagnostics(const boost::exception& failure) noexcept
 {
     const auto* const standard = dynamic_cast<const std::exception*>(&failure);
     try {
-        StoreLastError(boost::diagnostic_information(failure, true).c_str());
+        const std::string text = boost::diagnostic_information(failure, true);
+        const bool tellsReason = !standard || text.find(standard->what()) != std::string::npos;
+        StoreLastError(tellsReason ? text.c_str() : standard->what());
     } catch (...) {
         StoreLastError(standard ? standard->what() : "Unknown error");
     }

@@ -5,16 +5,31 @@
 #include <cstdlib>
 #include <iostream>
 #include <locale>
+#include <string>
 
 namespace {
 
-bool UseLocale(const char* name)
+// Numbers as 1'234,5: a program may also have set a locale of its own making.
+class CGrouping : public std::numpunct<char>
 {
-    if (!std::setlocale(LC_ALL, name)) {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '\''; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+bool UseLocale(const std::string& name)
+{
+    if (name == "grouping") {
+        std::locale::global(std::locale(std::locale::classic(), new CGrouping));
+        return true;
+    }
+    if (!std::setlocale(LC_ALL, name.c_str())) {
         std::cerr << "There is no locale " << name << '\n';
         return false;
     }
+#ifndef _WIN32 // where the C++ library has no locales by name
     std::locale::global(std::locale(name));
+#endif
     return true;
 }
 

@@ -9,21 +9,25 @@ int CDataSet::CreateGroup(const std::string& name, std::int64_t bitCount)
 {
     const std::uint64_t id = FindFreeId();
     const std::string givenName = name.empty() ? "Group" + std::to_string(id) : name;
-    InsertGroup(id, TakeLogicalGroupId(), givenName, 0, bitCount);
+    InsertGroup(id, std::nullopt, givenName, 0, bitCount);
     return static_cast<int>(id);
 }
 
-std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::uint32_t logicalGroupId,
+std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::optional<std::uint32_t> logicalGroupId,
                                                   const std::string& name, std::size_t slotCount, std::int64_t bitCount)
 {
-    auto group = std::make_shared<CDataGroup>(logicalGroupId, name, slotCount, bitCount);
+    auto group = std::make_shared<CDataGroup>(logicalGroupId.value_or(0), name, slotCount, bitCount);
     group->OnNameChanged.connect(m_nameRelay);
     group->OnChanged.connect(m_groupRelay);
     group->OnBufferChanged.connect(m_bufferRelay);
-    std::shared_ptr<CDataGroup> stored = group;
+    decltype(m_groups) inserted{{id, group}};
+    if (!logicalGroupId) // only now, when nothing can fail any more
+        group->SetLogicalGroupId(TakeLogicalGroupId());
+    decltype(m_groups)::node_type dropped;
     {
         const std::lock_guard lock(m_mutex);
-        m_groups[id].swap(stored);
+        dropped = m_groups.extract(id);
+        m_groups.merge(inserted);
         m_modified = true;
     }
     OnChanged.emit();

@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,10 @@ public:
 
     // Result: the id, which is the smallest number from 0 that is free. An empty name becomes "Group" and the id.
     int CreateGroup(const std::string& name, std::int64_t bitCount);
-    // Stores a group under the given id, in place of one that has it. For loading.
-    std::shared_ptr<CDataGroup> InsertGroup(std::uint64_t id, std::uint32_t logicalGroupId, const std::string& name,
-                                            std::size_t slotCount, std::int64_t bitCount);
+    // Stores a group under the given id, in place of one that has it; without a logical id it takes the next one, and
+    // only if nothing fails. For loading.
+    std::shared_ptr<CDataGroup> InsertGroup(std::uint64_t id, std::optional<std::uint32_t> logicalGroupId,
+                                            const std::string& name, std::size_t slotCount, std::int64_t bitCount);
     // False when there is no such group; the invalid id counts as deleted.
     bool DeleteGroup(std::uint64_t id);
     void DeleteAllGroups();

@@ -1,10 +1,12 @@
 #include "velstdlib/util/Log.h"
 
-#include <boost/log/attributes/constant.hpp>
+#include <boost/log/attributes/attribute_value_impl.hpp>
 #include <boost/log/sources/record_ostream.hpp>
 #include <boost/log/sources/severity_channel_logger.hpp>
 #include <boost/log/trivial.hpp>
-#include <boost/log/utility/manipulators/add_value.hpp>
+
+#include <ostream>
+#include <utility>
 
 namespace veltaris::velstdlib::util {
 
@@ -22,8 +24,13 @@ Logger& TheLogger()
 
 void LogWarning(const char* function, std::string_view message)
 {
-    BOOST_LOG_SEV(TheLogger(), boost::log::trivial::warning)
-        << boost::log::add_value("Function", std::string(function)) << message;
+    const auto value = boost::log::attributes::make_attribute_value(std::string(function));
+    auto record = TheLogger().open_record(boost::log::keywords::severity = boost::log::trivial::warning);
+    if (!record)
+        return;
+    record.attribute_values().insert("Function", value);
+    boost::log::record_ostream(record) << message << std::flush;
+    TheLogger().push_record(std::move(record));
 }
 
 } // namespace veltaris::velstdlib::util

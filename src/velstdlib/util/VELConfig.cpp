@@ -17,23 +17,20 @@ namespace {
 
 constexpr std::string_view headerEndMark = "#!";
 
-struct HeaderExtent
-{
-    std::uint64_t headerBytes = 0; // up to and including the mark; 0 when there is none
-    std::uint64_t fileBytes = 0;
-};
-
 std::uint64_t LengthOf(std::istream& stream)
 {
     stream.seekg(0, std::ios::end);
     const auto length = stream.tellg();
+    if (length < 0)
+        stream.setstate(std::ios::failbit); // which asking does not do by itself
     stream.seekg(0);
-    return length < 0 ? 0 : static_cast<std::uint64_t>(length);
+    return static_cast<std::uint64_t>(length);
 }
 
 // Position behind the first mark, or 0. The last byte of each chunk leads the next one, where a mark may begin with it.
+// What cannot be read may be anything but a data file: it has no header.
 std::uint64_t FindHeaderEnd(std::istream& stream, std::uint64_t fileBytes)
-{
+try {
     std::array<char, 1 + 1000> window{};
     std::uint64_t position = 0;
     while (position < fileBytes) {
@@ -47,15 +44,8 @@ std::uint64_t FindHeaderEnd(std::istream& stream, std::uint64_t fileBytes)
         position += count;
     }
     return 0;
-}
-
-// A stream that fails here may be anything but a data file: it has no header.
-HeaderExtent Measure(std::istream& stream)
-try {
-    const auto fileBytes = LengthOf(stream);
-    return {FindHeaderEnd(stream, fileBytes), fileBytes};
 } catch (const std::ios_base::failure&) {
-    return {};
+    return 0;
 }
 
 std::string ReadText(std::istream& stream, std::uint64_t bytes)
@@ -73,15 +63,16 @@ std::string ReadText(std::istream& stream, std::uint64_t bytes)
 bool CVELConfig::ReadHeader(std::istream& stream, const std::atomic<bool>& abort)
 {
     Clear();
-    const HeaderExtent extent = Measure(stream);
-    if (extent.headerBytes <= headerEndMark.size())
+    const std::uint64_t fileBytes = LengthOf(stream);
+    const std::uint64_t headerBytes = FindHeaderEnd(stream, fileBytes);
+    if (headerBytes <= headerEndMark.size())
         return false;
-    if (extent.headerBytes > limits::headerBytes)
+    if (headerBytes > limits::headerBytes)
         ThrowBadContent(m_fileName);
-    m_content->Parse(ReadText(stream, extent.headerBytes), abort);
-    stream.seekg(static_cast<std::streamoff>(extent.headerBytes));
-    m_headerBytes = extent.headerBytes;
-    m_dataBytes = extent.fileBytes - extent.headerBytes;
+    m_content->Parse(ReadText(stream, headerBytes), abort);
+    stream.seekg(static_cast<std::streamoff>(headerBytes));
+    m_headerBytes = headerBytes;
+    m_dataBytes = fileBytes - headerBytes;
     m_isNew = false;
     return true;
 }

@@ -1,0 +1,237 @@
+// Bytes as a series of calls of the whole interface, with good arguments, wrong ones and null pointers: every call
+// fails with a text and a neutral result, or not at all, and what can be saved then can be opened.
+#include "support/Describe.h"
+#include "support/MemoryFile.h"
+#include "support/Seeds.h"
+
+#include <VELOxdDll.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+namespace {
+
+constexpr std::uint64_t handlesToClose = 64;
+constexpr std::size_t longestText = 8192; // of all that a script can make
+
+void Require(bool holds, const char* what)
+{
+    if (!holds)
+        throw std::logic_error(std::string("does not hold: ") + what + "\n" + VELGetLastError());
+}
+
+class CScript
+{
+public:
+    explicit CScript(std::string_view bytes) : m_bytes(bytes) {}
+
+    void Run();
+
+    // Arguments are made in their order, since some depend on those ahead of them.
+    template <class Result, class... Arguments>
+    void Apply(Result (*function)(Arguments...))
+    {
+        m_numbers.clear();
+        m_room.reset();
+        const std::tuple<Arguments...> arguments{Make(static_cast<Arguments*>(nullptr))...};
+        VELGetLastError();
+        if constexpr (std::is_void_v<Result>) {
+            std::apply(function, arguments);
+            CheckResult(true);
+        } else {
+            const Result result = std::apply(function, arguments);
+            CheckResult(result == Result());
+            if constexpr (std::is_same_v<Result, std::uint64_t>)
+                m_results[m_resultCount++ % m_results.size()] = result;
+        }
+    }
+
+private:
+    std::uint8_t Byte() // 0 at the end
+    {
+        if (m_bytes.empty())
+            return 0;
+        const auto byte = static_cast<std::uint8_t>(m_bytes.front());
+        m_bytes.remove_prefix(1);
+        return byte;
+    }
+
+    static void CheckResult(bool neutral)
+    {
+        Require(!VELHasLastError() || neutral, "a failure has a neutral result");
+        Require(!VELHasLastError() || *VELGetLastError() != '\0', "a failure has a text");
+    }
+
+    // Handles, positions and sizes: mostly small, now and then what was returned before, of which handles of nodes are
+    // had by no other way, or too large.
+    std::uint64_t Make(const std::uint64_t*)
+    {
+        constexpr std::array<std::uint64_t, 8> wrong{
+            100, 65'537, 0x8000'0000, 0x1'0000'0000, 0x1'0000'0001, std::uint64_t{1} << 63U, ~1ULL, ~0ULL};
+        std::uint64_t number = m_room.value_or(Byte());
+        if (!m_room && number >= 0xF0)
+            number = wrong[number % wrong.size()];
+        else if (!m_room && number >= 0x80)
+            number = m_results[number % m_results.size()];
+        else if (!m_room)
+            number = m_numbers.empty() ? 1 + number % 2 : number % 8; // the first one is a file's
+        m_room.reset();
+        return m_numbers.emplace_back(number);
+    }
+
+    std::int32_t Make(const std::int32_t*)
+    {
+        constexpr std::array<std::int32_t, 16> numbers{
+            0, 1, 2, 3, 4, 5, 6, 8, 16, 32, -1, 536'870'911, -536'870'912, 0x7FFF'FFFF, -0x7FFF'FFFF - 1, 12};
+        return numbers[Byte() % numbers.size()];
+    }
+
+    double Make(const double*)
+    {
+        using Limits = std::numeric_limits<double>;
+        constexpr std::array<double, 12> numbers{0,
+                                                 -0.0,
+                                                 1,
+                                                 -2.5,
+                                                 1e-9,
+                                                 1e300,
+                                                 Limits::max(),
+                                                 Limits::lowest(),
+                                                 Limits::denorm_min(),
+                                                 Limits::infinity(),
+                                                 -Limits::infinity(),
+                                                 Limits::quiet_NaN()};
+        return numbers[Byte() % numbers.size()];
+    }
+
+    const char* Make(const char* const*)
+    {
+        if (m_namesFile)
+            return FileName();
+        const auto length = std::min<std::size_t>(Byte() % 32U, m_bytes.size());
+        auto* const text = New<char>(length + 1);
+        m_bytes.copy(text, length);
+        m_bytes.remove_prefix(length);
+        return OrNull(text);
+    }
+
+    // The size is the next number. 0 disables the check: then there must be room for any text.
+    char* Make(char* const*)
+    {
+        m_room = Byte() % 64U;
+        return OrNull(New<char>(*m_room > 0 ? *m_room : longestText));
+    }
+
+    std::uint64_t* Make(std::uint64_t* const*) { return OrNull(New<std::uint64_t>(GetGroupCount(m_numbers.at(0)))); }
+
+    // A line's samples: as many as are stored, or are valid.
+    template <class Value>
+    Value* Make(Value* const*)
+    {
+        const auto& n = m_numbers;
+        const auto count = std::is_const_v<Value> ? GetChannelData_Points(n.at(0), n.at(1), n.at(2))
+                                                  : GetChannelData_PointsPerLine(n.at(0), n.at(1), n.at(2), n.at(3));
+        return OrNull(New<std::remove_const_t<Value>>(count));
+    }
+
+    // Lives until the end of the script, at an address from which no byte beyond `count` values can be used unnoticed.
+    template <class Value>
+    Value* New(std::size_t count)
+    {
+        Require(count < 1'000'000, "scripts make no long lines");
+        auto values = std::make_shared<std::vector<Value>>(count);
+        values->reserve(1); // no null pointer, even for nothing
+        m_memory.push_back(values);
+        return values->data();
+    }
+
+    template <class Value>
+    Value* OrNull(Value* pointer)
+    {
+        return Byte() == 0xFF ? nullptr : pointer;
+    }
+
+    // Of one of the script's files, of one that does not exist, of none at all.
+    const char* FileName();
+    static void CheckFile();
+
+    std::string_view m_bytes;
+    std::vector<std::uint64_t> m_numbers; // of the current call
+    std::optional<std::uint64_t> m_room;  // of a buffer whose size is the next number
+    bool m_namesFile = false;             // the texts of the current call do
+    int m_filesNamed = 0;
+    std::array<std::uint64_t, 16> m_results{};
+    std::size_t m_resultCount = 0;
+    std::vector<std::shared_ptr<void>> m_memory;
+};
+
+struct Function
+{
+    std::string_view name;
+    void (*apply)(CScript& script);
+};
+
+constexpr Function functions[] = {
+#include "functions.inc"
+};
+
+const std::array<CMemoryFile, 3>& Files()
+{
+    static const std::array<CMemoryFile, 3> files;
+    return files;
+}
+
+const char* CScript::FileName()
+{
+    const auto choice = Byte() % 8U;
+    if (choice == 6 || ++m_filesNamed > 3) // opening is what takes the time
+        return "/proc/self/fd/none";
+    return choice == 7 ? nullptr : Files()[choice % Files().size()].Path().c_str();
+}
+
+void CScript::Run()
+{
+    for (std::size_t i = 0; i < Files().size(); ++i)
+        Files()[i].Write(Seeds()[i].bytes);
+    while (!m_bytes.empty()) {
+        const Function& function = functions[Byte() % std::size(functions)];
+        m_namesFile = function.name.find("OxdFile") != std::string_view::npos;
+        function.apply(*this);
+    }
+    CheckFile();
+    for (std::uint64_t handle = 1; handle < handlesToClose; ++handle)
+        CloseOxdFile(handle);
+}
+
+// What can be saved can be opened. A script may ask for a bit count with which nothing can be saved.
+void CScript::CheckFile()
+{
+    VELGetLastError();
+    ChangeOxdFilename(1, Files()[0].Path().c_str());
+    SaveOxdFile(1);
+    if (VELHasLastError())
+        return;
+    const auto opened = OpenOxdFile(Files()[0].Path().c_str());
+    Require(opened != 0, "what was saved opens");
+    Describe(opened);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    CScript({reinterpret_cast<const char*>(data), size}).Run();
+    return 0;
+}

@@ -1,0 +1,12 @@
+// What opens can be saved, reads as before, and is saved in the same bytes again.
+#include "support/FileChecks.h"
+
+#include <cstddef>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    CheckRoundTrip({reinterpret_cast<const char*>(data), size});
+    return 0;
+}

@@ -1,0 +1,100 @@
+// Damages small files in every place: whatever comes of it fails with an error, or opens, is saved, and reads as
+// before.
+#include "support/FileChecks.h"
+#include "support/Seeds.h"
+
+#include <VELOxdDll.h>
+
+#include <cctype>
+#include <cstdio>
+#include <exception>
+#include <string_view>
+
+namespace {
+
+int failures = 0;
+
+struct Tally
+{
+    std::size_t points = 0;
+    std::size_t opened = 0;
+};
+
+// Whether the bytes open; anything else is a failure.
+bool Opens(Tally& tally, const std::string& bytes, const std::string& what)
+{
+    ++tally.points;
+    try {
+        const bool opens = CheckRoundTrip(bytes);
+        tally.opened += opens ? 1 : 0;
+        return opens;
+    } catch (const std::exception& e) {
+        if (++failures <= 5)
+            std::printf("  %s: %s\n", what.c_str(), e.what());
+        for (std::uint64_t handle = 1; handle < 8; ++handle)
+            CloseOxdFile(handle);
+        return false;
+    }
+}
+
+// Without its mark a file is empty, without all of its samples it does not open.
+void CutShort(Tally& tally, const Seed& seed)
+{
+    const auto headerEnd = seed.bytes.find("#!") + 2;
+    for (std::size_t length = 0; length <= seed.bytes.size(); ++length) {
+        const bool shouldOpen = length < headerEnd || length == seed.bytes.size();
+        if (Opens(tally, seed.bytes.substr(0, length), "cut to " + std::to_string(length)) != shouldOpen)
+            std::printf("  %s, cut to %zu (failure %d)\n", seed.name.c_str(), length, ++failures);
+    }
+}
+
+void ReplaceBytes(Tally& tally, const Seed& seed)
+{
+    for (std::size_t at = 0; at < seed.bytes.size(); ++at) {
+        for (const char damage : {'\0', '9', '-', '\n', ']', '=', '#', '\xFF'}) {
+            std::string bytes = seed.bytes;
+            bytes[at] = damage;
+            Opens(tally, bytes, "byte " + std::to_string(at));
+        }
+    }
+}
+
+constexpr std::string_view extremes[] = {
+    "",           "0",          "-0",         "-1",          "1",           "2",
+    "+3",         " 1",         "1 ",         "0x10",        "1e3",         "1.5",
+    "127",        "255",        "32768",      "65535",       "65536",       "65537",
+    "1048576",    "2147483647", "2147483648", "-2147483648", "-2147483649", "4294967295",
+    "4294967296", "1e308",      "-1e999",     "1e-400",      "nan",         "18446744073709551616"};
+
+// Of every line whose value is a number.
+void ReplaceNumbers(Tally& tally, const Seed& seed)
+{
+    for (auto at = seed.bytes.find('='); at != std::string::npos; at = seed.bytes.find('=', at + 1)) {
+        const auto end = seed.bytes.find('\r', at);
+        if (end == std::string::npos || end == at + 1 || !std::isdigit(static_cast<unsigned char>(seed.bytes[end - 1])))
+            continue;
+        for (const std::string_view extreme : extremes)
+            Opens(tally, std::string(seed.bytes).replace(at + 1, end - at - 1, extreme),
+                  "number at " + std::to_string(at) + " is " + std::string(extreme));
+    }
+}
+
+void Sweep(const char* name, void (*damage)(Tally&, const Seed&))
+{
+    Tally tally;
+    const int before = failures;
+    for (const Seed& seed : Seeds())
+        damage(tally, seed);
+    std::printf("%s: %zu points, of which %zu open, %d failures\n", name, tally.points, tally.opened,
+                failures - before);
+}
+
+} // namespace
+
+int main()
+{
+    Sweep("cut short", CutShort);
+    Sweep("a byte replaced", ReplaceBytes);
+    Sweep("a number replaced", ReplaceNumbers);
+    return failures > 0 ? 1 : 0;
+}

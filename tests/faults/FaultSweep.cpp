@@ -1,0 +1,303 @@
+// Every allocation and every call of the system that opening, editing and saving makes fails once: each failure is
+// stored, nothing is lost or leaks, and the same call gives the right result when it is made again.
+#include "Interpose.h"
+
+#include "support/Describe.h"
+#include "support/Edits.h"
+#include "support/FileChecks.h"
+#include "support/Seeds.h"
+
+#include <VELOxdDll.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <map>
+#include <new>
+#include <string>
+
+namespace fs = std::filesystem;
+using faults::Effect;
+using faults::Kind;
+
+namespace {
+
+fs::path folder;
+std::uint64_t handle = 0;
+std::size_t nextEdit = 0;
+
+struct Scenario
+{
+    const char* name;
+    std::function<void()> prepare;
+    std::function<bool()> act;           // whether it is done; if not, it may go on from where it is
+    std::function<std::string()> result; // what it was done for
+    // A file that cannot be read where its header is sought counts as one without a header.
+    bool mayOpenEmpty = false;
+};
+
+std::string FileName(const char* name)
+{
+    return (folder / name).string();
+}
+
+void WriteBytes(const std::string& path, std::string_view bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::string ReadBytes(const std::string& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void MakeDataSet()
+{
+    handle = CreateOxdFile(FileName("made.oxd").c_str());
+    for (const Edit edit : Edits())
+        edit(handle);
+    WriteBytes(FileName("made.oxd"), "old");
+    VELGetLastError();
+}
+
+Scenario Opening(const char* name, std::string_view bytes)
+{
+    const std::string path = FileName(name);
+    return {name, [=] { WriteBytes(path, bytes); },
+            [=] {
+                handle = OpenOxdFile(path.c_str());
+                return handle != 0;
+            },
+            [] { return Describe(handle); }, true};
+}
+
+bool Saves()
+{
+    SaveOxdFile(handle);
+    return !VELHasLastError();
+}
+
+// All that can be changed, and all that can be read.
+bool EditsAndReads()
+{
+    for (; nextEdit < Edits().size(); ++nextEdit) {
+        Edits()[nextEdit](handle);
+        if (VELHasLastError())
+            return false;
+    }
+    Describe(handle);
+    return !VELHasLastError();
+}
+
+constexpr std::string_view unknownVersion = "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n"
+                                            "[C]\r\nVersion=9\r\n\r\n#!";
+
+Scenario Saving()
+{
+    return {"save", MakeDataSet, Saves, [] { return ReadBytes(FileName("made.oxd")); }};
+}
+
+std::vector<Scenario> Scenarios(Kind kind)
+{
+    std::vector<Scenario> all{Opening("open version 1", Seeds()[0].bytes), Opening("open version 2", Seeds()[1].bytes),
+                              Saving()};
+    if (kind == Kind::File)
+        return all;
+    all.push_back({"edit and read",
+                   [] {
+                       nextEdit = 0;
+                       handle = CreateOxdFile(FileName("made.oxd").c_str());
+                   },
+                   EditsAndReads, [] { return SaveBytes(handle); }});
+    all.push_back({"close", MakeDataSet,
+                   [] {
+                       CloseOxdFile(handle);
+                       return !VELHasLastError();
+                   },
+                   [] { return std::string(); }});
+    // Whichever failure is stored, it says what it is.
+    all.push_back({"fail to open", [] { WriteBytes(FileName("bad.oxd"), unknownVersion); },
+                   [] {
+                       handle = OpenOxdFile(FileName("bad.oxd").c_str());
+                       return handle == 0 && VELHasLastError();
+                   },
+                   [] {
+                       const std::string text = VELGetLastError();
+                       for (const char* const reason : {"Version: 9", "bad_alloc", "Cannot allocate memory"}) {
+                           if (text.find(reason) != std::string::npos)
+                               return std::string("failed");
+                       }
+                       return text;
+                   }});
+    return all;
+}
+
+enum class Act
+{
+    Done,
+    Failed,      // with an error stored
+    FailedMutely // without one
+};
+
+// Our own reading may run out of memory, too, and then it may be made again.
+Act Try(const Scenario& scenario)
+{
+    VELGetLastError();
+    try {
+        if (scenario.act())
+            return Act::Done;
+        return VELHasLastError() ? Act::Failed : Act::FailedMutely;
+    } catch (const std::bad_alloc&) {
+        return Act::Failed;
+    }
+}
+
+void CloseAll()
+{
+    for (std::uint64_t used = 1; used < 8; ++used)
+        CloseOxdFile(used);
+}
+
+std::ptrdiff_t OpenDescriptors()
+{
+    return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+}
+
+struct Outcome
+{
+    faults::Count count;
+    std::string result;
+    std::string fault; // what should not be
+};
+
+Outcome Run(const Scenario& scenario, const faults::Plan& plan, const std::string& expected)
+{
+    Outcome outcome;
+    const auto blocks = faults::LiveBlocks();
+    const auto descriptors = OpenDescriptors();
+    {
+        scenario.prepare();
+        faults::Arm(plan);
+        const Act act = Try(scenario);
+        outcome.count = faults::Disarm();
+        if (act == Act::FailedMutely)
+            outcome.fault = "fails without an error";
+        const bool silent =
+            act == Act::Done && scenario.mayOpenEmpty && outcome.count.struckRead && GetGroupCount(handle) == 0;
+        if ((act != Act::Done || silent) && Try(scenario) != Act::Done)
+            outcome.fault = std::string("fails again: ") + VELGetLastError();
+        outcome.result = scenario.result();
+        if (!expected.empty() && outcome.result != expected)
+            outcome.fault = "gives another result";
+        CloseAll();
+    }
+    const std::size_t kept = (outcome.result.capacity() > 15 ? 1 : 0) + (outcome.fault.capacity() > 15 ? 1 : 0);
+    if (faults::LiveBlocks() - blocks != static_cast<std::int64_t>(kept))
+        outcome.fault = "leaks memory";
+    if (OpenDescriptors() != descriptors)
+        outcome.fault = "leaks a descriptor";
+    return outcome;
+}
+
+// Strikes at every call in turn, until there are no more; the number of failures.
+int Sweep(const Scenario& scenario, Kind kind, Effect effect, const char* effectName)
+{
+    Run(scenario, {kind}, {}); // what is made once is made here
+    const std::string expected = Run(scenario, {kind}, {}).result;
+    std::uint64_t points = 0;
+    int failures = 0;
+    for (bool struck = true; struck; ++points) {
+        const Outcome outcome = Run(scenario, {kind, points, effect}, expected);
+        struck = outcome.count.struck;
+        if (!outcome.fault.empty() && ++failures <= 5)
+            std::printf("  point %ju: %s\n", std::uintmax_t{points}, outcome.fault.c_str());
+    }
+    std::printf("%s, %s: %ju points, %d failures\n", scenario.name, effectName, std::uintmax_t{points - 1}, failures);
+    return failures;
+}
+
+int SweepAll(Kind kind, const std::map<const char*, Effect>& effects)
+{
+    int failures = 0;
+    for (const Scenario& scenario : Scenarios(kind)) {
+        for (const auto& [name, effect] : effects)
+            failures += Sweep(scenario, kind, effect, name);
+    }
+    return failures;
+}
+
+// Ends a process within its save; the file that it leaves, or nothing when there is none.
+struct Killed
+{
+    bool atAll = false;
+    bool hasFile = false;
+    std::string bytes;
+};
+
+Killed KillSaving(const faults::Plan& plan)
+{
+    const Scenario saving = Saving();
+    saving.prepare();
+    std::fflush(stdout);
+    const pid_t child = fork();
+    if (child == 0) {
+        faults::Arm(plan);
+        saving.act();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    CloseAll();
+    return {WIFSIGNALED(status), fs::exists(FileName("made.oxd")), ReadBytes(FileName("made.oxd"))};
+}
+
+// What is left is the old file, none, or the beginning of the new one.
+int SweepKills(Effect effect, const char* effectName)
+{
+    const std::string whole = KillSaving({Kind::File}).bytes;
+    std::uint64_t points = 0;
+    int failures = 0;
+    for (bool killed = true; killed; ++points) {
+        const Killed left = KillSaving({Kind::File, points, effect});
+        killed = left.atAll;
+        const bool good = !left.hasFile || left.bytes == "old" || whole.starts_with(left.bytes);
+        if (!good || (!killed && left.bytes != whole))
+            std::printf("  point %ju: left %zu bytes (failure %d)\n", std::uintmax_t{points}, left.bytes.size(),
+                        ++failures);
+    }
+    std::printf("save, %s: %ju points, %d failures\n", effectName, std::uintmax_t{points - 1}, failures);
+    return failures;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3)
+        return 2;
+    folder = argv[2];
+    fs::create_directories(folder);
+    const std::string_view what = argv[1];
+    int failures = 1;
+    if (what == "memory")
+        failures =
+            SweepAll(Kind::Memory, {{"no memory once", Effect::Fail}, {"no memory from then on", Effect::FailOn}});
+    else if (what == "files")
+        failures = SweepAll(Kind::File, {{"a call fails", Effect::Fail},
+                                         {"all calls fail from then on", Effect::FailOn},
+                                         {"half of the bytes", Effect::Shorten},
+                                         {"interrupted", Effect::Interrupt}});
+    else if (what == "kills")
+        failures = SweepKills(Effect::Kill, "killed ahead of a call") +
+                   SweepKills(Effect::KillWithin, "killed within a write");
+    fs::remove_all(folder);
+    return failures > 0 ? 1 : 0;
+}

@@ -1,0 +1,231 @@
+// The definitions of an executable come before those of the libraries that it is linked to.
+#include "Interpose.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/syscall.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+extern "C" {
+// What the C library's own allocator is called besides malloc and so on.
+void* __libc_malloc(std::size_t size);                          // NOLINT(bugprone-reserved-identifier)
+void* __libc_calloc(std::size_t count, std::size_t size);       // NOLINT(bugprone-reserved-identifier)
+void* __libc_realloc(void* block, std::size_t size);            // NOLINT(bugprone-reserved-identifier)
+void* __libc_memalign(std::size_t alignment, std::size_t size); // NOLINT(bugprone-reserved-identifier)
+void __libc_free(void* block);                                  // NOLINT(bugprone-reserved-identifier)
+}
+
+namespace faults {
+
+namespace {
+
+bool armed = false;
+Plan current;
+Count counted;
+std::int64_t liveBlocks = 0;
+
+// Whether this call is to have the effect.
+bool Strikes(Kind kind)
+{
+    if (!armed || kind != current.kind)
+        return false;
+    const auto index = counted.calls++;
+    const bool strikes = index == current.at || (index > current.at && current.effect == Effect::FailOn);
+    counted.struck |= strikes;
+    if (strikes && current.effect == Effect::Kill)
+        std::raise(SIGKILL);
+    return strikes;
+}
+
+void* Counted(void* block)
+{
+    liveBlocks += block ? 1 : 0;
+    return block;
+}
+
+template <class Allocate>
+void* AllocateOrFail(Allocate allocate)
+{
+    if (!Strikes(Kind::Memory))
+        return Counted(allocate());
+    errno = ENOMEM;
+    return nullptr;
+}
+
+// Moves up to `size` bytes by move(size), or as the plan has it.
+template <class Move>
+ssize_t Transfer(std::size_t size, int failure, Move move)
+{
+    if (!Strikes(Kind::File))
+        return move(size);
+    switch (current.effect) {
+    case Effect::Shorten:
+        return move((size + 1) / 2);
+    case Effect::KillWithin:
+        move((size + 1) / 2);
+        std::raise(SIGKILL);
+        [[fallthrough]];
+    default:
+        errno = current.effect == Effect::Interrupt ? EINTR : failure;
+        return -1;
+    }
+}
+
+// Of calls that move no bytes only failing makes a difference, and being interrupted, which is a way of failing.
+bool FailsAltogether(int failure)
+{
+    if (!Strikes(Kind::File) || current.effect == Effect::Shorten)
+        return false;
+    if (current.effect == Effect::KillWithin)
+        std::raise(SIGKILL);
+    errno = current.effect == Effect::Interrupt ? EINTR : failure;
+    return true;
+}
+
+template <class Function>
+Function* Next(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+void Arm(const Plan& plan)
+{
+    current = plan;
+    counted = {};
+    armed = true;
+}
+
+Count Disarm()
+{
+    armed = false;
+    return counted;
+}
+
+std::int64_t LiveBlocks()
+{
+    return liveBlocks;
+}
+
+} // namespace faults
+
+using namespace faults;
+
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): the C library's own begin with underscores
+extern "C" {
+
+void* malloc(std::size_t size)
+{
+    return AllocateOrFail([&] { return __libc_malloc(size); });
+}
+
+void* calloc(std::size_t count, std::size_t size)
+{
+    return AllocateOrFail([&] { return __libc_calloc(count, size); });
+}
+
+void* aligned_alloc(std::size_t alignment, std::size_t size)
+{
+    return AllocateOrFail([&] { return __libc_memalign(alignment, size); });
+}
+
+void* realloc(void* block, std::size_t size)
+{
+    liveBlocks -= block ? 1 : 0; // which is counted again, moved or not
+    void* const moved = AllocateOrFail([&] { return __libc_realloc(block, size); });
+    liveBlocks += block && !moved ? 1 : 0;
+    return moved;
+}
+
+void free(void* block)
+{
+    liveBlocks -= block ? 1 : 0;
+    __libc_free(block);
+}
+
+ssize_t read(int descriptor, void* bytes, std::size_t size)
+{
+    const bool struckBefore = counted.struck;
+    const ssize_t got =
+        Transfer(size, EIO, [&](std::size_t part) { return syscall(SYS_read, descriptor, bytes, part); });
+    counted.struckRead |= counted.struck && !struckBefore;
+    return got;
+}
+
+ssize_t write(int descriptor, const void* bytes, std::size_t size)
+{
+    return Transfer(size, ENOSPC, [&](std::size_t part) { return syscall(SYS_write, descriptor, bytes, part); });
+}
+
+// A stream writes its buffer and what is new in one go.
+ssize_t writev(int descriptor, const iovec* pieces, int count)
+{
+    if (count != 2)
+        std::abort();
+    const std::size_t all = pieces[0].iov_len + pieces[1].iov_len;
+    return Transfer(all, ENOSPC, [&](std::size_t part) {
+        const iovec head[] = {{pieces[0].iov_base, std::min(part, pieces[0].iov_len)},
+                              {pieces[1].iov_base, part - std::min(part, pieces[0].iov_len)}};
+        return syscall(SYS_writev, descriptor, head, 2);
+    });
+}
+
+off64_t lseek64(int descriptor, off64_t offset, int from)
+{
+    return FailsAltogether(EIO) ? -1 : syscall(SYS_lseek, descriptor, offset, from);
+}
+
+off_t lseek(int descriptor, off_t offset, int from)
+{
+    return lseek64(descriptor, offset, from);
+}
+
+FILE* fopen64(const char* path, const char* mode)
+{
+    return FailsAltogether(EMFILE) ? nullptr : Next<FILE*(const char*, const char*)>("fopen64")(path, mode);
+}
+
+int open(const char* path, int flags, ...)
+{
+    return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, 0666));
+}
+
+int open64(const char* path, int flags, ...)
+{
+    return open(path, flags);
+}
+
+// The descriptor is gone, whatever the result.
+int close(int descriptor)
+{
+    const bool fails = FailsAltogether(EIO);
+    const auto result = static_cast<int>(syscall(SYS_close, descriptor));
+    return fails ? -1 : result;
+}
+
+int fclose(FILE* file)
+{
+    const bool fails = FailsAltogether(EIO);
+    const int result = Next<int(FILE*)>("fclose")(file);
+    return fails ? EOF : result;
+}
+
+int unlink(const char* path)
+{
+    return FailsAltogether(EIO) ? -1 : static_cast<int>(syscall(SYS_unlinkat, AT_FDCWD, path, 0));
+}
+
+int remove(const char* path)
+{
+    return FailsAltogether(EIO) ? -1 : Next<int(const char*)>("remove")(path);
+}
+}
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -1,0 +1,82 @@
+// Opens, edits, saves and closes over and over: neither memory nor descriptors may grow.
+#include "support/Edits.h"
+
+#include <VELOxdDll.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::int64_t allowedKiB = 512; // pages that the allocator happens to touch late
+
+struct Usage
+{
+    std::int64_t memoryKiB = 0;
+    std::int64_t descriptors = 0;
+};
+
+Usage Measure()
+{
+    Usage usage;
+    std::ifstream status("/proc/self/statm");
+    std::int64_t allPages = 0;
+    status >> allPages >> usage.memoryKiB;
+    usage.memoryKiB *= 4; // pages
+    usage.descriptors = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+    return usage;
+}
+
+// Its other half is the next cycle: what is saved here is opened there.
+bool Cycle(const std::string& path)
+{
+    const auto handle = OpenOxdFile(path.c_str());
+    SetGroupName(handle, 0, "renamed");
+    SetChannelXYDimension(handle, 1, 0, 100, 3);
+    SetChannelData_PixelRaw(handle, 0, 0, 0, 0, 1);
+    SetChannelData_SignalAxisUnit(handle, 0, 0, "V");
+    DeleteInfoGroup(handle, CreateInfoGroupWithName(handle, "unwanted"));
+    SetGroupName(handle, 77, "fails");
+    const bool failed = std::string(VELGetLastError()).find("Index: 77") == std::string::npos;
+    SaveOxdFile(handle);
+    CloseOxdFile(handle);
+    return handle == 1 && !failed && !VELHasLastError();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 3)
+        return 2;
+    const std::int64_t cycles = std::strtoll(argv[1], nullptr, 10);
+    const std::string path = argv[2];
+    const auto made = CreateOxdFile(path.c_str());
+    for (const Edit edit : Edits())
+        edit(made);
+    SaveOxdFile(made);
+    CloseOxdFile(made);
+
+    Usage first;
+    for (std::int64_t i = 0; i <= cycles; ++i) {
+        if (!Cycle(path)) {
+            std::printf("cycle %jd: %s\n", std::intmax_t{i}, VELGetLastError());
+            return 1;
+        }
+        if (i == cycles / 10) // when whatever is made once has been made
+            first = Measure();
+    }
+    const Usage last = Measure();
+    fs::remove(path);
+    std::printf("%jd cycles: %jd KiB and %jd descriptors, at first %jd KiB and %jd\n", std::intmax_t{cycles},
+                std::intmax_t{last.memoryKiB}, std::intmax_t{last.descriptors}, std::intmax_t{first.memoryKiB},
+                std::intmax_t{first.descriptors});
+    return last.memoryKiB > first.memoryKiB + allowedKiB || last.descriptors != first.descriptors ? 1 : 0;
+}
