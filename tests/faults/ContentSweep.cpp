@@ -7,12 +7,16 @@
 
 #include <cctype>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <iterator>
+#include <string>
 #include <string_view>
 
 namespace {
 
 int failures = 0;
+std::size_t every = 1; // of so many bytes, and values for numbers, one is tried
 
 struct Tally
 {
@@ -50,7 +54,7 @@ void CutShort(Tally& tally, const Seed& seed)
 
 void ReplaceBytes(Tally& tally, const Seed& seed)
 {
-    for (std::size_t at = 0; at < seed.bytes.size(); ++at) {
+    for (std::size_t at = 0; at < seed.bytes.size(); at += every) {
         for (const char damage : {'\0', '9', '-', '\n', ']', '=', '#', '\xFF'}) {
             std::string bytes = seed.bytes;
             bytes[at] = damage;
@@ -73,9 +77,9 @@ void ReplaceNumbers(Tally& tally, const Seed& seed)
         const auto end = seed.bytes.find('\r', at);
         if (end == std::string::npos || end == at + 1 || !std::isdigit(static_cast<unsigned char>(seed.bytes[end - 1])))
             continue;
-        for (const std::string_view extreme : extremes)
-            Opens(tally, std::string(seed.bytes).replace(at + 1, end - at - 1, extreme),
-                  "number at " + std::to_string(at) + " is " + std::string(extreme));
+        for (std::size_t i = at % every; i < std::size(extremes); i += every)
+            Opens(tally, std::string(seed.bytes).replace(at + 1, end - at - 1, extremes[i]),
+                  "number at " + std::to_string(at) + " is " + std::string(extremes[i]));
     }
 }
 
@@ -91,8 +95,10 @@ void Sweep(const char* name, void (*damage)(Tally&, const Seed&))
 
 } // namespace
 
-int main()
+int main(int argc, char** argv)
 {
+    if (argc == 2)
+        every = std::strtoul(argv[1], nullptr, 10);
     Sweep("cut short", CutShort);
     Sweep("a byte replaced", ReplaceBytes);
     Sweep("a number replaced", ReplaceNumbers);

@@ -130,7 +130,7 @@ std::vector<Scenario> Scenarios(Kind kind)
                        return handle == 0 && VELHasLastError();
                    },
                    [] {
-                       const std::string text = VELGetLastError();
+                       std::string text = VELGetLastError();
                        for (const char* const reason : {"Version: 9", "bad_alloc", "Cannot allocate memory"}) {
                            if (text.find(reason) != std::string::npos)
                                return std::string("failed");
