@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 using namespace veltaris::velflexlib::dataset;
@@ -89,11 +90,12 @@ TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritte
 
 TEST_F(DatabufferTest, LoadedSamplesAreInTheRangeEvenWhenOverwrittenBeforeItIsAskedFor)
 {
-    buffer.AccessStoredSamples(0, 12, [](auto samples) {
-        for (std::size_t i = 0; i < samples.size(); ++i)
-            samples[i] = 10 + static_cast<std::int32_t>(i);
-    });
-    buffer.FinishLoading();
+    CSampleBlock loaded = buffer.GetBlankSamples();
+    for (std::uint64_t line = 0; line < 4; ++line) {
+        const auto first = static_cast<std::int32_t>(10 + 3 * line);
+        loaded.Write(line, 0, std::array{first, first + 1, first + 2});
+    }
+    buffer.FinishLoading(std::move(loaded));
     EXPECT_EQ(buffer.GetLineState(3), 3U);
     EXPECT_FALSE(buffer.IsEmpty());
     EXPECT_FALSE(buffer.IsDataChanged());

@@ -10,6 +10,13 @@ namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CheckedArrayAt;
 
+namespace {
+
+// Nothing needs to be moved when it is written.
+constexpr SampleWidth widthOfNewSamples = SampleWidth::Bits32;
+
+} // namespace
+
 bool operator==(const CLineAxis& a, const CLineAxis& b)
 {
     const auto same = [](double x, double y) {
@@ -19,7 +26,7 @@ bool operator==(const CLineAxis& a, const CLineAxis& b)
 }
 
 CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines)
-    : m_samples(points, lines), m_bitCount(bitCount), m_points(points), m_lineCount(lines)
+    : m_samples(points, lines, widthOfNewSamples), m_bitCount(bitCount), m_points(points), m_lineCount(lines)
 {
     m_lineStates.ResetAll(lines, CLineStates::neverWritten);
 }
@@ -39,7 +46,7 @@ std::uint64_t CDataBuffer::GetLines() const
 void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
 {
     if (!HasShape(points, lines))
-        ReshapeTo(CSampleBlock(points, lines), points, lines, {}, 0);
+        ReshapeTo(CSampleBlock(points, lines, widthOfNewSamples), points, lines, {}, 0);
 }
 
 bool CDataBuffer::HasShape(std::uint64_t points, std::uint64_t lines) const
@@ -147,6 +154,8 @@ CLineAxis CDataBuffer::GetLineAxis(std::uint64_t line) const
 
 CLineAxis CDataBuffer::LineAxisAt(std::uint64_t line) const
 {
+    if (m_ownLineAxes.empty())
+        return CommonLineAxis();
     const auto own = m_ownLineAxes.find(line);
     return own == m_ownLineAxes.end() ? CommonLineAxis() : own->second;
 }

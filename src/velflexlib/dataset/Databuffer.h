@@ -5,9 +5,9 @@
 #include "velflexlib/dataset/DataRange.h"
 #include "velflexlib/dataset/LineStates.h"
 #include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/SampleKernels.h"
 #include "velflexlib/dataset/SignalScale.h"
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -16,6 +16,7 @@
 #include <mutex>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veltaris::velflexlib::dataset {
@@ -128,7 +129,8 @@ public:
     // For the serialisers.
 
     // As SetXYDimension, whatever the size was. The given lines get an axis of their own instead of the channel's, and
-    // those among them that hold no samples get no storage until they are written.
+    // those among them that hold no samples get no storage until they are written. Samples are held in the width that
+    // the bit count gives, which must be 8, 16 or 32.
     void Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
                  std::uint64_t currentLine);
     // The point axis of a line that has none of its own.
@@ -137,18 +139,18 @@ public:
     std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
     // How many samples a file holds of this channel: those of every line that holds any.
     std::uint64_t GetStoredSampleCount() const;
-    // Calls access(std::span<std::int32_t>) with up to `count` of them from number `first`, under the lock. There are
-    // fewer where the channel was reshaped meanwhile.
+    // Zeros that are held as the samples are: room to load them into.
+    CSampleBlock GetBlankSamples() const;
+    // Replaces the samples by freshly loaded ones, which count as written and unchanged. Without effect on a channel
+    // that was reshaped meanwhile.
+    void FinishLoading(CSampleBlock samples);
+    // Calls access(const CSampleBlock&) with the samples, under the lock.
     template <class Access>
-    void AccessStoredSamples(std::uint64_t first, std::uint64_t count, Access&& access)
+    void AccessSamples(Access&& access) const
     {
         const std::lock_guard lock(m_mutex);
-        const auto all = m_samples.All();
-        const auto from = std::min<std::uint64_t>(first, all.size());
-        access(all.subspan(from, std::min(count, all.size() - from)));
+        std::forward<Access>(access)(m_samples);
     }
-    // Makes freshly loaded samples count as written and unchanged.
-    void FinishLoading();
 
 private:
     CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
@@ -159,11 +161,17 @@ private:
     void ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
                    std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine);
     std::uint64_t LongestLine() const;
+    bool IsReadable(std::uint64_t line) const;
+    CStoredSamples ValidSamples(std::uint64_t line) const;
     bool CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const;
-    void StoreLine(std::uint64_t line, std::span<const std::int32_t> values);
+    template <class Values>
+    bool SetLine(std::uint64_t line, const Values& values);
+    template <class Values>
+    void StoreLine(std::uint64_t line, const Values& values);
     void StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value);
-    void CountLoaded(std::uint64_t line, std::span<const std::int32_t> overwritten) const;
-    void WidenRange(std::span<const std::int32_t> samples) const;
+    bool IsRangeOwed(std::uint64_t line) const;
+    void WidenRange(const CStoredSamples& samples) const;
+    void WidenRange(const CSampleSurvey& survey) const;
     void AnnounceChange(std::uint64_t line);
     void AnnounceReshape();
 

@@ -6,11 +6,79 @@
 
 namespace veltaris::velflexlib::dataset {
 
+namespace {
+
+// Both kinds of values that a line is written from hand them out as raw samples, piece by piece.
+struct CRawValues
+{
+    std::span<const std::int32_t> values;
+
+    void Read(std::uint64_t first, std::span<std::int32_t> samples) const
+    {
+        Kernels().clamp(values.data() + first, samples.size(), samples.data());
+    }
+};
+
+struct CRealValues
+{
+    std::span<const double> values;
+    CSignalScale scale;
+    RealToRawMode mode;
+
+    void Read(std::uint64_t first, std::span<std::int32_t> samples) const
+    {
+        scale.ToRaw(values.subspan(first, samples.size()), mode, samples.data());
+    }
+};
+
+// Calls use(first, std::span<const std::int32_t>) for pieces of `count` samples that source.Read gives.
+template <class Source, class Use>
+void ForEachRawPiece(const Source& source, std::uint64_t count, Use use)
+{
+    std::array<std::int32_t, samplesPerPiece> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    ForEachPiece(count, [&](std::uint64_t first, std::uint64_t pieceCount) {
+        const auto piece = std::span(buffer).first(pieceCount);
+        source.Read(first, piece);
+        use(first, std::span<const std::int32_t>(piece));
+    });
+}
+
+CSampleSurvey SurveyOf(std::span<const std::int32_t> samples)
+{
+    return Kernels().survey(samples.data(), samples.size());
+}
+
+// Enough of the values' bits to tell whether they fit into that width.
+template <class Values>
+std::int32_t BitsFor(SampleWidth width, const Values& values)
+{
+    std::int32_t bits = 0;
+    if (width == SampleWidth::Bits32)
+        return bits;
+    ForEachRawPiece(values, values.values.size(),
+                    [&](std::uint64_t, std::span<const std::int32_t> piece) { bits |= SurveyOf(piece).bits; });
+    return bits;
+}
+
+} // namespace
+
 bool CDataBuffer::SetLineRaw(std::uint64_t line, std::span<const std::int32_t> values)
+{
+    return SetLine(line, CRawValues{values});
+}
+
+bool CDataBuffer::SetLineReal(std::uint64_t line, std::span<const double> values, RealToRawMode mode)
+{
+    const CSignalScale scale = GetSignalScale();
+    return scale.ToRaw(0, mode) && SetLine(line, CRealValues{values, scale, mode});
+}
+
+template <class Values>
+bool CDataBuffer::SetLine(std::uint64_t line, const Values& values)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (line >= m_lineCount || values.size() > m_points)
+        if (line >= m_lineCount || values.values.size() > m_points)
             return false;
         StoreLine(line, values);
     }
@@ -18,27 +86,29 @@ bool CDataBuffer::SetLineRaw(std::uint64_t line, std::span<const std::int32_t> v
     return true;
 }
 
-bool CDataBuffer::SetLineReal(std::uint64_t line, std::span<const double> values, RealToRawMode mode)
+// What takes memory comes first: a failure of that changes nothing.
+template <class Values>
+void CDataBuffer::StoreLine(std::uint64_t line, const Values& values)
 {
-    const CSignalScale scale = GetSignalScale();
-    if (!scale.ToRaw(0, mode))
-        return false;
-    std::vector<std::int32_t> raw(values.size());
-    std::ranges::transform(values, raw.begin(), [&](double real) { return *scale.ToRaw(real, mode); });
-    return SetLineRaw(line, raw);
-}
+    const std::uint64_t count = values.values.size();
+    const bool staysWithout = count == 0 && LineAxisAt(line).count == 0;
+    m_lineStates.PrepareToMark(line);
+    if (!staysWithout)
+        m_samples.MakeWritable(line, BitsFor(m_samples.Width(), values));
 
-void CDataBuffer::StoreLine(std::uint64_t line, std::span<const std::int32_t> values)
-{
-    CountLoaded(line, std::as_const(m_samples).Line(line));
-    const bool staysWithout = values.empty() && LineAxisAt(line).count == 0;
-    const auto stored = staysWithout ? std::span<std::int32_t>() : m_samples.WritableLine(line);
+    if (IsRangeOwed(line))
+        WidenRange(m_samples.Line(line));
+    ForEachRawPiece(values, count, [&](std::uint64_t first, std::span<const std::int32_t> piece) {
+        WidenRange(SurveyOf(piece));
+        m_samples.Write(line, first, piece);
+    });
+    if (!staysWithout && count < m_points) {
+        m_samples.FillWithZeros(line, count);
+        m_dataRange.Widen(0);
+    }
     m_lineStates.MarkWritten(line);
-    const auto rest = std::ranges::transform(values, stored.begin(), CRawRange::Clamp).out;
-    std::fill(rest, stored.end(), 0);
-    RaiseLineCount(line, values.size());
+    RaiseLineCount(line, count);
     m_currentLine = line;
-    WidenRange(stored);
     m_dataChanged = true;
     m_isEmpty = false;
 }
@@ -63,54 +133,63 @@ bool CDataBuffer::SetPixelReal(std::uint64_t point, std::uint64_t line, double v
 
 void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value)
 {
-    const auto stored = m_samples.WritableLine(line).subspan(point, 1);
-    const bool countsForRange = m_lineStates.Get(line) != CLineStates::neverWritten;
-    CountLoaded(line, stored);
-    stored.front() = value;
-    if (countsForRange)
-        WidenRange(stored);
+    m_samples.MakeWritable(line, value);
+    if (IsRangeOwed(line))
+        m_dataRange.Widen(m_samples.Line(line).At(point));
+    if (m_lineStates.Get(line) != CLineStates::neverWritten)
+        m_dataRange.Widen(value);
+    m_samples.Write(line, point, {&value, 1});
     RaiseLineCount(line, point + 1);
     m_dataChanged = true;
+}
+
+bool CDataBuffer::IsReadable(std::uint64_t line) const
+{
+    return line < m_lineCount && LineAxisAt(line).count <= m_points;
+}
+
+CStoredSamples CDataBuffer::ValidSamples(std::uint64_t line) const
+{
+    return m_samples.Line(line).First(LineAxisAt(line).count);
 }
 
 bool CDataBuffer::CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const
 {
     const std::lock_guard lock(m_mutex);
-    if (line >= m_lineCount)
+    if (!IsReadable(line))
         return false;
-    const std::uint64_t count = LineAxisAt(line).count;
-    if (count > m_points)
-        return false;
-    const auto valid = m_samples.Line(line).first(count);
-    samples.assign(valid.begin(), valid.end());
+    const CStoredSamples valid = ValidSamples(line);
+    samples.resize(valid.Count());
+    valid.Read(0, samples);
     return true;
 }
 
 CRawRange CDataBuffer::GetDataRange() const
 {
     const std::lock_guard lock(m_mutex);
-    if (std::exchange(m_rangeLacksLoaded, false)) {
-        for (std::uint64_t line = 0; line < m_lineCount; ++line) {
-            if (LineAxisAt(line).count > 0)
-                WidenRange(m_samples.Line(line));
-        }
+    for (std::uint64_t line = 0; m_rangeLacksLoaded && line < m_lineCount; ++line) {
+        if (IsRangeOwed(line))
+            WidenRange(m_samples.Line(line));
     }
+    m_rangeLacksLoaded = false;
     return m_dataRange;
 }
 
-void CDataBuffer::CountLoaded(std::uint64_t line, std::span<const std::int32_t> overwritten) const
+bool CDataBuffer::IsRangeOwed(std::uint64_t line) const
 {
-    if (m_rangeLacksLoaded && LineAxisAt(line).count > 0)
-        WidenRange(overwritten);
+    return m_rangeLacksLoaded && LineAxisAt(line).count > 0;
 }
 
-void CDataBuffer::WidenRange(std::span<const std::int32_t> samples) const
+void CDataBuffer::WidenRange(const CStoredSamples& samples) const
 {
-    if (samples.empty())
-        return;
-    const auto [lowest, highest] = std::ranges::minmax(samples);
-    m_dataRange.Widen(lowest);
-    m_dataRange.Widen(highest);
+    ForEachRawPiece(samples, samples.Count(),
+                    [&](std::uint64_t, std::span<const std::int32_t> piece) { WidenRange(SurveyOf(piece)); });
+}
+
+void CDataBuffer::WidenRange(const CSampleSurvey& survey) const
+{
+    m_dataRange.Widen(survey.lowest);
+    m_dataRange.Widen(survey.highest);
 }
 
 } // namespace veltaris::velflexlib::dataset

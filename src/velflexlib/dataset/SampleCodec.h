@@ -1,17 +1,54 @@
-// Raw samples as files store them: signed little-endian integers of 8, 16 or 32 bits that span the whole of their type.
+// Raw samples as they are stored, in files and in memory alike: signed little-endian integers of 8, 16 or 32 bits that
+// span the whole of their type.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
 namespace veltaris::velflexlib::dataset {
 
-// Throws std::runtime_error "Invalid bit count: " and the number, unless it is 8, 16 or 32.
-void CheckBitCount(std::int64_t bitCount);
+// Its value is the number of bytes that a stored sample has.
+enum class SampleWidth : std::uint8_t
+{
+    Bits8 = 1,
+    Bits16 = 2,
+    Bits32 = 4,
+};
 
-// There must be bitCount / 8 bytes for each sample.
-void DecodeSamples(std::span<const std::byte> bytes, std::int64_t bitCount, std::span<std::int32_t> samples);
-void EncodeSamples(std::span<const std::int32_t> samples, std::int64_t bitCount, std::span<std::byte> bytes);
+constexpr std::size_t BytesPerSample(SampleWidth width)
+{
+    return static_cast<std::size_t>(width);
+}
+
+// Throws std::runtime_error "Invalid bit count: " and the number, unless it is 8, 16 or 32.
+SampleWidth WidthOfBits(std::int64_t bitCount);
+
+// There must be as many stored bytes as the samples take, at an address that is a multiple of the width.
+void DecodeSamples(const std::byte* stored, SampleWidth width, std::span<std::int32_t> samples);
+void EncodeSamples(std::span<const std::int32_t> samples, SampleWidth width, std::byte* stored);
+std::int32_t DecodeSample(const std::byte* stored, SampleWidth width);
+
+// From one width to another.
+void TranscodeSamples(const std::byte* from, SampleWidth fromWidth, std::uint64_t count, std::byte* to,
+                      SampleWidth toWidth);
+
+// Zeros the bits that a stored sample has beyond those of a raw one.
+void DropSpareBits(std::span<std::byte> stored, SampleWidth width);
+
+// Whether samples that have no other bits than these come back from that width as they were.
+bool FitInto(SampleWidth width, std::int32_t bits);
+
+// Samples are worked on in pieces that stay in the processor's first cache.
+inline constexpr std::size_t samplesPerPiece = 2048;
+
+// Calls use(first, count) for adjacent pieces of so many samples.
+template <class Use>
+void ForEachPiece(std::uint64_t sampleCount, Use use)
+{
+    for (std::uint64_t first = 0; first < sampleCount; first += samplesPerPiece)
+        use(first, std::min<std::uint64_t>(sampleCount - first, samplesPerPiece));
+}
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,246 @@
+// The bodies of the loops over samples, to be compiled once for each width of vectors: for one source each, whose
+// compiler options say which instructions there are. Everything here is that source's own. It may call nothing that
+// other sources could share, not even an inline function of the standard library: the linker keeps one copy of those,
+// and the processor may lack the instructions of the one that it keeps.
+#pragma once
+
+#include "velflexlib/dataset/SampleKernels.h"
+
+namespace veltaris::velflexlib::dataset {
+
+namespace {
+
+constexpr std::int32_t lowestRaw = -536870912;
+constexpr std::int32_t highestRaw = 536870911;
+constexpr double rawSpan = 1073741823; // highestRaw - lowestRaw
+
+// Two vectors of doubles at once, so that one addition need not wait for the one before.
+#if defined(__AVX512F__)
+constexpr std::size_t lanes = 16;
+#elif defined(__AVX2__)
+constexpr std::size_t lanes = 8;
+#else
+constexpr std::size_t lanes = 4;
+#endif
+
+using Ints [[gnu::vector_size(lanes * sizeof(std::int32_t))]] = std::int32_t;
+using Doubles [[gnu::vector_size(lanes * sizeof(double))]] = double;
+
+template <class Vector, class Element>
+Vector Load(const Element* from)
+{
+    Vector vector;
+    __builtin_memcpy(&vector, from, sizeof vector);
+    return vector;
+}
+
+template <class Vector, class Element>
+void Store(const Vector& vector, Element* to)
+{
+    __builtin_memcpy(to, &vector, sizeof vector);
+}
+
+// The indices from 0 on.
+Doubles Ascending()
+{
+    Doubles ascending;
+    for (std::size_t lane = 0; lane < lanes; ++lane)
+        ascending[lane] = static_cast<double>(lane);
+    return ascending;
+}
+
+// Calls step(i, from + i) for every vector of the elements, the last one filled up with zeros.
+template <class From, class Step>
+void ForEachVector(const From* from, std::size_t count, Step step)
+{
+    std::size_t i = 0;
+    for (; i + lanes <= count; i += lanes)
+        step(i, from + i);
+    if (i == count)
+        return;
+    From last[lanes] = {};
+    __builtin_memcpy(last, from + i, (count - i) * sizeof(From));
+    step(i, last);
+}
+
+// Stores step(i, from + i) for every vector of the elements.
+template <class From, class To, class Step>
+void Transform(const From* from, std::size_t count, To* to, Step step)
+{
+    const std::size_t whole = count - count % lanes;
+    ForEachVector(from, whole, [&](std::size_t i, const From* vector) { Store(step(i, vector), to + i); });
+    ForEachVector(from + whole, count - whole, [&](std::size_t, const From* vector) {
+        To last[lanes];
+        Store(step(whole, vector), last);
+        __builtin_memcpy(to + whole, last, (count - whole) * sizeof(To));
+    });
+}
+
+constexpr std::int32_t Clamped(std::int32_t sample)
+{
+    return sample < lowestRaw ? lowestRaw : sample > highestRaw ? highestRaw : sample;
+}
+
+// Shifts towards the top of a wider type, or, when negative, down to the width of a narrower one.
+template <int Bits, class From, class To>
+void Shift(const From* from, std::size_t count, To* to)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int32_t value = from[i];
+        to[i] = static_cast<To>(Bits >= 0 ? value << (Bits >= 0 ? Bits : 0) : value >> (Bits >= 0 ? 0 : -Bits));
+    }
+}
+
+void Clamp(const std::int32_t* from, std::size_t count, std::int32_t* to)
+{
+    for (std::size_t i = 0; i < count; ++i)
+        to[i] = Clamped(from[i]);
+}
+
+CSampleSurvey Survey(const std::int32_t* from, std::size_t count)
+{
+    CSampleSurvey survey{highestRaw, lowestRaw, 0};
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::int32_t sample = Clamped(from[i]);
+        survey.lowest = sample < survey.lowest ? sample : survey.lowest;
+        survey.highest = sample > survey.highest ? sample : survey.highest;
+        survey.bits |= sample;
+    }
+    return survey;
+}
+
+void ToReal(const std::int32_t* from, std::size_t count, const CSignalAxis& axis, double* to)
+{
+    const double min = axis.min;
+    const double extent = axis.max - min;
+    Transform(from, count, to, [=](std::size_t, const std::int32_t* raw) -> Doubles {
+        const Doubles aboveLowest = __builtin_convertvector(Load<Ints>(raw), Doubles) - static_cast<double>(lowestRaw);
+        return min + extent * aboveLowest / rawSpan;
+    });
+}
+
+// Values at or beyond the ends of the axis become the ends of the raw range, a NaN the lower one.
+void ToRaw(const double* from, std::size_t count, const CSignalAxis& axis, std::int32_t* to)
+{
+    const double min = axis.min;
+    const double extent = axis.max - min;
+    const bool rising = axis.max > min;
+    const double small = rising ? min : axis.max;
+    const double large = rising ? axis.max : min;
+    const std::int32_t rawOfSmall = rising ? lowestRaw : highestRaw;
+    const std::int32_t rawOfLarge = rising ? highestRaw : lowestRaw;
+    Transform(from, count, to, [=](std::size_t, const double* real) -> Ints {
+        const auto value = Load<Doubles>(real);
+        Doubles steps = (value - min) * rawSpan / extent;
+        steps = steps > 0.0 ? steps : Doubles{};
+        steps = steps < rawSpan ? steps : Doubles{} + rawSpan;
+        Ints raw = __builtin_convertvector(steps + static_cast<double>(lowestRaw), Ints);
+        raw = __builtin_convertvector(value <= small, Ints) ? Ints{} + rawOfSmall : raw;
+        return __builtin_convertvector(value >= large, Ints) ? Ints{} + rawOfLarge : raw;
+    });
+}
+
+std::int64_t Sum(const std::int32_t* samples, std::size_t count)
+{
+    std::int64_t sum = 0;
+    for (std::size_t i = 0; i < count; ++i)
+        sum += samples[i];
+    return sum;
+}
+
+template <int Degree>
+void AddMoments(const std::int32_t* samples, std::size_t count, double first, CLineSums& sums)
+{
+    Doubles moments[Degree + 1] = {};
+    Doubles x = Ascending() + first;
+    Ints bits = {};
+    Ints magnitude = {};
+    ForEachVector(samples, count, [&](std::size_t, const std::int32_t* piece) {
+        const auto values = Load<Ints>(piece);
+        bits |= values;
+        magnitude |= values ^ (values >> 31);
+        Doubles term = __builtin_convertvector(values, Doubles);
+        moments[0] += term;
+        for (int k = 1; k <= Degree; ++k) {
+            term *= x;
+            moments[k] += term;
+        }
+        x += static_cast<double>(lanes);
+    });
+    for (std::size_t lane = 0; lane < lanes; ++lane) {
+        for (int k = 0; k <= Degree; ++k)
+            sums.moments[k] += moments[k][lane];
+        sums.bits |= bits[lane];
+        sums.magnitude |= magnitude[lane];
+    }
+}
+
+// The order of these additions is part of the result.
+template <int Degree>
+Doubles Polynomial(const double* c, Doubles x)
+{
+    if constexpr (Degree == 0)
+        return Doubles{} + c[0];
+    const Doubles square = x * x;
+    Doubles value = c[0] + c[1] * x;
+    if constexpr (Degree >= 2)
+        value += c[2] * square;
+    if constexpr (Degree >= 4)
+        value = value + c[3] * square * x + c[4] * square * square;
+    return value;
+}
+
+// The fitted value is cut towards zero. One beyond twice the raw range gives the same results as that.
+template <int Degree>
+void SubtractPolynomial(std::int32_t* samples, std::size_t count, double first, const double* coefficients)
+{
+    constexpr double farOff = 0x1p30;
+    double c[Degree + 1];
+    __builtin_memcpy(c, coefficients, sizeof c);
+    const Doubles ascending = Ascending() + first;
+    Transform(samples, count, samples, [&](std::size_t i, const std::int32_t* piece) -> Ints {
+        Doubles fitted = Polynomial<Degree>(c, ascending + static_cast<double>(i));
+        fitted = fitted < farOff ? fitted : Doubles{} + farOff;
+        fitted = fitted > -farOff ? fitted : Doubles{} - farOff;
+        const auto sample = Load<Ints>(piece);
+        Ints result = sample - __builtin_convertvector(fitted, Ints);
+        result = result < lowestRaw ? Ints{} + lowestRaw : result;
+        result = result > highestRaw ? Ints{} + highestRaw : result;
+        const Ints isMarker = (sample <= lowestRaw) | (sample >= highestRaw);
+        return isMarker ? sample : result;
+    });
+}
+
+void Differences(std::int32_t* samples, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto next = static_cast<std::uint32_t>(samples[i + 1]);
+        samples[i] = static_cast<std::int32_t>(next - static_cast<std::uint32_t>(samples[i]));
+    }
+}
+
+constexpr CSampleKernels kernelsOfThisSource{
+    Shift<22, std::int8_t, std::int32_t>,
+    Shift<14, std::int16_t, std::int32_t>,
+    Shift<-2, std::int32_t, std::int32_t>,
+    Shift<-22, std::int32_t, std::int8_t>,
+    Shift<-14, std::int32_t, std::int16_t>,
+    Shift<2, std::int32_t, std::int32_t>,
+    Clamp,
+    Survey,
+    ToReal,
+    ToRaw,
+    Sum,
+    AddMoments<1>,
+    AddMoments<2>,
+    AddMoments<4>,
+    SubtractPolynomial<0>,
+    SubtractPolynomial<1>,
+    SubtractPolynomial<2>,
+    SubtractPolynomial<4>,
+    Differences,
+};
+
+} // namespace
+
+} // namespace veltaris::velflexlib::dataset
