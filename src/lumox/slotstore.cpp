@@ -21,10 +21,22 @@ bool ChangeState(slot_state& state, slot_state newState)
 
 } // namespace
 
+// One relay is remembered as such. Where there are more slots, somebody is taken to listen.
+void audience::join(const slot_base& slot)
+{
+    if (slot.behind && !m_keepsBehind) {
+        m_keepsBehind = slot.behind;
+        m_behind.store(m_keepsBehind.get(), std::memory_order_release);
+    } else if (slot.behind != m_keepsBehind || !slot.behind) {
+        m_present.store(true, std::memory_order_release);
+    }
+}
+
 std::uint32_t slotstore::append(std::shared_ptr<const slot_base> slot)
 {
     const std::lock_guard lock(m_mutex);
     m_entries.push_back({std::move(slot), m_nextId, slot_state::pending});
+    m_listeners->join(*m_entries.back().slot);
     return m_nextId++;
 }
 

@@ -124,10 +124,11 @@ auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
 {
     const std::lock_guard lock(m_mutex);
     if (!m_bufferRelay) {
-        m_bufferRelay = std::make_shared<BufferSlot>([weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
+        const auto pass = [weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
             if (const auto group = weak.lock())
                 group->OnBufferChanged.emit(*group, changed, line);
-        });
+        };
+        m_bufferRelay = std::make_shared<BufferSlot>(pass, 0, OnBufferChanged.listeners());
     }
     return m_bufferRelay;
 }
