@@ -27,8 +27,8 @@ protected:
 
     std::vector<std::int32_t> Line(std::uint64_t line) const
     {
-        std::vector<std::int32_t> read;
-        buffer.ReadLine(line, [&](auto samples) { read.assign(samples.begin(), samples.end()); });
+        std::vector<std::int32_t> read(buffer.GetLineAxis(line).count);
+        EXPECT_TRUE(buffer.ReadLineRaw(line, GetLineOperator(LineOpID::RawData), read.data()));
         return read;
     }
 };
@@ -102,6 +102,25 @@ TEST_F(DatabufferTest, LoadedSamplesAreInTheRangeEvenWhenOverwrittenBeforeItIsAs
     SetLine(3, {15, 15, 15});
     buffer.SetPixelRaw(0, 0, 15);
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{10, 21}));
+}
+
+TEST_F(DatabufferTest, SamplesStayAsTheFileHasThemUntilOneDoesNotFit)
+{
+    const auto width = [&] {
+        SampleWidth held{};
+        buffer.AccessSamples([&](const CSampleBlock& samples) { held = samples.Width(); });
+        return held;
+    };
+    buffer.Restore(3, 4, {{2, {0, 0, 0}}}, 0);
+    SetLine(0, {1 << 14, -(1 << 14), CRawRange::lowestPossible});
+    SetLine(2, {1 << 14});
+    EXPECT_EQ(width(), SampleWidth::Bits16);
+    buffer.SetPixelRaw(1, 3, 1);
+    EXPECT_EQ(width(), SampleWidth::Bits32);
+    EXPECT_EQ(Line(0), (std::vector{1 << 14, -(1 << 14), CRawRange::lowestPossible}));
+    EXPECT_EQ(Line(2), (std::vector{1 << 14}));
+    EXPECT_EQ(Line(3), (std::vector{0, 1, 0}));
+    EXPECT_EQ(buffer.GetDataRange(), (CRawRange{CRawRange::lowestPossible, 1 << 14}));
 }
 
 TEST_F(DatabufferTest, ModeTwoKeepsTheTopThirtyBitsOfAnInteger)

@@ -71,6 +71,7 @@ void CDataBuffer::ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uin
         m_dataRange = {};
         m_rangeLacksLoaded = false;
         m_currentLine = currentLine;
+        m_latestFit = {};
     }
     AnnounceReshape();
 }
@@ -141,7 +142,7 @@ void CDataBuffer::ChangePointAxis(double CAxis::*field, double CLineAxis::*lineF
 CSignalScale CDataBuffer::GetSignalScale() const
 {
     const std::lock_guard lock(m_mutex);
-    return {m_axes[signalAxis].min, m_axes[signalAxis].range};
+    return SignalScale();
 }
 
 CLineAxis CDataBuffer::GetLineAxis(std::uint64_t line) const
@@ -154,8 +155,6 @@ CLineAxis CDataBuffer::GetLineAxis(std::uint64_t line) const
 
 CLineAxis CDataBuffer::LineAxisAt(std::uint64_t line) const
 {
-    if (m_ownLineAxes.empty())
-        return CommonLineAxis();
     const auto own = m_ownLineAxes.find(line);
     return own == m_ownLineAxes.end() ? CommonLineAxis() : own->second;
 }
@@ -228,26 +227,19 @@ void CDataBuffer::ReleaseNotifications()
         OnChanged.emit(*this, line);
 }
 
-void CDataBuffer::AnnounceChange(std::uint64_t line)
+// Whether not to notify now; if so, it is noted that there is something to notify of.
+bool CDataBuffer::HoldBack(bool& pending) const
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_notificationsHeld) {
-            m_changePending = true;
-            return;
-        }
-    }
-    OnChanged.emit(*this, line);
+    pending = pending || m_notificationsHeld;
+    return m_notificationsHeld;
 }
 
 void CDataBuffer::AnnounceReshape()
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_notificationsHeld) {
-            m_reshapePending = true;
+        if (HoldBack(m_reshapePending))
             return;
-        }
     }
     OnAfterReshape.emit();
 }

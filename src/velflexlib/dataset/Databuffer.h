@@ -3,6 +3,7 @@
 
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/DataRange.h"
+#include "velflexlib/dataset/LineOperator.h"
 #include "velflexlib/dataset/LineStates.h"
 #include "velflexlib/dataset/SampleBlock.h"
 #include "velflexlib/dataset/SampleKernels.h"
@@ -14,10 +15,10 @@
 #include <cstdint>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -94,17 +95,17 @@ public:
     bool SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int32_t value);
     bool SetPixelReal(std::uint64_t point, std::uint64_t line, double value, RealToRawMode mode);
 
-    // Calls consume(std::span<const std::int32_t>) with a copy of the line's valid samples. False, without the call,
-    // when there is no such line or it claims more valid points than the buffer has.
-    template <class Consume>
-    bool ReadLine(std::uint64_t line, Consume&& consume) const
-    {
-        std::vector<std::int32_t> samples;
-        if (!CopyLine(line, samples))
-            return false;
-        consume(std::span<const std::int32_t>(samples));
-        return true;
-    }
+    // Whether there is such a line, and it claims no more valid points than the buffer has.
+    bool CanReadLine(std::uint64_t line) const;
+    // Writes what the operator makes of the line's valid samples; nothing when there are too few for it. False, with
+    // nothing written, when the line cannot be read.
+    bool ReadLineRaw(std::uint64_t line, const CLineOperator& lineOperator, std::int32_t* values) const;
+    bool ReadLineReal(std::uint64_t line, const CLineOperator& lineOperator, double* values) const;
+    // One sample of such a corrected line; nothing when that has no such sample.
+    std::optional<std::int32_t> ReadPixelRaw(std::uint64_t point, std::uint64_t line,
+                                             const CLineOperator& lineOperator) const;
+    std::optional<double> ReadPixelReal(std::uint64_t point, std::uint64_t line,
+                                        const CLineOperator& lineOperator) const;
 
     // The lowest and highest of all samples that were ever written or loaded since the last change of size.
     CRawRange GetDataRange() const;
@@ -153,6 +154,15 @@ public:
     }
 
 private:
+    // Of the line that was last read through an operator: pixels are read along a line.
+    struct CLatestFit
+    {
+        std::uint64_t line = 0;
+        const CLineOperator* lineOperator = nullptr; // null: there is none
+        CLineFit fit{};
+    };
+
+    CSignalScale SignalScale() const { return {m_axes[signalAxis].min, m_axes[signalAxis].range}; }
     CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
     CLineAxis LineAxisAt(std::uint64_t line) const;
     void RaiseLineCount(std::uint64_t line, std::uint64_t count);
@@ -163,7 +173,15 @@ private:
     std::uint64_t LongestLine() const;
     bool IsReadable(std::uint64_t line) const;
     CStoredSamples ValidSamples(std::uint64_t line) const;
-    bool CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const;
+    std::uint64_t ValidCount(std::uint64_t line) const
+    {
+        return m_ownLineAxes.empty() ? m_points : LineAxisAt(line).count;
+    }
+    const CLineFit& FitOf(std::uint64_t line, const CStoredSamples& samples, const CLineOperator& lineOperator) const;
+    template <class Write>
+    bool ReadLine(std::uint64_t line, const CLineOperator& lineOperator, Write write) const;
+    std::optional<std::int32_t> PixelAt(std::uint64_t point, std::uint64_t line,
+                                        const CLineOperator& lineOperator) const;
     template <class Values>
     bool SetLine(std::uint64_t line, const Values& values);
     template <class Values>
@@ -172,7 +190,7 @@ private:
     bool IsRangeOwed(std::uint64_t line) const;
     void WidenRange(const CStoredSamples& samples) const;
     void WidenRange(const CSampleSurvey& survey) const;
-    void AnnounceChange(std::uint64_t line);
+    bool HoldBack(bool& pending) const;
     void AnnounceReshape();
 
     std::array<CAxis, 3> m_axes;
@@ -189,6 +207,7 @@ private:
     // Loaded samples enter the range when it is first asked for, each line at the latest when it is overwritten.
     mutable CRawRange m_dataRange;
     mutable bool m_rangeLacksLoaded = false;
+    mutable CLatestFit m_latestFit; // none after any change of samples
     bool m_notificationsHeld = false;
     bool m_changePending = false;
     bool m_reshapePending = false;

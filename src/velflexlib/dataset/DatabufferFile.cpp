@@ -29,6 +29,7 @@ void CDataBuffer::PrepareForSave()
         const std::lock_guard lock(m_mutex);
         m_points = LongestLine(); // asked again: a slot may have written a longer one
         m_samples.ShortenLines(m_points);
+        m_latestFit = {};
     }
     AnnounceReshape();
 }
@@ -76,6 +77,7 @@ void CDataBuffer::FinishLoading(CSampleBlock samples)
         return;
     std::swap(m_samples, samples);
     m_lineStates.ResetAll(m_lineCount, CLineStates::writtenWhole);
+    m_latestFit = {};
     m_dataRange = {};
     m_rangeLacksLoaded = true;
     m_isEmpty = m_samples.All().Count() == 0;

@@ -31,18 +31,6 @@ struct CRealValues
     }
 };
 
-// Calls use(first, std::span<const std::int32_t>) for pieces of `count` samples that source.Read gives.
-template <class Source, class Use>
-void ForEachRawPiece(const Source& source, std::uint64_t count, Use use)
-{
-    std::array<std::int32_t, samplesPerPiece> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
-    ForEachPiece(count, [&](std::uint64_t first, std::uint64_t pieceCount) {
-        const auto piece = std::span(buffer).first(pieceCount);
-        source.Read(first, piece);
-        use(first, std::span<const std::int32_t>(piece));
-    });
-}
-
 CSampleSurvey SurveyOf(std::span<const std::int32_t> samples)
 {
     return Kernels().survey(samples.data(), samples.size());
@@ -81,8 +69,10 @@ bool CDataBuffer::SetLine(std::uint64_t line, const Values& values)
         if (line >= m_lineCount || values.values.size() > m_points)
             return false;
         StoreLine(line, values);
+        if (HoldBack(m_changePending))
+            return true;
     }
-    AnnounceChange(line);
+    OnChanged.emit(*this, line);
     return true;
 }
 
@@ -91,11 +81,12 @@ template <class Values>
 void CDataBuffer::StoreLine(std::uint64_t line, const Values& values)
 {
     const std::uint64_t count = values.values.size();
-    const bool staysWithout = count == 0 && LineAxisAt(line).count == 0;
+    const bool staysWithout = count == 0 && ValidCount(line) == 0;
     m_lineStates.PrepareToMark(line);
     if (!staysWithout)
         m_samples.MakeWritable(line, BitsFor(m_samples.Width(), values));
 
+    m_latestFit.lineOperator = nullptr;
     if (IsRangeOwed(line))
         WidenRange(m_samples.Line(line));
     ForEachRawPiece(values, count, [&](std::uint64_t first, std::span<const std::int32_t> piece) {
@@ -120,8 +111,10 @@ bool CDataBuffer::SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int3
         if (line >= m_lineCount || point >= m_points)
             return false;
         StorePixel(point, line, CRawRange::Clamp(value));
+        if (HoldBack(m_changePending))
+            return true;
     }
-    AnnounceChange(line);
+    OnChanged.emit(*this, line);
     return true;
 }
 
@@ -134,34 +127,105 @@ bool CDataBuffer::SetPixelReal(std::uint64_t point, std::uint64_t line, double v
 void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value)
 {
     m_samples.MakeWritable(line, value);
+    m_latestFit.lineOperator = nullptr;
     if (IsRangeOwed(line))
         m_dataRange.Widen(m_samples.Line(line).At(point));
     if (m_lineStates.Get(line) != CLineStates::neverWritten)
         m_dataRange.Widen(value);
-    m_samples.Write(line, point, {&value, 1});
+    m_samples.Write(line, point, value);
     RaiseLineCount(line, point + 1);
-    m_dataChanged = true;
+    m_dataChanged.store(true, std::memory_order_relaxed); // what it tells of is guarded by the lock
 }
 
 bool CDataBuffer::IsReadable(std::uint64_t line) const
 {
-    return line < m_lineCount && LineAxisAt(line).count <= m_points;
+    return line < m_lineCount && ValidCount(line) <= m_points;
 }
 
 CStoredSamples CDataBuffer::ValidSamples(std::uint64_t line) const
 {
-    return m_samples.Line(line).First(LineAxisAt(line).count);
+    return m_samples.Line(line).First(ValidCount(line));
 }
 
-bool CDataBuffer::CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const
+bool CDataBuffer::CanReadLine(std::uint64_t line) const
 {
     const std::lock_guard lock(m_mutex);
+    return IsReadable(line);
+}
+
+const CLineFit& CDataBuffer::FitOf(std::uint64_t line, const CStoredSamples& samples,
+                                   const CLineOperator& lineOperator) const
+{
+    static constexpr CLineFit none{};
+    if (lineOperator.IsLocal())
+        return none;
+    if (m_latestFit.lineOperator != &lineOperator || m_latestFit.line != line)
+        m_latestFit = {line, &lineOperator, lineOperator.Fit(samples)};
+    return m_latestFit.fit;
+}
+
+// Calls write(first, count, correct), where correct(std::span<std::int32_t>) gives that piece of the corrected line.
+template <class Write>
+bool CDataBuffer::ReadLine(std::uint64_t line, const CLineOperator& lineOperator, Write write) const
+{
     if (!IsReadable(line))
         return false;
-    const CStoredSamples valid = ValidSamples(line);
-    samples.resize(valid.Count());
-    valid.Read(0, samples);
+    const CStoredSamples samples = ValidSamples(line);
+    if (samples.Count() < lineOperator.GetLeastSamples())
+        return true;
+    const CLineFit& fit = FitOf(line, samples, lineOperator);
+    ForEachPiece(samples.Count(), [&](std::uint64_t first, std::uint64_t count) {
+        write(first, count, [&](std::span<std::int32_t> piece) { lineOperator.Apply(fit, samples, first, piece); });
+    });
     return true;
+}
+
+bool CDataBuffer::ReadLineRaw(std::uint64_t line, const CLineOperator& lineOperator, std::int32_t* values) const
+{
+    const std::lock_guard lock(m_mutex);
+    return ReadLine(line, lineOperator, [&](std::uint64_t first, std::uint64_t count, auto correct) {
+        correct(std::span(values + first, count));
+    });
+}
+
+bool CDataBuffer::ReadLineReal(std::uint64_t line, const CLineOperator& lineOperator, double* values) const
+{
+    const std::lock_guard lock(m_mutex);
+    const CSignalScale scale = SignalScale();
+    std::array<std::int32_t, samplesPerPiece> raw; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    return ReadLine(line, lineOperator, [&](std::uint64_t first, std::uint64_t count, auto correct) {
+        const auto piece = std::span(raw).first(count);
+        correct(piece);
+        scale.ToReal(piece, values + first);
+    });
+}
+
+std::optional<std::int32_t> CDataBuffer::PixelAt(std::uint64_t point, std::uint64_t line,
+                                                 const CLineOperator& lineOperator) const
+{
+    if (!IsReadable(line))
+        return std::nullopt;
+    const CStoredSamples samples = ValidSamples(line);
+    if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
+        return std::nullopt;
+    std::int32_t value = 0;
+    lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
+    return value;
+}
+
+std::optional<std::int32_t> CDataBuffer::ReadPixelRaw(std::uint64_t point, std::uint64_t line,
+                                                      const CLineOperator& lineOperator) const
+{
+    const std::lock_guard lock(m_mutex);
+    return PixelAt(point, line, lineOperator);
+}
+
+std::optional<double> CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line,
+                                                 const CLineOperator& lineOperator) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto raw = PixelAt(point, line, lineOperator);
+    return raw ? std::optional(SignalScale().ToReal(*raw)) : std::nullopt;
 }
 
 CRawRange CDataBuffer::GetDataRange() const
@@ -177,7 +241,7 @@ CRawRange CDataBuffer::GetDataRange() const
 
 bool CDataBuffer::IsRangeOwed(std::uint64_t line) const
 {
-    return m_rangeLacksLoaded && LineAxisAt(line).count > 0;
+    return m_rangeLacksLoaded && ValidCount(line) > 0;
 }
 
 void CDataBuffer::WidenRange(const CStoredSamples& samples) const

@@ -31,36 +31,16 @@ CSampleBlock::CSampleBlock(std::uint64_t points, std::uint64_t lines, SampleWidt
 {
 }
 
-bool CSampleBlock::IsAbsent(std::uint64_t line) const
+std::uint64_t CSampleBlock::AbsentBefore(std::uint64_t line) const
 {
-    return !m_absentLines.empty() && std::ranges::binary_search(m_absentLines, line);
-}
-
-std::uint64_t CSampleBlock::Offset(std::uint64_t line) const
-{
-    if (m_absentLines.empty())
-        return line * m_points;
-    const auto absentBefore = std::ranges::lower_bound(m_absentLines, line) - m_absentLines.begin();
-    return (line - static_cast<std::uint64_t>(absentBefore)) * m_points;
-}
-
-std::byte* CSampleBlock::AddressOf(std::uint64_t line, std::uint64_t point)
-{
-    return m_memory.Bytes().data() + (Offset(line) + point) * BytesPerSample(m_width);
-}
-
-CStoredSamples CSampleBlock::Line(std::uint64_t line) const
-{
-    if (IsAbsent(line))
-        return {};
-    return {m_memory.Bytes().data() + Offset(line) * BytesPerSample(m_width), m_width, m_points};
+    return static_cast<std::uint64_t>(std::ranges::lower_bound(m_absentLines, line) - m_absentLines.begin());
 }
 
 void CSampleBlock::MakeWritable(std::uint64_t line, std::int32_t bits)
 {
-    const bool fits = FitInto(m_width, bits);
-    if (fits && !IsAbsent(line))
+    if (IsWritable(line, bits))
         return;
+    const bool fits = FitInto(m_width, bits);
     CSampleBlock moved(m_points, m_lines, fits ? m_width : SampleWidth::Bits32,
                        IsAbsent(line) ? std::vector<std::uint64_t>() : m_absentLines);
     for (std::uint64_t l = 0; l < m_lines; ++l) {

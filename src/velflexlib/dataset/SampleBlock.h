@@ -4,6 +4,7 @@
 #include "velflexlib/dataset/SampleCodec.h"
 #include "velflexlib/dataset/ZeroedMemory.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -21,6 +22,7 @@ public:
     {
     }
 
+    SampleWidth Width() const { return m_width; }
     std::uint64_t Count() const { return m_count; }
     CStoredSamples First(std::uint64_t count) const { return {m_stored, m_width, count}; }
 
@@ -28,7 +30,10 @@ public:
     std::int32_t At(std::uint64_t index) const { return DecodeSample(AddressOf(index), m_width); }
     void Read(std::uint64_t first, std::span<std::int32_t> samples) const
     {
-        DecodeSamples(AddressOf(first), m_width, samples);
+        if (samples.size() == 1)
+            samples.front() = At(first);
+        else
+            DecodeSamples(AddressOf(first), m_width, samples);
     }
 
 private:
@@ -59,13 +64,23 @@ public:
     std::span<std::byte> Bytes() { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
 
     // Empty for a line without storage.
-    CStoredSamples Line(std::uint64_t line) const;
+    CStoredSamples Line(std::uint64_t line) const
+    {
+        if (IsAbsent(line))
+            return {};
+        return {m_memory.Bytes().data() + Offset(line) * BytesPerSample(m_width), m_width, m_points};
+    }
 
     // Gives the line storage, and all samples a width, that samples with no other bits than these can be written to.
     // Throws std::bad_alloc, with nothing changed, when there is no memory for that.
     void MakeWritable(std::uint64_t line, std::int32_t bits);
+    bool IsWritable(std::uint64_t line, std::int32_t bits) const { return FitInto(m_width, bits) && !IsAbsent(line); }
     // Stores adjacent samples of a line that was made writable.
     void Write(std::uint64_t line, std::uint64_t first, std::span<const std::int32_t> samples);
+    void Write(std::uint64_t line, std::uint64_t point, std::int32_t sample)
+    {
+        EncodeSample(sample, m_width, AddressOf(line, point));
+    }
     void FillWithZeros(std::uint64_t line, std::uint64_t first);
 
     // Keeps the first `points` samples of each line; there must be as many.
@@ -76,9 +91,19 @@ public:
     bool HasShapeOf(const CSampleBlock& other) const;
 
 private:
-    bool IsAbsent(std::uint64_t line) const;
-    std::uint64_t Offset(std::uint64_t line) const;
-    std::byte* AddressOf(std::uint64_t line, std::uint64_t point);
+    bool IsAbsent(std::uint64_t line) const
+    {
+        return !m_absentLines.empty() && std::ranges::binary_search(m_absentLines, line);
+    }
+    std::uint64_t Offset(std::uint64_t line) const
+    {
+        return (m_absentLines.empty() ? line : line - AbsentBefore(line)) * m_points;
+    }
+    std::uint64_t AbsentBefore(std::uint64_t line) const;
+    std::byte* AddressOf(std::uint64_t line, std::uint64_t point)
+    {
+        return m_memory.Bytes().data() + (Offset(line) + point) * BytesPerSample(m_width);
+    }
 
     std::uint64_t m_points = 0;
     std::uint64_t m_lines = 0;

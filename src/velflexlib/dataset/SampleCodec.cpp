@@ -4,7 +4,6 @@
 
 #include <boost/throw_exception.hpp>
 
-#include <array>
 #include <bit>
 #include <stdexcept>
 #include <string>
@@ -62,19 +61,6 @@ void EncodeSamples(std::span<const std::int32_t> samples, SampleWidth width, std
     }
 }
 
-std::int32_t DecodeSample(const std::byte* stored, SampleWidth width)
-{
-    switch (width) {
-    case SampleWidth::Bits8:
-        return *As<std::int8_t>(stored) << 22;
-    case SampleWidth::Bits16:
-        return *As<std::int16_t>(stored) << 14;
-    case SampleWidth::Bits32:
-        break;
-    }
-    return *As<std::int32_t>(stored) >> 2;
-}
-
 void TranscodeSamples(const std::byte* from, SampleWidth fromWidth, std::uint64_t count, std::byte* to,
                       SampleWidth toWidth)
 {
@@ -95,13 +81,6 @@ void DropSpareBits(std::span<std::byte> stored, SampleWidth width)
     const std::size_t count = stored.size() / sizeof *samples;
     for (std::size_t i = 0; i < count; ++i)
         samples[i] &= ~spareBits;
-}
-
-bool FitInto(SampleWidth width, std::int32_t bits)
-{
-    constexpr unsigned rawBits = 30;
-    const auto storedBits = static_cast<unsigned>(8 * BytesPerSample(width));
-    return storedBits >= rawBits || (static_cast<std::uint32_t>(bits) << (32 - rawBits + storedBits)) == 0;
 }
 
 } // namespace veltaris::velflexlib::dataset

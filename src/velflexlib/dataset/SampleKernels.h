@@ -14,15 +14,6 @@ struct CSampleSurvey
     std::int32_t bits; // all bits that some sample has
 };
 
-// Sums over a line of v x^k, where x is the index of sample v. They depend on the order of summation unless all of them
-// are exact.
-struct CLineSums
-{
-    double moments[5] = {};
-    std::int32_t bits = 0;      // all bits that some sample has
-    std::int32_t magnitude = 0; // and those of the magnitudes, where that of v < 0 is -v - 1
-};
-
 // The real values of the ends of the raw range: two different ones, so far from infinity that nothing overflows.
 struct CSignalAxis
 {
@@ -53,8 +44,9 @@ struct CSampleKernels
 
     std::int64_t (*sum)(const std::int32_t* samples, std::size_t count);
 
-    // Adds the moments 0 to Degree of a piece of a line that begins at index `first`.
-    using Moments = void (*)(const std::int32_t* samples, std::size_t count, double first, CLineSums& sums);
+    // Adds v x^k to moments[k], for k = 0 .. Degree and all samples v with their index x in a line, of which `first` is
+    // that of the first sample. The order of these additions shows, unless all of them are exact.
+    using Moments = void (*)(const std::int32_t* samples, std::size_t count, double first, double* moments);
     Moments moments1, moments2, moments4;
 
     // Subtracts a polynomial in x, given by its coefficients in ascending order, from a piece of a line.

@@ -14,13 +14,12 @@ constexpr std::int32_t lowestRaw = -536870912;
 constexpr std::int32_t highestRaw = 536870911;
 constexpr double rawSpan = 1073741823; // highestRaw - lowestRaw
 
-// Two vectors of doubles at once, so that one addition need not wait for the one before.
 #if defined(__AVX512F__)
-constexpr std::size_t lanes = 16;
-#elif defined(__AVX2__)
 constexpr std::size_t lanes = 8;
-#else
+#elif defined(__AVX2__)
 constexpr std::size_t lanes = 4;
+#else
+constexpr std::size_t lanes = 2;
 #endif
 
 using Ints [[gnu::vector_size(lanes * sizeof(std::int32_t))]] = std::int32_t;
@@ -49,29 +48,30 @@ Doubles Ascending()
     return ascending;
 }
 
-// Calls step(i, from + i) for every vector of the elements, the last one filled up with zeros.
+// Calls step(from + i) for every vector of the elements, the last one filled up with zeros.
 template <class From, class Step>
 void ForEachVector(const From* from, std::size_t count, Step step)
 {
     std::size_t i = 0;
     for (; i + lanes <= count; i += lanes)
-        step(i, from + i);
+        step(from + i);
     if (i == count)
         return;
     From last[lanes] = {};
     __builtin_memcpy(last, from + i, (count - i) * sizeof(From));
-    step(i, last);
+    step(last);
 }
 
-// Stores step(i, from + i) for every vector of the elements.
+// Stores step(from + i) for every vector of the elements.
 template <class From, class To, class Step>
 void Transform(const From* from, std::size_t count, To* to, Step step)
 {
     const std::size_t whole = count - count % lanes;
-    ForEachVector(from, whole, [&](std::size_t i, const From* vector) { Store(step(i, vector), to + i); });
-    ForEachVector(from + whole, count - whole, [&](std::size_t, const From* vector) {
+    for (std::size_t i = 0; i < whole; i += lanes)
+        Store(step(from + i), to + i);
+    ForEachVector(from + whole, count - whole, [&](const From* vector) {
         To last[lanes];
-        Store(step(whole, vector), last);
+        Store(step(vector), last);
         __builtin_memcpy(to + whole, last, (count - whole) * sizeof(To));
     });
 }
@@ -113,7 +113,7 @@ void ToReal(const std::int32_t* from, std::size_t count, const CSignalAxis& axis
 {
     const double min = axis.min;
     const double extent = axis.max - min;
-    Transform(from, count, to, [=](std::size_t, const std::int32_t* raw) -> Doubles {
+    Transform(from, count, to, [=](const std::int32_t* raw) -> Doubles {
         const Doubles aboveLowest = __builtin_convertvector(Load<Ints>(raw), Doubles) - static_cast<double>(lowestRaw);
         return min + extent * aboveLowest / rawSpan;
     });
@@ -129,7 +129,7 @@ void ToRaw(const double* from, std::size_t count, const CSignalAxis& axis, std::
     const double large = rising ? axis.max : min;
     const std::int32_t rawOfSmall = rising ? lowestRaw : highestRaw;
     const std::int32_t rawOfLarge = rising ? highestRaw : lowestRaw;
-    Transform(from, count, to, [=](std::size_t, const double* real) -> Ints {
+    Transform(from, count, to, [=](const double* real) -> Ints {
         const auto value = Load<Doubles>(real);
         Doubles steps = (value - min) * rawSpan / extent;
         steps = steps > 0.0 ? steps : Doubles{};
@@ -149,29 +149,42 @@ std::int64_t Sum(const std::int32_t* samples, std::size_t count)
 }
 
 template <int Degree>
-void AddMoments(const std::int32_t* samples, std::size_t count, double first, CLineSums& sums)
+struct CMomentsOfLanes
 {
     Doubles moments[Degree + 1] = {};
-    Doubles x = Ascending() + first;
-    Ints bits = {};
-    Ints magnitude = {};
-    ForEachVector(samples, count, [&](std::size_t, const std::int32_t* piece) {
-        const auto values = Load<Ints>(piece);
-        bits |= values;
-        magnitude |= values ^ (values >> 31);
-        Doubles term = __builtin_convertvector(values, Doubles);
+
+    [[gnu::always_inline]] void Add(const std::int32_t* samples, const Doubles& x)
+    {
+        Doubles term = __builtin_convertvector(Load<Ints>(samples), Doubles);
         moments[0] += term;
         for (int k = 1; k <= Degree; ++k) {
             term *= x;
             moments[k] += term;
         }
+    }
+};
+
+// Two sums in turn, so that one addition need not wait for the one before.
+template <int Degree>
+void AddMoments(const std::int32_t* samples, std::size_t count, double first, double* moments)
+{
+    CMomentsOfLanes<Degree> even;
+    CMomentsOfLanes<Degree> odd;
+    Doubles x = Ascending() + first;
+    std::size_t i = 0;
+    for (; i + 2 * lanes <= count; i += 2 * lanes) {
+        even.Add(samples + i, x);
+        odd.Add(samples + i + lanes, x + static_cast<double>(lanes));
+        x += static_cast<double>(2 * lanes);
+    }
+    ForEachVector(samples + i, count - i, [&](const std::int32_t* piece) {
+        even.Add(piece, x);
         x += static_cast<double>(lanes);
     });
-    for (std::size_t lane = 0; lane < lanes; ++lane) {
-        for (int k = 0; k <= Degree; ++k)
-            sums.moments[k] += moments[k][lane];
-        sums.bits |= bits[lane];
-        sums.magnitude |= magnitude[lane];
+    for (int k = 0; k <= Degree; ++k) {
+        const Doubles both = even.moments[k] + odd.moments[k];
+        for (std::size_t lane = 0; lane < lanes; ++lane)
+            moments[k] += both[lane];
     }
 }
 
@@ -190,25 +203,42 @@ Doubles Polynomial(const double* c, Doubles x)
     return value;
 }
 
-// The fitted value is cut towards zero. One beyond twice the raw range gives the same results as that.
-template <int Degree>
-void SubtractPolynomial(std::int32_t* samples, std::size_t count, double first, const double* coefficients)
+// Twice the raw range: subtracting more than that gives the same results.
+constexpr double farOff = 0x1p30;
+
+template <int Degree, bool ReachesFarOff>
+void Correct(std::int32_t* samples, std::size_t count, double first, const double* coefficients)
 {
-    constexpr double farOff = 0x1p30;
     double c[Degree + 1];
     __builtin_memcpy(c, coefficients, sizeof c);
-    const Doubles ascending = Ascending() + first;
-    Transform(samples, count, samples, [&](std::size_t i, const std::int32_t* piece) -> Ints {
-        Doubles fitted = Polynomial<Degree>(c, ascending + static_cast<double>(i));
-        fitted = fitted < farOff ? fitted : Doubles{} + farOff;
-        fitted = fitted > -farOff ? fitted : Doubles{} - farOff;
+    Doubles x = Ascending() + first;
+    Transform(samples, count, samples, [&](const std::int32_t* piece) -> Ints {
+        Doubles fitted = Polynomial<Degree>(c, x);
+        x += static_cast<double>(lanes);
+        if constexpr (ReachesFarOff) {
+            fitted = fitted < farOff ? fitted : Doubles{} + farOff;
+            fitted = fitted > -farOff ? fitted : Doubles{} - farOff;
+        }
         const auto sample = Load<Ints>(piece);
-        Ints result = sample - __builtin_convertvector(fitted, Ints);
+        Ints result = sample - __builtin_convertvector(fitted, Ints); // cut towards zero
         result = result < lowestRaw ? Ints{} + lowestRaw : result;
         result = result > highestRaw ? Ints{} + highestRaw : result;
         const Ints isMarker = (sample <= lowestRaw) | (sample >= highestRaw);
         return isMarker ? sample : result;
     });
+}
+
+template <int Degree>
+void SubtractPolynomial(std::int32_t* samples, std::size_t count, double first, const double* coefficients)
+{
+    const double end = first + static_cast<double>(count);
+    double bound = 0;
+    for (int k = Degree; k >= 0; --k)
+        bound = bound * end + __builtin_fabs(coefficients[k]);
+    if (bound < farOff / 2)
+        Correct<Degree, false>(samples, count, first, coefficients);
+    else
+        Correct<Degree, true>(samples, count, first, coefficients);
 }
 
 void Differences(std::int32_t* samples, std::size_t count)
