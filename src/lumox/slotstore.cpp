@@ -24,11 +24,12 @@ bool ChangeState(slot_state& state, slot_state newState)
 // One relay is remembered as such. Where there are more slots, somebody is taken to listen.
 void audience::join(const slot_base& slot)
 {
-    if (slot.behind && !m_keepsBehind) {
-        m_keepsBehind = slot.behind;
-        m_behind.store(m_keepsBehind.get(), std::memory_order_release);
-    } else if (slot.behind != m_keepsBehind || !slot.behind) {
-        m_present.store(true, std::memory_order_release);
+    if (slot.behind && !m_behind) {
+        m_behind = slot.behind;
+        who nobody = who::nobody;
+        m_here.compare_exchange_strong(nobody, who::a_relay, std::memory_order_release);
+    } else {
+        m_here.store(who::somebody, std::memory_order_release);
     }
 }
 

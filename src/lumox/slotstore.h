@@ -31,19 +31,23 @@ class audience
 public:
     bool is_present() const noexcept
     {
-        if (m_present.load(std::memory_order_acquire))
-            return true;
-        const audience* const behind = m_behind.load(std::memory_order_acquire);
-        return behind && behind->is_present();
+        const who here = m_here.load(std::memory_order_acquire);
+        return here == who::somebody || (here == who::a_relay && m_behind->is_present());
     }
 
     // Not to be called by two threads at once.
     void join(const slot_base& slot);
 
 private:
-    std::atomic<bool> m_present = false;
-    std::atomic<const audience*> m_behind = nullptr;
-    std::shared_ptr<const audience> m_keepsBehind;
+    enum class who : std::uint8_t
+    {
+        nobody,
+        a_relay,
+        somebody,
+    };
+
+    std::atomic<who> m_here = who::nobody;
+    std::shared_ptr<const audience> m_behind; // the relay's: set once, before the relay is here
 };
 
 // A slot without the arguments that it is called with. An ordered store goes by its rank. A relay to another signal

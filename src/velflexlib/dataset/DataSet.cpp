@@ -19,7 +19,7 @@ std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::uint32_
     auto group = std::make_shared<CDataGroup>(logicalGroupId, name, slotCount, bitCount);
     group->OnNameChanged.connect(m_nameRelay);
     group->OnChanged.connect(m_groupRelay);
-    group->OnBufferChanged.connect(m_bufferRelay);
+    group->RelayBufferChangesTo(m_bufferRelay);
     std::shared_ptr<CDataGroup> stored = group;
     {
         const std::lock_guard lock(m_mutex);

@@ -208,6 +208,8 @@ std::optional<std::int32_t> CDataBuffer::PixelAt(std::uint64_t point, std::uint6
     const CStoredSamples samples = ValidSamples(line);
     if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
         return std::nullopt;
+    if (lineOperator.GetID() == LineOpID::RawData)
+        return samples.At(point);
     std::int32_t value = 0;
     lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
     return value;
