@@ -31,8 +31,13 @@ class audience
 public:
     bool is_present() const noexcept
     {
-        const who here = m_here.load(std::memory_order_acquire);
-        return here == who::somebody || (here == who::a_relay && m_behind->is_present());
+        const audience* at = this;
+        who here = at->m_here.load(std::memory_order_acquire);
+        while (here == who::a_relay) {
+            at = at->m_behind.get();
+            here = at->m_here.load(std::memory_order_acquire);
+        }
+        return here == who::somebody;
     }
 
     // Not to be called by two threads at once.

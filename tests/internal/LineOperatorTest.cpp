@@ -30,6 +30,7 @@ Matrix Without(const Matrix& matrix, std::size_t row, std::size_t column)
     return minor;
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): three deep
 double Determinant(Matrix matrix)
 {
     if (matrix.size() == 1)
@@ -135,6 +136,9 @@ Line Applied(LineOpID id, const Line& line)
     Line corrected(line.size());
     ForEachPiece(line.size(), [&](std::uint64_t first, std::uint64_t count) {
         lineOperator.Apply(fit, samples, first, std::span(corrected).subspan(first, count));
+        std::int32_t alone = 0;
+        lineOperator.Apply(fit, samples, first, {&alone, 1});
+        EXPECT_EQ(alone, corrected[first]);
     });
     return corrected;
 }

@@ -45,7 +45,9 @@ CLineFit CLineOpAvg::Fit(const CStoredSamples& line) const
     ForEachRawPiece(line, line.Count(), [&](std::uint64_t, std::span<const std::int32_t> piece) {
         sum += Kernels().sum(piece.data(), piece.size());
     });
-    return {static_cast<double>(sum / static_cast<std::int64_t>(line.Count()))};
+    // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): there is a sample
+    const std::int64_t mean = sum / static_cast<std::int64_t>(line.Count());
+    return {static_cast<double>(mean)};
 }
 
 void CLineOpAvg::Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,

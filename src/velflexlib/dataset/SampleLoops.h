@@ -8,6 +8,7 @@
 
 namespace veltaris::velflexlib::dataset {
 
+// NOLINTBEGIN(misc-definitions-in-headers,cert-dcl59-cpp): every source that includes this is to have its own
 namespace {
 
 constexpr std::int32_t lowestRaw = -536870912;
@@ -81,14 +82,21 @@ constexpr std::int32_t Clamped(std::int32_t sample)
     return sample < lowestRaw ? lowestRaw : sample > highestRaw ? highestRaw : sample;
 }
 
-// Shifts towards the top of a wider type, or, when negative, down to the width of a narrower one.
+// Towards the top of a wider type, or, when negative, down to the width of a narrower one.
+template <int Bits>
+constexpr std::int32_t Shifted(std::int32_t value)
+{
+    if constexpr (Bits >= 0)
+        return value << Bits;
+    else
+        return value >> -Bits;
+}
+
 template <int Bits, class From, class To>
 void Shift(const From* from, std::size_t count, To* to)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::int32_t value = from[i];
-        to[i] = static_cast<To>(Bits >= 0 ? value << (Bits >= 0 ? Bits : 0) : value >> (Bits >= 0 ? 0 : -Bits));
-    }
+    for (std::size_t i = 0; i < count; ++i)
+        to[i] = static_cast<To>(Shifted<Bits>(from[i]));
 }
 
 void Clamp(const std::int32_t* from, std::size_t count, std::int32_t* to)
@@ -189,13 +197,13 @@ void AddMoments(const std::int32_t* samples, std::size_t count, double first, do
 }
 
 // The order of these additions is part of the result.
-template <int Degree>
-Doubles Polynomial(const double* c, Doubles x)
+template <int Degree, class Number>
+[[gnu::always_inline]] inline Number Polynomial(const double* c, const Number& x)
 {
     if constexpr (Degree == 0)
-        return Doubles{} + c[0];
-    const Doubles square = x * x;
-    Doubles value = c[0] + c[1] * x;
+        return Number{} + c[0];
+    const Number square = x * x;
+    Number value = c[0] + c[1] * x;
     if constexpr (Degree >= 2)
         value += c[2] * square;
     if constexpr (Degree >= 4)
@@ -229,8 +237,22 @@ void Correct(std::int32_t* samples, std::size_t count, double first, const doubl
 }
 
 template <int Degree>
+std::int32_t CorrectedSample(std::int32_t sample, double x, const double* c)
+{
+    if (sample <= lowestRaw || sample >= highestRaw)
+        return sample;
+    const double fitted = Polynomial<Degree>(c, x);
+    const double near = fitted > farOff ? farOff : fitted < -farOff ? -farOff : fitted;
+    return Clamped(sample - static_cast<std::int32_t>(near));
+}
+
+template <int Degree>
 void SubtractPolynomial(std::int32_t* samples, std::size_t count, double first, const double* coefficients)
 {
+    if (count == 1) {
+        *samples = CorrectedSample<Degree>(*samples, first, coefficients);
+        return;
+    }
     const double end = first + static_cast<double>(count);
     double bound = 0;
     for (int k = Degree; k >= 0; --k)
@@ -272,5 +294,6 @@ constexpr CSampleKernels kernelsOfThisSource{
 };
 
 } // namespace
+// NOLINTEND(misc-definitions-in-headers,cert-dcl59-cpp)
 
 } // namespace veltaris::velflexlib::dataset

@@ -13,7 +13,7 @@ namespace veltaris::velflexlib::dataset {
 class CZeroedMemory
 {
 public:
-    CZeroedMemory() = default;
+    CZeroedMemory() noexcept : m_bytes(nullptr, Free{0}) {}
     // Throws std::bad_alloc.
     explicit CZeroedMemory(std::size_t bytes);
 
@@ -23,7 +23,7 @@ public:
 private:
     struct Free
     {
-        std::size_t size = 0;
+        std::size_t size;
         void operator()(std::byte* bytes) const noexcept;
     };
 
