@@ -1,6 +1,7 @@
 #include "api/Arguments.h"
 
 #include "api/FileManager.h"
+#include "api/LastChannel.h"
 
 #include <boost/throw_exception.hpp>
 
@@ -15,13 +16,15 @@ auto CCall::Group(std::uint64_t handle, std::uint64_t group) const -> std::share
     return found;
 }
 
-auto CCall::Channel(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const
-    -> std::shared_ptr<CDataBuffer>
+auto CCall::Channel(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const -> CDataBuffer&
 {
-    auto found = Group(handle, group)->GetChannelBuffer(channel);
+    if (CDataBuffer* const last = lastChannel.Find(handle, group, channel))
+        return *last;
+    const auto found = Group(handle, group)->GetChannelBuffer(channel);
     if (!found)
         FailNoChannel(channel);
-    return found;
+    lastChannel.Remember(handle, group, channel, *found);
+    return *found;
 }
 
 auto CCall::GroupWithSlot(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const

@@ -27,7 +27,8 @@ public:
 
     // Each throws when there is no such thing; the file handle is checked first.
     std::shared_ptr<CDataGroup> Group(std::uint64_t handle, std::uint64_t group) const;
-    std::shared_ptr<CDataBuffer> Channel(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const;
+    // The channel lives until an export takes it out of its slot.
+    CDataBuffer& Channel(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const;
     // The group, when it has the slot, be it empty.
     std::shared_ptr<CDataGroup> GroupWithSlot(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const;
 

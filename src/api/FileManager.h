@@ -1,6 +1,7 @@
 // The registry of open files.
 #pragma once
 
+#include "api/LastChannel.h"
 #include "velflexlib/dataset/DataSet.h"
 #include "velstdlib/util/VELConfig.h"
 
@@ -13,6 +14,7 @@ struct FileHandleStruct
     std::string fileName; // as the caller gave it
     veltaris::velstdlib::util::CVELOXDConfig config;
     veltaris::velflexlib::dataset::CDataSet dataSet;
+    CLastChannelGuard lastChannelGuard{dataSet};
 };
 
 // A new record. One that exists is returned as it is, and the mishap stored as the last error.

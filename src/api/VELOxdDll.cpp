@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -18,6 +19,7 @@ using dataset::CDataBuffer;
 using dataset::CDataSet;
 using dataset::CInfoSet;
 using dataset::CInfoSetItem;
+using dataset::CLineOperator;
 using dataset::RealToRawMode;
 
 namespace {
@@ -46,21 +48,26 @@ std::span<const Value> LineToStore(const CCall& call, const CDataBuffer& buffer,
     return {values, buffer.GetPoints()};
 }
 
-std::vector<std::int32_t> CorrectedLine(const CCall& call, const CDataBuffer& buffer, std::uint64_t line,
-                                        std::int32_t lineOp)
+const CLineOperator& LineOperator(std::int32_t lineOp)
 {
-    const auto lineOperator = dataset::CreateLineOperator(dataset::LineOpFromCode(lineOp));
-    std::vector<std::int32_t> corrected;
-    call.Done(buffer.ReadLine(line, [&](auto samples) { lineOperator->Apply(corrected, samples); }));
-    return corrected;
+    return dataset::GetLineOperator(dataset::LineOpFromCode(lineOp));
 }
 
-std::int32_t CorrectedPixel(const CCall& call, const CDataBuffer& buffer, std::uint64_t point, std::uint64_t line,
-                            std::int32_t lineOp)
+// That there is such a line to read, and somewhere to write it to.
+void CheckLineRead(const CCall& call, const CDataBuffer& buffer, std::uint64_t line, const void* values)
 {
-    const auto corrected = CorrectedLine(call, buffer, line, lineOp);
-    call.Done(point < corrected.size());
-    return corrected[point];
+    if (!values) {
+        call.Done(buffer.CanReadLine(line));
+        call.NotNull(values);
+    }
+}
+
+// A sample that was read, if there is such a one.
+template <class Value>
+Value Pixel(const CCall& call, const std::optional<Value>& read)
+{
+    call.Done(read.has_value());
+    return *read;
 }
 
 std::uint64_t CreateInfo(std::uint64_t handle, const std::string& name)
@@ -192,155 +199,155 @@ void SetChannelData_Points(uint64_t handle, uint64_t group, uint64_t channel, ui
 {
     Export("set channel points", [&](const CCall& call) {
         call.AtMost(largestDimension, points);
-        const auto buffer = call.Channel(handle, group, channel);
-        buffer->SetXYDimension(points, buffer->GetLines());
+        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        buffer.SetXYDimension(points, buffer.GetLines());
     });
 }
 
 uint64_t GetChannelData_Points(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel points",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel)->GetPoints(); });
+                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetPoints(); });
 }
 
 uint64_t GetChannelData_PointsPerLine(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line)
 {
     return Export("get channel points",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel)->GetLineAxis(line).count; });
+                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLineAxis(line).count; });
 }
 
 void SetChannelData_Lines(uint64_t handle, uint64_t group, uint64_t channel, uint64_t lines)
 {
     Export("set channel lines", [&](const CCall& call) {
         call.AtMost(largestDimension, lines);
-        const auto buffer = call.Channel(handle, group, channel);
-        buffer->SetXYDimension(buffer->GetPoints(), lines);
+        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        buffer.SetXYDimension(buffer.GetPoints(), lines);
     });
 }
 
 uint64_t GetChannelData_Lines(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel lines",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel)->GetLines(); });
+                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLines(); });
 }
 
 void SetChannelData_PointAxisName(uint64_t handle, uint64_t group, uint64_t channel, const char* name)
 {
     Export("set channel point axis name", [&](const CCall& call) {
-        call.Channel(handle, group, channel)->SetAxisName(dataset::pointAxis, call.Text(name));
+        call.Channel(handle, group, channel).SetAxisName(dataset::pointAxis, call.Text(name));
     });
 }
 
 void GetChannelData_PointAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel point axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxisName(dataset::pointAxis), buffer, size);
+        call.CopyText(call.Channel(handle, group, channel).GetAxisName(dataset::pointAxis), buffer, size);
     });
 }
 
 void SetChannelData_PointAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, const char* unit)
 {
     Export("set channel point axis unit", [&](const CCall& call) {
-        call.Channel(handle, group, channel)->SetAxisUnit(dataset::pointAxis, call.Text(unit));
+        call.Channel(handle, group, channel).SetAxisUnit(dataset::pointAxis, call.Text(unit));
     });
 }
 
 void GetChannelData_PointAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel point axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxisUnit(dataset::pointAxis), buffer, size);
+        call.CopyText(call.Channel(handle, group, channel).GetAxisUnit(dataset::pointAxis), buffer, size);
     });
 }
 
 void SetChannelData_PointAxisMin(uint64_t handle, uint64_t group, uint64_t channel, double min)
 {
     Export("set channel point axis min",
-           [&](const CCall& call) { call.Channel(handle, group, channel)->SetAxisMin(dataset::pointAxis, min); });
+           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisMin(dataset::pointAxis, min); });
 }
 
 double GetChannelData_PointAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel point axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxisMin(dataset::pointAxis);
+        return call.Channel(handle, group, channel).GetAxisMin(dataset::pointAxis);
     });
 }
 
 double GetChannelData_PointAxisMinPerLine(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line)
 {
     return Export("get channel point axis min",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel)->GetLineAxis(line).min; });
+                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLineAxis(line).min; });
 }
 
 void SetChannelData_PointAxisRange(uint64_t handle, uint64_t group, uint64_t channel, double range)
 {
     Export("set channel point axis range",
-           [&](const CCall& call) { call.Channel(handle, group, channel)->SetAxisRange(dataset::pointAxis, range); });
+           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisRange(dataset::pointAxis, range); });
 }
 
 double GetChannelData_PointAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel point axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxisRange(dataset::pointAxis);
+        return call.Channel(handle, group, channel).GetAxisRange(dataset::pointAxis);
     });
 }
 
 double GetChannelData_PointAxisRangePerLine(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line)
 {
     return Export("get channel point axis range",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel)->GetLineAxis(line).range; });
+                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLineAxis(line).range; });
 }
 
 void SetChannelData_LineAxisName(uint64_t handle, uint64_t group, uint64_t channel, const char* name)
 {
     Export("set channel line axis name", [&](const CCall& call) {
-        call.Channel(handle, group, channel)->SetAxisName(dataset::lineAxis, call.Text(name));
+        call.Channel(handle, group, channel).SetAxisName(dataset::lineAxis, call.Text(name));
     });
 }
 
 void GetChannelData_LineAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel line axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxisName(dataset::lineAxis), buffer, size);
+        call.CopyText(call.Channel(handle, group, channel).GetAxisName(dataset::lineAxis), buffer, size);
     });
 }
 
 void SetChannelData_LineAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, const char* unit)
 {
     Export("set channel line axis unit", [&](const CCall& call) {
-        call.Channel(handle, group, channel)->SetAxisUnit(dataset::lineAxis, call.Text(unit));
+        call.Channel(handle, group, channel).SetAxisUnit(dataset::lineAxis, call.Text(unit));
     });
 }
 
 void GetChannelData_LineAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel line axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxisUnit(dataset::lineAxis), buffer, size);
+        call.CopyText(call.Channel(handle, group, channel).GetAxisUnit(dataset::lineAxis), buffer, size);
     });
 }
 
 void SetChannelData_LineAxisMin(uint64_t handle, uint64_t group, uint64_t channel, double min)
 {
     Export("set channel line axis min",
-           [&](const CCall& call) { call.Channel(handle, group, channel)->SetAxisMin(dataset::lineAxis, min); });
+           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisMin(dataset::lineAxis, min); });
 }
 
 double GetChannelData_LineAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel line axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxisMin(dataset::lineAxis);
+        return call.Channel(handle, group, channel).GetAxisMin(dataset::lineAxis);
     });
 }
 
 void SetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t channel, double range)
 {
     Export("set channel line axis range",
-           [&](const CCall& call) { call.Channel(handle, group, channel)->SetAxisRange(dataset::lineAxis, range); });
+           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisRange(dataset::lineAxis, range); });
 }
 
 double GetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel line axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxisRange(dataset::lineAxis);
+        return call.Channel(handle, group, channel).GetAxisRange(dataset::lineAxis);
     });
 }
 
@@ -350,70 +357,70 @@ void SetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t cha
     Export("set channel signal axis name", [&](const CCall& call) {
         call.Group(handle, group);
         const CCall misspelt("set channel sigal axis name", call.Where());
-        misspelt.Channel(handle, group, channel)->SetAxisName(dataset::signalAxis, call.Text(name));
+        misspelt.Channel(handle, group, channel).SetAxisName(dataset::signalAxis, call.Text(name));
     });
 }
 
 void GetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel signal axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxisName(dataset::signalAxis), buffer, size);
+        call.CopyText(call.Channel(handle, group, channel).GetAxisName(dataset::signalAxis), buffer, size);
     });
 }
 
 void SetChannelData_SignalAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, const char* unit)
 {
     Export("set channel signal axis unit", [&](const CCall& call) {
-        call.Channel(handle, group, channel)->SetAxisUnit(dataset::signalAxis, call.Text(unit));
+        call.Channel(handle, group, channel).SetAxisUnit(dataset::signalAxis, call.Text(unit));
     });
 }
 
 void GetChannelData_SignalAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel signal axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel)->GetAxisUnit(dataset::signalAxis), buffer, size);
+        call.CopyText(call.Channel(handle, group, channel).GetAxisUnit(dataset::signalAxis), buffer, size);
     });
 }
 
 void SetChannelData_SignalAxisMin(uint64_t handle, uint64_t group, uint64_t channel, double min)
 {
     Export("set channel signal axis min",
-           [&](const CCall& call) { call.Channel(handle, group, channel)->SetAxisMin(dataset::signalAxis, min); });
+           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisMin(dataset::signalAxis, min); });
 }
 
 double GetChannelData_SignalAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel signal axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxisMin(dataset::signalAxis);
+        return call.Channel(handle, group, channel).GetAxisMin(dataset::signalAxis);
     });
 }
 
 void SetChannelData_SignalAxisRange(uint64_t handle, uint64_t group, uint64_t channel, double range)
 {
     Export("set channel signal axis range",
-           [&](const CCall& call) { call.Channel(handle, group, channel)->SetAxisRange(dataset::signalAxis, range); });
+           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisRange(dataset::signalAxis, range); });
 }
 
 double GetChannelData_SignalAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel signal axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel)->GetAxisRange(dataset::signalAxis);
+        return call.Channel(handle, group, channel).GetAxisRange(dataset::signalAxis);
     });
 }
 
 void SetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line, const int32_t* values)
 {
     Export("set channel line", [&](const CCall& call) {
-        const auto buffer = call.Channel(handle, group, channel);
-        call.Done(buffer->SetLineRaw(line, LineToStore(call, *buffer, line, values)));
+        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        call.Done(buffer.SetLineRaw(line, LineToStore(call, buffer, line, values)));
     });
 }
 
 void SetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line, const double* values)
 {
     Export("set channel line", [&](const CCall& call) {
-        const auto buffer = call.Channel(handle, group, channel);
-        call.Done(buffer->SetLineReal(line, LineToStore(call, *buffer, line, values), RealToRawMode::SignalAxis));
+        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        call.Done(buffer.SetLineReal(line, LineToStore(call, buffer, line, values), RealToRawMode::SignalAxis));
     });
 }
 
@@ -421,9 +428,10 @@ void GetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, u
                             int32_t* values)
 {
     Export("get channel line", [&](const CCall& call) {
-        const auto corrected = CorrectedLine(call, *call.Channel(handle, group, channel), line, lineOp);
-        call.NotNull(values);
-        std::ranges::copy(corrected, values);
+        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        const CLineOperator& lineOperator = LineOperator(lineOp);
+        CheckLineRead(call, buffer, line, values);
+        call.Done(buffer.ReadLineRaw(line, lineOperator, values));
     });
 }
 
@@ -431,27 +439,25 @@ void GetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, 
                              double* values)
 {
     Export("get channel line", [&](const CCall& call) {
-        const auto buffer = call.Channel(handle, group, channel);
-        const auto corrected = CorrectedLine(call, *buffer, line, lineOp);
-        call.NotNull(values);
-        const auto scale = buffer->GetSignalScale();
-        std::ranges::transform(corrected, values, [&](std::int32_t raw) { return scale.ToReal(raw); });
+        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        const CLineOperator& lineOperator = LineOperator(lineOp);
+        CheckLineRead(call, buffer, line, values);
+        call.Done(buffer.ReadLineReal(line, lineOperator, values));
     });
 }
 
 void SetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
                              int32_t value)
 {
-    Export("set channel pixel", [&](const CCall& call) {
-        call.Done(call.Channel(handle, group, channel)->SetPixelRaw(point, line, value));
-    });
+    Export("set channel pixel",
+           [&](const CCall& call) { call.Done(call.Channel(handle, group, channel).SetPixelRaw(point, line, value)); });
 }
 
 void SetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
                               double value)
 {
     Export("set channel pixel", [&](const CCall& call) {
-        call.Done(call.Channel(handle, group, channel)->SetPixelReal(point, line, value, RealToRawMode::SignalAxis));
+        call.Done(call.Channel(handle, group, channel).SetPixelReal(point, line, value, RealToRawMode::SignalAxis));
     });
 }
 
@@ -459,7 +465,8 @@ int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channe
                                 int32_t lineOp)
 {
     return Export("get channel pixel", [&](const CCall& call) {
-        return CorrectedPixel(call, *call.Channel(handle, group, channel), point, line, lineOp);
+        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        return Pixel(call, buffer.ReadPixelRaw(point, line, LineOperator(lineOp)));
     });
 }
 
@@ -467,8 +474,8 @@ double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channe
                                 int32_t lineOp)
 {
     return Export("get channel pixel", [&](const CCall& call) {
-        const auto buffer = call.Channel(handle, group, channel);
-        return buffer->GetSignalScale().ToReal(CorrectedPixel(call, *buffer, point, line, lineOp));
+        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        return Pixel(call, buffer.ReadPixelReal(point, line, LineOperator(lineOp)));
     });
 }
 

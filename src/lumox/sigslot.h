@@ -15,8 +15,9 @@ template <class... Args>
 class unordered_slot : public slot_base
 {
 public:
-    explicit unordered_slot(std::function<void(Args...)> function, double slotRank = 0)
-        : slot_base(slotRank), m_function(std::move(function))
+    explicit unordered_slot(std::function<void(Args...)> function, double slotRank = 0,
+                            std::shared_ptr<const audience> audienceBehind = nullptr)
+        : slot_base(slotRank, std::move(audienceBehind)), m_function(std::move(function))
     {
     }
     void operator()(Args... args) const { m_function(args...); }
@@ -57,17 +58,21 @@ public:
 
     void emit(Args... args) const
     {
-        if (m_hasStore.load(std::memory_order_acquire))
+        if (m_hasStore.load(std::memory_order_acquire) && m_store->is_heard())
             emit_on(m_store, args...);
     }
+
+    // Of this signal, for slots that relay to it.
+    std::shared_ptr<const audience> listeners() const { return store()->listeners(); }
 
     // A slot that emits this signal, and does nothing once the signal is gone: to connect others to.
     std::shared_ptr<const slot> relay() const
     {
-        return std::make_shared<const slot>([store = std::weak_ptr<slotstore>(store())](Args... args) {
+        const auto pass = [store = std::weak_ptr<slotstore>(store())](Args... args) {
             if (const auto alive = store.lock())
                 emit_on(alive, args...);
-        });
+        };
+        return std::make_shared<const slot>(pass, 0, listeners());
     }
 
 private:

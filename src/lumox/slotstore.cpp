@@ -21,10 +21,23 @@ bool ChangeState(slot_state& state, slot_state newState)
 
 } // namespace
 
+// One relay is remembered as such. Where there are more slots, somebody is taken to listen.
+void audience::join(const slot_base& slot)
+{
+    if (slot.behind && !m_behind) {
+        m_behind = slot.behind;
+        who nobody = who::nobody;
+        m_here.compare_exchange_strong(nobody, who::a_relay, std::memory_order_release);
+    } else {
+        m_here.store(who::somebody, std::memory_order_release);
+    }
+}
+
 std::uint32_t slotstore::append(std::shared_ptr<const slot_base> slot)
 {
     const std::lock_guard lock(m_mutex);
     m_entries.push_back({std::move(slot), m_nextId, slot_state::pending});
+    m_listeners->join(*m_entries.back().slot);
     return m_nextId++;
 }
 

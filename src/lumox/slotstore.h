@@ -5,10 +5,12 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <utility>
 
 namespace lumox {
 
@@ -20,16 +22,54 @@ enum class slot_state : std::uint8_t
     pending = 3,      // connected since the last clean-up, which is to come
 };
 
-// A slot without the arguments that it is called with. An ordered store goes by its rank.
+class slot_base;
+
+// Whether a signal has slots, apart from relays to signals that have none. Read without a lock: it may be asked at
+// every sample that is written. It never turns back to false.
+class audience
+{
+public:
+    bool is_present() const noexcept
+    {
+        const audience* at = this;
+        who here = at->m_here.load(std::memory_order_acquire);
+        while (here == who::a_relay) {
+            at = at->m_behind.get();
+            here = at->m_here.load(std::memory_order_acquire);
+        }
+        return here == who::somebody;
+    }
+
+    // Not to be called by two threads at once.
+    void join(const slot_base& slot);
+
+private:
+    enum class who : std::uint8_t
+    {
+        nobody,
+        a_relay,
+        somebody,
+    };
+
+    std::atomic<who> m_here = who::nobody;
+    std::shared_ptr<const audience> m_behind; // the relay's: set once, before the relay is here
+};
+
+// A slot without the arguments that it is called with. An ordered store goes by its rank. A relay to another signal
+// names the audience of that, and is not called as long as there is none.
 class slot_base
 {
 public:
-    explicit slot_base(double slotRank) : rank(slotRank) {}
+    explicit slot_base(double slotRank, std::shared_ptr<const audience> audienceBehind = nullptr)
+        : rank(slotRank), behind(std::move(audienceBehind))
+    {
+    }
     slot_base(const slot_base&) = delete;
     slot_base& operator=(const slot_base&) = delete;
     virtual ~slot_base() = default;
 
     const double rank;
+    const std::shared_ptr<const audience> behind;
 };
 
 // Every operation locks the store; an emission keeps it locked throughout, and the lock is recursive: a slot may
@@ -47,6 +87,10 @@ public:
     // Takes the slot in as pending and returns the number that identifies it here.
     std::uint32_t append(std::shared_ptr<const slot_base> slot);
     bool operate(std::uint32_t id, Operation operation);
+
+    std::shared_ptr<const audience> listeners() const { return m_listeners; }
+    // Whether an emission would reach anybody.
+    bool is_heard() const noexcept { return m_listeners->is_present(); }
 
 protected:
     struct entry
@@ -66,6 +110,7 @@ private:
     entry* find(std::uint32_t id);
 
     std::recursive_mutex m_mutex;
+    const std::shared_ptr<audience> m_listeners = std::make_shared<audience>();
     entry_list m_entries;
     std::uint32_t m_nextId = 0;
     unsigned m_depth = 0; // of nested emissions

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <functional>
 #include <thread>
@@ -33,10 +34,11 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
     buffer.OnChanged.connect([](CDataBuffer& changed, std::size_t) { changed.GetDataRange(); });
     const auto writeLine = [&](int round) { buffer.SetLineRaw(1, std::vector(8, round)); };
     const auto readLine = [&](int) {
-        buffer.ReadLine(1, [&](auto samples) {
-            for (const auto sample : samples)
-                torn += sample == samples.front() ? 0 : 1;
-        });
+        std::array<std::int32_t, 8> samples{};
+        buffer.ReadLineRaw(1, GetLineOperator(LineOpID::RawData), samples.data());
+        for (const auto sample : samples)
+            torn += sample == samples.front() ? 0 : 1;
+        buffer.ReadPixelReal(1, 1, GetLineOperator(LineOpID::LineFit));
     };
     RunTogether({writeLine, writeLine, readLine, readLine,
                  [&](int round) { buffer.SetXYDimension(8, 4 + static_cast<std::uint64_t>(round % 2)); },

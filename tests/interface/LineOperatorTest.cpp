@@ -136,6 +136,22 @@ TEST_F(LineOperatorTest, MarkersTakePartInTheFitAndPassUnchanged)
     }
 }
 
+TEST_F(LineOperatorTest, PixelsAreThoseOfTheLineAsItIsNow)
+{
+    Apply(0, {0, 3, -8, highest, 70, 6});
+    for (int round = 0; round < 2; ++round) {
+        for (int lineOp = 0; lineOp < 6; ++lineOp) {
+            const Line line = LineRaw(handle, group, 0, 0, lineOp);
+            for (std::size_t x = 0; x < line.size(); ++x)
+                EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, x, 0, lineOp), line[x]) << lineOp << ' ' << x;
+            SetChannelData_PixelRaw(handle, group, 0, 2, 0, 900 * lineOp);
+            EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, 4, 0, lineOp), LineRaw(handle, group, 0, 0, lineOp)[4]);
+        }
+        const Line shorter{5, 5, 7, 1, 0};
+        Apply(0, shorter);
+    }
+}
+
 TEST_F(LineOperatorTest, APointBeyondAnEmptyResultIsAnError)
 {
     Apply(0, {1, 2, 3});

@@ -107,6 +107,30 @@ TEST_F(SampleTest, WhatWasReadAndWrittenBackAsRealStaysTheSame)
     }
 }
 
+TEST_F(SampleTest, ASampleTooFineForTheFileChangesNoOther)
+{
+    struct Case
+    {
+        const char* bits;
+        std::string stored, saved; // what was loaded from 8 bits is saved with 16
+        int shift;
+    };
+    const Case cases[] = {{"8", {1, 2, 3, '\x80'}, {0, 1, 0, 2, 0, 0, 0, '\x80'}, 22},
+                          {"16", {1, 0, 2, 0, 3, 0, 0, '\x80'}, {1, 0, 2, 0, 0, 0, 0, '\x80'}, 14}};
+    for (const Case& c : cases) {
+        const std::string header = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=2\n"
+                                   "Points=2\nLines=2\nSaveBits=";
+        const auto file = Open(WriteOxd(header + c.bits + "\n", c.stored));
+        EXPECT_EQ(LineRaw(file, 0, 0, 1, 3).front(), lowest - (3 << c.shift));
+        SetChannelData_PixelRaw(file, 0, 0, 0, 1, 5);
+        EXPECT_EQ(LineRaw(file, 0, 0, 0), (std::vector{1 << c.shift, 2 << c.shift}));
+        EXPECT_EQ(LineRaw(file, 0, 0, 1), (std::vector{5, lowest}));
+        ChangeOxdFilename(file, Path("out.oxd").c_str());
+        Save(file);
+        EXPECT_TRUE(ReadBytes(Path("out.oxd")).ends_with("#!" + c.saved)) << c.bits;
+    }
+}
+
 TEST_F(SampleTest, ARealValueReadThroughAnOperatorIsThatOfTheCorrectedSample)
 {
     SetSignalAxis(0, 10);

@@ -139,4 +139,31 @@ TEST_F(StructureTest, EachAxisKeepsItsOwnTextsAndNumbers)
     EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, g, 0, 1), 2);
 }
 
+TEST_F(StructureTest, AChannelThatIsGoneIsNotFoundAgain)
+{
+    auto file = Create();
+    const auto isThere = [&] { return ReasonOf([&] { GetChannelData_PixelRaw(file, 0, 0, 0, 0, 0); }).empty(); };
+    const auto make = [&] {
+        const auto group = GetGroupCount(file) == 0 ? CreateGroup(file, 16) : 0;
+        SetChannelCount(file, group, 1);
+        SetChannelXYDimension(file, group, 0, 2, 2);
+        SetChannelData_PixelRaw(file, group, 0, 0, 0, 7);
+        EXPECT_TRUE(isThere());
+    };
+    const std::pair<const char*, std::function<void()>> ways[] = {
+        {"channel", [&] { DeleteChannelBuffer(file, 0, 0); }},
+        {"slots", [&] { SetChannelCount(file, 0, 0); }},
+        {"group", [&] { DeleteGroup(file, 0); }},
+        {"groups", [&] { DeleteAllGroups(file); }},
+        {"file", [&] { CloseOxdFile(file); }},
+    };
+    for (const auto& [name, remove] : ways) {
+        make();
+        remove();
+        EXPECT_FALSE(isThere()) << name;
+    }
+    file = Create();
+    EXPECT_FALSE(isThere()) << "another file, perhaps of the same number";
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 using namespace veltaris::velflexlib::dataset;
@@ -26,8 +27,8 @@ protected:
 
     std::vector<std::int32_t> Line(std::uint64_t line) const
     {
-        std::vector<std::int32_t> read;
-        buffer.ReadLine(line, [&](auto samples) { read.assign(samples.begin(), samples.end()); });
+        std::vector<std::int32_t> read(buffer.GetLineAxis(line).count);
+        EXPECT_TRUE(buffer.ReadLineRaw(line, GetLineOperator(LineOpID::RawData), read.data()));
         return read;
     }
 };
@@ -89,17 +90,37 @@ TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritte
 
 TEST_F(DatabufferTest, LoadedSamplesAreInTheRangeEvenWhenOverwrittenBeforeItIsAskedFor)
 {
-    buffer.AccessStoredSamples(0, 12, [](auto samples) {
-        for (std::size_t i = 0; i < samples.size(); ++i)
-            samples[i] = 10 + static_cast<std::int32_t>(i);
-    });
-    buffer.FinishLoading();
+    CSampleBlock loaded = buffer.GetBlankSamples();
+    for (std::uint64_t line = 0; line < 4; ++line) {
+        const auto first = static_cast<std::int32_t>(10 + 3 * line);
+        loaded.Write(line, 0, std::array{first, first + 1, first + 2});
+    }
+    buffer.FinishLoading(std::move(loaded));
     EXPECT_EQ(buffer.GetLineState(3), 3U);
     EXPECT_FALSE(buffer.IsEmpty());
     EXPECT_FALSE(buffer.IsDataChanged());
     SetLine(3, {15, 15, 15});
     buffer.SetPixelRaw(0, 0, 15);
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{10, 21}));
+}
+
+TEST_F(DatabufferTest, SamplesStayAsTheFileHasThemUntilOneDoesNotFit)
+{
+    const auto width = [&] {
+        SampleWidth held{};
+        buffer.AccessSamples([&](const CSampleBlock& samples) { held = samples.Width(); });
+        return held;
+    };
+    buffer.Restore(3, 4, {{2, {0, 0, 0}}}, 0);
+    SetLine(0, {1 << 14, -(1 << 14), CRawRange::lowestPossible});
+    SetLine(2, {1 << 14});
+    EXPECT_EQ(width(), SampleWidth::Bits16);
+    buffer.SetPixelRaw(1, 3, 1);
+    EXPECT_EQ(width(), SampleWidth::Bits32);
+    EXPECT_EQ(Line(0), (std::vector{1 << 14, -(1 << 14), CRawRange::lowestPossible}));
+    EXPECT_EQ(Line(2), (std::vector{1 << 14}));
+    EXPECT_EQ(Line(3), (std::vector{0, 1, 0}));
+    EXPECT_EQ(buffer.GetDataRange(), (CRawRange{CRawRange::lowestPossible, 1 << 14}));
 }
 
 TEST_F(DatabufferTest, ModeTwoKeepsTheTopThirtyBitsOfAnInteger)

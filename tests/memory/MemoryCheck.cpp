@@ -80,9 +80,9 @@ std::string LongPaths(std::size_t length, int links)
 constexpr std::uintmax_t mebi = 1U << 20U;
 
 const Case cases[] = {
-    // 512 MiB of 16 bits are 1 GiB in memory.
+    // 512 MiB of 16 bits are as much in memory.
     {"large", [] { return OneChannel("Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"); }, 512 * mebi, true,
-     1024 * mebi},
+     512 * mebi},
     {"promises", [] { return OneChannel("Version=2\nPoints=1000000\nLines=1000000\nSaveBits=32\n"); }, 1000, false, 0},
     {"groups", [] { return std::string("[DataSet]\nVersion=2\nGroupCount=65536\nGr0-Count=1048576\n"); }, 0, true, 0},
     {"shared_names", [] { return SharedSection(200'000, "Frame=" + std::string(2000, 'n') + "\n"); }, 0, false, 0},

@@ -10,7 +10,6 @@
 #include <istream>
 #include <ostream>
 #include <utility>
-#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -19,18 +18,9 @@ using velstdlib::util::CVELKeyToValueList;
 
 namespace {
 
-// Samples are converted in pieces that stay in the processor's cache.
-constexpr std::uint64_t samplesPerPiece = 16'384;
-
-// Calls use(first, count) for adjacent pieces of so many samples, until it answers false.
-template <class Use>
-void ForEachPiece(std::uint64_t sampleCount, Use use)
-{
-    for (std::uint64_t first = 0; first < sampleCount; first += samplesPerPiece) {
-        if (!use(first, std::min(sampleCount - first, samplesPerPiece)))
-            return;
-    }
-}
+// So much is read or written at a time: enough to make little of a call of the system, and little enough for a
+// processor's second cache.
+constexpr std::size_t bytesPerTransfer = std::size_t{1} << 20U;
 
 std::uint64_t ReadSize(const CVELKeyToValueList& section, const char* key, const std::string& fileName)
 {
@@ -40,9 +30,33 @@ std::uint64_t ReadSize(const CVELKeyToValueList& section, const char* key, const
     return static_cast<std::uint64_t>(size);
 }
 
-char* Chars(std::vector<std::byte>& bytes)
+bool ReadBytes(std::istream& stream, std::span<std::byte> bytes)
 {
-    return reinterpret_cast<char*>(bytes.data());
+    return static_cast<bool>(
+        stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size())));
+}
+
+bool WriteBytes(std::ostream& stream, std::span<const std::byte> bytes)
+{
+    return static_cast<bool>(
+        stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size())));
+}
+
+// Writes samples as they are where they have the right width; otherwise, and as zeros where the channel was reshaped
+// meanwhile, by way of `room`.
+bool WriteSamples(std::ostream& stream, const CSampleBlock& samples, SampleWidth width, std::uint64_t first,
+                  std::span<std::byte> room)
+{
+    const std::uint64_t count = room.size() / BytesPerSample(width);
+    const bool areThere = first + count <= samples.All().Count();
+    const std::size_t offset = first * BytesPerSample(samples.Width());
+    if (areThere && samples.Width() == width)
+        return WriteBytes(stream, samples.Bytes().subspan(offset, room.size()));
+    if (areThere)
+        TranscodeSamples(samples.Bytes().data() + offset, samples.Width(), count, room.data(), width);
+    else
+        std::ranges::fill(room, std::byte{});
+    return WriteBytes(stream, room);
 }
 
 } // namespace
@@ -59,7 +73,7 @@ void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string&
     const std::uint64_t points = ReadSize(section, "Points", fileName);
     const std::uint64_t lines = ReadSize(section, "Lines", fileName);
     m_buffer.SetBitCount(section.GetValueT<int>("SaveBits", 8));
-    CheckBitCount(m_buffer.GetBitCount());
+    WidthOfBits(m_buffer.GetBitCount());
     m_buffer.HoldNotifications();
     m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
     LoadAxes(m_buffer, section, version);
@@ -97,34 +111,39 @@ void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string&
 
 void CDataBufferToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
 {
-    const std::int64_t bitCount = m_buffer.GetBitCount();
-    CheckBitCount(bitCount);
-    const auto sampleBytes = static_cast<std::uint64_t>(bitCount / 8);
-    std::vector<std::byte> bytes;
-    ForEachPiece(m_buffer.GetStoredSampleCount(), [&](std::uint64_t first, std::uint64_t count) {
-        bytes.resize(count * sampleBytes);
-        if (abort || !stream.read(Chars(bytes), static_cast<std::streamsize>(bytes.size())))
-            return false;
-        m_buffer.AccessStoredSamples(first, count, [&](auto samples) { DecodeSamples(bytes, bitCount, samples); });
-        return true;
-    });
-    if (bitCount != 32)
+    CSampleBlock samples = m_buffer.GetBlankSamples();
+    std::span<std::byte> rest = samples.Bytes();
+    while (!abort && !rest.empty()) {
+        const auto piece = rest.first(std::min(rest.size(), bytesPerTransfer));
+        if (!ReadBytes(stream, piece))
+            break;
+        DropSpareBits(piece, samples.Width());
+        rest = rest.subspan(piece.size());
+    }
+    if (m_buffer.GetBitCount() != 32)
         m_buffer.SetBitCount(16);
-    m_buffer.FinishLoading();
+    m_buffer.FinishLoading(std::move(samples));
     m_buffer.ReleaseNotifications();
 }
 
-void CDataBufferToVELConfig::SaveData(std::ostream& stream)
+std::size_t CDataBufferToVELConfig::RoomToSave() const
 {
-    const std::int64_t bitCount = m_buffer.GetBitCount();
-    CheckBitCount(bitCount);
-    const auto sampleBytes = static_cast<std::uint64_t>(bitCount / 8);
-    std::vector<std::byte> bytes;
-    ForEachPiece(m_buffer.GetStoredSampleCount(), [&](std::uint64_t first, std::uint64_t count) {
-        bytes.assign(count * sampleBytes, std::byte{});
-        m_buffer.AccessStoredSamples(first, count, [&](auto samples) { EncodeSamples(samples, bitCount, bytes); });
-        return static_cast<bool>(stream.write(Chars(bytes), static_cast<std::streamsize>(bytes.size())));
-    });
+    constexpr std::uint64_t least = 4096;
+    return std::clamp<std::uint64_t>(m_buffer.GetStoredSampleCount() * sizeof(std::int32_t), least, bytesPerTransfer);
+}
+
+void CDataBufferToVELConfig::SaveData(std::ostream& stream, std::span<std::byte> room)
+{
+    const SampleWidth width = WidthOfBits(m_buffer.GetBitCount());
+    const std::uint64_t samplesPerTransfer = room.size() / BytesPerSample(width);
+    const std::uint64_t sampleCount = m_buffer.GetStoredSampleCount();
+    bool good = true;
+    for (std::uint64_t first = 0; good && first < sampleCount; first += samplesPerTransfer) {
+        const auto count = std::min(sampleCount - first, samplesPerTransfer);
+        m_buffer.AccessSamples([&](const CSampleBlock& samples) {
+            good = WriteSamples(stream, samples, width, first, room.first(count * BytesPerSample(width)));
+        });
+    }
 }
 
 } // namespace veltaris::velflexlib::dataset

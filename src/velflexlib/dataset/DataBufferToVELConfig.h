@@ -6,7 +6,9 @@
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>
+#include <cstddef>
 #include <iosfwd>
+#include <span>
 #include <string>
 
 namespace veltaris::velflexlib::dataset {
@@ -23,10 +25,14 @@ public:
 
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
 
-    // The samples of every line that holds any. The stream decides whether its failures throw. A bit count that no file
-    // can have throws std::runtime_error "Invalid bit count: " and the number.
+    // The samples of every line that holds any. The stream decides whether its failures throw.
     void LoadData(std::istream& stream, const std::atomic<bool>& abort);
-    void SaveData(std::ostream& stream);
+
+    // The same samples. Takes no memory but `room`, to convert them in, piece by piece: as many bytes as RoomToSave
+    // asks for, or more. A bit count that no file can have throws std::runtime_error "Invalid bit count: " and the
+    // number.
+    void SaveData(std::ostream& stream, std::span<std::byte> room);
+    std::size_t RoomToSave() const;
 
 private:
     CDataBuffer& m_buffer;

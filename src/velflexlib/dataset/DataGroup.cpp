@@ -122,14 +122,29 @@ std::shared_ptr<CDataBuffer> CDataGroup::MakeBuffer(std::uint64_t points, std::u
 
 auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
 {
-    const std::lock_guard lock(m_mutex);
-    if (!m_bufferRelay) {
-        m_bufferRelay = std::make_shared<BufferSlot>([weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
-            if (const auto group = weak.lock())
-                group->OnBufferChanged.emit(*group, changed, line);
-        });
+    std::shared_ptr<const BufferChangeSlot> toOwner;
+    std::shared_ptr<const BufferSlot> relay;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_bufferRelay) {
+            const auto pass = [weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
+                if (const auto group = weak.lock())
+                    group->OnBufferChanged.emit(*group, changed, line);
+            };
+            m_bufferRelay = std::make_shared<BufferSlot>(pass, 0, OnBufferChanged.listeners());
+            m_relayToOwner.swap(toOwner);
+        }
+        relay = m_bufferRelay;
     }
-    return m_bufferRelay;
+    if (toOwner) // connected without the lock: a slot that runs meanwhile may call back
+        OnBufferChanged.connect(toOwner);
+    return relay;
+}
+
+void CDataGroup::RelayBufferChangesTo(std::shared_ptr<const BufferChangeSlot> relay)
+{
+    const std::lock_guard lock(m_mutex);
+    m_relayToOwner.swap(relay);
 }
 
 void CDataGroup::StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer)

@@ -55,6 +55,10 @@ public:
 
     void PrepareForSave();
 
+    // Connects OnBufferChanged to a relay once there is a channel: a file may have very many groups that have none.
+    using BufferChangeSlot = decltype(OnBufferChanged)::slot;
+    void RelayBufferChangesTo(std::shared_ptr<const BufferChangeSlot> relay);
+
 private:
     using BufferSlot = lumox::sigslot_unorderedslots<CDataBuffer&, std::size_t>::slot;
 
@@ -65,6 +69,7 @@ private:
     std::uint32_t m_logicalGroupId;
     std::string m_name;
     std::vector<std::shared_ptr<CDataBuffer>> m_buffers;
+    std::shared_ptr<const BufferChangeSlot> m_relayToOwner;
     std::shared_ptr<const BufferSlot> m_bufferRelay; // one for all channels, made with the first
     const std::int64_t m_bitCount;
     mutable std::mutex m_mutex;

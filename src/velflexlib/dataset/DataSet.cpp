@@ -19,7 +19,7 @@ std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::optiona
     auto group = std::make_shared<CDataGroup>(logicalGroupId.value_or(0), name, slotCount, bitCount);
     group->OnNameChanged.connect(m_nameRelay);
     group->OnChanged.connect(m_groupRelay);
-    group->OnBufferChanged.connect(m_bufferRelay);
+    group->RelayBufferChangesTo(m_bufferRelay);
     decltype(m_groups) inserted{{id, group}};
     if (!logicalGroupId) // only now, when nothing can fail any more
         group->SetLogicalGroupId(TakeLogicalGroupId());

@@ -7,6 +7,8 @@
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
+#include <algorithm>
+
 namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CVELConfig;
@@ -33,7 +35,7 @@ void ForEachChannel(const Groups& groups, Use use)
         const std::size_t slotCount = groups[g]->GetChannelCount();
         for (std::size_t c = 0; c < slotCount; ++c) {
             const auto buffer = groups[g]->GetChannelBuffer(c);
-            if (buffer && !use(g, c, *buffer))
+            if (buffer && !use(g, c, buffer))
                 return;
         }
     }
@@ -162,7 +164,7 @@ void CDataSetToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>
         }
         break;
     case groupsVersion:
-        ForEachChannel(groups, [&](std::size_t, std::size_t, CDataBuffer& buffer) { return load(buffer); });
+        ForEachChannel(groups, [&](std::size_t, std::size_t, const auto& buffer) { return load(*buffer); });
         break;
     default:
         velstdlib::util::ThrowFileVersion({}, m_version);
@@ -179,9 +181,9 @@ void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const
     for (const auto& group : groups)
         slots += group->GetChannelCount();
     std::uint64_t linesWithoutSamples = 0;
-    ForEachChannel(groups, [&](std::size_t, std::size_t, const CDataBuffer& buffer) {
-        CheckBitCount(buffer.GetBitCount());
-        linesWithoutSamples += buffer.GetStoredSampleCount() == 0 ? buffer.GetLines() : 0;
+    ForEachChannel(groups, [&](std::size_t, std::size_t, const auto& buffer) {
+        WidthOfBits(buffer->GetBitCount());
+        linesWithoutSamples += buffer->GetStoredSampleCount() == 0 ? buffer->GetLines() : 0;
         return true;
     });
     if (slots > limits::channelSlots)
@@ -198,23 +200,25 @@ void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& se
     keys.SetValue("GroupCount", groups.size());
     for (std::size_t g = 0; g < groups.size(); ++g)
         WriteGroupKeys(keys, g, *groups[g]);
-    ForEachChannel(groups, [&](std::size_t g, std::size_t c, CDataBuffer&) {
+    ForEachChannel(groups, [&](std::size_t g, std::size_t c, const auto&) {
         keys.SetValue(GroupChannelKey(g, c), ChannelSectionName(section, g, c));
         return true;
     });
     CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, section).Save();
-    ForEachChannel(groups, [&](std::size_t g, std::size_t c, CDataBuffer& buffer) {
-        CDataBufferToVELConfig(buffer).SaveHeader(document, ChannelSectionName(section, g, c));
+    m_channelsToSave.clear();
+    m_roomToSave.clear();
+    ForEachChannel(groups, [&](std::size_t g, std::size_t c, const auto& buffer) {
+        CDataBufferToVELConfig(*buffer).SaveHeader(document, ChannelSectionName(section, g, c));
+        m_channelsToSave.push_back(buffer);
+        m_roomToSave.resize(std::max(m_roomToSave.size(), CDataBufferToVELConfig(*buffer).RoomToSave()));
         return true;
     });
 }
 
 void CDataSetToVELConfig::SaveData(std::ostream& stream)
 {
-    ForEachChannel(m_dataSet.GetAllGroups(), [&](std::size_t, std::size_t, CDataBuffer& buffer) {
-        CDataBufferToVELConfig(buffer).SaveData(stream);
-        return true;
-    });
+    for (const auto& buffer : m_channelsToSave)
+        CDataBufferToVELConfig(*buffer).SaveData(stream, m_roomToSave);
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
 }

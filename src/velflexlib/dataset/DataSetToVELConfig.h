@@ -6,9 +6,12 @@
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <memory>
 #include <string>
+#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -32,8 +35,10 @@ public:
     // Throws what keeps the data set from being saved so that it can be opened again: std::runtime_error "Invalid bit
     // count: ", or CVELFileSaveException when there is more of something than a file may ask for.
     void CheckSavable(const std::string& fileName) const;
-    // Writes version 2.
+    // Writes version 2, and takes the memory that SaveData needs.
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
+    // Writes the samples of the channels that SaveHeader found. Takes no memory: once it is called, the old file may be
+    // gone.
     void SaveData(std::ostream& stream);
 
 private:
@@ -46,6 +51,8 @@ private:
     CDataSet& m_dataSet;
     std::int64_t m_bitCount;
     int m_version = 0;
+    std::vector<std::shared_ptr<CDataBuffer>> m_channelsToSave;
+    std::vector<std::byte> m_roomToSave;
 };
 
 } // namespace veltaris::velflexlib::dataset

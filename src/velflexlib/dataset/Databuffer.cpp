@@ -10,6 +10,13 @@ namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CheckedArrayAt;
 
+namespace {
+
+// Nothing needs to be moved when it is written.
+constexpr SampleWidth widthOfNewSamples = SampleWidth::Bits32;
+
+} // namespace
+
 bool operator==(const CLineAxis& a, const CLineAxis& b)
 {
     const auto same = [](double x, double y) {
@@ -19,7 +26,7 @@ bool operator==(const CLineAxis& a, const CLineAxis& b)
 }
 
 CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines)
-    : m_samples(points, lines), m_bitCount(bitCount), m_points(points), m_lineCount(lines)
+    : m_samples(points, lines, widthOfNewSamples), m_bitCount(bitCount), m_points(points), m_lineCount(lines)
 {
     m_lineStates.ResetAll(lines, CLineStates::neverWritten);
 }
@@ -39,7 +46,7 @@ std::uint64_t CDataBuffer::GetLines() const
 void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
 {
     if (!HasShape(points, lines))
-        ReshapeTo(CSampleBlock(points, lines), points, lines, {}, 0);
+        ReshapeTo(CSampleBlock(points, lines, widthOfNewSamples), points, lines, {}, 0);
 }
 
 bool CDataBuffer::HasShape(std::uint64_t points, std::uint64_t lines) const
@@ -64,6 +71,7 @@ void CDataBuffer::ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uin
         m_dataRange = {};
         m_rangeLacksLoaded = false;
         m_currentLine = currentLine;
+        m_latestFit = {};
     }
     AnnounceReshape();
 }
@@ -134,7 +142,7 @@ void CDataBuffer::ChangePointAxis(double CAxis::*field, double CLineAxis::*lineF
 CSignalScale CDataBuffer::GetSignalScale() const
 {
     const std::lock_guard lock(m_mutex);
-    return {m_axes[signalAxis].min, m_axes[signalAxis].range};
+    return SignalScale();
 }
 
 CLineAxis CDataBuffer::GetLineAxis(std::uint64_t line) const
@@ -219,26 +227,19 @@ void CDataBuffer::ReleaseNotifications()
         OnChanged.emit(*this, line);
 }
 
-void CDataBuffer::AnnounceChange(std::uint64_t line)
+// Whether not to notify now; if so, it is noted that there is something to notify of.
+bool CDataBuffer::HoldBack(bool& pending) const
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (m_notificationsHeld) {
-            m_changePending = true;
-            return;
-        }
-    }
-    OnChanged.emit(*this, line);
+    pending = pending || m_notificationsHeld;
+    return m_notificationsHeld;
 }
 
 void CDataBuffer::AnnounceReshape()
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_notificationsHeld) {
-            m_reshapePending = true;
+        if (HoldBack(m_reshapePending))
             return;
-        }
     }
     OnAfterReshape.emit();
 }

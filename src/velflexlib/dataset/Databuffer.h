@@ -3,20 +3,22 @@
 
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/DataRange.h"
+#include "velflexlib/dataset/LineOperator.h"
 #include "velflexlib/dataset/LineStates.h"
 #include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/SampleKernels.h"
 #include "velflexlib/dataset/SignalScale.h"
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -93,17 +95,17 @@ public:
     bool SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int32_t value);
     bool SetPixelReal(std::uint64_t point, std::uint64_t line, double value, RealToRawMode mode);
 
-    // Calls consume(std::span<const std::int32_t>) with a copy of the line's valid samples. False, without the call,
-    // when there is no such line or it claims more valid points than the buffer has.
-    template <class Consume>
-    bool ReadLine(std::uint64_t line, Consume&& consume) const
-    {
-        std::vector<std::int32_t> samples;
-        if (!CopyLine(line, samples))
-            return false;
-        consume(std::span<const std::int32_t>(samples));
-        return true;
-    }
+    // Whether there is such a line, and it claims no more valid points than the buffer has.
+    bool CanReadLine(std::uint64_t line) const;
+    // Writes what the operator makes of the line's valid samples; nothing when there are too few for it. False, with
+    // nothing written, when the line cannot be read.
+    bool ReadLineRaw(std::uint64_t line, const CLineOperator& lineOperator, std::int32_t* values) const;
+    bool ReadLineReal(std::uint64_t line, const CLineOperator& lineOperator, double* values) const;
+    // One sample of such a corrected line; nothing when that has no such sample.
+    std::optional<std::int32_t> ReadPixelRaw(std::uint64_t point, std::uint64_t line,
+                                             const CLineOperator& lineOperator) const;
+    std::optional<double> ReadPixelReal(std::uint64_t point, std::uint64_t line,
+                                        const CLineOperator& lineOperator) const;
 
     // The lowest and highest of all samples that were ever written or loaded since the last change of size.
     CRawRange GetDataRange() const;
@@ -128,7 +130,8 @@ public:
     // For the serialisers.
 
     // As SetXYDimension, whatever the size was. The given lines get an axis of their own instead of the channel's, and
-    // those among them that hold no samples get no storage until they are written.
+    // those among them that hold no samples get no storage until they are written. Samples are held in the width that
+    // the bit count gives, which must be 8, 16 or 32.
     void Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
                  std::uint64_t currentLine);
     // The point axis of a line that has none of its own.
@@ -137,20 +140,29 @@ public:
     std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
     // How many samples a file holds of this channel: those of every line that holds any.
     std::uint64_t GetStoredSampleCount() const;
-    // Calls access(std::span<std::int32_t>) with up to `count` of them from number `first`, under the lock. There are
-    // fewer where the channel was reshaped meanwhile.
+    // Zeros that are held as the samples are: room to load them into.
+    CSampleBlock GetBlankSamples() const;
+    // Replaces the samples by freshly loaded ones, which count as written and unchanged. Without effect on a channel
+    // that was reshaped meanwhile.
+    void FinishLoading(CSampleBlock samples);
+    // Calls access(const CSampleBlock&) with the samples, under the lock.
     template <class Access>
-    void AccessStoredSamples(std::uint64_t first, std::uint64_t count, Access&& access)
+    void AccessSamples(Access&& access) const
     {
         const std::lock_guard lock(m_mutex);
-        const auto all = m_samples.All();
-        const auto from = std::min<std::uint64_t>(first, all.size());
-        access(all.subspan(from, std::min(count, all.size() - from)));
+        std::forward<Access>(access)(m_samples);
     }
-    // Makes freshly loaded samples count as written and unchanged.
-    void FinishLoading();
 
 private:
+    // Of the line that was last read through an operator: pixels are read along a line.
+    struct CLatestFit
+    {
+        std::uint64_t line = 0;
+        const CLineOperator* lineOperator = nullptr; // null: there is none
+        CLineFit fit{};
+    };
+
+    CSignalScale SignalScale() const { return {m_axes[signalAxis].min, m_axes[signalAxis].range}; }
     CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
     CLineAxis LineAxisAt(std::uint64_t line) const;
     void RaiseLineCount(std::uint64_t line, std::uint64_t count);
@@ -159,12 +171,26 @@ private:
     void ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
                    std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine);
     std::uint64_t LongestLine() const;
-    bool CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const;
-    void StoreLine(std::uint64_t line, std::span<const std::int32_t> values);
+    bool IsReadable(std::uint64_t line) const;
+    CStoredSamples ValidSamples(std::uint64_t line) const;
+    std::uint64_t ValidCount(std::uint64_t line) const
+    {
+        return m_ownLineAxes.empty() ? m_points : LineAxisAt(line).count;
+    }
+    const CLineFit& FitOf(std::uint64_t line, const CStoredSamples& samples, const CLineOperator& lineOperator) const;
+    template <class Write>
+    bool ReadLine(std::uint64_t line, const CLineOperator& lineOperator, Write write) const;
+    std::optional<std::int32_t> PixelAt(std::uint64_t point, std::uint64_t line,
+                                        const CLineOperator& lineOperator) const;
+    template <class Values>
+    bool SetLine(std::uint64_t line, const Values& values);
+    template <class Values>
+    void StoreLine(std::uint64_t line, const Values& values);
     void StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value);
-    void CountLoaded(std::uint64_t line, std::span<const std::int32_t> overwritten) const;
-    void WidenRange(std::span<const std::int32_t> samples) const;
-    void AnnounceChange(std::uint64_t line);
+    bool IsRangeOwed(std::uint64_t line) const;
+    void WidenRange(const CStoredSamples& samples) const;
+    void WidenRange(const CSampleSurvey& survey) const;
+    bool HoldBack(bool& pending) const;
     void AnnounceReshape();
 
     std::array<CAxis, 3> m_axes;
@@ -181,6 +207,7 @@ private:
     // Loaded samples enter the range when it is first asked for, each line at the latest when it is overwritten.
     mutable CRawRange m_dataRange;
     mutable bool m_rangeLacksLoaded = false;
+    mutable CLatestFit m_latestFit; // none after any change of samples
     bool m_notificationsHeld = false;
     bool m_changePending = false;
     bool m_reshapePending = false;

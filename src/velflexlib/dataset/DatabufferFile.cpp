@@ -29,6 +29,7 @@ void CDataBuffer::PrepareForSave()
         const std::lock_guard lock(m_mutex);
         m_points = LongestLine(); // asked again: a slot may have written a longer one
         m_samples.ShortenLines(m_points);
+        m_latestFit = {};
     }
     AnnounceReshape();
 }
@@ -41,7 +42,7 @@ void CDataBuffer::Restore(std::uint64_t points, std::uint64_t lines, std::map<st
         if (axis.count == 0)
             linesWithoutSamples.push_back(line);
     }
-    CSampleBlock samples(points, lines, std::move(linesWithoutSamples));
+    CSampleBlock samples(points, lines, WidthOfBits(GetBitCount()), std::move(linesWithoutSamples));
     ReshapeTo(std::move(samples), points, lines, std::move(ownLineAxes), currentLine);
 }
 
@@ -60,16 +61,26 @@ std::map<std::uint64_t, CLineAxis> CDataBuffer::GetOwnLineAxes() const
 std::uint64_t CDataBuffer::GetStoredSampleCount() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_samples.All().size();
+    return m_samples.All().Count();
 }
 
-void CDataBuffer::FinishLoading()
+CSampleBlock CDataBuffer::GetBlankSamples() const
 {
     const std::lock_guard lock(m_mutex);
+    return m_samples.BlankCopy();
+}
+
+void CDataBuffer::FinishLoading(CSampleBlock samples)
+{
+    const std::lock_guard lock(m_mutex);
+    if (!samples.HasShapeOf(m_samples))
+        return;
+    std::swap(m_samples, samples);
     m_lineStates.ResetAll(m_lineCount, CLineStates::writtenWhole);
+    m_latestFit = {};
     m_dataRange = {};
     m_rangeLacksLoaded = true;
-    m_isEmpty = m_samples.All().empty();
+    m_isEmpty = m_samples.All().Count() == 0;
     m_dataChanged = false;
 }
 

@@ -6,39 +6,100 @@
 
 namespace veltaris::velflexlib::dataset {
 
+namespace {
+
+// Both kinds of values that a line is written from hand them out as raw samples, piece by piece.
+struct CRawValues
+{
+    std::span<const std::int32_t> values;
+
+    void Read(std::uint64_t first, std::span<std::int32_t> samples) const
+    {
+        Kernels().clamp(values.data() + first, samples.size(), samples.data());
+    }
+};
+
+struct CRealValues
+{
+    std::span<const double> values;
+    CSignalScale scale;
+    RealToRawMode mode;
+
+    void Read(std::uint64_t first, std::span<std::int32_t> samples) const
+    {
+        scale.ToRaw(values.subspan(first, samples.size()), mode, samples.data());
+    }
+};
+
+CSampleSurvey SurveyOf(std::span<const std::int32_t> samples)
+{
+    return Kernels().survey(samples.data(), samples.size());
+}
+
+// Enough of the values' bits to tell whether they fit into that width.
+template <class Values>
+std::int32_t BitsFor(SampleWidth width, const Values& values)
+{
+    std::int32_t bits = 0;
+    if (width == SampleWidth::Bits32)
+        return bits;
+    ForEachRawPiece(values, values.values.size(),
+                    [&](std::uint64_t, std::span<const std::int32_t> piece) { bits |= SurveyOf(piece).bits; });
+    return bits;
+}
+
+} // namespace
+
 bool CDataBuffer::SetLineRaw(std::uint64_t line, std::span<const std::int32_t> values)
 {
-    {
-        const std::lock_guard lock(m_mutex);
-        if (line >= m_lineCount || values.size() > m_points)
-            return false;
-        StoreLine(line, values);
-    }
-    AnnounceChange(line);
-    return true;
+    return SetLine(line, CRawValues{values});
 }
 
 bool CDataBuffer::SetLineReal(std::uint64_t line, std::span<const double> values, RealToRawMode mode)
 {
     const CSignalScale scale = GetSignalScale();
-    if (!scale.ToRaw(0, mode))
-        return false;
-    std::vector<std::int32_t> raw(values.size());
-    std::ranges::transform(values, raw.begin(), [&](double real) { return *scale.ToRaw(real, mode); });
-    return SetLineRaw(line, raw);
+    return scale.ToRaw(0, mode) && SetLine(line, CRealValues{values, scale, mode});
 }
 
-void CDataBuffer::StoreLine(std::uint64_t line, std::span<const std::int32_t> values)
+template <class Values>
+bool CDataBuffer::SetLine(std::uint64_t line, const Values& values)
 {
-    CountLoaded(line, std::as_const(m_samples).Line(line));
-    const bool staysWithout = values.empty() && LineAxisAt(line).count == 0;
-    const auto stored = staysWithout ? std::span<std::int32_t>() : m_samples.WritableLine(line);
+    {
+        const std::lock_guard lock(m_mutex);
+        if (line >= m_lineCount || values.values.size() > m_points)
+            return false;
+        StoreLine(line, values);
+        if (HoldBack(m_changePending))
+            return true;
+    }
+    OnChanged.emit(*this, line);
+    return true;
+}
+
+// What takes memory comes first: a failure of that changes nothing.
+template <class Values>
+void CDataBuffer::StoreLine(std::uint64_t line, const Values& values)
+{
+    const std::uint64_t count = values.values.size();
+    const bool staysWithout = count == 0 && ValidCount(line) == 0;
+    m_lineStates.PrepareToMark(line);
+    if (!staysWithout)
+        m_samples.MakeWritable(line, BitsFor(m_samples.Width(), values));
+
+    m_latestFit.lineOperator = nullptr;
+    if (IsRangeOwed(line))
+        WidenRange(m_samples.Line(line));
+    ForEachRawPiece(values, count, [&](std::uint64_t first, std::span<const std::int32_t> piece) {
+        WidenRange(SurveyOf(piece));
+        m_samples.Write(line, first, piece);
+    });
+    if (!staysWithout && count < m_points) {
+        m_samples.FillWithZeros(line, count);
+        m_dataRange.Widen(0);
+    }
     m_lineStates.MarkWritten(line);
-    const auto rest = std::ranges::transform(values, stored.begin(), CRawRange::Clamp).out;
-    std::fill(rest, stored.end(), 0);
-    RaiseLineCount(line, values.size());
+    RaiseLineCount(line, count);
     m_currentLine = line;
-    WidenRange(stored);
     m_dataChanged = true;
     m_isEmpty = false;
 }
@@ -50,8 +111,10 @@ bool CDataBuffer::SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int3
         if (line >= m_lineCount || point >= m_points)
             return false;
         StorePixel(point, line, CRawRange::Clamp(value));
+        if (HoldBack(m_changePending))
+            return true;
     }
-    AnnounceChange(line);
+    OnChanged.emit(*this, line);
     return true;
 }
 
@@ -63,54 +126,136 @@ bool CDataBuffer::SetPixelReal(std::uint64_t point, std::uint64_t line, double v
 
 void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32_t value)
 {
-    const auto stored = m_samples.WritableLine(line).subspan(point, 1);
-    const bool countsForRange = m_lineStates.Get(line) != CLineStates::neverWritten;
-    CountLoaded(line, stored);
-    stored.front() = value;
-    if (countsForRange)
-        WidenRange(stored);
+    m_samples.MakeWritable(line, value);
+    m_latestFit.lineOperator = nullptr;
+    if (IsRangeOwed(line))
+        m_dataRange.Widen(m_samples.Line(line).At(point));
+    if (m_lineStates.Get(line) != CLineStates::neverWritten)
+        m_dataRange.Widen(value);
+    m_samples.Write(line, point, value);
     RaiseLineCount(line, point + 1);
-    m_dataChanged = true;
+    m_dataChanged.store(true, std::memory_order_relaxed); // what it tells of is guarded by the lock
 }
 
-bool CDataBuffer::CopyLine(std::uint64_t line, std::vector<std::int32_t>& samples) const
+bool CDataBuffer::IsReadable(std::uint64_t line) const
+{
+    return line < m_lineCount && ValidCount(line) <= m_points;
+}
+
+CStoredSamples CDataBuffer::ValidSamples(std::uint64_t line) const
+{
+    return m_samples.Line(line).First(ValidCount(line));
+}
+
+bool CDataBuffer::CanReadLine(std::uint64_t line) const
 {
     const std::lock_guard lock(m_mutex);
-    if (line >= m_lineCount)
+    return IsReadable(line);
+}
+
+const CLineFit& CDataBuffer::FitOf(std::uint64_t line, const CStoredSamples& samples,
+                                   const CLineOperator& lineOperator) const
+{
+    static constexpr CLineFit none{};
+    if (lineOperator.IsLocal())
+        return none;
+    if (m_latestFit.lineOperator != &lineOperator || m_latestFit.line != line)
+        m_latestFit = {line, &lineOperator, lineOperator.Fit(samples)};
+    return m_latestFit.fit;
+}
+
+// Calls write(first, count, correct), where correct(std::span<std::int32_t>) gives that piece of the corrected line.
+template <class Write>
+bool CDataBuffer::ReadLine(std::uint64_t line, const CLineOperator& lineOperator, Write write) const
+{
+    if (!IsReadable(line))
         return false;
-    const std::uint64_t count = LineAxisAt(line).count;
-    if (count > m_points)
-        return false;
-    const auto valid = m_samples.Line(line).first(count);
-    samples.assign(valid.begin(), valid.end());
+    const CStoredSamples samples = ValidSamples(line);
+    if (samples.Count() < lineOperator.GetLeastSamples())
+        return true;
+    const CLineFit& fit = FitOf(line, samples, lineOperator);
+    ForEachPiece(samples.Count(), [&](std::uint64_t first, std::uint64_t count) {
+        write(first, count, [&](std::span<std::int32_t> piece) { lineOperator.Apply(fit, samples, first, piece); });
+    });
     return true;
+}
+
+bool CDataBuffer::ReadLineRaw(std::uint64_t line, const CLineOperator& lineOperator, std::int32_t* values) const
+{
+    const std::lock_guard lock(m_mutex);
+    return ReadLine(line, lineOperator, [&](std::uint64_t first, std::uint64_t count, auto correct) {
+        correct(std::span(values + first, count));
+    });
+}
+
+bool CDataBuffer::ReadLineReal(std::uint64_t line, const CLineOperator& lineOperator, double* values) const
+{
+    const std::lock_guard lock(m_mutex);
+    const CSignalScale scale = SignalScale();
+    std::array<std::int32_t, samplesPerPiece> raw; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    return ReadLine(line, lineOperator, [&](std::uint64_t first, std::uint64_t count, auto correct) {
+        const auto piece = std::span(raw).first(count);
+        correct(piece);
+        scale.ToReal(piece, values + first);
+    });
+}
+
+std::optional<std::int32_t> CDataBuffer::PixelAt(std::uint64_t point, std::uint64_t line,
+                                                 const CLineOperator& lineOperator) const
+{
+    if (!IsReadable(line))
+        return std::nullopt;
+    const CStoredSamples samples = ValidSamples(line);
+    if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
+        return std::nullopt;
+    if (lineOperator.GetID() == LineOpID::RawData)
+        return samples.At(point);
+    std::int32_t value = 0;
+    lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
+    return value;
+}
+
+std::optional<std::int32_t> CDataBuffer::ReadPixelRaw(std::uint64_t point, std::uint64_t line,
+                                                      const CLineOperator& lineOperator) const
+{
+    const std::lock_guard lock(m_mutex);
+    return PixelAt(point, line, lineOperator);
+}
+
+std::optional<double> CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line,
+                                                 const CLineOperator& lineOperator) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto raw = PixelAt(point, line, lineOperator);
+    return raw ? std::optional(SignalScale().ToReal(*raw)) : std::nullopt;
 }
 
 CRawRange CDataBuffer::GetDataRange() const
 {
     const std::lock_guard lock(m_mutex);
-    if (std::exchange(m_rangeLacksLoaded, false)) {
-        for (std::uint64_t line = 0; line < m_lineCount; ++line) {
-            if (LineAxisAt(line).count > 0)
-                WidenRange(m_samples.Line(line));
-        }
+    for (std::uint64_t line = 0; m_rangeLacksLoaded && line < m_lineCount; ++line) {
+        if (IsRangeOwed(line))
+            WidenRange(m_samples.Line(line));
     }
+    m_rangeLacksLoaded = false;
     return m_dataRange;
 }
 
-void CDataBuffer::CountLoaded(std::uint64_t line, std::span<const std::int32_t> overwritten) const
+bool CDataBuffer::IsRangeOwed(std::uint64_t line) const
 {
-    if (m_rangeLacksLoaded && LineAxisAt(line).count > 0)
-        WidenRange(overwritten);
+    return m_rangeLacksLoaded && ValidCount(line) > 0;
 }
 
-void CDataBuffer::WidenRange(std::span<const std::int32_t> samples) const
+void CDataBuffer::WidenRange(const CStoredSamples& samples) const
 {
-    if (samples.empty())
-        return;
-    const auto [lowest, highest] = std::ranges::minmax(samples);
-    m_dataRange.Widen(lowest);
-    m_dataRange.Widen(highest);
+    ForEachRawPiece(samples, samples.Count(),
+                    [&](std::uint64_t, std::span<const std::int32_t> piece) { WidenRange(SurveyOf(piece)); });
+}
+
+void CDataBuffer::WidenRange(const CSampleSurvey& survey) const
+{
+    m_dataRange.Widen(survey.lowest);
+    m_dataRange.Widen(survey.highest);
 }
 
 } // namespace veltaris::velflexlib::dataset

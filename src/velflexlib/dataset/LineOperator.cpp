@@ -9,25 +9,26 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-template <class Operator>
-std::unique_ptr<CLineOperator> Create()
-{
-    return std::make_unique<Operator>();
-}
+const CLineOpRAW raw;
+const CLineOpAvg mean;
+const CLineOpPlain line;
+const CLineOpDiff derived;
+const CLineOpParable parabola;
+const CLineOpPolyFit4 polynomial;
 
 struct OperatorRow
 {
     LineOpID id;
     std::string_view displayName;
-    std::unique_ptr<CLineOperator> (*create)();
+    const CLineOperator& lineOperator;
 };
 
-constexpr std::array<OperatorRow, 6> operators{{{LineOpID::RawData, "Raw data", Create<CLineOpRAW>},
-                                                {LineOpID::MeanFit, "Mean fit", Create<CLineOpAvg>},
-                                                {LineOpID::LineFit, "Line fit", Create<CLineOpPlain>},
-                                                {LineOpID::DerivedData, "Derived data", Create<CLineOpDiff>},
-                                                {LineOpID::ParabolaFit, "Parabola fit", Create<CLineOpParable>},
-                                                {LineOpID::PolynomialFit, "Polynomial fit", Create<CLineOpPolyFit4>}}};
+constexpr std::array<OperatorRow, 6> operators{{{LineOpID::RawData, "Raw data", raw},
+                                                {LineOpID::MeanFit, "Mean fit", mean},
+                                                {LineOpID::LineFit, "Line fit", line},
+                                                {LineOpID::DerivedData, "Derived data", derived},
+                                                {LineOpID::ParabolaFit, "Parabola fit", parabola},
+                                                {LineOpID::PolynomialFit, "Polynomial fit", polynomial}}};
 
 const OperatorRow& RowOf(LineOpID id)
 {
@@ -44,9 +45,11 @@ const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes()
     return codes;
 }
 
+// Every code is the number of its operator. The table tells in its own words which codes are none.
 LineOpID LineOpFromCode(std::int32_t code)
 {
-    return LineOpCodes().map(code);
+    const bool isOperator = code >= 0 && static_cast<std::size_t>(code) < operators.size();
+    return isOperator ? static_cast<LineOpID>(code) : LineOpCodes().map(code);
 }
 
 std::string_view GetDisplayName(LineOpID id)
@@ -54,9 +57,9 @@ std::string_view GetDisplayName(LineOpID id)
     return RowOf(id).displayName;
 }
 
-std::unique_ptr<CLineOperator> CreateLineOperator(LineOpID id)
+const CLineOperator& GetLineOperator(LineOpID id)
 {
-    return RowOf(id).create();
+    return RowOf(id).lineOperator;
 }
 
 } // namespace veltaris::velflexlib::dataset

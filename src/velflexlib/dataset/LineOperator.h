@@ -1,13 +1,13 @@
 // Corrections of one line of raw samples.
 #pragma once
 
+#include "velflexlib/dataset/SampleBlock.h"
 #include "velstdlib/util/BiMapper.h"
 
+#include <array>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string_view>
-#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -21,9 +21,13 @@ enum class LineOpID
     PolynomialFit = 5,
 };
 
+// What an operator must know of a whole line to correct any part of it: what to subtract, as a polynomial in the index
+// of a sample, by ascending power.
+using CLineFit = std::array<double, 5>;
+
 // Holds no state. The fits take the index of a sample as x, count every sample, and subtract the fitted value, cut
-// towards zero; the two ends of the raw range and what lies beyond are markers that they pass through, and their
-// results are clamped to the raw range.
+// towards zero; the two ends of the raw range are markers that they pass through, and their results are clamped to the
+// raw range.
 class CLineOperator
 {
 public:
@@ -34,8 +38,17 @@ public:
 
     virtual LineOpID GetID() const = 0;
 
-    // Replaces `output` by the corrected line: as long as `input`, or empty when the operator needs more samples.
-    virtual void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const = 0;
+    // A line of fewer samples gives no corrected one; any other gives one of its length.
+    virtual std::uint64_t GetLeastSamples() const = 0;
+
+    // Whether it needs no fit: a corrected sample depends on the one or two next to it.
+    virtual bool IsLocal() const { return false; }
+
+    // Both are for lines of at least so many samples.
+    virtual CLineFit Fit(const CStoredSamples& /*line*/) const { return {}; }
+    // The corrected samples from index `first` on, of which there must be as many.
+    virtual void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+                       std::span<std::int32_t> corrected) const = 0;
 };
 
 // The codes that stand for the operators in files and in the interface.
@@ -46,6 +59,6 @@ LineOpID LineOpFromCode(std::int32_t code);
 
 std::string_view GetDisplayName(LineOpID id);
 
-std::unique_ptr<CLineOperator> CreateLineOperator(LineOpID id);
+const CLineOperator& GetLineOperator(LineOpID id);
 
 } // namespace veltaris::velflexlib::dataset

@@ -10,7 +10,10 @@ class CLineOpRAW : public CLineOperator
 {
 public:
     LineOpID GetID() const override { return LineOpID::RawData; }
-    void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const override;
+    std::uint64_t GetLeastSamples() const override { return 0; }
+    bool IsLocal() const override { return true; }
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const override;
 };
 
 // Subtracts the mean, cut towards zero.
@@ -18,7 +21,10 @@ class CLineOpAvg : public CLineOperator
 {
 public:
     LineOpID GetID() const override { return LineOpID::MeanFit; }
-    void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const override;
+    std::uint64_t GetLeastSamples() const override { return 1; }
+    CLineFit Fit(const CStoredSamples& line) const override;
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const override;
 };
 
 // Subtracts the least-squares straight line; needs four samples.
@@ -26,7 +32,10 @@ class CLineOpPlain : public CLineOperator
 {
 public:
     LineOpID GetID() const override { return LineOpID::LineFit; }
-    void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const override;
+    std::uint64_t GetLeastSamples() const override { return 4; }
+    CLineFit Fit(const CStoredSamples& line) const override;
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const override;
 };
 
 // Differences of neighbours in wrapping 32-bit arithmetic, the last one twice; needs two samples.
@@ -34,7 +43,10 @@ class CLineOpDiff : public CLineOperator
 {
 public:
     LineOpID GetID() const override { return LineOpID::DerivedData; }
-    void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const override;
+    std::uint64_t GetLeastSamples() const override { return 2; }
+    bool IsLocal() const override { return true; }
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const override;
 };
 
 // Subtracts the least-squares parabola; needs four samples.
@@ -42,7 +54,10 @@ class CLineOpParable : public CLineOperator
 {
 public:
     LineOpID GetID() const override { return LineOpID::ParabolaFit; }
-    void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const override;
+    std::uint64_t GetLeastSamples() const override { return 4; }
+    CLineFit Fit(const CStoredSamples& line) const override;
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const override;
 };
 
 // Subtracts the least-squares polynomial of degree 4, whose constant and linear coefficients are cut to integers;
@@ -51,7 +66,10 @@ class CLineOpPolyFit4 : public CLineOperator
 {
 public:
     LineOpID GetID() const override { return LineOpID::PolynomialFit; }
-    void Apply(std::vector<std::int32_t>& output, std::span<const std::int32_t> input) const override;
+    std::uint64_t GetLeastSamples() const override { return 5; }
+    CLineFit Fit(const CStoredSamples& line) const override;
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const override;
 };
 
 } // namespace veltaris::velflexlib::dataset

@@ -27,12 +27,17 @@ public:
         return m_written[line] ? writtenWhole : neverWritten;
     }
 
+    // Takes the memory that marking the line needs: this may throw, MarkWritten does not.
+    void PrepareToMark(std::uint64_t line)
+    {
+        if (Get(line) != writtenWhole)
+            m_written.resize(m_lines);
+    }
+
     void MarkWritten(std::uint64_t line)
     {
-        if (Get(line) == writtenWhole)
-            return;
-        m_written.resize(m_lines);
-        m_written[line] = true;
+        if (!m_written.empty())
+            m_written[line] = true;
     }
 
 private:

@@ -1,5 +1,7 @@
 #include "velflexlib/dataset/NormalEquations.h"
 
+#include "velflexlib/dataset/LineMoments.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -86,32 +88,14 @@ CSquareMatrix<Size> PowerSums(std::uint64_t sampleCount)
     return matrix;
 }
 
-template <std::size_t Size>
-std::array<double, Size> Moments(std::span<const std::int32_t> samples)
-{
-    std::array<double, Size> moments{};
-    double x = 0;
-    for (const std::int32_t sample : samples) {
-        double term = sample;
-        for (double& moment : moments) {
-            moment += term;
-            term *= x;
-        }
-        ++x;
-    }
-    return moments;
-}
-
 } // namespace
 
 template <std::size_t Degree>
 CNormalEquations<Degree>::CNormalEquations(std::uint64_t sampleCount) : m_sampleCount(sampleCount)
 {
-    // Fewer samples than coefficients have no single solution, although rounding would hide it.
-    if (sampleCount < size)
-        return;
     const CSquareMatrix<size> sums = PowerSums<size>(sampleCount);
-    m_determinant = Determinant(sums);
+    m_highestPowerSum = sums.front().back();
+    m_inverseDeterminant = 1 / Determinant(sums);
     for (std::size_t row = 0; row < size; ++row) {
         for (std::size_t column = 0; column < size; ++column) {
             const double minor = Determinant(Minor(sums, row, column));
@@ -121,17 +105,15 @@ CNormalEquations<Degree>::CNormalEquations(std::uint64_t sampleCount) : m_sample
 }
 
 template <std::size_t Degree>
-auto CNormalEquations<Degree>::Solve(std::span<const std::int32_t> samples) const -> std::optional<Coefficients>
+auto CNormalEquations<Degree>::Solve(const CStoredSamples& line) const -> Coefficients
 {
-    if (m_determinant == 0)
-        return std::nullopt;
-    const auto moments = Moments<size>(samples);
+    const auto moments = Moments<Degree>(line, m_highestPowerSum);
     Coefficients coefficients{};
     for (std::size_t column = 0; column < size; ++column) {
         double numerator = 0;
         for (std::size_t row = 0; row < size; ++row)
             numerator += m_cofactors[column][row] * moments[row];
-        coefficients[column] = numerator * (1 / m_determinant);
+        coefficients[column] = numerator * m_inverseDeterminant;
     }
     return coefficients;
 }
@@ -139,10 +121,16 @@ auto CNormalEquations<Degree>::Solve(std::span<const std::int32_t> samples) cons
 template <std::size_t Degree>
 auto CNormalEquations<Degree>::ForLength(std::uint64_t sampleCount) -> const CNormalEquations&
 {
-    thread_local CNormalEquations latest(0);
-    if (latest.GetSampleCount() != sampleCount)
-        latest = CNormalEquations(sampleCount);
-    return latest;
+    constexpr std::size_t keptLengths = 4;
+    thread_local std::array<CNormalEquations, keptLengths> kept;
+    thread_local std::size_t oldest = 0;
+    for (const CNormalEquations& equations : kept) {
+        if (equations.m_sampleCount == sampleCount)
+            return equations;
+    }
+    CNormalEquations& made = kept[std::exchange(oldest, (oldest + 1) % keptLengths)];
+    made = CNormalEquations(sampleCount);
+    return made;
 }
 
 template class CNormalEquations<1>;

@@ -1,11 +1,11 @@
 // Least-squares polynomials through lines of equidistant samples.
 #pragma once
 
+#include "velflexlib/dataset/SampleBlock.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
-#include <span>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -23,19 +23,22 @@ public:
     static constexpr std::size_t size = Degree + 1;
     using Coefficients = std::array<double, size>;
 
+    CNormalEquations() = default; // for lines of no samples, which have no solution
+    // There must be as many samples as coefficients, or more.
     explicit CNormalEquations(std::uint64_t sampleCount);
 
     std::uint64_t GetSampleCount() const { return m_sampleCount; }
 
-    // Coefficients by ascending power of x; nothing when the equations have no single solution.
-    std::optional<Coefficients> Solve(std::span<const std::int32_t> samples) const;
+    // Coefficients by ascending power of x; there must be as many samples as the equations are for.
+    Coefficients Solve(const CStoredSamples& line) const;
 
-    // The equations for lines of this length; this thread keeps the latest ones of each degree.
+    // The equations for lines of this length; this thread keeps the latest few of each degree.
     static const CNormalEquations& ForLength(std::uint64_t sampleCount);
 
 private:
-    std::uint64_t m_sampleCount;
-    double m_determinant = 0;
+    std::uint64_t m_sampleCount = 0;
+    double m_highestPowerSum = 0; // that is used to compute b
+    double m_inverseDeterminant = 0;
     CSquareMatrix<size> m_cofactors{}; // [column][row]
 };
 

@@ -3,6 +3,7 @@
 #include "velstdlib/util/Limits.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -12,7 +13,7 @@ namespace {
 
 namespace limits = velstdlib::util::limits;
 
-std::size_t CheckedCount(std::uint64_t points, std::uint64_t lines)
+std::uint64_t CheckedCount(std::uint64_t points, std::uint64_t lines)
 {
     const bool tooLarge = std::max(points, lines) > limits::channelDimension;
     const bool pointless = points == 0 && lines > limits::pointlessLines;
@@ -21,62 +22,60 @@ std::size_t CheckedCount(std::uint64_t points, std::uint64_t lines)
     return points * lines;
 }
 
-// Unlike operator new, calloc leaves pages alone that the system has zeroed.
-std::int32_t* AllocateZeros(std::size_t count)
-{
-    auto* const samples = std::calloc(count, sizeof(std::int32_t)); // NOLINT(cppcoreguidelines-no-malloc)
-    if (!samples && count > 0)
-        throw std::bad_alloc();
-    return static_cast<std::int32_t*>(samples);
-}
-
 } // namespace
 
-CSampleBlock::CSampleBlock(std::uint64_t points, std::uint64_t lines, std::vector<std::uint64_t> absentLines)
-    : m_points(points), m_lines(lines), m_absentLines(std::move(absentLines)),
-      m_count(CheckedCount(points, lines - m_absentLines.size())), m_samples(AllocateZeros(m_count))
+CSampleBlock::CSampleBlock(std::uint64_t points, std::uint64_t lines, SampleWidth width,
+                           std::vector<std::uint64_t> absentLines)
+    : m_points(points), m_lines(lines), m_width(width), m_absentLines(std::move(absentLines)),
+      m_count(CheckedCount(points, lines - m_absentLines.size())), m_memory(m_count * BytesPerSample(width))
 {
 }
 
-bool CSampleBlock::IsAbsent(std::uint64_t line) const
+std::uint64_t CSampleBlock::AbsentBefore(std::uint64_t line) const
 {
-    return std::ranges::binary_search(m_absentLines, line);
+    return static_cast<std::uint64_t>(std::ranges::lower_bound(m_absentLines, line) - m_absentLines.begin());
 }
 
-std::size_t CSampleBlock::Offset(std::uint64_t line) const
+void CSampleBlock::MakeWritable(std::uint64_t line, std::int32_t bits)
 {
-    const auto absentBefore = std::ranges::lower_bound(m_absentLines, line) - m_absentLines.begin();
-    return (line - static_cast<std::uint64_t>(absentBefore)) * m_points;
+    if (IsWritable(line, bits))
+        return;
+    const bool fits = FitInto(m_width, bits);
+    CSampleBlock moved(m_points, m_lines, fits ? m_width : SampleWidth::Bits32,
+                       IsAbsent(line) ? std::vector<std::uint64_t>() : m_absentLines);
+    for (std::uint64_t l = 0; l < m_lines; ++l) {
+        if (!IsAbsent(l))
+            TranscodeSamples(AddressOf(l, 0), m_width, m_points, moved.AddressOf(l, 0), moved.m_width);
+    }
+    *this = std::move(moved);
 }
 
-std::span<const std::int32_t> CSampleBlock::Line(std::uint64_t line) const
+void CSampleBlock::Write(std::uint64_t line, std::uint64_t first, std::span<const std::int32_t> samples)
 {
-    return IsAbsent(line) ? std::span<const std::int32_t>() : All().subspan(Offset(line), m_points);
+    EncodeSamples(samples, m_width, AddressOf(line, first));
 }
 
-std::span<std::int32_t> CSampleBlock::WritableLine(std::uint64_t line)
+void CSampleBlock::FillWithZeros(std::uint64_t line, std::uint64_t first)
 {
-    if (IsAbsent(line))
-        GiveAllLinesStorage();
-    return All().subspan(Offset(line), m_points);
-}
-
-void CSampleBlock::GiveAllLinesStorage()
-{
-    CSampleBlock whole(m_points, m_lines);
-    for (std::uint64_t line = 0; line < m_lines; ++line)
-        std::ranges::copy(Line(line), whole.All().subspan(line * m_points).begin());
-    *this = std::move(whole);
+    if (first < m_points)
+        std::memset(AddressOf(line, first), 0, (m_points - first) * BytesPerSample(m_width));
 }
 
 void CSampleBlock::ShortenLines(std::uint64_t points)
 {
+    const std::size_t oldBytes = m_points * BytesPerSample(m_width);
+    const std::size_t newBytes = points * BytesPerSample(m_width);
     const std::uint64_t lines = m_lines - m_absentLines.size();
-    std::int32_t* const samples = m_samples.get();
-    for (std::uint64_t line = 1; line < lines; ++line)
-        std::copy_n(samples + line * m_points, points, samples + line * points);
+    std::byte* const bytes = m_memory.Bytes().data();
+    for (std::uint64_t line = 1; newBytes > 0 && line < lines; ++line)
+        std::memmove(bytes + line * newBytes, bytes + line * oldBytes, newBytes);
     m_points = points;
     m_count = lines * points;
+}
+
+bool CSampleBlock::HasShapeOf(const CSampleBlock& other) const
+{
+    return m_points == other.m_points && m_lines == other.m_lines && m_absentLines == other.m_absentLines;
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,17 +1,51 @@
 // Where the samples of a channel are held.
 #pragma once
 
+#include "velflexlib/dataset/SampleCodec.h"
+#include "velflexlib/dataset/ZeroedMemory.h"
+
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <span>
 #include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
-// Lines of raw samples in one contiguous piece of memory. Some lines may have no storage in it until they are written.
-// Samples that are still 0 cost no memory of their own where the system hands out zeroed pages on first use.
+// Adjacent samples of a block, to be read only. It is valid until the block changes.
+class CStoredSamples
+{
+public:
+    CStoredSamples() = default;
+    CStoredSamples(const std::byte* stored, SampleWidth width, std::uint64_t count)
+        : m_stored(stored), m_width(width), m_count(count)
+    {
+    }
+
+    SampleWidth Width() const { return m_width; }
+    std::uint64_t Count() const { return m_count; }
+    CStoredSamples First(std::uint64_t count) const { return {m_stored, m_width, count}; }
+
+    // There must be as many.
+    std::int32_t At(std::uint64_t index) const { return DecodeSample(AddressOf(index), m_width); }
+    void Read(std::uint64_t first, std::span<std::int32_t> samples) const
+    {
+        if (samples.size() == 1)
+            samples.front() = At(first);
+        else
+            DecodeSamples(AddressOf(first), m_width, samples);
+    }
+
+private:
+    const std::byte* AddressOf(std::uint64_t index) const { return m_stored + index * BytesPerSample(m_width); }
+
+    const std::byte* m_stored = nullptr;
+    SampleWidth m_width = SampleWidth::Bits32;
+    std::uint64_t m_count = 0;
+};
+
+// Lines of raw samples in one contiguous piece of memory, as a file of some width has them. A sample that this width
+// cannot hold moves all of them to 32 bits. Some lines may have no storage until they are written.
 class CSampleBlock
 {
 public:
@@ -19,35 +53,64 @@ public:
 
     // Zeros. `absentLines`, in ascending order, get no storage. Throws std::bad_alloc when memory runs out or a limit
     // is exceeded.
-    CSampleBlock(std::uint64_t points, std::uint64_t lines, std::vector<std::uint64_t> absentLines = {});
+    CSampleBlock(std::uint64_t points, std::uint64_t lines, SampleWidth width,
+                 std::vector<std::uint64_t> absentLines = {});
+
+    SampleWidth Width() const { return m_width; }
 
     // The storage of all lines that have any, in their order.
-    std::span<std::int32_t> All() { return {m_samples.get(), m_count}; }
-    std::span<const std::int32_t> All() const { return {m_samples.get(), m_count}; }
+    CStoredSamples All() const { return {m_memory.Bytes().data(), m_width, m_count}; }
+    std::span<const std::byte> Bytes() const { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
+    std::span<std::byte> Bytes() { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
 
     // Empty for a line without storage.
-    std::span<const std::int32_t> Line(std::uint64_t line) const;
-    // Gives the line storage first if it has none; throws std::bad_alloc when there is no memory for that.
-    std::span<std::int32_t> WritableLine(std::uint64_t line);
+    CStoredSamples Line(std::uint64_t line) const
+    {
+        if (IsAbsent(line))
+            return {};
+        return {m_memory.Bytes().data() + Offset(line) * BytesPerSample(m_width), m_width, m_points};
+    }
+
+    // Gives the line storage, and all samples a width, that samples with no other bits than these can be written to.
+    // Throws std::bad_alloc, with nothing changed, when there is no memory for that.
+    void MakeWritable(std::uint64_t line, std::int32_t bits);
+    bool IsWritable(std::uint64_t line, std::int32_t bits) const { return FitInto(m_width, bits) && !IsAbsent(line); }
+    // Stores adjacent samples of a line that was made writable.
+    void Write(std::uint64_t line, std::uint64_t first, std::span<const std::int32_t> samples);
+    void Write(std::uint64_t line, std::uint64_t point, std::int32_t sample)
+    {
+        EncodeSample(sample, m_width, AddressOf(line, point));
+    }
+    void FillWithZeros(std::uint64_t line, std::uint64_t first);
 
     // Keeps the first `points` samples of each line; there must be as many.
     void ShortenLines(std::uint64_t points);
 
-private:
-    struct Free
-    {
-        void operator()(std::int32_t* samples) const { std::free(samples); } // NOLINT(cppcoreguidelines-no-malloc)
-    };
+    // Zeros, in the same width and with the same lines.
+    CSampleBlock BlankCopy() const { return {m_points, m_lines, m_width, m_absentLines}; }
+    bool HasShapeOf(const CSampleBlock& other) const;
 
-    bool IsAbsent(std::uint64_t line) const;
-    std::size_t Offset(std::uint64_t line) const;
-    void GiveAllLinesStorage();
+private:
+    bool IsAbsent(std::uint64_t line) const
+    {
+        return !m_absentLines.empty() && std::ranges::binary_search(m_absentLines, line);
+    }
+    std::uint64_t Offset(std::uint64_t line) const
+    {
+        return (m_absentLines.empty() ? line : line - AbsentBefore(line)) * m_points;
+    }
+    std::uint64_t AbsentBefore(std::uint64_t line) const;
+    std::byte* AddressOf(std::uint64_t line, std::uint64_t point)
+    {
+        return m_memory.Bytes().data() + (Offset(line) + point) * BytesPerSample(m_width);
+    }
 
     std::uint64_t m_points = 0;
     std::uint64_t m_lines = 0;
+    SampleWidth m_width = SampleWidth::Bits32;
     std::vector<std::uint64_t> m_absentLines;
-    std::size_t m_count = 0;
-    std::unique_ptr<std::int32_t[], Free> m_samples;
+    std::uint64_t m_count = 0;
+    CZeroedMemory m_memory;
 };
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,9 +1,10 @@
 #include "velflexlib/dataset/SampleCodec.h"
 
+#include "velflexlib/dataset/SampleKernels.h"
+
 #include <boost/throw_exception.hpp>
 
 #include <bit>
-#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -11,71 +12,75 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "samples are copied as they are in memory");
+static_assert(std::endian::native == std::endian::little, "samples are stored as they are in memory");
 
-constexpr int rawBits = 30;
-
-// Shifts towards the top of a wider type, or, when negative, down to the width of a narrower one.
-constexpr std::int32_t Shifted(std::int32_t value, int bits)
+template <class Stored>
+Stored* As(std::byte* bytes)
 {
-    return bits >= 0 ? value << bits : value >> -bits;
+    return reinterpret_cast<Stored*>(bytes);
 }
 
 template <class Stored>
-constexpr int storedBits = 8 * static_cast<int>(sizeof(Stored));
-
-template <class Stored>
-void Decode(std::span<const std::byte> bytes, std::span<std::int32_t> samples)
+const Stored* As(const std::byte* bytes)
 {
-    const std::byte* from = bytes.data();
-    for (std::int32_t& sample : samples) {
-        Stored stored{};
-        std::memcpy(&stored, from, sizeof stored);
-        sample = Shifted(stored, rawBits - storedBits<Stored>);
-        from += sizeof stored;
-    }
-}
-
-template <class Stored>
-void Encode(std::span<const std::int32_t> samples, std::span<std::byte> bytes)
-{
-    std::byte* to = bytes.data();
-    for (const std::int32_t sample : samples) {
-        const auto stored = static_cast<Stored>(Shifted(sample, storedBits<Stored> - rawBits));
-        std::memcpy(to, &stored, sizeof stored);
-        to += sizeof stored;
-    }
-}
-
-// Calls use with a value of the type that samples of this width are stored as.
-template <class Use>
-void WithStoredType(std::int64_t bitCount, Use use)
-{
-    CheckBitCount(bitCount);
-    if (bitCount == 8)
-        use(std::int8_t{});
-    else if (bitCount == 16)
-        use(std::int16_t{});
-    else
-        use(std::int32_t{});
+    return reinterpret_cast<const Stored*>(bytes);
 }
 
 } // namespace
 
-void CheckBitCount(std::int64_t bitCount)
+SampleWidth WidthOfBits(std::int64_t bitCount)
 {
     if (bitCount != 8 && bitCount != 16 && bitCount != 32)
         BOOST_THROW_EXCEPTION(std::runtime_error("Invalid bit count: " + std::to_string(bitCount)));
+    return static_cast<SampleWidth>(bitCount / 8);
 }
 
-void DecodeSamples(std::span<const std::byte> bytes, std::int64_t bitCount, std::span<std::int32_t> samples)
+void DecodeSamples(const std::byte* stored, SampleWidth width, std::span<std::int32_t> samples)
 {
-    WithStoredType(bitCount, [&](auto stored) { Decode<decltype(stored)>(bytes, samples); });
+    const CSampleKernels& kernels = Kernels();
+    switch (width) {
+    case SampleWidth::Bits8:
+        return kernels.widen8(As<std::int8_t>(stored), samples.size(), samples.data());
+    case SampleWidth::Bits16:
+        return kernels.widen16(As<std::int16_t>(stored), samples.size(), samples.data());
+    case SampleWidth::Bits32:
+        return kernels.widen32(As<std::int32_t>(stored), samples.size(), samples.data());
+    }
 }
 
-void EncodeSamples(std::span<const std::int32_t> samples, std::int64_t bitCount, std::span<std::byte> bytes)
+void EncodeSamples(std::span<const std::int32_t> samples, SampleWidth width, std::byte* stored)
 {
-    WithStoredType(bitCount, [&](auto stored) { Encode<decltype(stored)>(samples, bytes); });
+    const CSampleKernels& kernels = Kernels();
+    switch (width) {
+    case SampleWidth::Bits8:
+        return kernels.narrow8(samples.data(), samples.size(), As<std::int8_t>(stored));
+    case SampleWidth::Bits16:
+        return kernels.narrow16(samples.data(), samples.size(), As<std::int16_t>(stored));
+    case SampleWidth::Bits32:
+        return kernels.narrow32(samples.data(), samples.size(), As<std::int32_t>(stored));
+    }
+}
+
+void TranscodeSamples(const std::byte* from, SampleWidth fromWidth, std::uint64_t count, std::byte* to,
+                      SampleWidth toWidth)
+{
+    std::array<std::int32_t, samplesPerPiece> raw; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    ForEachPiece(count, [&](std::uint64_t first, std::uint64_t pieceCount) {
+        const auto piece = std::span(raw).first(pieceCount);
+        DecodeSamples(from + first * BytesPerSample(fromWidth), fromWidth, piece);
+        EncodeSamples(piece, toWidth, to + first * BytesPerSample(toWidth));
+    });
+}
+
+void DropSpareBits(std::span<std::byte> stored, SampleWidth width)
+{
+    if (width != SampleWidth::Bits32)
+        return;
+    constexpr std::int32_t spareBits = 3;
+    auto* const samples = As<std::int32_t>(stored.data());
+    const std::size_t count = stored.size() / sizeof *samples;
+    for (std::size_t i = 0; i < count; ++i)
+        samples[i] &= ~spareBits;
 }
 
 } // namespace veltaris::velflexlib::dataset

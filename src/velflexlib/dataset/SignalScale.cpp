@@ -1,6 +1,7 @@
 #include "velflexlib/dataset/SignalScale.h"
 
 #include "velflexlib/dataset/DataRange.h"
+#include "velflexlib/dataset/SampleKernels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,6 +31,29 @@ double CSignalScale::ToReal(std::int32_t raw) const
     const double real = min + (max - min) * (raw + rawOffset) / rawSpan;
     // On an axis near the largest double the product overflows, the quotient does not.
     return std::isfinite(real) ? real : min + (max - min) * ((raw + rawOffset) / rawSpan);
+}
+
+// Has extent, and nothing can overflow in a conversion: true of all axes but absurd ones.
+bool CSignalScale::IsOrdinary() const
+{
+    constexpr double farOff = 0x1p960;
+    return std::abs(min) < farOff && std::abs(range) < farOff && min + range != min;
+}
+
+void CSignalScale::ToReal(std::span<const std::int32_t> raw, double* real) const
+{
+    if (IsOrdinary())
+        Kernels().toReal(raw.data(), raw.size(), {min, min + range}, real);
+    else
+        std::ranges::transform(raw, real, [this](std::int32_t sample) { return ToReal(sample); });
+}
+
+void CSignalScale::ToRaw(std::span<const double> real, RealToRawMode mode, std::int32_t* raw) const
+{
+    if (mode == RealToRawMode::SignalAxis && IsOrdinary())
+        Kernels().toRaw(real.data(), real.size(), {min, min + range}, raw);
+    else
+        std::ranges::transform(real, raw, [&](double value) { return *ToRaw(value, mode); });
 }
 
 std::optional<std::int32_t> CSignalScale::ToRaw(double real, RealToRawMode mode) const

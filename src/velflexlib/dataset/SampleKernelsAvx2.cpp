@@ -1,0 +1,7 @@
+#include "velflexlib/dataset/SampleLoops.h"
+
+namespace veltaris::velflexlib::dataset {
+
+const CSampleKernels avx2Kernels = kernelsOfThisSource;
+
+} // namespace veltaris::velflexlib::dataset

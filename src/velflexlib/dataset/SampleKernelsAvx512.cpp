@@ -1,0 +1,7 @@
+#include "velflexlib/dataset/SampleLoops.h"
+
+namespace veltaris::velflexlib::dataset {
+
+const CSampleKernels avx512Kernels = kernelsOfThisSource;
+
+} // namespace veltaris::velflexlib::dataset

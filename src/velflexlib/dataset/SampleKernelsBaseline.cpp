@@ -1,0 +1,7 @@
+#include "velflexlib/dataset/SampleLoops.h"
+
+namespace veltaris::velflexlib::dataset {
+
+const CSampleKernels baselineKernels = kernelsOfThisSource;
+
+} // namespace veltaris::velflexlib::dataset

@@ -1,0 +1,93 @@
+#include "velflexlib/dataset/ZeroedMemory.h"
+
+#include <cstdlib>
+#include <new>
+
+#if defined(__linux__)
+#include <sys/mman.h>
+
+#include <cstdint>
+#endif
+
+namespace veltaris::velflexlib::dataset {
+
+namespace {
+
+#if defined(__linux__)
+
+constexpr std::size_t hugePage = std::size_t{2} << 20U;
+
+bool IsLarge(std::size_t bytes)
+{
+    return bytes >= hugePage;
+}
+
+// Maps one huge page more than is needed and gives back what is ahead of the first boundary, and the rest.
+void* AllocateLarge(std::size_t bytes)
+{
+    if (bytes > SIZE_MAX / 2)
+        return nullptr;
+    void* const mapped = mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED) // NOLINT(cppcoreguidelines-pro-type-cstyle-cast): the system's macro
+        return nullptr;
+    auto* const begin = static_cast<std::byte*>(mapped);
+    const std::size_t ahead = (hugePage - reinterpret_cast<std::uintptr_t>(begin) % hugePage) % hugePage;
+    constexpr std::size_t page = 4096;
+    const std::size_t used = (bytes + page - 1) / page * page;
+    if (ahead > 0)
+        munmap(begin, ahead);
+    if (ahead + used < bytes + hugePage)
+        munmap(begin + ahead + used, bytes + hugePage - ahead - used);
+    madvise(begin + ahead, used, MADV_HUGEPAGE); // advice: without it the pages are small
+    return begin + ahead;
+}
+
+void FreeLarge(void* memory, std::size_t bytes)
+{
+    munmap(memory, bytes);
+}
+
+#else
+
+// The C library takes large pieces from the system page by page, and gives them back at once.
+bool IsLarge(std::size_t)
+{
+    return false;
+}
+
+void* AllocateLarge(std::size_t)
+{
+    return nullptr;
+}
+
+void FreeLarge(void*, std::size_t)
+{
+}
+
+#endif
+
+std::byte* Allocate(std::size_t bytes)
+{
+    // Unlike operator new, calloc leaves pages alone that the system has zeroed.
+    void* const memory =
+        IsLarge(bytes) ? AllocateLarge(bytes) : std::calloc(bytes, 1); // NOLINT(cppcoreguidelines-no-malloc)
+    if (!memory && bytes > 0)
+        throw std::bad_alloc();
+    return static_cast<std::byte*>(memory);
+}
+
+} // namespace
+
+CZeroedMemory::CZeroedMemory(std::size_t bytes) : m_bytes(Allocate(bytes), Free{bytes})
+{
+}
+
+void CZeroedMemory::Free::operator()(std::byte* bytes) const noexcept
+{
+    if (IsLarge(size))
+        FreeLarge(bytes, size);
+    else
+        std::free(bytes); // NOLINT(cppcoreguidelines-no-malloc)
+}
+
+} // namespace veltaris::velflexlib::dataset
