@@ -52,11 +52,21 @@ std::string HeaderKey(std::string_view groupName)
     return std::string(headerBegin).append(groupName).append(headerEnd);
 }
 
-// Both ends are cut off, whatever they are; a key too short for that names no group.
+constexpr bool ContinuesCharacter(char c)
+{
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
+}
+
+// Both ends are cut off, whatever characters they are; a key too short for that names no group.
 std::string_view GroupNameOfHeader(std::string_view key)
 {
-    const std::size_t ends = headerBegin.size() + headerEnd.size();
-    return key.size() < ends ? std::string_view() : key.substr(headerBegin.size(), key.size() - ends);
+    key.remove_prefix(headerBegin.size());
+    for (std::size_t i = 0; i < headerEnd.size() && !key.empty(); ++i) {
+        while (key.size() > 1 && ContinuesCharacter(key.back()))
+            key.remove_suffix(1);
+        key.remove_suffix(1);
+    }
+    return key;
 }
 
 // An item with which, in a list without header lines, a group begins.
