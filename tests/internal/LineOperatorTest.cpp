@@ -156,6 +156,21 @@ TEST(LineOperatorTest, FitsGiveTheIntegersOfThePlainFormulas)
     }
 }
 
+// Far from zero, sums are rounded so much that another order of additions shows.
+TEST(LineOperatorTest, FitsOfRoundedSumsGiveThemToo)
+{
+    std::mt19937 random(8);
+    for (const std::size_t length : {700U, 1024U, 4096U}) {
+        for (int round = 0; round < 10; ++round) {
+            Line line = Random(random, length, 27, 0);
+            for (auto& sample : line)
+                sample = std::clamp(sample, -100'000'000, 100'000'000) + 400'000'000;
+            for (const auto id : {LineOpID::LineFit, LineOpID::ParabolaFit, LineOpID::PolynomialFit})
+                EXPECT_EQ(Applied(id, line), Plain(id, line)) << length << ' ' << static_cast<int>(id);
+        }
+    }
+}
+
 std::vector<const CSampleKernels*> WiderKernels()
 {
     std::vector<const CSampleKernels*> sets;
