@@ -23,7 +23,8 @@ std::string Rendered(const CVELKeyToValueList& list)
 
 TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
 {
-    CVELKeyToValueList list;
+    CTextStore texts;
+    CVELKeyToValueList list(texts);
     list.SetValue("Lines", "1");
     list.SetValue("Points", std::uint64_t{2});
     list.SetValue("lines", "3");
@@ -37,7 +38,8 @@ TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
 
 TEST(HeaderStoreTest, ManyChangesLeaveTheListAsItWouldBeWithoutThem)
 {
-    CVELKeyToValueList list;
+    CTextStore texts;
+    CVELKeyToValueList list(texts);
     for (int round = 0; round < 50; ++round) {
         for (int key = 0; key < 40; ++key)
             list.SetValue((round % 2 == 0 ? "Key" : "KEY") + std::to_string(key), std::to_string(round));
@@ -51,7 +53,8 @@ TEST(HeaderStoreTest, ManyChangesLeaveTheListAsItWouldBeWithoutThem)
 
 TEST(HeaderStoreTest, TheOrderOfKeysRunsOutInsteadOfWrappingAround)
 {
-    CVELKeyToValueList list(std::numeric_limits<std::uint64_t>::max() - 1);
+    CTextStore texts;
+    CVELKeyToValueList list(texts, std::numeric_limits<std::uint64_t>::max() - 1);
     list.SetValue("a", "1");
     EXPECT_THROW(list.SetValue("b", "2"), std::runtime_error);
     EXPECT_EQ(Rendered(list), "a=1;");
