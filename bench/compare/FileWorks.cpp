@@ -308,8 +308,10 @@ auto ReadHeader(std::uint64_t channels)
         const std::string path = settings.scratch->Path("header.oxd");
         WriteOxd(path, noSamples, channels);
         const auto nothing = [] { return 0.0; };
-        return std::vector<Contender>{{ours, RepeatedFor(channels, [=] { COxd::Open(path); }), nothing},
-                                      {theFloor, RepeatedFor(channels, [=] { floor::IndexHeader(path); }), nothing}};
+        return std::vector<Contender>{
+            {ours, RepeatedFor(channels, [=] { COxd::Open(path); }), nothing},
+            {theFloor, RepeatedFor(channels, [=] { floor::ReadHeader(path); }), nothing},
+            {"index alone", RepeatedFor(channels, [=] { floor::IndexHeader(path); }), nothing}};
     };
 }
 

@@ -4,6 +4,7 @@
 
 #include "support/Image.h"
 
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -70,7 +71,29 @@ private:
     mutable std::vector<double> m_fitted;
 };
 
-// Reads a header and indexes its sections and keys by their folded names. Result: how many keys there are.
+// What a header says of a channel.
+struct Channel
+{
+    struct Axis
+    {
+        std::string_view name;
+        std::string_view unit;
+        double range;
+        double min;
+    };
+
+    std::uint64_t points;
+    std::uint64_t lines;
+    std::string_view frame;
+    std::uint64_t currentLine;
+    std::array<Axis, 3> axes;
+    std::uint64_t bits;
+};
+
+// Reads a header, indexes its sections and keys by their folded names, and then takes the channels from the index.
+// Result: how many there are.
+std::uint64_t ReadHeader(const std::string& path);
+// The first half of that. Result: how many sections there are.
 std::uint64_t IndexHeader(const std::string& path);
 // Writes the header of a file with so many channels.
 void WriteHeader(const std::string& path, const Shape& shape, std::uint64_t channels);
