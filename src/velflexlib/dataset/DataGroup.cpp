@@ -24,6 +24,27 @@ CDataGroup::CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size
 {
 }
 
+void CDataGroup::AnnounceName(const std::string& name)
+{
+    OnNameChanged.emit(name);
+    if (m_relays)
+        (*m_relays->nameChanged)(name);
+}
+
+void CDataGroup::AnnounceChange()
+{
+    OnChanged.emit(*this);
+    if (m_relays)
+        (*m_relays->changed)(*this);
+}
+
+void CDataGroup::AnnounceBuffer(CDataBuffer& changed, std::size_t line)
+{
+    OnBufferChanged.emit(*this, changed, line);
+    if (m_relays)
+        (*m_relays->bufferChanged)(*this, changed, line);
+}
+
 std::uint32_t CDataGroup::GetLogicalGroupId() const
 {
     const std::lock_guard lock(m_mutex);
@@ -58,7 +79,7 @@ void CDataGroup::SetName(const std::string& name)
         if (buffers[slot])
             buffers[slot]->SetGroupName(std::move(copies[slot]));
     }
-    OnNameChanged.emit(name);
+    AnnounceName(name);
 }
 
 void CDataGroup::SetNameOnly(const std::string& name)
@@ -84,7 +105,7 @@ void CDataGroup::SetChannelCount(std::uint64_t count)
         slots.resize(count);
         m_buffers.swap(slots);
     }
-    OnChanged.emit(*this);
+    AnnounceChange();
 }
 
 std::shared_ptr<CDataBuffer> CDataGroup::GetChannelBuffer(std::uint64_t index) const
@@ -108,7 +129,7 @@ std::shared_ptr<CDataBuffer> CDataGroup::GetOrCreateChannelBuffer(std::uint64_t 
     }
     auto buffer = MakeBuffer(points, lines);
     StoreInSlot(index, buffer);
-    OnChanged.emit(*this);
+    AnnounceChange();
     return buffer;
 }
 
@@ -126,7 +147,7 @@ auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
     if (!m_bufferRelay) {
         m_bufferRelay = std::make_shared<BufferSlot>([weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
             if (const auto group = weak.lock())
-                group->OnBufferChanged.emit(*group, changed, line);
+                group->AnnounceBuffer(changed, line);
         });
     }
     return m_bufferRelay;
@@ -149,7 +170,7 @@ void CDataGroup::DeleteChannelBuffer(std::uint64_t index)
         const std::lock_guard lock(m_mutex);
         velstdlib::util::CheckedAt(m_buffers, index).swap(dropped);
     }
-    OnChanged.emit(*this);
+    AnnounceChange();
 }
 
 void CDataGroup::PrepareForSave()

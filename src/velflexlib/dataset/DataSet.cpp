@@ -17,9 +17,7 @@ std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::uint32_
                                                   const std::string& name, std::size_t slotCount, std::int64_t bitCount)
 {
     auto group = std::make_shared<CDataGroup>(logicalGroupId, name, slotCount, bitCount);
-    group->OnNameChanged.connect(m_nameRelay);
-    group->OnChanged.connect(m_groupRelay);
-    group->OnBufferChanged.connect(m_bufferRelay);
+    group->ReportTo(m_relays);
     std::shared_ptr<CDataGroup> stored = group;
     {
         const std::lock_guard lock(m_mutex);

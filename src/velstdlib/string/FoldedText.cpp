@@ -78,8 +78,7 @@ Block Mixed(Block a, Block b)
 
 bool EqualFolded(std::string_view a, std::string_view b)
 {
-    return a.size() == b.size() &&
-           (std::memcmp(a.data(), b.data(), a.size()) == 0 || std::ranges::equal(a, b, {}, Folded, Folded));
+    return a.size() == b.size() && (a == b || std::ranges::equal(a, b, {}, Folded, Folded));
 }
 
 std::string FoldedCopy(std::string_view text)

@@ -45,7 +45,7 @@ public:
     void Insert(std::size_t position)
     {
         if (m_positions)
-            m_positions->insert(position);
+            m_positions->insert(static_cast<std::uint32_t>(position));
         else if (position >= longestScan)
             IndexAll();
     }
@@ -53,7 +53,7 @@ public:
     void Erase(std::size_t position)
     {
         if (m_positions)
-            m_positions->erase(position);
+            m_positions->erase(static_cast<std::uint32_t>(position));
     }
 
     // To be called after positions have changed.
@@ -73,7 +73,7 @@ private:
         const Sequence* sequence;
 
         std::size_t operator()(const CFoldedName& name) const { return name.hash; }
-        std::size_t operator()(std::size_t position) const { return sequence->At(position).NameHash(); }
+        std::size_t operator()(std::uint32_t position) const { return sequence->At(position).NameHash(); }
     };
 
     struct Equal
@@ -82,20 +82,20 @@ private:
         const Sequence* sequence;
 
         // Positions are inserted once each, under different names.
-        bool operator()(std::size_t a, std::size_t b) const { return a == b; }
-        bool operator()(const CFoldedName& name, std::size_t position) const
+        bool operator()(std::uint32_t a, std::uint32_t b) const { return a == b; }
+        bool operator()(const CFoldedName& name, std::uint32_t position) const
         {
             const auto& element = sequence->At(position);
             return element.NameHash() == name.hash && string::EqualFolded(element.Name(), name.text);
         }
-        bool operator()(std::size_t position, const CFoldedName& name) const { return (*this)(name, position); }
+        bool operator()(std::uint32_t position, const CFoldedName& name) const { return (*this)(name, position); }
     };
 
     std::optional<std::size_t> Scan(const CFoldedName& name) const
     {
         const Equal equal{&m_sequence};
-        const std::size_t size = m_sequence.Size();
-        for (std::size_t position = 0; position < size; ++position) {
+        const auto size = static_cast<std::uint32_t>(m_sequence.Size());
+        for (std::uint32_t position = 0; position < size; ++position) {
             if (m_sequence.At(position).NameHash() == name.hash && equal(name, position))
                 return position;
         }
@@ -105,14 +105,15 @@ private:
     void IndexAll()
     {
         auto positions = std::make_unique<Positions>(2 * m_sequence.Size(), Hash{&m_sequence}, Equal{&m_sequence});
-        for (std::size_t position = 0; position < m_sequence.Size(); ++position) {
+        const auto size = static_cast<std::uint32_t>(m_sequence.Size());
+        for (std::uint32_t position = 0; position < size; ++position) {
             if (!m_sequence.At(position).Name().empty())
                 positions->insert(position);
         }
         m_positions = std::move(positions);
     }
 
-    using Positions = boost::unordered_flat_set<std::size_t, Hash, Equal>;
+    using Positions = boost::unordered_flat_set<std::uint32_t, Hash, Equal>; // a header is no longer than that
 
     const Sequence& m_sequence;
     std::unique_ptr<Positions> m_positions;
