@@ -11,6 +11,7 @@
 
 #include <boost/throw_exception.hpp>
 
+#include <algorithm>
 #include <map>
 #include <stdexcept>
 #include <string_view>
@@ -25,12 +26,14 @@ constexpr std::int64_t bitCountOfLoadedGroups = 32;
 
 std::map<std::uint64_t, FileHandleStruct> openFiles;
 
+std::uint64_t lowestFreeHandle = 1; // no handle below it is free
+
 std::uint64_t FindFreeHandle()
 {
-    std::uint64_t handle = 1;
-    while (openFiles.contains(handle))
-        ++handle;
-    return handle;
+    for (auto file = openFiles.find(lowestFreeHandle); file != openFiles.end() && file->first == lowestFreeHandle;
+         ++file)
+        ++lowestFreeHandle;
+    return lowestFreeHandle;
 }
 
 void SetFileName(FileHandleStruct& file, const char* fileName)
@@ -136,7 +139,10 @@ void SaveOxdFile(uint64_t handle)
 
 void CloseOxdFile(uint64_t handle)
 {
-    Export([&](const CCall&) { openFiles.erase(handle); });
+    Export([&](const CCall&) {
+        if (openFiles.erase(handle) > 0)
+            lowestFreeHandle = std::min(lowestFreeHandle, handle);
+    });
 }
 
 void ChangeOxdFilename(uint64_t handle, const char* filename)

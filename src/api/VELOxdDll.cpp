@@ -79,11 +79,6 @@ std::uint64_t CreateInfo(std::uint64_t handle, const std::string& name)
     return infoSet.GetGroups().size() - 1;
 }
 
-const std::vector<std::unique_ptr<CInfoSetItem>>& Siblings(const CInfoSet& infoSet, const CInfoSetItem& node)
-{
-    return node.GetParent() ? node.GetParent()->GetSubItems() : infoSet.GetGroups();
-}
-
 // Adds the node to the parent's sub-items; the result is its handle.
 std::uint64_t AddNode(CInfoSet& infoSet, CInfoSetItem& parent, std::unique_ptr<CInfoSetItem> node)
 {
@@ -696,11 +691,10 @@ uint64_t SelectNextMetaInfoItem(uint64_t handle, uint64_t item)
 {
     return Export("select next info item", [&](const CCall& call) {
         CInfoSet& infoSet = InfoSetOf(handle);
-        const CInfoSetItem* const node = item == rootItem ? nullptr : &call.MetaItem(handle, item);
-        const auto next = node ? node->PlaceAmong(Siblings(infoSet, *node)) + 1 : 0;
-        if (!node || next == Siblings(infoSet, *node).size())
+        CInfoSetItem* const next = item == rootItem ? nullptr : call.MetaItem(handle, item).GetNext();
+        if (!next)
             call.FailAlone("No further items in this node available!");
-        return infoSet.GetHandle(*Siblings(infoSet, *node)[next]);
+        return infoSet.GetHandle(*next);
     });
 }
 
@@ -753,7 +747,7 @@ void DeleteMetaInfoItem(uint64_t handle, uint64_t item)
         if (CInfoSetItem* const parent = node.GetParent())
             call.Done(parent->DeleteSubItem(&node));
         else
-            call.Done(infoSet.DeleteGroup(static_cast<std::uint32_t>(node.PlaceAmong(infoSet.GetGroups()))));
+            infoSet.DeleteGroup(node);
     });
 }
 

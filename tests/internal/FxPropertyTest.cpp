@@ -58,7 +58,8 @@ TEST(FxPropertyTest, OtherTextsAreNone)
 
 TEST(FxPropertyTest, KeysHoldPropertiesOrLeaveTheDefault)
 {
-    velstdlib::util::CVELKeyToValueList keys;
+    velstdlib::util::CTextStore texts;
+    velstdlib::util::CVELKeyToValueList keys(texts);
     const CFxProperty defaultValue{7, "V"};
     EXPECT_EQ(ReadFxProperty(keys, "k", defaultValue), defaultValue);
     keys.SetValue("k", "wide");

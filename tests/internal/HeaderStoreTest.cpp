@@ -1,14 +1,20 @@
 // The header store where no file can take it: orders, limits, aborting, its own files.
+#include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/VELConfig.h"
 #include "velstdlib/util/VELException.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <random>
 #include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
 
 using namespace veltaris::velstdlib::util;
 
@@ -23,7 +29,8 @@ std::string Rendered(const CVELKeyToValueList& list)
 
 TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
 {
-    CVELKeyToValueList list;
+    CTextStore texts;
+    CVELKeyToValueList list(texts);
     list.SetValue("Lines", "1");
     list.SetValue("Points", std::uint64_t{2});
     list.SetValue("lines", "3");
@@ -37,7 +44,8 @@ TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
 
 TEST(HeaderStoreTest, ManyChangesLeaveTheListAsItWouldBeWithoutThem)
 {
-    CVELKeyToValueList list;
+    CTextStore texts;
+    CVELKeyToValueList list(texts);
     for (int round = 0; round < 50; ++round) {
         for (int key = 0; key < 40; ++key)
             list.SetValue((round % 2 == 0 ? "Key" : "KEY") + std::to_string(key), std::to_string(round));
@@ -49,9 +57,92 @@ TEST(HeaderStoreTest, ManyChangesLeaveTheListAsItWouldBeWithoutThem)
     EXPECT_EQ(list.GetValueT<std::uint64_t>("kEy39", 0), 49U);
 }
 
+// A document the slow way: sections and keys are searched for one by one.
+class CPlainDocument
+{
+public:
+    void Parse(const std::string& line)
+    {
+        const auto equals = line.find('=');
+        if (line.starts_with('['))
+            Select(line.substr(1, line.size() - 2));
+        else
+            Set(line.substr(0, equals), line.substr(equals + 1));
+    }
+
+    std::string Render() const
+    {
+        std::string text;
+        for (const auto& section : m_sections) {
+            text += "[" + section.name + "]\r\n";
+            for (const auto& [key, value] : section.keys)
+                text.append(key).append("=").append(value).append("\r\n");
+        }
+        return text;
+    }
+
+private:
+    struct Section
+    {
+        std::string name;
+        std::vector<std::pair<std::string, std::string>> keys;
+    };
+
+    void Select(const std::string& name)
+    {
+        const auto found = std::ranges::find_if(m_sections, [&](const auto& section) {
+            return veltaris::velstdlib::string::EqualFolded(section.name, name);
+        });
+        m_active = static_cast<std::size_t>(found - m_sections.begin());
+        if (found == m_sections.end())
+            m_sections.push_back({name, {}});
+    }
+
+    void Set(const std::string& key, const std::string& value)
+    {
+        auto& keys = m_sections[m_active].keys;
+        std::erase_if(keys, [&](const auto& k) { return veltaris::velstdlib::string::EqualFolded(k.first, key); });
+        if (!value.empty())
+            keys.emplace_back(key, value);
+    }
+
+    std::vector<Section> m_sections;
+    std::size_t m_active = 0;
+};
+
+TEST(HeaderStoreTest, SectionsThatAreAlikeOrNearlySoHoldTheirOwnKeys)
+{
+    std::minstd_rand random;
+    const auto below = [&](std::size_t count) { return random() % count; };
+    for (const std::size_t keyCount : {3U, 20U, 80U}) {
+        CPlainDocument expected;
+        std::string text;
+        const auto add = [&](const std::string& line) {
+            expected.Parse(line);
+            text += line + "\n";
+        };
+        for (int section = 0; section < 60; ++section) {
+            add((below(4) == 0 ? "[section" : "[Section") + std::to_string(below(40)) + "]");
+            for (std::size_t key = 0; key < keyCount; ++key) {
+                const bool isOdd = below(30) == 0;
+                const std::size_t index = isOdd ? below(keyCount) : key;
+                const std::string name = (below(40) == 0 ? "KEY" : "Key") + std::to_string(index);
+                add(name + "=" + (isOdd && below(2) == 0 ? "" : std::to_string(below(1000))));
+            }
+        }
+        CIniFileContent content;
+        content.Parse(text, false);
+        EXPECT_EQ(content.Render(), expected.Render());
+        CIniFileContent again;
+        again.Parse(content.Render(), false);
+        EXPECT_EQ(again.Render(), expected.Render());
+    }
+}
+
 TEST(HeaderStoreTest, TheOrderOfKeysRunsOutInsteadOfWrappingAround)
 {
-    CVELKeyToValueList list(std::numeric_limits<std::uint64_t>::max() - 1);
+    CTextStore texts;
+    CVELKeyToValueList list(texts, std::numeric_limits<std::uint64_t>::max() - 1);
     list.SetValue("a", "1");
     EXPECT_THROW(list.SetValue("b", "2"), std::runtime_error);
     EXPECT_EQ(Rendered(list), "a=1;");

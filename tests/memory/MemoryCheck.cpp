@@ -66,6 +66,14 @@ std::string ManyItems(int count)
     return header;
 }
 
+std::string TinyGroups(int count)
+{
+    std::string header = "[DataSet]\nVersion=2\nGroupCount=" + std::to_string(count) + "\n";
+    for (int i = 0; i < count; ++i)
+        header += std::to_string(i) + "=x\n";
+    return header;
+}
+
 // Links to groups that have no section, below one with a very long name.
 std::string LongPaths(std::size_t length, int links)
 {
@@ -92,6 +100,7 @@ const Case cases[] = {
     {"frames", [] { return Frames(1'000'000); }, 0, false, 0},
     {"empty_lines", [] { return OneChannel(LinesWithoutSamples(2000)); }, 100'000, true, 400'000, true},
     {"long_paths", [] { return LongPaths(300'000, 20'000); }, 0, false, 0},
+    {"tiny_groups", [] { return TinyGroups(1'000'000); }, 0, true, 0},
     {"items", [] { return ManyItems(1'000'000); }, 0, true, 0},
 };
 

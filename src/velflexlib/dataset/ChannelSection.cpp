@@ -8,6 +8,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -17,22 +18,23 @@ using velstdlib::util::CVELKeyToValueList;
 namespace {
 
 constexpr std::string_view linePrefix = "LineDim";
-constexpr std::array axes{pointAxis, lineAxis, signalAxis};
 
-std::string AxisKey(std::size_t axis, std::string_view property)
+// The keys of one axis.
+struct CAxisKeys
 {
-    return ("Dim" + std::to_string(axis)).append(property);
-}
-
-struct CAxisTexts
-{
-    std::string unit;
-    double range;
-    double min;
+    std::string_view name;
+    std::string_view unit;
+    std::string_view range;
+    std::string_view min;
 };
 
+constexpr std::array<CAxisKeys, 3> axisKeys{{{"Dim0Name", "Dim0Unit", "Dim0Range", "Dim0Min"},
+                                             {"Dim1Name", "Dim1Unit", "Dim1Range", "Dim1Min"},
+                                             {"Dim2Name", "Dim2Unit", "Dim2Range", "Dim2Min"}}};
+static_assert(pointAxis == 0 && lineAxis == 1 && signalAxis == 2);
+
 // The number with its axis' prefix behind it; an unreadable one counts as missing.
-double PrefixedNumber(const CVELKeyToValueList& section, const std::string& key, std::string_view defaultText,
+double PrefixedNumber(const CVELKeyToValueList& section, std::string_view key, std::string_view defaultText,
                       std::string_view prefix)
 {
     const auto parse = [&](std::string text) { return velstdlib::math::ParseSINumber(text.append(prefix)); };
@@ -40,21 +42,22 @@ double PrefixedNumber(const CVELKeyToValueList& section, const std::string& key,
     return number ? *number : parse(std::string(defaultText)).value_or(0);
 }
 
-CAxisTexts LoadPrefixed(const CVELKeyToValueList& section, std::size_t axis)
+void LoadPrefixed(CAxis& axis, const CVELKeyToValueList& section, const CAxisKeys& keys)
 {
-    std::string unit = section.GetValue(AxisKey(axis, "Unit"));
-    std::string_view prefix = velstdlib::math::LeadingSIPrefix(unit);
-    if (prefix.size() == unit.size())
+    axis.unit = section.GetValue(keys.unit);
+    std::string_view prefix = velstdlib::math::LeadingSIPrefix(axis.unit);
+    if (prefix.size() == axis.unit.size())
         prefix = {}; // a unit of one character is no prefix
-    unit.erase(0, prefix.size());
-    return {unit, PrefixedNumber(section, AxisKey(axis, "Range"), "1.0", prefix),
-            PrefixedNumber(section, AxisKey(axis, "Min"), "0.0", prefix)};
+    axis.range = PrefixedNumber(section, keys.range, "1.0", prefix);
+    axis.min = PrefixedNumber(section, keys.min, "0.0", prefix);
+    axis.unit.erase(0, prefix.size());
 }
 
-CAxisTexts LoadPlain(const CVELKeyToValueList& section, std::size_t axis)
+void LoadPlain(CAxis& axis, const CVELKeyToValueList& section, const CAxisKeys& keys)
 {
-    return {section.GetValue(AxisKey(axis, "Unit")), section.GetValueT<double>(AxisKey(axis, "Range"), 0),
-            section.GetValueT<double>(AxisKey(axis, "Min"), 0)};
+    axis.unit = section.GetValue(keys.unit);
+    axis.range = section.GetValueT<double>(keys.range, 0);
+    axis.min = section.GetValueT<double>(keys.min, 0);
 }
 
 std::string LineKey(std::uint64_t line, std::string_view property)
@@ -82,23 +85,22 @@ bool WrittenAlike(const CLineAxis& a, const CLineAxis& b)
 
 void LoadAxes(CDataBuffer& buffer, const CVELKeyToValueList& section, int version)
 {
-    for (const std::size_t axis : axes) {
-        const CAxisTexts texts =
-            version <= prefixedUnitsVersion ? LoadPrefixed(section, axis) : LoadPlain(section, axis);
-        buffer.SetAxisName(axis, section.GetValue(AxisKey(axis, "Name"), "Noname"));
-        buffer.SetAxisUnit(axis, texts.unit);
-        buffer.SetAxisRange(axis, texts.range);
-        buffer.SetAxisMin(axis, texts.min);
+    for (std::size_t index = 0; index < axisKeys.size(); ++index) {
+        CAxis axis;
+        axis.name = section.GetValue(axisKeys[index].name, "Noname");
+        (version <= prefixedUnitsVersion ? LoadPrefixed : LoadPlain)(axis, section, axisKeys[index]);
+        buffer.SetAxis(index, std::move(axis));
     }
 }
 
 void SaveAxes(const CDataBuffer& buffer, CVELKeyToValueList& section)
 {
-    for (const std::size_t index : axes) {
-        section.SetValue(AxisKey(index, "Name"), velstdlib::util::CleanHeaderText(buffer.GetAxisName(index)));
-        section.SetValue(AxisKey(index, "Unit"), velstdlib::util::CleanHeaderText(buffer.GetAxisUnit(index)));
-        section.SetValue(AxisKey(index, "Range"), FormatDouble(buffer.GetAxisRange(index)));
-        section.SetValue(AxisKey(index, "Min"), FormatDouble(buffer.GetAxisMin(index)));
+    for (std::size_t index = 0; index < axisKeys.size(); ++index) {
+        const CAxis axis = buffer.GetAxis(index);
+        section.SetValue(axisKeys[index].name, velstdlib::util::CleanHeaderText(axis.name));
+        section.SetValue(axisKeys[index].unit, velstdlib::util::CleanHeaderText(axis.unit));
+        section.SetValue(axisKeys[index].range, FormatDouble(axis.range));
+        section.SetValue(axisKeys[index].min, FormatDouble(axis.min));
     }
 }
 

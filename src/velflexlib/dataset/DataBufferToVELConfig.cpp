@@ -72,11 +72,12 @@ void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string&
         velstdlib::util::ThrowFileVersion(fileName, version);
     const std::uint64_t points = ReadSize(section, "Points", fileName);
     const std::uint64_t lines = ReadSize(section, "Lines", fileName);
-    m_buffer.SetBitCount(section.GetValueT<int>("SaveBits", 8));
-    WidthOfBits(m_buffer.GetBitCount());
     m_buffer.HoldNotifications();
     m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
+    const auto currentLine = static_cast<std::int64_t>(section.GetValueT<int>("CurLine", 0));
     LoadAxes(m_buffer, section, version);
+    m_buffer.SetBitCount(section.GetValueT<int>("SaveBits", 8));
+    WidthOfBits(m_buffer.GetBitCount());
 
     std::map<std::uint64_t, CLineAxis> lineAxes;
     if (version == lineAxesVersion) {
@@ -86,7 +87,6 @@ void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string&
     const auto isEmpty = [](const auto& own) { return own.second.count == 0; };
     const auto emptyLines = points > 0 ? std::ranges::count_if(lineAxes, isEmpty) : 0;
     budget.ChargeSamples(points, lines - static_cast<std::uint64_t>(emptyLines), m_buffer.GetBitCount());
-    const auto currentLine = static_cast<std::int64_t>(section.GetValueT<int>("CurLine", 0));
     m_buffer.Restore(points, lines, std::move(lineAxes), static_cast<std::uint64_t>(currentLine));
 }
 

@@ -24,6 +24,20 @@ CDataGroup::CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size
 {
 }
 
+void CDataGroup::AnnounceName(const std::string& name)
+{
+    OnNameChanged.emit(name);
+    if (m_relays)
+        (*m_relays->nameChanged)(name);
+}
+
+void CDataGroup::AnnounceChange()
+{
+    OnChanged.emit(*this);
+    if (m_relays)
+        (*m_relays->changed)(*this);
+}
+
 std::uint32_t CDataGroup::GetLogicalGroupId() const
 {
     const std::lock_guard lock(m_mutex);
@@ -58,7 +72,7 @@ void CDataGroup::SetName(const std::string& name)
         if (buffers[slot])
             buffers[slot]->SetGroupName(std::move(copies[slot]));
     }
-    OnNameChanged.emit(name);
+    AnnounceName(name);
 }
 
 void CDataGroup::SetNameOnly(const std::string& name)
@@ -84,7 +98,7 @@ void CDataGroup::SetChannelCount(std::uint64_t count)
         slots.resize(count);
         m_buffers.swap(slots);
     }
-    OnChanged.emit(*this);
+    AnnounceChange();
 }
 
 std::shared_ptr<CDataBuffer> CDataGroup::GetChannelBuffer(std::uint64_t index) const
@@ -108,7 +122,7 @@ std::shared_ptr<CDataBuffer> CDataGroup::GetOrCreateChannelBuffer(std::uint64_t 
     }
     auto buffer = MakeBuffer(points, lines);
     StoreInSlot(index, buffer);
-    OnChanged.emit(*this);
+    AnnounceChange();
     return buffer;
 }
 
@@ -122,7 +136,7 @@ std::shared_ptr<CDataBuffer> CDataGroup::MakeBuffer(std::uint64_t points, std::u
 
 auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
 {
-    std::shared_ptr<const BufferChangeSlot> toOwner;
+    bool isNew = false;
     std::shared_ptr<const BufferSlot> relay;
     {
         const std::lock_guard lock(m_mutex);
@@ -132,19 +146,13 @@ auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
                     group->OnBufferChanged.emit(*group, changed, line);
             };
             m_bufferRelay = std::make_shared<BufferSlot>(pass, 0, OnBufferChanged.listeners());
-            m_relayToOwner.swap(toOwner);
+            isNew = true;
         }
         relay = m_bufferRelay;
     }
-    if (toOwner) // connected without the lock: a slot that runs meanwhile may call back
-        OnBufferChanged.connect(toOwner);
+    if (isNew && m_relays) // connected without the lock: a slot that runs meanwhile may call back
+        OnBufferChanged.connect(m_relays->bufferChanged);
     return relay;
-}
-
-void CDataGroup::RelayBufferChangesTo(std::shared_ptr<const BufferChangeSlot> relay)
-{
-    const std::lock_guard lock(m_mutex);
-    m_relayToOwner.swap(relay);
 }
 
 void CDataGroup::StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer)
@@ -164,7 +172,7 @@ void CDataGroup::DeleteChannelBuffer(std::uint64_t index)
         const std::lock_guard lock(m_mutex);
         velstdlib::util::CheckedAt(m_buffers, index).swap(dropped);
     }
-    OnChanged.emit(*this);
+    AnnounceChange();
 }
 
 void CDataGroup::PrepareForSave()

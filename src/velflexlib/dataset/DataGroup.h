@@ -13,6 +13,17 @@
 
 namespace veltaris::velflexlib::dataset {
 
+class CDataGroup;
+
+// What a data set connects to the signals of all its groups. One for all, since a file may have very many: a connection
+// to each would take more memory than the groups.
+struct CGroupRelays
+{
+    std::shared_ptr<const lumox::sigslot_unorderedslots<const std::string&>::slot> nameChanged;
+    std::shared_ptr<const lumox::sigslot_unorderedslots<CDataGroup&>::slot> changed;
+    std::shared_ptr<const lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t>::slot> bufferChanged;
+};
+
 // A row of channel slots, each empty or filled. Always held by shared pointer. Every operation may be called from
 // any thread; signals are emitted without the group's lock.
 class CDataGroup : public std::enable_shared_from_this<CDataGroup>
@@ -29,6 +40,9 @@ public:
     CDataGroup(const CDataGroup&) = delete;
     CDataGroup& operator=(const CDataGroup&) = delete;
     ~CDataGroup() = default;
+
+    // Called after the slots of the group's own signals, from now on. To be set before anybody else has the group.
+    void ReportTo(std::shared_ptr<const CGroupRelays> relays) { m_relays.swap(relays); }
 
     std::uint32_t GetLogicalGroupId() const;
     void SetLogicalGroupId(std::uint32_t id);
@@ -55,13 +69,11 @@ public:
 
     void PrepareForSave();
 
-    // Connects OnBufferChanged to a relay once there is a channel: a file may have very many groups that have none.
-    using BufferChangeSlot = decltype(OnBufferChanged)::slot;
-    void RelayBufferChangesTo(std::shared_ptr<const BufferChangeSlot> relay);
-
 private:
     using BufferSlot = lumox::sigslot_unorderedslots<CDataBuffer&, std::size_t>::slot;
 
+    void AnnounceName(const std::string& name);
+    void AnnounceChange();
     std::shared_ptr<const BufferSlot> BufferRelay();
     std::shared_ptr<CDataBuffer> MakeBuffer(std::uint64_t points, std::uint64_t lines);
     void StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer);
@@ -69,8 +81,8 @@ private:
     std::uint32_t m_logicalGroupId;
     std::string m_name;
     std::vector<std::shared_ptr<CDataBuffer>> m_buffers;
-    std::shared_ptr<const BufferChangeSlot> m_relayToOwner;
     std::shared_ptr<const BufferSlot> m_bufferRelay; // one for all channels, made with the first
+    std::shared_ptr<const CGroupRelays> m_relays;
     const std::int64_t m_bitCount;
     mutable std::mutex m_mutex;
 };

@@ -17,9 +17,7 @@ std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::optiona
                                                   const std::string& name, std::size_t slotCount, std::int64_t bitCount)
 {
     auto group = std::make_shared<CDataGroup>(logicalGroupId.value_or(0), name, slotCount, bitCount);
-    group->OnNameChanged.connect(m_nameRelay);
-    group->OnChanged.connect(m_groupRelay);
-    group->RelayBufferChangesTo(m_bufferRelay);
+    group->ReportTo(m_relays);
     decltype(m_groups) inserted{{id, group}};
     if (!logicalGroupId) // only now, when nothing can fail any more
         group->SetLogicalGroupId(TakeLogicalGroupId());

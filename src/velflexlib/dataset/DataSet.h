@@ -76,10 +76,8 @@ public:
 private:
     std::uint64_t FindFreeId();
 
-    // One of each for all groups, however many a file has.
-    const decltype(OnGroupNameChanged.relay()) m_nameRelay = OnGroupNameChanged.relay();
-    const decltype(OnGroupChanged.relay()) m_groupRelay = OnGroupChanged.relay();
-    const decltype(OnBufferChanged.relay()) m_bufferRelay = OnBufferChanged.relay();
+    const std::shared_ptr<const CGroupRelays> m_relays = std::make_shared<const CGroupRelays>(
+        CGroupRelays{OnGroupNameChanged.relay(), OnGroupChanged.relay(), OnBufferChanged.relay()});
     bool m_modified = false;
     std::uint32_t m_nextLogicalGroupId = firstLogicalGroupId;
     CInfoSet m_infoSet;

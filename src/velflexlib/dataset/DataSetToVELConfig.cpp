@@ -115,6 +115,7 @@ void CDataSetToVELConfig::LoadVersion2Header(CVELConfig& document, const std::st
     CLoadBudget budget(document);
 
     Groups groups;
+    groups.reserve(groupCount);
     for (std::uint64_t g = 0; g < groupCount && !abort; ++g) {
         const CGroupKeys group = ReadGroupKeys(keys, g);
         budget.ChargeSlots(group.slotCount);

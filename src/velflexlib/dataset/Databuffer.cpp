@@ -76,6 +76,12 @@ void CDataBuffer::ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uin
     AnnounceReshape();
 }
 
+CAxis CDataBuffer::GetAxis(std::size_t axis) const
+{
+    const std::lock_guard lock(m_mutex);
+    return CheckedArrayAt(m_axes, axis);
+}
+
 std::string CDataBuffer::GetAxisName(std::size_t axis) const
 {
     const std::lock_guard lock(m_mutex);
@@ -98,6 +104,12 @@ double CDataBuffer::GetAxisRange(std::size_t axis) const
 {
     const std::lock_guard lock(m_mutex);
     return CheckedArrayAt(m_axes, axis).range;
+}
+
+void CDataBuffer::SetAxis(std::size_t axis, CAxis value)
+{
+    const std::lock_guard lock(m_mutex);
+    std::swap(CheckedArrayAt(m_axes, axis), value);
 }
 
 void CDataBuffer::SetAxisName(std::size_t axis, const std::string& name)

@@ -71,10 +71,13 @@ public:
     void SetXYDimension(std::uint64_t points, std::uint64_t lines);
 
     // `axis` above 2 throws std::out_of_range "invalid array<T, N> subscript".
+    CAxis GetAxis(std::size_t axis) const;
     std::string GetAxisName(std::size_t axis) const;
     std::string GetAxisUnit(std::size_t axis) const;
     double GetAxisMin(std::size_t axis) const;
     double GetAxisRange(std::size_t axis) const;
+    // On the point axis this does not move the lines that have an axis of their own.
+    void SetAxis(std::size_t axis, CAxis value);
     void SetAxisName(std::size_t axis, const std::string& name);
     void SetAxisUnit(std::size_t axis, const std::string& unit);
     // On the point axis these also move every line that still has the old value.

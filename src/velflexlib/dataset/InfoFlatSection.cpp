@@ -3,6 +3,8 @@
 #include "velflexlib/dataset/InfoLine.h"
 #include "velstdlib/string/FoldedText.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
+
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -22,9 +24,9 @@ constexpr std::string_view headerBegin = "-- ";
 constexpr std::string_view headerEnd = " --";
 
 // Names that older programs gave to items.
-const std::map<std::string_view, std::string_view>& LegacyNames()
+const boost::unordered_flat_map<std::string_view, std::string_view>& LegacyNames()
 {
-    static const std::map<std::string_view, std::string_view> names{
+    static const boost::unordered_flat_map<std::string_view, std::string_view> names{
         {"offsetx", "X-Pos"},        {"offsety", "Y-Pos"},
         {"offsetz", "Z-Plane"},      {"slopex", "X-Slope"},
         {"slopey", "Y-Slope"},       {"scansize", "Image size"},

@@ -10,13 +10,13 @@ CInfoLine WrittenLine(std::string_view name, std::string_view value)
     CInfoLine line{velstdlib::util::CleanHeaderText(name), velstdlib::util::CleanHeaderText(value)};
     line.value = velstdlib::string::WithoutTrailingSpace(line.value);
     if (const auto equals = line.key.find('='); equals != std::string::npos && !line.value.empty()) {
-        line.value.insert(0, line.key.substr(equals + 1) + "=");
+        line.value = line.key.substr(equals + 1).append("=").append(line.value);
         line.key.resize(equals);
     }
     if (line.key.starts_with('[') && line.value.ends_with(']'))
-        line.key.insert(0, " ");
+        line.key.insert(line.key.begin(), ' ');
     if (line.key.empty())
-        line.key = " "; // the shortest name that there is
+        line.key.push_back(' '); // the shortest name that there is
     return line;
 }
 

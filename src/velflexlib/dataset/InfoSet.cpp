@@ -1,11 +1,6 @@
 #include "velflexlib/dataset/InfoSet.h"
 
-#include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/ContainerHelper.h"
-
-#include <algorithm>
 #include <atomic>
-#include <limits>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -22,7 +17,7 @@ std::uint64_t NextHandle()
 
 CInfoSetItem* CInfoSet::GetGroup(std::uint32_t index) const
 {
-    return index < m_groups.size() ? m_groups[index].get() : nullptr;
+    return index < GetGroups().size() ? GetGroups()[index].get() : nullptr;
 }
 
 std::string CInfoSet::GetGroupName(int index) const
@@ -33,14 +28,13 @@ std::string CInfoSet::GetGroupName(int index) const
 
 std::uint32_t CInfoSet::GetGroupIndex(const std::string& name) const
 {
-    const auto hasName = [&](const auto& group) { return velstdlib::string::EqualFolded(group->GetName(), name); };
-    const auto found = std::ranges::find_if(m_groups, hasName);
-    return found == m_groups.end() ? noIndex : static_cast<std::uint32_t>(found - m_groups.begin());
+    const CInfoSetItem* const group = m_groups.Find(name);
+    return group ? static_cast<std::uint32_t>(m_groups.PlaceOf(*group)) : noIndex;
 }
 
 CInfoSetItem* CInfoSet::FindGroup(const std::string& name, bool recursive) const
 {
-    for (const auto& group : m_groups) {
+    for (const auto& group : GetGroups()) {
         if (group->GetName() == name)
             return group.get();
         if (CInfoSetItem* const below = recursive ? group->FindGroup(name) : nullptr)
@@ -51,49 +45,57 @@ CInfoSetItem* CInfoSet::FindGroup(const std::string& name, bool recursive) const
 
 bool CInfoSet::InsertGroup(std::unique_ptr<CInfoSetItem> group, std::uint32_t index)
 {
-    const std::size_t position = index == noIndex ? m_groups.size() : index;
-    if (position > m_groups.size())
+    const std::size_t position = index == noIndex ? GetGroups().size() : index;
+    if (position > GetGroups().size())
         return false;
     group->SetOwner(this);
-    group->m_likelyPlace = position;
-    m_groups.insert(m_groups.begin() + static_cast<std::ptrdiff_t>(position), std::move(group));
+    m_groups.Insert(std::move(group), position);
     return true;
 }
 
 bool CInfoSet::DeleteGroup(const std::string& name)
 {
     const CInfoSetItem* const group = FindGroup(name, false);
-    return group && DeleteGroup(static_cast<std::uint32_t>(group->PlaceAmong(m_groups)));
+    if (group)
+        DeleteGroup(*group);
+    return group;
 }
 
 bool CInfoSet::DeleteGroup(std::uint32_t index)
 {
-    if (index >= m_groups.size())
-        return false;
-    m_groups.erase(m_groups.begin() + index);
+    const CInfoSetItem* const group = GetGroup(index);
+    if (group)
+        DeleteGroup(*group);
+    return group;
+}
+
+void CInfoSet::DeleteGroup(const CInfoSetItem& group)
+{
+    m_groups.Erase(m_groups.PlaceOf(group));
     GroupsDeleted();
-    return true;
 }
 
 void CInfoSet::DeleteAllGroups()
 {
-    m_groups.clear();
+    m_groups.Clear();
     GroupsDeleted();
 }
 
 void CInfoSet::GroupsDeleted()
 {
-    m_selected = m_groups.empty() ? nullptr : m_groups.front().get();
+    m_selected = GetGroup(0);
     m_modified = true;
     OnChanged.emit();
 }
 
 bool CInfoSet::MoveGroup(int from, int to)
 {
-    const auto isPosition = [&](int index) { return index >= 0 && static_cast<std::size_t>(index) < m_groups.size(); };
+    const auto isPosition = [&](int index) {
+        return index >= 0 && static_cast<std::size_t>(index) < GetGroups().size();
+    };
     if (!isPosition(from) || !isPosition(to))
         return false;
-    velstdlib::util::MoveElement(m_groups, static_cast<std::size_t>(from), static_cast<std::size_t>(to));
+    m_groups.Move(static_cast<std::size_t>(from), static_cast<std::size_t>(to));
     m_modified = true;
     OnChanged.emit();
     return true;

@@ -27,7 +27,7 @@ public:
     CInfoSet& operator=(const CInfoSet&) = delete;
     ~CInfoSet() = default;
 
-    const std::vector<std::unique_ptr<CInfoSetItem>>& GetGroups() const { return m_groups; }
+    const std::vector<std::unique_ptr<CInfoSetItem>>& GetGroups() const { return m_groups.All(); }
     // Null when there is no such group.
     CInfoSetItem* GetGroup(std::uint32_t index) const;
     // Empty when there is no such group.
@@ -44,6 +44,8 @@ public:
     // False when there is no such group.
     bool DeleteGroup(const std::string& name);
     bool DeleteGroup(std::uint32_t index);
+    // One of these.
+    void DeleteGroup(const CInfoSetItem& group);
     void DeleteAllGroups();
     // False unless both are positions of groups.
     bool MoveGroup(int from, int to);
@@ -65,7 +67,7 @@ private:
     void GroupsDeleted();
 
     boost::unordered_flat_map<std::uint64_t, CInfoSetItem*> m_handles; // outlives the nodes, which sign off
-    std::vector<std::unique_ptr<CInfoSetItem>> m_groups;
+    CInfoSiblings m_groups{CInfoSiblings::Names::OfGroups};
     bool m_modified = false;
     CInfoSetItem* m_selected = nullptr;
 };

@@ -5,7 +5,6 @@
 #include <boost/range/adaptor/reversed.hpp>
 #include <boost/throw_exception.hpp>
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace veltaris::velflexlib::dataset {
@@ -23,16 +22,43 @@ CInfoSetItem::CInfoSetItem(std::string name, std::string value)
 CInfoSetItem::~CInfoSetItem()
 {
     CInfoSetItem* node = this;
-    while (node != this || !m_subItems.empty()) {
-        if (!node->m_subItems.empty()) {
-            node = node->m_subItems.back().get();
+    while (node != this || HasSubItems()) {
+        if (node->HasSubItems()) {
+            node = node->m_subItems->All().back().get();
         } else {
             node = node->m_parent;
-            node->m_subItems.pop_back();
+            node->m_subItems->DestroyLast();
         }
     }
     if (m_owner && m_handle != 0)
         m_owner->ForgetHandle(m_handle);
+}
+
+void CInfoSetItem::SetName(std::string name)
+{
+    if (CInfoSiblings* const siblings = Siblings())
+        siblings->Rename(*this, std::move(name));
+    else
+        m_name.swap(name);
+}
+
+const std::vector<std::unique_ptr<CInfoSetItem>>& CInfoSetItem::GetSubItems() const
+{
+    static const std::vector<std::unique_ptr<CInfoSetItem>> none;
+    return m_subItems ? m_subItems->All() : none;
+}
+
+CInfoSiblings* CInfoSetItem::Siblings() const
+{
+    if (m_parent)
+        return m_parent->m_subItems.get();
+    return m_owner ? &m_owner->m_groups : nullptr;
+}
+
+CInfoSetItem* CInfoSetItem::GetNext() const
+{
+    const CInfoSiblings* const siblings = Siblings();
+    return siblings ? siblings->Next(*this) : nullptr;
 }
 
 void CInfoSetItem::SetOwner(CInfoSet* owner)
@@ -42,7 +68,7 @@ void CInfoSetItem::SetOwner(CInfoSet* owner)
         CInfoSetItem* const node = waiting.back();
         waiting.pop_back();
         node->m_owner = owner;
-        for (const auto& item : node->m_subItems)
+        for (const auto& item : node->GetSubItems())
             waiting.push_back(item.get());
     }
 }
@@ -51,71 +77,55 @@ bool CInfoSetItem::InsertSubItem(std::unique_ptr<CInfoSetItem> item, int index)
 {
     if (!m_isGroup)
         BOOST_THROW_EXCEPTION(std::runtime_error("Only groups can have sub items"));
-    const auto count = static_cast<int>(m_subItems.size());
+    const auto count = static_cast<int>(GetSubItems().size());
     const int position = index == -1 ? count : index;
     if (position < 0 || position > count)
         return false;
+    if (!m_subItems)
+        m_subItems = std::make_unique<CInfoSiblings>(CInfoSiblings::Names::OfItems);
     item->m_parent = this;
-    item->m_likelyPlace = static_cast<std::size_t>(position);
-    const auto inserted = m_subItems.insert(m_subItems.begin() + position, std::move(item));
-    m_subGroupCount += (*inserted)->m_isGroup ? 1 : 0;
+    m_subItems->Insert(std::move(item), static_cast<std::size_t>(position));
     return true;
 }
 
 bool CInfoSetItem::DeleteSubItem(const CInfoSetItem* node)
 {
-    const auto isNode = [&](const auto& item) { return item.get() == node; };
-    std::vector<CInfoSetItem*> waiting{this};
-    while (!waiting.empty()) {
-        CInfoSetItem* const group = waiting.back();
-        waiting.pop_back();
-        auto& items = group->m_subItems;
-        if (const auto found = std::ranges::find_if(items, isNode); found != items.end()) {
-            group->m_subGroupCount -= (*found)->m_isGroup ? 1 : 0;
-            items.erase(found);
-            return true;
-        }
-        for (const auto& item : items) {
-            if (item->m_isGroup)
-                waiting.push_back(item.get());
-        }
-    }
-    return false;
+    const CInfoSetItem* above = node->m_parent;
+    while (above && above != this)
+        above = above->m_parent;
+    if (!above)
+        return false;
+    CInfoSiblings& siblings = *node->m_parent->m_subItems;
+    siblings.Erase(siblings.PlaceOf(*node));
+    return true;
 }
 
 void CInfoSetItem::DeleteLeafItems()
 {
-    std::erase_if(m_subItems, [](const auto& item) { return !item->m_isGroup; });
+    if (m_subItems)
+        m_subItems->EraseItems();
 }
 
 CInfoSetItem* CInfoSetItem::GetLeaf(std::size_t index) const
 {
-    if (index >= GetLeafCount())
-        return nullptr;
-    if (m_subGroupCount == 0)
-        return m_subItems[index].get();
-    const auto isLast = [&](const auto& item) { return !item->m_isGroup && index-- == 0; };
-    return std::ranges::find_if(m_subItems, isLast)->get();
+    return m_subItems ? m_subItems->Item(index) : nullptr;
 }
 
 CInfoSetItem* CInfoSetItem::FindLeaf(const std::string& name) const
 {
-    const auto isIt = [&](const auto& item) { return !item->m_isGroup && item->m_name == name; };
-    const auto found = std::ranges::find_if(m_subItems, isIt);
-    return found == m_subItems.end() ? nullptr : found->get();
+    return m_subItems ? m_subItems->Find(name) : nullptr;
 }
 
 std::size_t CInfoSetItem::GetLeafIndex(const CInfoSetItem& leaf) const
 {
-    const auto place = m_subItems.begin() + static_cast<std::ptrdiff_t>(leaf.PlaceAmong(m_subItems));
-    return static_cast<std::size_t>(std::count_if(m_subItems.begin(), place, [](auto& i) { return !i->m_isGroup; }));
+    return m_subItems->ItemIndexOf(leaf);
 }
 
 CInfoSetItem* CInfoSetItem::FindGroup(const std::string& name) const
 {
     std::vector<CInfoSetItem*> waiting;
     const auto visitLater = [&](const CInfoSetItem& group) {
-        for (const auto& item : boost::adaptors::reverse(group.m_subItems)) {
+        for (const auto& item : boost::adaptors::reverse(group.GetSubItems())) {
             if (item->m_isGroup)
                 waiting.push_back(item.get());
         }
@@ -142,18 +152,6 @@ std::string CInfoSetItem::GetGroupPath(const std::string& suffix) const
     for (auto name = names.rbegin(); name != names.rend(); ++name)
         path.append(name == names.rbegin() ? "" : "\\").append(**name);
     return suffix.empty() ? path : path.append("\\").append(suffix);
-}
-
-std::size_t CInfoSetItem::PlaceAmong(const std::vector<std::unique_ptr<CInfoSetItem>>& siblings) const
-{
-    const auto isThis = [this](const auto& item) { return item.get() == this; };
-    const auto likely = siblings.begin() + static_cast<std::ptrdiff_t>(std::min(m_likelyPlace, siblings.size() - 1));
-    // Deletions before this one have moved it towards the front.
-    auto found = std::find_if(std::make_reverse_iterator(likely + 1), siblings.rend(), isThis).base();
-    if (found == siblings.begin())
-        found = std::find_if(likely + 1, siblings.end(), isThis) + 1;
-    m_likelyPlace = static_cast<std::size_t>(found - siblings.begin()) - 1;
-    return m_likelyPlace;
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,6 +1,8 @@
 // A node of the tree of measurement information.
 #pragma once
 
+#include "velflexlib/dataset/InfoSiblings.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -28,13 +30,15 @@ public:
     ~CInfoSetItem();
 
     const std::string& GetName() const { return m_name; }
-    void SetName(const std::string& name) { m_name = name; }
+    void SetName(std::string name);
     const std::string& GetValue() const { return m_value; }
     void SetValue(const std::string& value) { m_value = value; }
     bool IsGroup() const { return m_isGroup; }
     // Null for a top-level group.
     CInfoSetItem* GetParent() const { return m_parent; }
-    const std::vector<std::unique_ptr<CInfoSetItem>>& GetSubItems() const { return m_subItems; }
+    const std::vector<std::unique_ptr<CInfoSetItem>>& GetSubItems() const;
+    // The one behind this among its siblings, or null. There are none while it belongs to no info set and no group.
+    CInfoSetItem* GetNext() const;
 
     // The info set that the tree belongs to; null until it was inserted there.
     CInfoSet* GetOwner() const { return m_owner; }
@@ -47,13 +51,13 @@ public:
     bool InsertSubItem(std::unique_ptr<CInfoSetItem> item, int index);
     bool AddSubItem(std::unique_ptr<CInfoSetItem> item) { return InsertSubItem(std::move(item), -1); }
 
-    // Destroys that node, with all below it, wherever in this subtree it is. False when it is not there.
+    // Destroys that living node, with all below it, wherever in this subtree it is. False when it is not there.
     bool DeleteSubItem(const CInfoSetItem* node);
     // Destroys all sub-items that are no groups.
     void DeleteLeafItems();
 
     // Items directly in this group, not counting groups, by position among themselves. Null when there is none such.
-    std::size_t GetLeafCount() const { return m_subItems.size() - m_subGroupCount; }
+    std::size_t GetLeafCount() const { return m_subItems ? m_subItems->ItemCount() : 0; }
     CInfoSetItem* GetLeaf(std::size_t index) const;
     CInfoSetItem* FindLeaf(const std::string& name) const;
     std::size_t GetLeafIndex(const CInfoSetItem& leaf) const;
@@ -69,20 +73,20 @@ public:
     bool IsStoredFlat() const { return m_storedFlat; }
     void SetStoredFlat(bool flat) { m_storedFlat = flat; }
 
-    // Position among `siblings`, of which this is one. Fast when asked in turn, also while items come and go.
-    std::size_t PlaceAmong(const std::vector<std::unique_ptr<CInfoSetItem>>& siblings) const;
-
 private:
     friend class CInfoSet;
+    friend class CInfoSiblings;
+
+    CInfoSiblings* Siblings() const;
+    bool HasSubItems() const { return m_subItems && !m_subItems->All().empty(); }
 
     std::string m_name;
     std::string m_value;
     CInfoSet* m_owner = nullptr;
     CInfoSetItem* m_parent = nullptr;
-    std::vector<std::unique_ptr<CInfoSetItem>> m_subItems;
-    std::size_t m_subGroupCount = 0;       // of those that are groups
-    std::uint64_t m_handle = 0;            // given by the owner when someone asks
-    mutable std::size_t m_likelyPlace = 0; // where this was last found among its siblings
+    std::unique_ptr<CInfoSiblings> m_subItems; // made with the first one
+    std::uint64_t m_handle = 0;                // given by the owner when someone asks
+    mutable std::size_t m_place = 0;           // where this was last seen among its siblings
     bool m_isGroup;
     bool m_storedFlat = false;
 };

@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <stdexcept>
 
@@ -38,28 +41,45 @@ bool IsAscii(char c)
     return static_cast<unsigned char>(c) < 0x80;
 }
 
+// Most headers are ASCII from end to end: these are passed over eight at a time.
+const char* AfterAscii(const char* at, const char* end)
+{
+    constexpr std::uint64_t topBits = 0x8080'8080'8080'8080;
+    for (std::uint64_t block = 0; end - at >= static_cast<std::ptrdiff_t>(sizeof block); at += sizeof block) {
+        std::memcpy(&block, at, sizeof block);
+        if ((block & topBits) != 0)
+            break;
+    }
+    return std::find_if_not(at, end, IsAscii);
+}
+
 } // namespace
 
 bool IsValidUtf8(std::string_view bytes)
 {
     const char* at = bytes.data();
     const char* const end = at + bytes.size();
-    while ((at = std::find_if_not(at, end, IsAscii)) != end) {
+    while ((at = AfterAscii(at, end)) != end) {
         if (!boost::nowide::utf::is_valid_codepoint(Utf8::decode(at, end)))
             return false;
     }
     return true;
 }
 
-void AppendAnalyzed(std::string& text, std::string_view bytes)
+void AppendAnalyzed(std::string& text, std::string bytes)
 {
-    if (IsValidUtf8(bytes)) {
-        text += bytes.starts_with(utf8Mark) ? bytes.substr(utf8Mark.size()) : bytes;
+    if (!IsValidUtf8(bytes)) {
+        if (std::ranges::any_of(wideMarks, [&](std::string_view mark) { return bytes.starts_with(mark); }))
+            BOOST_THROW_EXCEPTION(std::runtime_error("Not yet handled"));
+        text += AnsiToUtf8(bytes);
         return;
     }
-    if (std::ranges::any_of(wideMarks, [&](std::string_view mark) { return bytes.starts_with(mark); }))
-        BOOST_THROW_EXCEPTION(std::runtime_error("Not yet handled"));
-    text += AnsiToUtf8(bytes);
+    if (bytes.starts_with(utf8Mark))
+        bytes.erase(0, utf8Mark.size());
+    if (text.empty())
+        text.swap(bytes); // a large header is not copied
+    else
+        text += bytes;
 }
 
 std::string Cp1252ToUtf8(std::string_view bytes)

@@ -10,7 +10,7 @@ bool IsValidUtf8(std::string_view bytes);
 
 // Appends `bytes` as UTF-8: as they are, less a byte-order mark, when they are valid UTF-8; else decoded from the
 // system's ANSI code page. UTF-16 and UTF-32 byte-order marks throw std::runtime_error "Not yet handled".
-void AppendAnalyzed(std::string& text, std::string_view bytes);
+void AppendAnalyzed(std::string& text, std::string bytes);
 
 // Code page 1252 as UTF-8. Its five unassigned bytes become the control characters of the same numbers.
 std::string Cp1252ToUtf8(std::string_view bytes);

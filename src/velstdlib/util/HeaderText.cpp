@@ -17,10 +17,18 @@ bool BreaksLine(char c)
     return c == '\r' || c == '\n' || c == '\0';
 }
 
+// Whether that can be told without looking twice: of ordinary texts.
+bool IsPlain(std::string_view text)
+{
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c != '#'; });
+}
+
 } // namespace
 
 std::string CleanHeaderText(std::string_view text)
 {
+    if (IsPlain(text))
+        return std::string(text);
     std::string clean = string::IsValidUtf8(text) ? std::string(text) : string::Cp1252ToUtf8(text);
     std::ranges::replace_if(clean, BreaksLine, ' ');
     boost::algorithm::replace_all(clean, "#!", "# !");

@@ -5,14 +5,14 @@
 #include <boost/throw_exception.hpp>
 
 #include <stdexcept>
+#include <utility>
 
 namespace veltaris::velstdlib::util {
 
 bool CIniFileContent::SelectSection(std::string_view name)
 {
-    const auto position = m_index.Find(name);
-    m_activeSectionName = position ? std::string(name) : std::string();
-    m_pActiveSection = position ? &m_sections[*position]->keys : nullptr;
+    const auto position = m_index.Find(CFoldedName(name));
+    Activate(position ? name : std::string_view(), position);
     return position.has_value();
 }
 
@@ -20,21 +20,30 @@ void CIniFileContent::SelectCreateSection(std::string_view name)
 {
     if (name.empty())
         BOOST_THROW_EXCEPTION(std::runtime_error("Empty section name not allowed"));
-    if (!m_index.Find(name)) {
-        AppendSection(name);
-    }
-    SelectSection(name);
+    const CFoldedName folded(name);
+    const auto position = m_index.Find(folded);
+    Activate(name, position ? *position : AppendSection(folded));
 }
 
-void CIniFileContent::AppendSection(std::string_view name)
+void CIniFileContent::Activate(std::string_view name, std::optional<std::size_t> position)
 {
-    m_sections.push_back(std::make_unique<Section>(name));
+    m_activeSectionName = name;
+    m_pActiveSection = position ? &m_sections[*position].keys : nullptr;
+}
+
+std::size_t CIniFileContent::AppendSection(const CFoldedName& name)
+{
+    const std::size_t position = m_sections.size();
+    m_sections.emplace_back(name, m_texts);
     try {
-        m_index.Insert(m_sections.size() - 1);
+        m_index.Insert(position);
     } catch (...) {
         m_sections.pop_back();
         throw;
     }
+    if (position > 0)
+        m_sections.back().keys.Follow(m_sections[position - 1].keys);
+    return position;
 }
 
 CVELKeyToValueList& CIniFileContent::GetActiveSection()
@@ -58,16 +67,18 @@ void CIniFileContent::Clear()
 {
     m_activeSectionName.clear();
     m_pActiveSection = nullptr;
-    m_index.Clear();
     m_sections.clear();
+    m_index.Rebuild();
+    m_texts.Reset({});
 }
 
-void CIniFileContent::Parse(std::string_view text, const std::atomic<bool>& abort)
+void CIniFileContent::Parse(std::string text, const std::atomic<bool>& abort)
 {
     Clear();
-    for (auto end = text.find('\n'); end != std::string_view::npos && !abort; end = text.find('\n')) {
-        ParseLine(string::WithoutTrailingSpace(text.substr(0, end)));
-        text.remove_prefix(end + 1);
+    std::string_view rest = m_texts.Reset(std::move(text));
+    for (auto end = rest.find('\n'); end != std::string_view::npos && !abort; end = rest.find('\n')) {
+        ParseLine(string::WithoutTrailingSpace(rest.substr(0, end)));
+        rest.remove_prefix(end + 1);
     }
 }
 
@@ -75,21 +86,17 @@ void CIniFileContent::ParseLine(std::string_view line)
 {
     if (line.starts_with('[') && line.ends_with(']')) {
         SelectCreateSection(line.substr(1, line.size() - 2));
-        return;
+    } else if (m_pActiveSection) {
+        m_pActiveSection->SetLine(line);
     }
-    const auto equals = line.find('=');
-    if (m_pActiveSection && equals != std::string_view::npos && equals > 0)
-        m_pActiveSection->SetValue(line.substr(0, equals), line.substr(equals + 1));
 }
 
 std::string CIniFileContent::Render() const
 {
     std::string text;
-    for (const auto& section : m_sections) {
-        text.append("[").append(section->name).append("]\r\n");
-        section->keys.ForEach([&](std::string_view key, std::string_view value) {
-            text.append(key).append("=").append(value).append("\r\n");
-        });
+    for (const Section& section : m_sections) {
+        text.append("[").append(section.name).append("]\r\n");
+        section.keys.ForEachLine([&](std::string_view line) { text.append(line).append("\r\n"); });
     }
     return text;
 }

@@ -2,16 +2,18 @@
 #pragma once
 
 #include "velstdlib/util/FoldedIndex.h"
+#include "velstdlib/util/TextStore.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <boost/assert/source_location.hpp>
 
 #include <atomic>
 #include <cstddef>
-#include <memory>
+#include <cstdint>
+#include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace veltaris::velstdlib::util {
 
@@ -43,7 +45,7 @@ public:
     // Replaces the content by that of `text`, whose lines end with line feeds: what follows the last one is ignored,
     // as are blanks at the end of a line, lines that are neither section nor key, and keys before the first section.
     // Stops before the next line when `abort` turns true. When it throws, the sections read so far remain.
-    void Parse(std::string_view text, const std::atomic<bool>& abort);
+    void Parse(std::string text, const std::atomic<bool>& abort);
 
     std::string Render() const;
 
@@ -52,20 +54,30 @@ private:
 
     struct Section
     {
-        explicit Section(std::string_view sectionName) : name(sectionName) {}
+        Section(const CFoldedName& sectionName, CTextStore& texts)
+            : name(texts.Keep(sectionName.text)), hash(sectionName.hash), keys(texts)
+        {
+        }
 
-        std::string name;
+        std::string_view name;
+        std::uint32_t hash;
         CVELKeyToValueList keys;
+
+        std::string_view Name() const { return name; }
+        std::uint32_t NameHash() const { return hash; }
     };
 
-    std::string_view NameAt(std::size_t position) const { return m_sections[position]->name; }
+    std::size_t Size() const { return m_sections.size(); }
+    const Section& At(std::size_t position) const { return m_sections[position]; }
     CVELKeyToValueList& CheckedSection(const boost::source_location& where) const;
-    void AppendSection(std::string_view name);
+    std::size_t AppendSection(const CFoldedName& name);
+    void Activate(std::string_view name, std::optional<std::size_t> position);
     void ParseLine(std::string_view line);
 
+    CTextStore m_texts;
     std::string m_activeSectionName;
     CVELKeyToValueList* m_pActiveSection = nullptr;
-    std::vector<std::unique_ptr<Section>> m_sections;
+    std::deque<Section> m_sections; // which stay where they are
     CFoldedIndex<CIniFileContent> m_index;
 };
 

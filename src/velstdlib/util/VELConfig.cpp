@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <fstream>
 #include <string_view>
+#include <utility>
 
 namespace veltaris::velstdlib::util {
 
@@ -31,7 +32,7 @@ std::uint64_t LengthOf(std::istream& stream)
 // What cannot be read may be anything but a data file: it has no header.
 std::uint64_t FindHeaderEnd(std::istream& stream, std::uint64_t fileBytes)
 try {
-    std::array<char, 1 + 1000> window{};
+    std::array<char, 1 + 16'384> window{};
     std::uint64_t position = 0;
     while (position < fileBytes) {
         const auto count = std::min<std::uint64_t>(fileBytes - position, window.size() - 1);
@@ -54,7 +55,7 @@ std::string ReadText(std::istream& stream, std::uint64_t bytes)
     stream.seekg(0);
     stream.read(raw.data(), static_cast<std::streamsize>(bytes));
     std::string text;
-    string::AppendAnalyzed(text, raw);
+    string::AppendAnalyzed(text, std::move(raw));
     return text;
 }
 

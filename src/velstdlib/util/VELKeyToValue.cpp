@@ -1,64 +1,145 @@
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include "velstdlib/string/NumberText.h"
+#include "velstdlib/util/Limits.h"
 #include "velstdlib/util/Log.h"
+#include "velstdlib/util/VELException.h"
 
 #include <boost/current_function.hpp>
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <boost/throw_exception.hpp>
 
+#include <array>
+#include <charconv>
 #include <limits>
 #include <stdexcept>
 
 namespace veltaris::velstdlib::util {
 
+namespace {
+
+bool HasValueBehind(std::string_view line, std::size_t keyLength)
+{
+    return line.size() > keyLength + 1 && line[keyLength] == '=';
+}
+
+} // namespace
+
 void CVELKeyToValueList::SetValue(std::string_view key, std::string_view value)
 {
-    if (value.empty()) {
-        RemoveKey(key);
-        return;
+    if (value.empty())
+        return RemoveKey(key);
+    CheckOrder();
+    if (const Entry* const same = NextOfModel(key); same && same->keyLength == key.size())
+        return Append({m_texts.KeepLine(key, value), same->keyLength, same->hash});
+    Set(CFoldedName(key), m_texts.KeepLine(key, value));
+}
+
+void CVELKeyToValueList::SetValue(std::string_view key, std::uint64_t value)
+{
+    std::array<char, std::numeric_limits<std::uint64_t>::digits10 + 1> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), value).ptr;
+    SetValue(key, std::string_view(digits.begin(), end));
+}
+
+void CVELKeyToValueList::Follow(const CVELKeyToValueList& model)
+{
+    m_entries.reserve(model.GetCount());
+    m_model = &model;
+}
+
+void CVELKeyToValueList::SetLine(std::string_view line)
+{
+    if (const Entry* const same = NextOfModel(line); same && HasValueBehind(line, same->keyLength)) {
+        CheckOrder();
+        return Append({line, same->keyLength, same->hash});
     }
+    const auto equals = line.find('=');
+    if (equals == std::string_view::npos || equals == 0)
+        return;
+    const std::string_view key = line.substr(0, equals);
+    if (!HasValueBehind(line, equals))
+        return RemoveKey(key);
+    CheckOrder();
+    Set(CFoldedName(key), line);
+}
+
+// The entry of the model whose turn it is, if the text starts with its key.
+auto CVELKeyToValueList::NextOfModel(std::string_view text) -> const Entry*
+{
+    const std::size_t position = m_entries.size();
+    if (m_model && m_model->KeysWereOnlyAdded() && position < m_model->m_entries.size()) {
+        const Entry& entry = m_model->m_entries[position];
+        if (text.starts_with(entry.Name()))
+            return &entry;
+    }
+    m_model = nullptr;
+    return nullptr;
+}
+
+void CVELKeyToValueList::CheckOrder() const
+{
     if (m_nextOrder == std::numeric_limits<std::uint64_t>::max())
         BOOST_THROW_EXCEPTION(std::runtime_error("Internal order value overflow"));
-    m_entries.push_back({m_nextOrder, std::string(key), std::string(value)});
-    ++m_nextOrder;
-    RemoveKey(key);
+}
+
+void CVELKeyToValueList::Set(const CFoldedName& key, std::string_view line)
+{
+    if (key.text.size() > limits::headerBytes)
+        ThrowFileSave({}, tooMuchText);
+    const auto replaced = m_index.Find(key);
+    Append({line, static_cast<std::uint32_t>(key.text.size()), key.hash});
+    if (replaced)
+        MakeHole(*replaced);
+    if (m_holes > GetCount())
+        CloseHoles();
+}
+
+// The key is not looked for before the index has it: it may stand elsewhere still.
+void CVELKeyToValueList::Append(const Entry& entry)
+{
+    m_entries.push_back(entry);
     try {
         m_index.Insert(m_entries.size() - 1);
     } catch (...) {
         m_entries.pop_back();
         throw;
     }
-    m_textBytes += key.size() + value.size();
-    if (m_holes > GetCount())
-        CloseHoles();
-}
-
-void CVELKeyToValueList::SetValue(std::string_view key, std::uint64_t value)
-{
-    SetValue(key, std::to_string(value));
+    ++m_nextOrder;
+    m_textBytes += entry.TextBytes();
 }
 
 void CVELKeyToValueList::RemoveKey(std::string_view key)
 {
-    if (const auto position = m_index.Find(key))
+    if (const auto position = m_index.Find(CFoldedName(key)))
         MakeHole(*position);
+}
+
+auto CVELKeyToValueList::Find(std::string_view key) const -> const Entry*
+{
+    if (m_likelyNext >= m_entries.size() || m_entries[m_likelyNext].Name() != key) {
+        const auto position = m_index.Find(CFoldedName(key));
+        if (!position)
+            return nullptr;
+        m_likelyNext = *position;
+    }
+    return &m_entries[m_likelyNext++];
 }
 
 std::string CVELKeyToValueList::GetValue(std::string_view key, std::string_view defaultValue) const
 {
-    const auto position = m_index.Find(key);
-    return position ? m_entries[*position].value : std::string(defaultValue);
+    const Entry* const entry = Find(key);
+    return std::string(entry ? entry->Value() : defaultValue);
 }
 
 template <class T>
 T CVELKeyToValueList::GetValueT(std::string_view key, T defaultValue) const
 {
-    const auto position = m_index.Find(key);
-    if (!position)
+    const Entry* const entry = Find(key);
+    if (!entry)
         return defaultValue;
     try {
-        return string::ParseNumber<T>(m_entries[*position].value);
+        return string::ParseNumber<T>(entry->Value());
     } catch (const boost::bad_lexical_cast& e) {
         LogWarning(BOOST_CURRENT_FUNCTION, e.what());
         return defaultValue;
@@ -71,8 +152,9 @@ template double CVELKeyToValueList::GetValueT(std::string_view, double) const;
 
 void CVELKeyToValueList::MakeHole(std::size_t position)
 {
+    m_model = nullptr;
     m_index.Erase(position);
-    m_textBytes -= m_entries[position].key.size() + m_entries[position].value.size();
+    m_textBytes -= m_entries[position].TextBytes();
     m_entries[position] = {};
     ++m_holes;
 }
@@ -81,9 +163,7 @@ void CVELKeyToValueList::CloseHoles()
 {
     std::erase_if(m_entries, [](const Entry& entry) { return entry.IsHole(); });
     m_holes = 0;
-    m_index.Clear();
-    for (std::size_t position = 0; position < m_entries.size(); ++position)
-        m_index.Insert(position);
+    m_index.Rebuild();
 }
 
 } // namespace veltaris::velstdlib::util

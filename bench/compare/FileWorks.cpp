@@ -1,0 +1,488 @@
+// Opening, reading through and saving whole files.
+#include "compare/Floor.h"
+#include "compare/Peers.h"
+#include "compare/Work.h"
+#include "support/Oxd.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <stdexcept>
+#include <utility>
+
+namespace bench {
+
+namespace {
+
+constexpr double milliseconds = 1e3;
+constexpr std::uint64_t smallFileChannels = 8;
+constexpr Shape smallImage{256, 256, 16};
+
+Shape Smaller(Shape shape, const Settings& settings)
+{
+    shape.lines = std::max<std::uint64_t>(shape.lines / settings.divisor, 16);
+    return shape;
+}
+
+// The image as one of our files, made anew for each work: nothing is left in memory or on disk of those before.
+std::string MakeImage(const Settings& settings, const Shape& shape)
+{
+    std::string path = settings.scratch->Path("image.oxd");
+    WriteOxd(path, shape);
+    return path;
+}
+
+enum class Values
+{
+    Raw,
+    Real,
+};
+
+// The lines that are written and read back, with the conversions that the library does and all others leave to their
+// caller.
+class CLines
+{
+public:
+    CLines(const Shape& shape, Values values) : m_shape(shape), m_values(values) {}
+
+    const std::int32_t* Raw(std::uint64_t line)
+    {
+        if (m_values == Values::Raw)
+            return RawLine(m_shape, line).data();
+        m_raw.resize(m_shape.points);
+        floor::FromReal(RealLine(m_shape, line).data(), m_raw.data(), m_raw.size());
+        return m_raw.data();
+    }
+
+    const std::int32_t* Stored(std::uint64_t line)
+    {
+        const std::span raw(Raw(line), m_shape.points);
+        m_stored.resize(raw.size());
+        std::ranges::transform(raw, m_stored.begin(), [&](std::int32_t v) { return v >> (30 - m_shape.bits); });
+        return m_stored.data();
+    }
+
+    void AddRaw(std::span<const std::int32_t> line)
+    {
+        if (m_values == Values::Raw)
+            return m_checksum.Add(line);
+        m_real.resize(line.size());
+        floor::ToReal(line.data(), m_real.data(), line.size());
+        m_checksum.Add(m_real);
+    }
+
+    void AddStored(std::span<const std::int32_t> line)
+    {
+        m_raw.resize(line.size());
+        std::ranges::transform(line, m_raw.begin(), [&](std::int32_t v) { return RawOf(v, m_shape.bits); });
+        AddRaw(m_raw);
+    }
+
+    double TakeChecksum() { return std::exchange(m_checksum, {}).Value(); }
+
+private:
+    Shape m_shape;
+    Values m_values;
+    CChecksum m_checksum;
+    std::vector<std::int32_t> m_raw;
+    std::vector<std::int32_t> m_stored;
+    std::vector<double> m_real;
+};
+
+std::string MakePeerImage(const Settings& settings, const CImagePeer& peer, const Shape& shape)
+{
+    std::string path = settings.scratch->Path("image." + peer.Name());
+    CLines lines(shape, Values::Raw);
+    peer.Write(path, shape, [&](std::uint64_t line) { return lines.Stored(line); });
+    return path;
+}
+
+// Of every 61st line, each sample multiplied by `factor`.
+template <class T>
+double ChecksumOfLines(const T* samples, const Shape& shape, std::int32_t factor)
+{
+    CChecksum checksum;
+    std::vector<std::int32_t> line(shape.points);
+    for (std::uint64_t i = 0; i < shape.lines; i += 61) {
+        std::transform(samples + i * shape.points, samples + (i + 1) * shape.points, line.begin(),
+                       [&](T sample) { return sample * factor; });
+        checksum.Add(line);
+    }
+    return checksum.Value();
+}
+
+Contender OpenOurs(const std::string& path, const Shape& shape)
+{
+    const auto file = std::make_shared<COxd>();
+    return {ours, [=] { *file = COxd::Open(path); },
+            [=] {
+                const double sum = ChecksumOf(**file, shape, 61);
+                file->Close();
+                return sum;
+            }};
+}
+
+Contender OpenFloor(const std::string& path, const Shape& shape)
+{
+    const auto samples = std::make_shared<floor::Samples>();
+    return {theFloor, [=] { *samples = floor::Load(path, shape.Samples(), shape.bits); },
+            [=] {
+                const double sum = ChecksumOfLines(samples->get(), shape, 1);
+                samples->reset();
+                return sum;
+            }};
+}
+
+template <class T, class Load>
+Contender OpenPeer(const Settings& settings, const std::shared_ptr<const CImagePeer>& peer, const Shape& shape,
+                   Load load)
+{
+    const std::string path = MakePeerImage(settings, *peer, shape);
+    const auto samples = std::make_shared<std::unique_ptr<T[]>>();
+    return {peer->Name(),
+            [=] {
+                samples->reset(new T[shape.Samples()]); // not initialised
+                ((*peer).*load)(path, shape, samples->get());
+            },
+            [=] {
+                const double sum = ChecksumOfLines(samples->get(), shape, 1 << (30 - shape.bits));
+                samples->reset();
+                return sum;
+            }};
+}
+
+enum class Compared
+{
+    WithFloor,
+    WithWideningPeers, // who give samples of 32 bits
+    WithStoringPeers,  // who give samples as they are stored
+};
+
+auto Open(Shape fullShape, Compared compared)
+{
+    return [=](const Settings& settings) {
+        const Shape shape = Smaller(fullShape, settings);
+        const std::string path = MakeImage(settings, shape);
+        std::vector<Contender> contenders{OpenOurs(path, shape), OpenFloor(path, shape)};
+        for (const auto& peer : ImagePeers()) {
+            if (compared == Compared::WithWideningPeers)
+                contenders.push_back(OpenPeer<std::int32_t>(settings, peer, shape, &CImagePeer::Load));
+            else if (compared == Compared::WithStoringPeers)
+                contenders.push_back(OpenPeer<std::int16_t>(settings, peer, shape, &CImagePeer::LoadStored));
+        }
+        return contenders;
+    };
+}
+
+auto Close(Shape fullShape)
+{
+    return [=](const Settings& settings) {
+        const Shape shape = Smaller(fullShape, settings);
+        const std::string path = MakeImage(settings, shape);
+        const auto nothing = [] { return 0.0; };
+        const auto file = std::make_shared<COxd>();
+        const auto samples = std::make_shared<floor::Samples>();
+        return std::vector<Contender>{{ours, [=] { file->Close(); }, nothing, [=] { *file = COxd::Open(path); }},
+                                      {theFloor, [=] { samples->reset(); }, nothing,
+                                       [=] { *samples = floor::Load(path, shape.Samples(), shape.bits); }}};
+    };
+}
+
+std::uint64_t ResidentBytes()
+{
+    std::ifstream status("/proc/self/statm");
+    std::uint64_t pages = 0;
+    status >> pages >> pages;
+    return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
+// How much a process grows by opening the file: in one of its own, as memory that was given back may stay with it.
+std::uint64_t MemoryToOpen(const std::string& path)
+{
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0)
+        throw std::runtime_error("No pipe");
+    const pid_t child = fork();
+    if (child == 0) {
+        const std::uint64_t before = ResidentBytes();
+        const auto handle = OpenOxdFile(path.c_str());
+        const std::uint64_t grown = handle == 0 ? 0 : ResidentBytes() - before;
+        _exit(write(ends[1], &grown, sizeof grown) == sizeof grown ? 0 : 1);
+    }
+    close(ends[1]);
+    std::uint64_t grown = 0;
+    const bool answered = read(ends[0], &grown, sizeof grown) == sizeof grown && grown > 0;
+    close(ends[0]);
+    waitpid(child, nullptr, 0);
+    if (!answered)
+        throw std::runtime_error("No memory was measured");
+    return grown;
+}
+
+auto Memory(Shape fullShape)
+{
+    return [=](const Settings& settings) {
+        const Shape shape = Smaller(fullShape, settings);
+        const std::string path = MakeImage(settings, shape);
+        const auto bytes = std::make_shared<std::uint64_t>();
+        return std::vector<Contender>{
+            {ours, [=] { *bytes = MemoryToOpen(path); }, [] { return 0.0; }, [] {},
+             [=] { return static_cast<double>(*bytes) / static_cast<double>(4 * shape.Samples()); }}};
+    };
+}
+
+// Opens the file, adds up all lines, and closes it.
+auto WalkLines(Shape fullShape)
+{
+    return [=](const Settings& settings) {
+        const Shape shape = Smaller(fullShape, settings);
+        const std::string path = MakeImage(settings, shape);
+        const auto sum = std::make_shared<double>();
+        const auto finish = [=] { return *sum; };
+        std::vector<Contender> contenders{{ours, [=] { *sum = ChecksumOf(*COxd::Open(path), shape); }, finish},
+                                          {theFloor,
+                                           [=] {
+                                               CChecksum checksum;
+                                               const auto samples = floor::Load(path, shape.Samples(), shape.bits);
+                                               for (std::uint64_t i = 0; i < shape.lines; ++i)
+                                                   checksum.Add({samples.get() + i * shape.points, shape.points});
+                                               *sum = checksum.Value();
+                                           },
+                                           finish}};
+        return contenders;
+    };
+}
+
+auto SmallFiles(std::uint64_t fullCount)
+{
+    return [=](const Settings& settings) {
+        const std::uint64_t count = fullCount / settings.divisor;
+        for (std::uint64_t i = 0; i < count; ++i)
+            WriteOxd(settings.scratch->Path(std::to_string(i)), smallImage, smallFileChannels, 60);
+        const auto sum = std::make_shared<CChecksum>();
+        const auto forEachFile = [=, scratch = settings.scratch](auto use) {
+            *sum = CChecksum();
+            for (std::uint64_t i = 0; i < count; ++i)
+                use(scratch->Path(std::to_string(i)), i % smallImage.lines);
+        };
+        const auto finish = [=] { return sum->Value(); };
+        const auto ourFile = [=](const std::string& path, std::uint64_t line) {
+            const COxd file = COxd::Open(path);
+            std::array<std::int32_t, smallImage.points> samples{};
+            for (std::uint64_t c = 0; c < smallFileChannels; ++c) {
+                GetChannelData_LineRaw(*file, 0, c, line, 0, samples.data());
+                sum->Add(samples);
+            }
+        };
+        const auto floorFile = [=](const std::string& path, std::uint64_t line) {
+            const auto samples = floor::Load(path, smallFileChannels * smallImage.Samples(), smallImage.bits);
+            for (std::uint64_t c = 0; c < smallFileChannels; ++c)
+                sum->Add({samples.get() + (c * smallImage.lines + line) * smallImage.points, smallImage.points});
+        };
+        return std::vector<Contender>{{ours, [=] { forEachFile(ourFile); }, finish},
+                                      {theFloor, [=] { forEachFile(floorFile); }, finish}};
+    };
+}
+
+// So often that 64 000 channels are worked on.
+constexpr std::uint64_t headerChannels = 64'000;
+
+std::function<void()> RepeatedFor(std::uint64_t channels, std::function<void()> run)
+{
+    return [=, runs = headerChannels / channels] {
+        for (std::uint64_t i = 0; i < runs; ++i)
+            run();
+    };
+}
+
+constexpr Shape noSamples{0, 0, 16};
+
+auto ReadHeader(std::uint64_t channels)
+{
+    return [=](const Settings& settings) {
+        const std::string path = settings.scratch->Path("header.oxd");
+        WriteOxd(path, noSamples, channels);
+        const auto nothing = [] { return 0.0; };
+        return std::vector<Contender>{
+            {ours, RepeatedFor(channels, [=] { COxd::Open(path); }), nothing},
+            {theFloor, RepeatedFor(channels, [=] { floor::ReadHeader(path); }), nothing},
+            {"index alone", RepeatedFor(channels, [=] { floor::IndexHeader(path); }), nothing}};
+    };
+}
+
+auto WriteHeader(std::uint64_t channels)
+{
+    return [=](const Settings& settings) {
+        const std::string path = settings.scratch->Path("header.oxd");
+        const std::string saved = path + ".saved";
+        WriteOxd(path, noSamples, channels);
+        const auto file = std::make_shared<COxd>(COxd::Open(path));
+        const auto length = [=] { return static_cast<double>(std::filesystem::file_size(saved)); };
+        return std::vector<Contender>{
+            {ours, RepeatedFor(channels, [=] { file->SaveAs(saved); }), length},
+            {theFloor, RepeatedFor(channels, [=] { floor::WriteHeader(saved, noSamples, channels); }), length}};
+    };
+}
+
+double ChecksumOfFile(const std::string& path, const Shape& shape)
+{
+    return ChecksumOf(*COxd::Open(path), shape, 61);
+}
+
+enum class Change
+{
+    Nothing,
+    EveryLine,
+};
+
+auto Save(Shape fullShape, Change change)
+{
+    return [=](const Settings& settings) {
+        const Shape shape = Smaller(fullShape, settings);
+        const std::string path = MakeImage(settings, shape);
+        const std::string saved = settings.scratch->Path("saved.oxd");
+        const auto file = std::make_shared<COxd>();
+        const auto samples = std::make_shared<floor::Samples>(floor::Load(path, shape.Samples(), shape.bits));
+        const auto finish = [=] {
+            file->Close();
+            return ChecksumOfFile(saved, shape);
+        };
+        const auto open = [=] {
+            *file = COxd::Open(path);
+            for (std::uint64_t i = 0; change == Change::EveryLine && i < shape.lines; ++i)
+                SetChannelData_LineRaw(**file, 0, 0, i, RawLine(shape, i).data());
+            CheckLibrary();
+        };
+        const std::string header = HeaderOf(shape, 1);
+        return std::vector<Contender>{
+            {ours, [=] { file->SaveAs(saved); }, finish, open},
+            {theFloor, [=] { floor::Save(saved, header, samples->get(), shape.Samples(), shape.bits); }, finish}};
+    };
+}
+
+void WriteOurs(const std::string& path, const Shape& shape, Values values)
+{
+    const COxd file = COxd::CreateImage(path, shape);
+    for (std::uint64_t i = 0; i < shape.lines; ++i) {
+        if (values == Values::Raw)
+            SetChannelData_LineRaw(*file, 0, 0, i, RawLine(shape, i).data());
+        else
+            SetChannelData_LineReal(*file, 0, 0, i, RealLine(shape, i).data());
+    }
+    file.SaveAs(path);
+}
+
+double ReadOurs(const std::string& path, const Shape& shape, Values values)
+{
+    const COxd file = COxd::Open(path);
+    if (values == Values::Raw)
+        return ChecksumOf(*file, shape);
+    CChecksum checksum;
+    std::vector<double> line(shape.points);
+    for (std::uint64_t i = 0; i < shape.lines; ++i) {
+        GetChannelData_LineReal(*file, 0, 0, i, 0, line.data());
+        checksum.Add(line);
+    }
+    return checksum.Value();
+}
+
+// Makes a file line by line, opens it again, and adds up its lines.
+auto WriteAndRead(Shape fullShape, Values values)
+{
+    return [=](const Settings& settings) {
+        const Shape shape = Smaller(fullShape, settings);
+        const std::string path = settings.scratch->Path("lines.");
+        const auto sum = std::make_shared<double>();
+        const auto lines = std::make_shared<CLines>(shape, values);
+        const auto finish = [=] { return lines->TakeChecksum(); };
+        std::vector<Contender> contenders{{ours,
+                                           [=] {
+                                               WriteOurs(path + "oxd", shape, values);
+                                               *sum = ReadOurs(path + "oxd", shape, values);
+                                           },
+                                           [=] { return *sum; }},
+                                          {theFloor,
+                                           [=] {
+                                               floor::SaveLines(path, HeaderOf(shape, 1), shape,
+                                                                [&](std::uint64_t i) { return lines->Raw(i); });
+                                               floor::LoadLines(path, shape, [&](auto line) { lines->AddRaw(line); });
+                                           },
+                                           finish}};
+        for (const auto& peer : ImagePeers()) {
+            const auto writeAndRead = [=, file = path + peer->Name()] {
+                peer->Write(file, shape, [&](std::uint64_t i) { return lines->Stored(i); });
+                peer->Read(file, shape, [&](auto line) { lines->AddStored(line); });
+            };
+            contenders.push_back({peer->Name(), writeAndRead, finish});
+        }
+        return contenders;
+    };
+}
+
+} // namespace
+
+std::vector<Work> FileWorks()
+{
+    constexpr Shape large{16'384, 16'384, 16};
+    constexpr Shape bytes{16'384, 8192, 8};
+    constexpr Shape words{16'384, 4096, 32};
+    constexpr Shape narrow{128, 524'288, 16};
+    constexpr Shape square{4096, 4096, 16};
+    const std::vector<Goal> none;
+    const auto perChannel = 1e6 / headerChannels;
+    using enum Against;
+    return {
+        {"open 512 MiB of 16 bits",
+         "ms",
+         milliseconds,
+         {{Floor, 0.60}, {BestPeer, 1 / 1.6}},
+         Open(large, Compared::WithWideningPeers)},
+        {"the same, peers as stored", "ms", milliseconds, none, Open(large, Compared::WithStoringPeers)},
+        {"open 128 MiB of 8 bits", "ms", milliseconds, {{Floor, 0.40}}, Open(bytes, Compared::WithFloor)},
+        {"open 256 MiB of 32 bits", "ms", milliseconds, {{Floor, 1.0}}, Open(words, Compared::WithFloor)},
+        {"open lines of 128 points", "ms", milliseconds, {{Floor, 0.60}}, Open(narrow, Compared::WithFloor)},
+        {"close 512 MiB of 16 bits", "ms", milliseconds, {{Floor, 2.0}}, Close(large)},
+        {"memory, 16 bits", "of 4 B/sample", 1, {{Figure, 0.55}}, Memory(large)},
+        {"memory, 8 bits", "of 4 B/sample", 1, {{Figure, 0.30}}, Memory(bytes)},
+        {"open, walk all lines, close", "ms", milliseconds, {{Floor, 0.65}}, WalkLines(large)},
+        {"2 000 small files", "ms", milliseconds, {{Floor, 0.70}}, SmallFiles(2000)},
+        {"read header of 1 000 channels", "us/channel", perChannel, {{Floor, 1.6}, {Figure, 3.0}}, ReadHeader(1000)},
+        {"read header of 64 000 channels",
+         "us/channel",
+         perChannel,
+         {{Floor, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
+         ReadHeader(64'000)},
+        {"write header of 1 000 channels",
+         "us/channel",
+         perChannel,
+         {{Floor, 1.6}, {Figure, 3.0}},
+         WriteHeader(1000),
+         0.1},
+        {"write header of 64 000 channels",
+         "us/channel",
+         perChannel,
+         {{Floor, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
+         WriteHeader(64'000),
+         0.1},
+        {"save 512 MiB unchanged", "ms", milliseconds, {{Floor, 0.75}}, Save(large, Change::Nothing)},
+        {"save 512 MiB, every line changed", "ms", milliseconds, {{Floor, 1.10}}, Save(large, Change::EveryLine)},
+        {"write and read lines, raw",
+         "ms",
+         milliseconds,
+         {{Floor, 1.3}, {BestPeer, 1.0}},
+         WriteAndRead(square, Values::Raw)},
+        {"write and read lines, real",
+         "ms",
+         milliseconds,
+         {{Floor, 1.3}, {BestPeer, 1.0}},
+         WriteAndRead(square, Values::Real),
+         1e-9},
+    };
+}
+
+} // namespace bench

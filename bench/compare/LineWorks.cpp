@@ -1,0 +1,208 @@
+// Single calls: lines through operators, pixels, and steps through the tree of information.
+#include "compare/Floor.h"
+#include "compare/Peers.h"
+#include "compare/Work.h"
+#include "support/Oxd.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <optional>
+#include <random>
+#include <vector>
+
+namespace bench {
+
+namespace {
+
+constexpr Shape image{1024, 1024, 16};
+constexpr Shape largeImage{8192, 8192, 16};
+constexpr double nanoseconds = 1e9;
+
+std::shared_ptr<COxd> OpenImage(const Settings& settings, const Shape& shape)
+{
+    const std::string path = settings.scratch->Path("pixels.oxd");
+    WriteOxd(path, shape);
+    return std::make_shared<COxd>(COxd::Open(path));
+}
+
+using Lines = std::shared_ptr<std::vector<std::int32_t>>;
+
+Lines MakeLines()
+{
+    return std::make_shared<std::vector<std::int32_t>>(image.Samples());
+}
+
+// What is left of the samples, which rounding hardly changes.
+double MeanMagnitude(const std::vector<std::int32_t>& samples)
+{
+    double sum = 0;
+    for (const std::int32_t sample : samples)
+        sum += std::abs(static_cast<double>(sample));
+    return sum / static_cast<double>(samples.size());
+}
+
+// apply(line, corrected) for each line of the image.
+template <class Apply>
+Contender Correct(const std::string& name, const Lines& corrected, Apply apply)
+{
+    return {name,
+            [=] {
+                for (std::uint64_t i = 0; i < image.lines; ++i)
+                    apply(i, std::span(*corrected).subspan(i * image.points, image.points));
+            },
+            [=] { return MeanMagnitude(*corrected); }};
+}
+
+// `degree` is that of the polynomial that the operator fits, where others can do that, too.
+auto Operator(int code, std::optional<int> degree = {})
+{
+    return [=](const Settings& settings) {
+        const auto file = OpenImage(settings, image);
+        const Lines corrected = MakeLines();
+        const auto floorOperator = std::make_shared<floor::COperator>(code, image.points);
+        std::vector<Contender> contenders{
+            Correct(ours, corrected,
+                    [=](std::uint64_t i, auto out) { GetChannelData_LineRaw(**file, 0, 0, i, code, out.data()); }),
+            Correct(theFloor, corrected,
+                    [=](std::uint64_t i, auto out) { floorOperator->Apply(RawLine(image, i), out); })};
+        if (degree) {
+            for (const auto& peer : FitPeers(*degree, image.points))
+                contenders.push_back(Correct(peer->Name(), corrected,
+                                             [=](std::uint64_t i, auto out) { peer->Apply(RawLine(image, i), out); }));
+        }
+        return contenders;
+    };
+}
+
+struct Position
+{
+    std::uint64_t point;
+    std::uint64_t line;
+};
+
+constexpr std::size_t pixelCount = 1'000'000;
+
+std::vector<Position> InOrder()
+{
+    std::vector<Position> positions(pixelCount);
+    for (std::size_t i = 0; i < pixelCount; ++i)
+        positions[i] = {i % image.points, i / image.points};
+    return positions;
+}
+
+std::vector<Position> Scattered()
+{
+    std::mt19937_64 random; // NOLINT(bugprone-random-generator-seed,cert-msc32-c): the same in each run
+    std::vector<Position> positions(pixelCount);
+    for (Position& position : positions)
+        position = {random() % largeImage.points, random() % largeImage.lines};
+    return positions;
+}
+
+// use(file, position) answers a sample.
+template <class Use>
+auto Pixels(const Shape& shape, std::vector<Position> (*order)(), Use use)
+{
+    return [=](const Settings& settings) {
+        const auto file = OpenImage(settings, shape);
+        const auto sum = std::make_shared<double>();
+        const auto walk = [=, positions = order()] {
+            std::int64_t total = 0;
+            for (const Position& position : positions)
+                total += use(**file, position);
+            *sum = static_cast<double>(total);
+        };
+        return std::vector<Contender>{{ours, walk, [=] {
+                                           CheckLibrary();
+                                           return *sum;
+                                       }}};
+    };
+}
+
+std::int32_t GetPixel(std::uint64_t file, const Position& at)
+{
+    return GetChannelData_PixelRaw(file, 0, 0, at.point, at.line, 0);
+}
+
+std::int32_t GetCorrectedPixel(std::uint64_t file, const Position& at)
+{
+    return GetChannelData_PixelRaw(file, 0, 0, at.point, at.line, 2);
+}
+
+std::int32_t SetPixel(std::uint64_t file, const Position& at)
+{
+    SetChannelData_PixelRaw(file, 0, 0, at.point, at.line, 1 << 20);
+    return 1 << 20;
+}
+
+constexpr std::uint64_t steps = 1'000'000;
+
+// Walks along so many groups of a level, again and again.
+auto NextSibling(std::uint64_t siblings)
+{
+    return [=](const Settings& settings) {
+        const auto file = std::make_shared<COxd>(COxd::Create(settings.scratch->Path("unsaved.oxd")));
+        for (std::uint64_t i = 0; i < siblings; ++i)
+            AddMetaInfoItemGroup(**file, 1, std::to_string(i).c_str());
+        const auto walk = [=] {
+            for (std::uint64_t done = 0; done < steps; done += siblings) {
+                auto node = SelectFirstChildMetaInfoItem(**file, 1);
+                for (std::uint64_t i = 1; i < siblings; ++i)
+                    node = SelectNextMetaInfoItem(**file, node);
+            }
+        };
+        return std::vector<Contender>{{ours, walk, [] {
+                                           CheckLibrary();
+                                           return 0.0;
+                                       }}};
+    };
+}
+
+// Makes so many items in a group, and finds each by its name.
+auto CreateItems(std::uint64_t items)
+{
+    return [=](const Settings& settings) {
+        const std::string path = settings.scratch->Path("unsaved.oxd");
+        const auto create = [=] {
+            const COxd file = COxd::Create(path);
+            CreateInfoGroup(*file);
+            for (std::uint64_t i = 0; i < items; ++i)
+                CreateInfoItem(*file, 0, std::to_string(i).c_str(), "value");
+            for (std::uint64_t i = 0; i < items; ++i)
+                GetInfoItemIndex(*file, 0, std::to_string(i).c_str());
+        };
+        return std::vector<Contender>{{ours, create, [] {
+                                           CheckLibrary();
+                                           return 0.0;
+                                       }}};
+    };
+}
+
+} // namespace
+
+std::vector<Work> LineWorks()
+{
+    constexpr double perLine = 1e6 / image.lines;
+    constexpr double perPixel = nanoseconds / pixelCount;
+    constexpr double perStep = nanoseconds / steps;
+    using enum Against;
+    return {
+        {"pixels in order, read", "ns", perPixel, {{Figure, 30}}, Pixels(image, InOrder, GetPixel)},
+        {"pixels in order, written", "ns", perPixel, {{Figure, 30}}, Pixels(image, InOrder, SetPixel)},
+        {"pixels scattered, read", "ns", perPixel, {{Figure, 55}}, Pixels(largeImage, Scattered, GetPixel)},
+        {"pixels scattered, written", "ns", perPixel, {{Figure, 55}}, Pixels(largeImage, Scattered, SetPixel)},
+        {"pixels of lines less a line", "ns", perPixel, {{Figure, 35}}, Pixels(image, InOrder, GetCorrectedPixel)},
+        {"mean of 1 024 points", "us", perLine, {{Floor, 1.3}}, Operator(1, 0), 1e-4},
+        {"line of 1 024 points", "us", perLine, {{Floor, 1.3}, {BestPeer, 1.0}}, Operator(2, 1), 1e-4},
+        {"parabola of 1 024 points", "us", perLine, {{Floor, 1.3}, {BestPeer, 1.0}}, Operator(4, 2), 1e-4},
+        {"polynomial of 1 024 points", "us", perLine, {{Floor, 1.3}, {BestPeer, 1.0}}, Operator(5, 4), 1e-4},
+        {"derivative of 1 024 points", "us", perLine, {{Floor, 1.3}}, Operator(3), 1e-4},
+        {"next of 1 000 siblings", "ns", perStep, {{Figure, 40}}, NextSibling(1000)},
+        {"next of 16 000 siblings", "ns", perStep, {{Figure, 40}, {Growth, 1.6}}, NextSibling(16'000)},
+        {"make and find 1 000 items", "ns", nanoseconds / 1000, {}, CreateItems(1000)},
+        {"make and find 50 000 items", "ns", nanoseconds / 50'000, {{Growth, 2}}, CreateItems(50'000)},
+    };
+}
+
+} // namespace bench
