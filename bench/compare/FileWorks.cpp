@@ -292,7 +292,7 @@ auto SmallFiles(std::uint64_t fullCount)
 // So often that 64 000 channels are worked on.
 constexpr std::uint64_t headerChannels = 64'000;
 
-std::function<void()> RepeatedFor(std::uint64_t channels, std::function<void()> run)
+std::function<void()> RepeatedFor(std::uint64_t channels, const std::function<void()>& run)
 {
     return [=, runs = headerChannels / channels] {
         for (std::uint64_t i = 0; i < runs; ++i)

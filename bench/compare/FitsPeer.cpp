@@ -55,6 +55,7 @@ public:
         std::array<long, 2> size{static_cast<long>(shape.points), static_cast<long>(shape.lines)};
         file.Call(ffcrim, SHORT_IMG, 2, size.data());
         for (std::uint64_t i = 0; i < shape.lines; ++i)
+            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library only reads them
             file.Call(ffppr, TINT, FirstOf(shape, i), size[0], const_cast<std::int32_t*>(line(i)));
     }
 

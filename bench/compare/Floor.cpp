@@ -38,6 +38,7 @@ void NarrowTo(const std::int32_t* raw, std::byte* stored, std::uint64_t count)
 
 Samples Allocate(std::uint64_t count)
 {
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): containers would write every element first
     return Samples(static_cast<std::int32_t*>(std::malloc(count * sizeof(std::int32_t))));
 }
 
@@ -120,14 +121,14 @@ CFile CFile::BehindHeader(const std::string& path)
 {
     CFile file = AtStart(path);
     std::string text;
-    for (std::size_t mark = text.npos; mark == text.npos;) {
+    for (std::size_t mark = std::string::npos; mark == std::string::npos;) {
         const std::size_t searched = text.size();
         text.resize(searched + 4096);
         const auto count = read(file.m_descriptor, text.data() + searched, text.size() - searched);
         Require(count > 0);
         text.resize(searched + static_cast<std::size_t>(count));
         mark = text.find("#!", searched == 0 ? 0 : searched - 1);
-        if (mark != text.npos)
+        if (mark != std::string::npos)
             Require(lseek(file.m_descriptor, static_cast<off_t>(mark + 2), SEEK_SET) >= 0);
     }
     return file;

@@ -18,7 +18,10 @@ namespace bench::floor {
 
 struct Free
 {
-    void operator()(void* memory) const { std::free(memory); }
+    void operator()(void* memory) const
+    {
+        std::free(memory);
+    } // NOLINT(cppcoreguidelines-no-malloc): it came from there
 };
 
 // Not initialised.

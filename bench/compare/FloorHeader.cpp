@@ -109,7 +109,7 @@ std::string ReadWhole(const std::string& path)
 KeyIndex Indexed(std::string_view text)
 {
     KeyIndex index;
-    for (auto end = text.find('\n'); end != text.npos; end = text.find('\n')) {
+    for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
         std::string_view line = text.substr(0, end);
         text.remove_prefix(end + 1);
         if (line.ends_with('\r'))
@@ -119,7 +119,7 @@ KeyIndex Indexed(std::string_view text)
                 index.sections.back().Index();
             index.names.Add(line.substr(1, line.size() - 2), {});
             index.sections.emplace_back();
-        } else if (const auto equals = line.find('='); equals != line.npos) {
+        } else if (const auto equals = line.find('='); equals != std::string_view::npos) {
             index.sections.back().Add(line.substr(0, equals), line.substr(equals + 1));
         }
     }

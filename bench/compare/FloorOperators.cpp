@@ -93,7 +93,8 @@ void COperator::Fit(std::span<const std::int32_t> line, std::span<std::int32_t> 
         std::int64_t sum = 0;
         for (const std::int32_t sample : line)
             sum += sample;
-        std::ranges::fill(m_fitted, static_cast<double>(sum / static_cast<std::int64_t>(line.size())));
+        const std::int64_t mean = sum / static_cast<std::int64_t>(line.size());
+        std::ranges::fill(m_fitted, static_cast<double>(mean));
     } else if (m_basis.size() == 2) {
         FitBasis<2>(m_basis, line.data(), m_fitted.data(), line.size());
     } else if (m_basis.size() == 3) {

@@ -100,6 +100,7 @@ Result Measure(const Work& work, const Settings& settings, int rounds, const Res
 {
     const std::vector<Contender> contenders = work.contenders(settings);
     std::vector<CRunner> runners;
+    runners.reserve(contenders.size());
     for (const Contender& contender : contenders)
         runners.emplace_back(work, contender);
     for (int round = 0; round < rounds; ++round) {
