@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -60,14 +59,6 @@ void CheckLineRead(const CCall& call, const CDataBuffer& buffer, std::uint64_t l
         call.Done(buffer.CanReadLine(line));
         call.NotNull(values);
     }
-}
-
-// A sample that was read, if there is such a one.
-template <class Value>
-Value Pixel(const CCall& call, const std::optional<Value>& read)
-{
-    call.Done(read.has_value());
-    return *read;
 }
 
 std::uint64_t CreateInfo(std::uint64_t handle, const std::string& name)
@@ -461,7 +452,9 @@ int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channe
 {
     return Export("get channel pixel", [&](const CCall& call) {
         const CDataBuffer& buffer = call.Channel(handle, group, channel);
-        return Pixel(call, buffer.ReadPixelRaw(point, line, LineOperator(lineOp)));
+        int32_t value = 0;
+        call.Done(buffer.ReadPixelRaw(point, line, LineOperator(lineOp), value));
+        return value;
     });
 }
 
@@ -470,7 +463,9 @@ double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channe
 {
     return Export("get channel pixel", [&](const CCall& call) {
         const CDataBuffer& buffer = call.Channel(handle, group, channel);
-        return Pixel(call, buffer.ReadPixelReal(point, line, LineOperator(lineOp)));
+        double value = 0;
+        call.Done(buffer.ReadPixelReal(point, line, LineOperator(lineOp), value));
+        return value;
     });
 }
 

@@ -38,7 +38,8 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
         buffer.ReadLineRaw(1, GetLineOperator(LineOpID::RawData), samples.data());
         for (const auto sample : samples)
             torn += sample == samples.front() ? 0 : 1;
-        buffer.ReadPixelReal(1, 1, GetLineOperator(LineOpID::LineFit));
+        double pixel = 0;
+        buffer.ReadPixelReal(1, 1, GetLineOperator(LineOpID::LineFit), pixel);
     };
     RunTogether({writeLine, writeLine, readLine, readLine,
                  [&](int round) { buffer.SetXYDimension(8, 4 + static_cast<std::uint64_t>(round % 2)); },

@@ -15,7 +15,6 @@
 #include <cstdint>
 #include <map>
 #include <mutex>
-#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -104,11 +103,10 @@ public:
     // nothing written, when the line cannot be read.
     bool ReadLineRaw(std::uint64_t line, const CLineOperator& lineOperator, std::int32_t* values) const;
     bool ReadLineReal(std::uint64_t line, const CLineOperator& lineOperator, double* values) const;
-    // One sample of such a corrected line; nothing when that has no such sample.
-    std::optional<std::int32_t> ReadPixelRaw(std::uint64_t point, std::uint64_t line,
-                                             const CLineOperator& lineOperator) const;
-    std::optional<double> ReadPixelReal(std::uint64_t point, std::uint64_t line,
-                                        const CLineOperator& lineOperator) const;
+    // One sample of such a corrected line. False, with `value` as it was, when that has no such sample.
+    bool ReadPixelRaw(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
+                      std::int32_t& value) const;
+    bool ReadPixelReal(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator, double& value) const;
 
     // The lowest and highest of all samples that were ever written or loaded since the last change of size.
     CRawRange GetDataRange() const;
@@ -174,8 +172,8 @@ private:
     void ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
                    std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine);
     std::uint64_t LongestLine() const;
-    bool IsReadable(std::uint64_t line) const;
-    CStoredSamples ValidSamples(std::uint64_t line) const;
+    bool IsReadable(std::uint64_t line) const { return line < m_lineCount && ValidCount(line) <= m_points; }
+    CStoredSamples ValidSamples(std::uint64_t line) const { return m_samples.Line(line).First(ValidCount(line)); }
     std::uint64_t ValidCount(std::uint64_t line) const
     {
         return m_ownLineAxes.empty() ? m_points : LineAxisAt(line).count;
@@ -183,8 +181,8 @@ private:
     const CLineFit& FitOf(std::uint64_t line, const CStoredSamples& samples, const CLineOperator& lineOperator) const;
     template <class Write>
     bool ReadLine(std::uint64_t line, const CLineOperator& lineOperator, Write write) const;
-    std::optional<std::int32_t> PixelAt(std::uint64_t point, std::uint64_t line,
-                                        const CLineOperator& lineOperator) const;
+    bool GetPixel(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
+                  std::int32_t& value) const;
     template <class Values>
     bool SetLine(std::uint64_t line, const Values& values);
     template <class Values>

@@ -137,16 +137,6 @@ void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32
     m_dataChanged.store(true, std::memory_order_relaxed); // what it tells of is guarded by the lock
 }
 
-bool CDataBuffer::IsReadable(std::uint64_t line) const
-{
-    return line < m_lineCount && ValidCount(line) <= m_points;
-}
-
-CStoredSamples CDataBuffer::ValidSamples(std::uint64_t line) const
-{
-    return m_samples.Line(line).First(ValidCount(line));
-}
-
 bool CDataBuffer::CanReadLine(std::uint64_t line) const
 {
     const std::lock_guard lock(m_mutex);
@@ -200,34 +190,37 @@ bool CDataBuffer::ReadLineReal(std::uint64_t line, const CLineOperator& lineOper
     });
 }
 
-std::optional<std::int32_t> CDataBuffer::PixelAt(std::uint64_t point, std::uint64_t line,
-                                                 const CLineOperator& lineOperator) const
+bool CDataBuffer::GetPixel(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
+                           std::int32_t& value) const
 {
     if (!IsReadable(line))
-        return std::nullopt;
+        return false;
     const CStoredSamples samples = ValidSamples(line);
     if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
-        return std::nullopt;
+        return false;
     if (lineOperator.GetID() == LineOpID::RawData)
-        return samples.At(point);
-    std::int32_t value = 0;
-    lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
-    return value;
+        value = samples.At(point);
+    else
+        lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
+    return true;
 }
 
-std::optional<std::int32_t> CDataBuffer::ReadPixelRaw(std::uint64_t point, std::uint64_t line,
-                                                      const CLineOperator& lineOperator) const
+bool CDataBuffer::ReadPixelRaw(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
+                               std::int32_t& value) const
 {
     const std::lock_guard lock(m_mutex);
-    return PixelAt(point, line, lineOperator);
+    return GetPixel(point, line, lineOperator, value);
 }
 
-std::optional<double> CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line,
-                                                 const CLineOperator& lineOperator) const
+bool CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
+                                double& value) const
 {
     const std::lock_guard lock(m_mutex);
-    const auto raw = PixelAt(point, line, lineOperator);
-    return raw ? std::optional(SignalScale().ToReal(*raw)) : std::nullopt;
+    std::int32_t raw = 0;
+    if (!GetPixel(point, line, lineOperator, raw))
+        return false;
+    value = SignalScale().ToReal(raw);
+    return true;
 }
 
 CRawRange CDataBuffer::GetDataRange() const
