@@ -6,6 +6,7 @@
 #include "api/LastError.h"
 #include "api/OpenFile.h"
 #include "velflexlib/dataset/DataSetToVELConfig.h"
+#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
@@ -83,7 +84,7 @@ void Save(FileHandleStruct& file, const boost::source_location& where)
     serialiser.SaveHeader(document, dataSetSection);
     const std::string header = RenderHeader(document);
 
-    RemoveRegularFile(file.fileName);
+    veltaris::velstdlib::util::RemoveRegularFile(file.fileName);
     auto opened = COpenFile::ForWriting(file.fileName, where);
     file.config.SwapContent(document);
     opened.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));

@@ -14,20 +14,17 @@ using veltaris::velstdlib::util::ThrowFileOpen;
 using veltaris::velstdlib::util::ToPath;
 
 // A directory opens like an endless file on one system, and is denied without a reason on another.
-fs::file_type TypeUnlessDirectory(const std::string& path, const boost::source_location& where)
+void CheckIsNoDirectory(const std::string& path, const boost::source_location& where)
 {
     std::error_code error;
-    const auto type = fs::status(ToPath(path), error).type();
-    if (type == fs::file_type::directory)
+    if (fs::is_directory(ToPath(path), error))
         ThrowFileOpen(path, EISDIR, where);
-    return type;
 }
 
 // Opening a pipe would wait for its other end.
-void CheckReadable(const std::string& path, const boost::source_location& where)
+void CheckIsNoDevice(const std::string& path, const boost::source_location& where)
 {
-    const auto type = TypeUnlessDirectory(path, where);
-    if (type != fs::file_type::regular && type != fs::file_type::not_found && type != fs::file_type::none)
+    if (veltaris::velstdlib::util::IsDevice(path))
         ThrowFileOpen(path, EINVAL, where);
 }
 
@@ -35,13 +32,14 @@ void CheckReadable(const std::string& path, const boost::source_location& where)
 
 COpenFile COpenFile::ForReading(const std::string& path, const boost::source_location& where)
 {
-    CheckReadable(path, where);
+    CheckIsNoDirectory(path, where);
+    CheckIsNoDevice(path, where);
     return {path, std::ios::in | std::ios::binary, where};
 }
 
 COpenFile COpenFile::ForWriting(const std::string& path, const boost::source_location& where)
 {
-    TypeUnlessDirectory(path, where);
+    CheckIsNoDirectory(path, where);
     return {path, std::ios::out | std::ios::trunc | std::ios::binary, where};
 }
 
@@ -62,12 +60,4 @@ void CheckWritable(const std::string& path, const boost::source_location& where)
 {
     if (veltaris::velstdlib::util::IsWriteProtected(path))
         ThrowFileOpen(path, EACCES, where);
-}
-
-void RemoveRegularFile(const std::string& path)
-{
-    const fs::path file = ToPath(path);
-    std::error_code error;
-    if (fs::is_regular_file(fs::symlink_status(file, error)))
-        fs::remove(file, error);
 }

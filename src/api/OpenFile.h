@@ -32,6 +32,3 @@ private:
 
 // Refuses, as a failed open would, a file that has no write permission at all.
 void CheckWritable(const std::string& path, const boost::source_location& where);
-
-// Makes way for a new file: removes a regular file. Anything else stays, to be opened and truncated.
-void RemoveRegularFile(const std::string& path);

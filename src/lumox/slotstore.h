@@ -4,6 +4,7 @@
 #include "lumox/sigslot_connection.h"
 
 #include <boost/container/small_vector.hpp>
+#include <boost/thread/recursive_mutex.hpp>
 
 #include <atomic>
 #include <cstddef>
@@ -109,7 +110,7 @@ private:
     void clean_up();
     entry* find(std::uint32_t id);
 
-    std::recursive_mutex m_mutex;
+    boost::recursive_mutex m_mutex; // the standard one leaves memory behind on Windows
     const std::shared_ptr<audience> m_listeners = std::make_shared<audience>();
     entry_list m_entries;
     std::uint32_t m_nextId = 0;
@@ -139,7 +140,7 @@ public:
 
 private:
     slotstore& m_store;
-    std::lock_guard<std::recursive_mutex> m_lock;
+    std::lock_guard<boost::recursive_mutex> m_lock;
     std::size_t m_position = 0;
 };
 

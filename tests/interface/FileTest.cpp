@@ -66,6 +66,7 @@ TEST_F(FileTest, AFileWithoutWritePermissionIsRefusedAndUntouched)
     ExpectOpenFailure(Path("locked.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
     EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + Path("locked.oxd"));
     EXPECT_EQ(ReadBytes(Path("locked.oxd")), "precious");
+    fs::permissions(Path("locked.oxd"), fs::perms::owner_all); // else Windows would keep it
 }
 
 TEST_F(FileTest, WhereNoFileCanBeNoneIsWritten)

@@ -5,4 +5,4 @@
 
 // The exit code of the tool, -1 if it came to no regular end. Its streams go to results.txt and diagnostics.txt, here.
 // Only a POSIX shell understands more in `arguments` than words and single quotes.
-int RunTool(const std::string& arguments);
+int RunTool(const std::string& arguments, const char* tool = OXD_TOOL);

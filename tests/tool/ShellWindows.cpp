@@ -64,7 +64,7 @@ private:
 
 } // namespace
 
-int RunTool(const std::string& arguments)
+int RunTool(const std::string& arguments, const char* tool)
 {
     std::vector<std::wstring> words = Words(arguments);
     std::vector<const wchar_t*> pointers;
@@ -75,5 +75,5 @@ int RunTool(const std::string& arguments)
     pointers.push_back(nullptr);
     const Redirection results(1, "results.txt");
     const Redirection diagnostics(2, "diagnostics.txt");
-    return static_cast<int>(_wspawnv(_P_WAIT, boost::nowide::widen(OXD_TOOL).c_str(), pointers.data()));
+    return static_cast<int>(_wspawnv(_P_WAIT, boost::nowide::widen(tool).c_str(), pointers.data()));
 }

@@ -94,10 +94,10 @@ std::string Cp1252ToUtf8(std::string_view bytes)
 std::string AnsiToUtf8(std::string_view bytes)
 {
 #ifdef _WIN32
-    return boost::nowide::narrow(SystemCodePageToWide(bytes));
-#else
-    return Cp1252ToUtf8(bytes);
+    if (!IsSystemCodePageUtf8())
+        return boost::nowide::narrow(SystemCodePageToWide(bytes));
 #endif
+    return Cp1252ToUtf8(bytes);
 }
 
 } // namespace veltaris::velstdlib::string

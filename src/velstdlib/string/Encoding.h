@@ -15,7 +15,8 @@ void AppendAnalyzed(std::string& text, std::string bytes);
 // Code page 1252 as UTF-8. Its five unassigned bytes become the control characters of the same numbers.
 std::string Cp1252ToUtf8(std::string_view bytes);
 
-// The system's ANSI code page as UTF-8: code page 1252 on systems that have no such thing.
+// The system's ANSI code page as UTF-8: code page 1252 on systems that have no such thing, and where it is UTF-8
+// itself, since only what is no UTF-8 is asked about.
 std::string AnsiToUtf8(std::string_view bytes);
 
 } // namespace veltaris::velstdlib::string

@@ -23,6 +23,11 @@ std::wstring SystemCodePageToWide(std::string_view bytes)
     return wide;
 }
 
+bool IsSystemCodePageUtf8()
+{
+    return GetACP() == CP_UTF8;
+}
+
 } // namespace veltaris::velstdlib::string
 
 #endif

@@ -13,4 +13,11 @@ std::filesystem::path ToPath(const std::string& fileName);
 // link is judged by what it leads to.
 bool IsWriteProtected(const std::string& fileName);
 
+// Whether the name leads to something other than what a disk holds: a pipe, a console.
+bool IsDevice(const std::string& fileName);
+
+// Makes way for a new file: removes a regular file. Anything else stays, to be opened and truncated; so does a file
+// that other programs have open, where it would only go when they close it, and take what replaces it along.
+void RemoveRegularFile(const std::string& fileName);
+
 } // namespace veltaris::velstdlib::util
