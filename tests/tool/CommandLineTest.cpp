@@ -68,6 +68,12 @@ TEST_F(CommandLineTest, TellsThatAFileIsOfAFutureVersion)
     ExpectFailure("info future.oxd", 4, "unknown version");
 }
 
+TEST_F(CommandLineTest, NamesADamagedFileOnce)
+{
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=999999999\n", {}, "damaged.oxd");
+    ExpectFailure("info damaged.oxd", 4, "to get a correct hed file.\n");
+}
+
 TEST_F(CommandLineTest, NoticesWhereverASampleIsCutOff)
 {
     ResultsOf("make-sample whole.oxd");
