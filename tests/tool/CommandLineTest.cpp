@@ -93,6 +93,9 @@ TEST_F(CommandLineTest, TellsWhyAFileCannotBeWritten)
     ExpectFailure("make-sample nowhere/sample.oxd", 5, "oxd: nowhere/sample.oxd: No such file");
     ResultsOf("make-sample sample.oxd");
     ExpectFailure("correct sample.oxd --group ForwardScan --channel 0 --op mean -o .", 5, "oxd: .: ");
+    std::filesystem::create_directory("folder.csv");
+    ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o folder.csv", 5,
+                  "oxd: folder.csv: Is a directory\n");
 }
 
 TEST_F(CommandLineTest, TakesNamesInEveryScript)
