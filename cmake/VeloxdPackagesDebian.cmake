@@ -23,14 +23,23 @@ execute_process(COMMAND gzip -9 --no-name --stdout "${changelog}"
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 
 # Describes the package `name` that the component becomes. It gets the documents that every package has, and those that
-# follow.
+# follow. The variable notices_<component> names the works of which headers are compiled into it: their licences ask for
+# their text to be in its copyright file, too.
 function(veloxd_debian_package component name section description)
   string(TOUPPER "${component}" upper)
   set(CPACK_DEBIAN_${upper}_PACKAGE_NAME "${name}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION "${section}" PARENT_SCOPE)
   set(CPACK_DEBIAN_${upper}_DESCRIPTION "${description}" PARENT_SCOPE)
   set(documents DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/doc/${name}" COMPONENT ${component} EXCLUDE_FROM_ALL)
-  install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" RENAME copyright ${documents})
+  file(READ "${PROJECT_SOURCE_DIR}/LICENSE" copyright)
+  foreach(work IN LISTS notices_${component})
+    set(notice "${PROJECT_SOURCE_DIR}/packaging/licences/${work}.txt")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${notice}")
+    file(READ "${notice}" text)
+    string(APPEND copyright "\n\n${text}")
+  endforeach()
+  file(WRITE "${PROJECT_BINARY_DIR}/copyright/${component}" "${copyright}")
+  install(FILES "${PROJECT_BINARY_DIR}/copyright/${component}" RENAME copyright ${documents})
   install(FILES "${PROJECT_BINARY_DIR}/changelog.Debian.gz" ${ARGN} ${documents})
 endfunction()
 
@@ -45,6 +54,7 @@ What it takes to build programs that read, edit and write .oxd files: the C
 header, which describes every function, a CMake package, and a file for
 pkg-config."
   "${PROJECT_SOURCE_DIR}/README.md")
+set(notices_tool CLI11 nlohmann-json)
 veloxd_debian_package(tool veloxd-tools science
 "command-line tool for .oxd files of scanning probe microscopes
 The tool oxd shows what is in a measurement file, exports its images and curves

@@ -11,7 +11,8 @@ set(packaging "${PROJECT_SOURCE_DIR}/packaging")
 configure_file("${packaging}/windows/README.txt" "${PROJECT_BINARY_DIR}/README.txt" @ONLY NEWLINE_STYLE CRLF)
 install(FILES "${PROJECT_BINARY_DIR}/README.txt" "${PROJECT_SOURCE_DIR}/LICENSE"
   DESTINATION . COMPONENT archive EXCLUDE_FROM_ALL)
-install(FILES "${PROJECT_SOURCE_DIR}/docs/oxd.md" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
+install(FILES "${PROJECT_SOURCE_DIR}/docs/format.md" "${PROJECT_SOURCE_DIR}/docs/oxd.md"
+  DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/using" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(FILES "${PROJECT_SOURCE_DIR}/bindings/csharp/VELOxdDll.cs"
   DESTINATION bindings/csharp COMPONENT archive EXCLUDE_FROM_ALL)

@@ -19,6 +19,7 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(ZLIB_USE_STATIC_LIBS ON)
 set(PKG_CONFIG_ARGN --static)
+set(ENV{PKG_CONFIG_PATH} "")
 set(ENV{PKG_CONFIG_LIBDIR} "${libraries}/lib/pkgconfig:/usr/${triplet}/lib/pkgconfig")
 
 # A Windows of the build's own, which the first program that runs sets up. File names are what they are on this side.

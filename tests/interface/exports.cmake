@@ -1,5 +1,5 @@
 # The library exports the listed names and nothing else, and the header declares just these. What a Windows library needs
-# is part of every Windows.
+# is part of every Windows from 8 on, and what is shipped does not tell where it was built.
 
 # What the inspection of a file printed that matches `pattern` of one group: the texts of that group, sorted.
 function(inspect result pattern)
@@ -26,6 +26,15 @@ if(library MATCHES "\\.dll$")
   if(imported)
     message(FATAL_ERROR "not part of every Windows: ${imported}")
   endif()
+  # The libraries that are linked in are built below the source root, too.
+  string(HEX "${source_root}" path)
+  foreach(file IN LISTS library tool)
+    file(READ "${file}" bytes HEX)
+    string(FIND "${bytes}" "${path}" found)
+    if(NOT found EQUAL -1)
+      message(FATAL_ERROR "${file} holds the path ${source_root}")
+    endif()
+  endforeach()
 else()
   inspect(exported "[^\n]* ([^ \n]+)\n" "${nm}" -D --defined-only "${library}")
 endif()

@@ -68,6 +68,12 @@ TEST_F(CommandLineTest, TellsThatAFileIsOfAFutureVersion)
     ExpectFailure("info future.oxd", 4, "unknown version");
 }
 
+TEST_F(CommandLineTest, NamesADamagedFileOnce)
+{
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=999999999\n", {}, "damaged.oxd");
+    ExpectFailure("info damaged.oxd", 4, "to get a correct hed file.\n");
+}
+
 TEST_F(CommandLineTest, NoticesWhereverASampleIsCutOff)
 {
     ResultsOf("make-sample whole.oxd");
@@ -87,6 +93,9 @@ TEST_F(CommandLineTest, TellsWhyAFileCannotBeWritten)
     ExpectFailure("make-sample nowhere/sample.oxd", 5, "oxd: nowhere/sample.oxd: No such file");
     ResultsOf("make-sample sample.oxd");
     ExpectFailure("correct sample.oxd --group ForwardScan --channel 0 --op mean -o .", 5, "oxd: .: ");
+    std::filesystem::create_directory("folder.csv");
+    ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o folder.csv", 5,
+                  "oxd: folder.csv: Is a directory\n");
 }
 
 TEST_F(CommandLineTest, TakesNamesInEveryScript)

@@ -55,7 +55,8 @@ std::string Reason(std::string_view text)
 {
     const auto what = RestOfLine(text, "std::exception::what: ");
     const auto reason = SystemError(text).value_or(what.value_or(text));
-    return std::string(reason.substr(0, reason.find_first_of("\r\n")));
+    const auto line = reason.substr(0, reason.find_first_of("\r\n"));
+    return std::string(line.substr(0, line.find(" Filename: ")));
 }
 
 } // namespace oxd::diagnostic

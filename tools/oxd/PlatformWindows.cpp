@@ -3,6 +3,7 @@
 #include <boost/nowide/convert.hpp>
 
 #include <algorithm>
+#include <cerrno>
 
 #include <windows.h>
 
@@ -16,6 +17,30 @@ namespace {
 
 constexpr int standardOutput = 1;
 constexpr int standardError = 2;
+
+// While it lives, the console takes what is written to it for UTF-8. Programs that come later find it as it was.
+class ConsoleInUtf8
+{
+public:
+    ConsoleInUtf8() : m_before(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
+    ~ConsoleInUtf8()
+    {
+        if (m_before != 0) { // there is a console
+            SetConsoleOutputCP(m_before);
+        }
+    }
+    ConsoleInUtf8(const ConsoleInUtf8&) = delete;
+    ConsoleInUtf8& operator=(const ConsoleInUtf8&) = delete;
+
+private:
+    UINT m_before;
+};
+
+bool IsFolder(const std::wstring& name)
+{
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
 
 } // namespace
 
@@ -42,7 +67,7 @@ void IgnoreBrokenPipes()
 
 int TakeStandardOutput()
 {
-    SetConsoleOutputCP(CP_UTF8);
+    static const ConsoleInUtf8 untilTheEnd;
     const int own = _dup(standardOutput);
     if (own >= 0) {
         _setmode(own, _O_BINARY); // lines end as they do elsewhere
@@ -56,8 +81,12 @@ int TakeStandardOutput()
 
 int CreateFileFor(const std::string& name)
 {
-    return _wopen(boost::nowide::widen(name).c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY,
-                  _S_IREAD | _S_IWRITE);
+    const std::wstring wide = boost::nowide::widen(name);
+    const int descriptor = _wopen(wide.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+    if (descriptor < 0 && errno == EACCES && IsFolder(wide)) {
+        errno = EISDIR; // as elsewhere, where a lack of rights is something else
+    }
+    return descriptor;
 }
 
 bool IsRegularFile(int descriptor)
