@@ -68,31 +68,6 @@ TEST_F(DataSetTest, GroupsAndChannelsOutliveTheirOwners)
     EXPECT_EQ(buffer->GetGroupName(), "N");
 }
 
-TEST_F(DataSetTest, ASlotMayCallBackIntoTheModel)
-{
-    dataSet->OnGroupChanged.connect([](CDataGroup& group) {
-        if (group.GetChannelCount() < 3)
-            group.GetOrCreateChannelBuffer(group.GetChannelCount(), 1, 1);
-    });
-    dataSet->OnChanged.connect([this] {
-        if (dataSet->GetGroupCount() < 3)
-            dataSet->CreateGroup("", 16);
-    });
-    dataSet->CreateGroup("", 16);
-    EXPECT_EQ(dataSet->GetGroupCount(), 3U);
-    dataSet->GetGroup(1)->SetChannelCount(1);
-    EXPECT_EQ(dataSet->GetGroup(1)->GetChannelCount(), 3U);
-}
-
-TEST_F(DataSetTest, AMissingSlotCannotBeEmptied)
-{
-    dataSet->CreateGroup("G", 16);
-    EXPECT_THROW(dataSet->GetGroup(0)->DeleteChannelBuffer(0), std::out_of_range);
-    for (const std::uint64_t slot : {std::uint64_t{1'048'576}, ~std::uint64_t{0}})
-        EXPECT_THROW(dataSet->GetGroup(0)->GetOrCreateChannelBuffer(slot, 1, 1), std::bad_alloc);
-    EXPECT_EQ(dataSet->GetGroup(0)->GetChannelCount(), 0U);
-}
-
 TEST_F(DataSetTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)
 {
     veltaris::velstdlib::util::CVELConfig document;
