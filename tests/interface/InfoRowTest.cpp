@@ -78,7 +78,7 @@ TEST_F(InfoRowTest, ItemsAmongGroupsAreFoundByNameAndPositionWhateverComesAndGoe
             ASSERT_EQ(index, static_cast<std::uint64_t>(found - items.begin())) << round;
             ASSERT_EQ(Text(GetInfoItemName, handle, 0U, index), name) << round;
         }
-        if (round % 500 == 0) {
+        if (round % 50 == 0) {
             ASSERT_EQ(Walk(parent), NamesOf(nodes, true)) << round;
         }
     }
@@ -116,8 +116,10 @@ TEST_F(InfoRowTest, TheFirstGroupOfANameIsFoundWhateverMoves)
         ASSERT_EQ(found == names.end(), VELHasLastError()) << round;
         VELGetLastError();
         ASSERT_TRUE(found == names.end() || index == static_cast<std::uint64_t>(found - names.begin())) << round;
+        if (round % 50 == 0) {
+            ASSERT_EQ(Walk(root), names) << round;
+        }
     }
-    EXPECT_EQ(Walk(root), names);
 }
 
 } // namespace
