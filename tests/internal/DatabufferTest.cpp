@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
 using namespace veltaris::velflexlib::dataset;
@@ -86,22 +85,6 @@ TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritte
     EXPECT_FALSE(buffer.IsEmpty());
     SetLine(1, {5, 5, 5});
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{4, 70})) << "it never narrows";
-}
-
-TEST_F(DatabufferTest, LoadedSamplesAreInTheRangeEvenWhenOverwrittenBeforeItIsAskedFor)
-{
-    CSampleBlock loaded = buffer.GetBlankSamples();
-    for (std::uint64_t line = 0; line < 4; ++line) {
-        const auto first = static_cast<std::int32_t>(10 + 3 * line);
-        loaded.Write(line, 0, std::array{first, first + 1, first + 2});
-    }
-    buffer.FinishLoading(std::move(loaded));
-    EXPECT_EQ(buffer.GetLineState(3), 3U);
-    EXPECT_FALSE(buffer.IsEmpty());
-    EXPECT_FALSE(buffer.IsDataChanged());
-    SetLine(3, {15, 15, 15});
-    buffer.SetPixelRaw(0, 0, 15);
-    EXPECT_EQ(buffer.GetDataRange(), (CRawRange{10, 21}));
 }
 
 TEST_F(DatabufferTest, ModeTwoKeepsTheTopThirtyBitsOfAnInteger)
