@@ -15,7 +15,7 @@ struct AxisProperty
     double (*getNumber)(std::uint64_t, std::uint64_t, std::uint64_t);
 };
 
-inline constexpr AxisProperty axisProperties[] = {
+inline const AxisProperty axisProperties[] = {
     {"point axis name", SetChannelData_PointAxisName, GetChannelData_PointAxisName, "point axis min",
      SetChannelData_PointAxisMin, GetChannelData_PointAxisMin},
     {"point axis unit", SetChannelData_PointAxisUnit, GetChannelData_PointAxisUnit, "point axis range",
