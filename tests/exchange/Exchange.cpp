@@ -3,6 +3,8 @@
 //
 //   exchange write FOLDER
 //   exchange read FOLDER
+#include "support/Describe.h"
+
 #include <VELOxdDll.h>
 
 #include <array>
@@ -82,37 +84,18 @@ void PrintLine(std::uint64_t file, std::uint64_t group, std::uint64_t line, int 
         std::printf("%d %.17g\n", raw.at(point), real.at(point));
 }
 
-// The nodes of the tree, parents first. 0 ends a level, and the failure that says so is no news.
-void PrintNodes(std::uint64_t file, std::uint64_t parent)
-{
-    std::array<char, 4096> text{};
-    for (auto node = SelectFirstChildMetaInfoItem(file, parent); node != 0; node = SelectNextMetaInfoItem(file, node)) {
-        GetMetaInfoItemName(file, node, text.data(), text.size());
-        std::printf("<%s>", text.data());
-        if (IsMetaInfoItemAGroup(file, node)) {
-            PrintNodes(file, node); // NOLINT(misc-no-recursion): three levels
-        } else {
-            GetMetaInfoItemValue(file, node, text.data(), text.size());
-            std::printf("<%s>\n", text.data());
-        }
-    }
-    VELGetLastError();
-}
-
 void Read(const char* folder)
 {
-    std::array<char, 4096> text{};
     for (std::uint64_t number = 0; number < files; ++number) {
         const auto file = OpenOxdFile(FileName(folder, number).c_str());
         for (std::uint64_t group = 0; group < GetGroupCount(file); ++group) {
-            GetGroupName(file, group, text.data(), text.size());
-            std::printf("%s %.17g\n", text.data(), GetChannelData_SignalAxisMin(file, group, 1));
+            std::printf("%.17g\n", GetChannelData_SignalAxisMin(file, group, 1));
             for (std::uint64_t line = 0; line < lines; ++line) {
                 for (int lineOp = 0; lineOp < operatorCount; ++lineOp)
                     PrintLine(file, group, line, lineOp);
             }
         }
-        PrintNodes(file, GetMetaInfoTreeRootHandle(file));
+        std::fputs(Describe(file).c_str(), stdout);
         CloseOxdFile(file);
     }
 }

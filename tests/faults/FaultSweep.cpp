@@ -140,24 +140,25 @@ std::vector<Scenario> Scenarios(Kind kind)
     return all;
 }
 
-enum class Act
+struct Outcome
 {
-    Done,
-    Failed,      // with an error stored
-    FailedMutely // without one
+    faults::Count count;
+    std::string result;
+    const char* fault = nullptr; // what should not be
 };
 
-// Our own reading may run out of memory, too, and then it may be made again.
-Act Try(const Scenario& scenario)
+// Whether it is done. Our own reading may run out of memory, too, and then it may be made again.
+bool Try(const Scenario& scenario, Outcome& outcome)
 {
     VELGetLastError();
     try {
         if (scenario.act())
-            return Act::Done;
-        return VELHasLastError() ? Act::Failed : Act::FailedMutely;
-    } catch (const std::bad_alloc&) {
-        return Act::Failed;
+            return true;
+        if (!VELHasLastError())
+            outcome.fault = "fails without an error";
+    } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch): not done
     }
+    return false;
 }
 
 void CloseAll()
@@ -171,36 +172,23 @@ std::ptrdiff_t OpenDescriptors()
     return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
 }
 
-struct Outcome
-{
-    faults::Count count;
-    std::string result;
-    std::string fault; // what should not be
-};
-
 Outcome Run(const Scenario& scenario, const faults::Plan& plan, const std::string& expected)
 {
     Outcome outcome;
     const auto blocks = faults::LiveBlocks();
     const auto descriptors = OpenDescriptors();
-    {
-        scenario.prepare();
-        faults::Arm(plan);
-        const Act act = Try(scenario);
-        outcome.count = faults::Disarm();
-        if (act == Act::FailedMutely)
-            outcome.fault = "fails without an error";
-        const bool silent =
-            act == Act::Done && scenario.mayOpenEmpty && outcome.count.struckRead && GetGroupCount(handle) == 0;
-        if ((act != Act::Done || silent) && Try(scenario) != Act::Done)
-            outcome.fault = std::string("fails again: ") + VELGetLastError();
-        outcome.result = scenario.result();
-        if (!expected.empty() && outcome.result != expected)
-            outcome.fault = "gives another result";
-        CloseAll();
-    }
-    const std::size_t kept = (outcome.result.capacity() > 15 ? 1 : 0) + (outcome.fault.capacity() > 15 ? 1 : 0);
-    if (faults::LiveBlocks() - blocks != static_cast<std::int64_t>(kept))
+    scenario.prepare();
+    faults::Arm(plan);
+    const bool done = Try(scenario, outcome);
+    outcome.count = faults::Disarm();
+    const bool silent = done && scenario.mayOpenEmpty && outcome.count.struckRead && GetGroupCount(handle) == 0;
+    if ((!done || silent) && !Try(scenario, outcome))
+        outcome.fault = "fails again";
+    outcome.result = scenario.result();
+    if (!expected.empty() && outcome.result != expected)
+        outcome.fault = "gives another result";
+    CloseAll();
+    if (faults::LiveBlocks() - blocks != (outcome.result.capacity() > 15 ? 1 : 0))
         outcome.fault = "leaks memory";
     if (OpenDescriptors() != descriptors)
         outcome.fault = "leaks a descriptor";
@@ -217,8 +205,8 @@ int Sweep(const Scenario& scenario, Kind kind, Effect effect, const char* effect
     for (bool struck = true; struck; ++points) {
         const Outcome outcome = Run(scenario, {kind, points, effect}, expected);
         struck = outcome.count.struck;
-        if (!outcome.fault.empty() && ++failures <= 5)
-            std::printf("  point %ju: %s\n", std::uintmax_t{points}, outcome.fault.c_str());
+        if (outcome.fault && ++failures <= 5)
+            std::printf("  point %ju: %s (%s)\n", std::uintmax_t{points}, outcome.fault, VELGetLastError());
     }
     std::printf("%s, %s: %ju points, %d failures\n", scenario.name, effectName, std::uintmax_t{points - 1}, failures);
     return failures;

@@ -81,12 +81,7 @@ ssize_t Transfer(std::size_t size, int failure, Move move)
 // Of calls that move no bytes only failing makes a difference, and being interrupted, which is a way of failing.
 bool FailsAltogether(int failure)
 {
-    if (!Strikes(Kind::File) || current.effect == Effect::Shorten)
-        return false;
-    if (current.effect == Effect::KillWithin)
-        std::raise(SIGKILL);
-    errno = current.effect == Effect::Interrupt ? EINTR : failure;
-    return true;
+    return Transfer(0, failure, [](std::size_t) { return ssize_t{0}; }) < 0;
 }
 
 template <class Function>

@@ -1,4 +1,5 @@
 // Opens, edits and saves files whose headers grow in one way each, and tells callgrind where each step ends.
+#include "support/Lines.h"
 #include "support/MemoryFile.h"
 
 #include <VELOxdDll.h>
@@ -8,20 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
-#include <string_view>
 
 namespace {
-
-// The line once for every number from 0, which stands where it has a #.
-std::string Lines(int count, std::string_view line)
-{
-    std::string lines;
-    for (int i = 0; i < count; ++i) {
-        for (const char c : line)
-            lines.append(c == '#' ? std::to_string(i) : std::string(1, c));
-    }
-    return lines;
-}
 
 struct Shape
 {

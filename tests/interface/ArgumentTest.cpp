@@ -1,4 +1,5 @@
 // Every function checks its arguments in the same order and says what is wrong in fixed words.
+#include "support/Axes.h"
 #include "support/OxdTest.h"
 
 #include <array>
@@ -17,17 +18,6 @@ struct Function
 char textOut[64];
 std::int32_t rawLine[4];
 double realLine[4];
-
-// Name and unit, min and range of one axis, with their getters.
-template <class SetText, class GetText, class SetNumber, class GetNumber>
-void AddAxisProperty(std::vector<Function>& functions, const std::string& text, SetText setText, GetText getText,
-                     const std::string& number, SetNumber setNumber, GetNumber getNumber)
-{
-    functions.push_back({"set channel " + text, [=](auto h, auto g, auto c) { setText(h, g, c, "t"); }});
-    functions.push_back({"get channel " + text, [=](auto h, auto g, auto c) { getText(h, g, c, textOut, 64); }});
-    functions.push_back({"set channel " + number, [=](auto h, auto g, auto c) { setNumber(h, g, c, 1); }});
-    functions.push_back({"get channel " + number, [=](auto h, auto g, auto c) { EXPECT_EQ(getNumber(h, g, c), 0); }});
-}
 
 std::vector<Function> ChannelFunctions()
 {
@@ -51,18 +41,14 @@ std::vector<Function> ChannelFunctions()
         {"get channel pixel",
          [](auto h, auto g, auto c) { EXPECT_EQ(GetChannelData_PixelReal(h, g, c, 0, 0, -1), 0); }},
     };
-    AddAxisProperty(f, "point axis name", SetChannelData_PointAxisName, GetChannelData_PointAxisName, "point axis min",
-                    SetChannelData_PointAxisMin, GetChannelData_PointAxisMin);
-    AddAxisProperty(f, "point axis unit", SetChannelData_PointAxisUnit, GetChannelData_PointAxisUnit,
-                    "point axis range", SetChannelData_PointAxisRange, GetChannelData_PointAxisRange);
-    AddAxisProperty(f, "line axis name", SetChannelData_LineAxisName, GetChannelData_LineAxisName, "line axis min",
-                    SetChannelData_LineAxisMin, GetChannelData_LineAxisMin);
-    AddAxisProperty(f, "line axis unit", SetChannelData_LineAxisUnit, GetChannelData_LineAxisUnit, "line axis range",
-                    SetChannelData_LineAxisRange, GetChannelData_LineAxisRange);
-    AddAxisProperty(f, "signal axis name", SetChannelData_SignalAxisName, GetChannelData_SignalAxisName,
-                    "signal axis min", SetChannelData_SignalAxisMin, GetChannelData_SignalAxisMin);
-    AddAxisProperty(f, "signal axis unit", SetChannelData_SignalAxisUnit, GetChannelData_SignalAxisUnit,
-                    "signal axis range", SetChannelData_SignalAxisRange, GetChannelData_SignalAxisRange);
+    for (const AxisProperty& p : axisProperties) {
+        f.push_back({"set channel " + std::string(p.text), [=](auto h, auto g, auto c) { p.setText(h, g, c, "t"); }});
+        f.push_back(
+            {"get channel " + std::string(p.text), [=](auto h, auto g, auto c) { p.getText(h, g, c, textOut, 64); }});
+        f.push_back({"set channel " + std::string(p.number), [=](auto h, auto g, auto c) { p.setNumber(h, g, c, 1); }});
+        f.push_back({"get channel " + std::string(p.number),
+                     [=](auto h, auto g, auto c) { EXPECT_EQ(p.getNumber(h, g, c), 0); }});
+    }
     return f;
 }
 
@@ -120,7 +106,7 @@ TEST_F(ArgumentTest, AMissingGroupIsNamedBeforeAMissingChannel)
               "Unable to delete group. No group with given index available. Index: 18446744073709551615");
 }
 
-TEST_F(ArgumentTest, AnEmptySlotIsNoChannel)
+TEST_F(ArgumentTest, AnEmptySlotIsNoChannelAndOneThatDoesNotExistIsNoSlot)
 {
     const auto handle = Create();
     SetChannelCount(handle, CreateGroup(handle, 16), 2);
@@ -131,12 +117,6 @@ TEST_F(ArgumentTest, AnEmptySlotIsNoChannel)
                   "Unable to " + action + ". No channel with given name available. Index: 1");
     }
     EXPECT_EQ(ReasonOf([&] { EXPECT_FALSE(HasChannelBuffer(handle, 0, 1)); }), "");
-}
-
-TEST_F(ArgumentTest, SlotFunctionsRefuseASlotThatDoesNotExist)
-{
-    const auto handle = Create();
-    SetChannelCount(handle, CreateGroup(handle, 16), 2);
     for (const Function& f : SlotFunctions())
         EXPECT_EQ(ReasonOf([&] { f.call(handle, 0, 2); }),
                   "Unable to " + f.action + ". No channel with given name available. Index: 2");
@@ -157,7 +137,7 @@ TEST_F(ArgumentTest, OneDimensionSettersCheckTheirLimitBeforeTheHandle)
     EXPECT_EQ(GetChannelData_Lines(handle, group, 0), 0U);
 }
 
-TEST_F(ArgumentTest, ALineOutsideTheChannelIsReportedAfterTheLineOperator)
+TEST_F(ArgumentTest, LinesOutsideTheChannelAndNullPointersAreFailuresOfTheirOwn)
 {
     const auto handle = Create();
     const auto g = CreateChannel(handle, 16, 3, 2);
@@ -176,16 +156,6 @@ TEST_F(ArgumentTest, ALineOutsideTheChannelIsReportedAfterTheLineOperator)
         {"invalid vector<T> subscript", [&] { GetChannelData_PointsPerLine(handle, g, 0, 2); }},
         {"invalid vector<T> subscript", [&] { GetChannelData_PointAxisMinPerLine(handle, g, 0, 2); }},
         {"invalid vector<T> subscript", [&] { GetChannelData_PointAxisRangePerLine(handle, g, 0, 2); }},
-    };
-    for (const auto& [reason, call] : cases)
-        EXPECT_EQ(ReasonOf(call), reason);
-}
-
-TEST_F(ArgumentTest, ANullPointerIsAFailureOfItsOwn)
-{
-    const auto handle = Create();
-    const auto g = CreateChannel(handle, 16, 3, 2);
-    const std::pair<const char*, std::function<void()>> cases[] = {
         {"Null pointer", [] { EXPECT_EQ(OpenOxdFile(nullptr), 0U); }},
         {"Null pointer", [] { EXPECT_EQ(CreateOxdFile(nullptr), 0U); }},
         {"Null pointer", [&] { ChangeOxdFilename(handle, nullptr); }},

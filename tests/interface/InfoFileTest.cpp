@@ -1,4 +1,5 @@
 // Information in files: flat lists, trees, and what neither could hold as it is.
+#include "support/Lines.h"
 #include "support/OxdTest.h"
 
 namespace {
@@ -171,11 +172,8 @@ TEST_F(InfoFileTest, TreesAreReadWithMissingRepeatedAndCircularLinks)
 
 TEST_F(InfoFileTest, CountsWithoutLinksCostNothing)
 {
-    std::string header = "[DataSet]\nVersion=2\nInfoSetCount=3000\n";
-    for (int i = 0; i < 3000; ++i)
-        header += "InfoSet" + std::to_string(i) + "=G" + std::to_string(i) + "\n";
-    for (int i = 0; i < 3000; ++i)
-        header += "[DataSet\\G" + std::to_string(i) + "]\nSubSectionCount=65536\n";
+    const std::string header = "[DataSet]\nVersion=2\nInfoSetCount=3000\n" + Lines(3000, "InfoSet#=G#\n") +
+                               Lines(3000, "[DataSet\\G#]\nSubSectionCount=65536\n");
     EXPECT_EQ(GetInfoGroupCount(Open(WriteOxd(header))), 3000U) << "two hundred million links, were they counted";
 }
 

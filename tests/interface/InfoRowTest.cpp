@@ -78,7 +78,7 @@ TEST_F(InfoRowTest, ItemsAmongGroupsAreFoundByNameAndPositionWhateverComesAndGoe
             ASSERT_EQ(index, static_cast<std::uint64_t>(found - items.begin())) << round;
             ASSERT_EQ(Text(GetInfoItemName, handle, 0U, index), name) << round;
         }
-        if (round % 500 == 0) {
+        if (round % 50 == 0) {
             ASSERT_EQ(Walk(parent), NamesOf(nodes, true)) << round;
         }
     }
@@ -90,10 +90,6 @@ TEST_F(InfoRowTest, ItemsAmongGroupsAreFoundByNameAndPositionWhateverComesAndGoe
 
 TEST_F(InfoRowTest, TheFirstGroupOfANameIsFoundWhateverMoves)
 {
-    const auto same = [](const std::string& a, const std::string& b) {
-        return std::ranges::equal(
-            a, b, {}, [](unsigned char c) { return std::tolower(c); }, [](unsigned char c) { return std::tolower(c); });
-    };
     std::vector<std::string> names;
     for (int round = 0; round < 3000; ++round) {
         const std::string name = RandomName();
@@ -111,13 +107,16 @@ TEST_F(InfoRowTest, TheFirstGroupOfANameIsFoundWhateverMoves)
             names.erase(at);
             DeleteInfoGroup(handle, position);
         }
-        const auto found = std::ranges::find_if(names, [&](const auto& other) { return same(other, name); });
+        const auto found =
+            std::ranges::find_if(names, [&](const auto& other) { return other.substr(4) == name.substr(4); });
         const auto index = GetInfoGroupIndex(handle, name.c_str());
         ASSERT_EQ(found == names.end(), VELHasLastError()) << round;
         VELGetLastError();
         ASSERT_TRUE(found == names.end() || index == static_cast<std::uint64_t>(found - names.begin())) << round;
+        if (round % 50 == 0) {
+            ASSERT_EQ(Walk(root), names) << round;
+        }
     }
-    EXPECT_EQ(Walk(root), names);
 }
 
 } // namespace

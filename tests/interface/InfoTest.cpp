@@ -76,23 +76,6 @@ TEST_F(InfoTest, ItemsAreCreatedFoundEditedAndDeletedByPosition)
     EXPECT_EQ(GetInfoItemCount(handle, 0), 0U);
 }
 
-TEST_F(InfoTest, GroupsInsideGroupsAreNoItems)
-{
-    CreateInfoGroupWithName(handle, "G");
-    const auto group = SelectFirstChildMetaInfoItem(handle, root);
-    CreateInfoItem(handle, 0, "a", "1");
-    AddMetaInfoItemGroup(handle, group, "sub");
-    AddMetaInfoItem(handle, group, "b", "2");
-    AddMetaInfoItemGroup(handle, group, "sub2");
-    AddMetaInfoItem(handle, group, "c", "3");
-    EXPECT_EQ(Items(0), "a=1 b=2 c=3 ");
-    EXPECT_EQ(GetInfoItemIndex(handle, 0, "c"), 2U);
-    DeleteInfoItem(handle, 0, 1);
-    EXPECT_EQ(Items(0), "a=1 c=3 ");
-    DeleteAllInfoItems(handle, 0);
-    EXPECT_EQ(GetMetaInfoItemChildCount(handle, group), 2U) << "the groups stay";
-}
-
 TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
 {
     const auto scan = AddMetaInfoItemGroup(handle, root, "Scan");
@@ -127,20 +110,6 @@ TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
     EXPECT_EQ(SelectFirstChildMetaInfoItem(handle, root), tool);
     DeleteAllMetaInfoItems(handle);
     EXPECT_EQ(GetInfoGroupCount(handle), 0U);
-}
-
-TEST_F(InfoTest, SiblingsAreWalkedWhileTheyAreDeletedAndMoved)
-{
-    std::vector<std::uint64_t> nodes;
-    nodes.reserve(6);
-    for (int i = 0; i < 6; ++i)
-        nodes.push_back(AddMetaInfoItemGroup(handle, root, std::to_string(i).c_str()));
-    DeleteMetaInfoItem(handle, nodes[1]);
-    EXPECT_EQ(SelectNextMetaInfoItem(handle, nodes[0]), nodes[2]);
-    EXPECT_EQ(SelectNextMetaInfoItem(handle, nodes[4]), nodes[5]);
-    SetInfoGroupNewIndex(handle, 4, 0);
-    EXPECT_EQ(SelectNextMetaInfoItem(handle, nodes[5]), nodes[0]);
-    EXPECT_EQ(ReasonOf([&] { SelectNextMetaInfoItem(handle, nodes[4]); }), "No further items in this node available!");
 }
 
 TEST_F(InfoTest, ArgumentsAreCheckedInTheirOrderInFixedWords)

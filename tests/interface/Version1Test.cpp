@@ -1,4 +1,5 @@
 // Files of version 1: frames of channels, units with SI prefixes, samples channel by channel.
+#include "support/Lines.h"
 #include "support/OxdTest.h"
 
 #include <array>
@@ -55,9 +56,7 @@ TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
 
 TEST_F(Version1Test, AnyChannelOfAWellKnownNameGivesTheGroupItsLogicalId)
 {
-    std::string header = "[DataSet]\nChannelCount=2\nFrameCount=300\n";
-    for (int f = 0; f < 300; ++f)
-        header += "Ch0-Fr" + std::to_string(f) + "=A\nCh1-Fr" + std::to_string(f) + "=B\n";
+    const std::string header = "[DataSet]\nChannelCount=2\nFrameCount=300\n" + Lines(300, "Ch0-Fr#=A\nCh1-Fr#=B\n");
     const auto handle = Open(WriteOxd(header + "[A]\nFrame=BackwardScan\n[B]\nFrame=Other\n"));
     EXPECT_EQ(GetLogicalGroupId(handle, 7), 0U);
     EXPECT_EQ(GroupName(handle, 7), "Other");

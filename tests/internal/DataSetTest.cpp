@@ -1,12 +1,10 @@
 // How changes travel up from channels to groups to the data set, and who may outlive whom.
 #include "velflexlib/dataset/DataSet.h"
 #include "velflexlib/dataset/DataSetToVELConfig.h"
-#include "velstdlib/util/VELException.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <sstream>
 #include <string>
 
 using namespace veltaris::velflexlib::dataset;
@@ -68,31 +66,6 @@ TEST_F(DataSetTest, GroupsAndChannelsOutliveTheirOwners)
     EXPECT_EQ(buffer->GetGroupName(), "N");
 }
 
-TEST_F(DataSetTest, ASlotMayCallBackIntoTheModel)
-{
-    dataSet->OnGroupChanged.connect([](CDataGroup& group) {
-        if (group.GetChannelCount() < 3)
-            group.GetOrCreateChannelBuffer(group.GetChannelCount(), 1, 1);
-    });
-    dataSet->OnChanged.connect([this] {
-        if (dataSet->GetGroupCount() < 3)
-            dataSet->CreateGroup("", 16);
-    });
-    dataSet->CreateGroup("", 16);
-    EXPECT_EQ(dataSet->GetGroupCount(), 3U);
-    dataSet->GetGroup(1)->SetChannelCount(1);
-    EXPECT_EQ(dataSet->GetGroup(1)->GetChannelCount(), 3U);
-}
-
-TEST_F(DataSetTest, AMissingSlotCannotBeEmptied)
-{
-    dataSet->CreateGroup("G", 16);
-    EXPECT_THROW(dataSet->GetGroup(0)->DeleteChannelBuffer(0), std::out_of_range);
-    for (const std::uint64_t slot : {std::uint64_t{1'048'576}, ~std::uint64_t{0}})
-        EXPECT_THROW(dataSet->GetGroup(0)->GetOrCreateChannelBuffer(slot, 1, 1), std::bad_alloc);
-    EXPECT_EQ(dataSet->GetGroup(0)->GetChannelCount(), 0U);
-}
-
 TEST_F(DataSetTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)
 {
     veltaris::velstdlib::util::CVELConfig document;
@@ -107,24 +80,6 @@ TEST_F(DataSetTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)
     EXPECT_EQ(slope.GetInputs().GetBuffer(0), dataSet->GetGroup(0)->GetChannelBuffer(1));
     EXPECT_EQ(slope.GetOutputs().GetBuffer(0), nullptr);
     EXPECT_EQ(dataSet->GetViewSet().GetViews().size(), 2U);
-}
-
-TEST_F(DataSetTest, AnAbortedLoadLeavesWhatWasBuilt)
-{
-    veltaris::velstdlib::util::CVELConfig document;
-    std::istringstream stream(
-        "[DataSet]\nVersion=2\nGroupCount=2\nGr0-Count=1\nGr0-Ch0=A\n[A]\nPoints=1\nLines=1\n#!x");
-    document.ReadHeader(stream, false);
-    CDataSetToVELConfig serialiser(*dataSet);
-    EXPECT_THROW(serialiser.LoadData(stream, false), veltaris::velstdlib::util::CVELFileVersionException)
-        << "no header was loaded";
-    serialiser.LoadHeader(document, "DataSet", true);
-    EXPECT_EQ(dataSet->GetGroupCount(), 0U);
-    serialiser.LoadHeader(document, "DataSet", false);
-    serialiser.LoadData(stream, true);
-    EXPECT_EQ(dataSet->GetGroupCount(), 2U);
-    EXPECT_EQ(stream.get(), 'x') << "no sample was read";
-    EXPECT_FALSE(dataSet->IsModified());
 }
 
 } // namespace

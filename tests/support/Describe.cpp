@@ -1,5 +1,7 @@
 #include "support/Describe.h"
 
+#include "support/Axes.h"
+
 #include <VELOxdDll.h>
 
 #include <algorithm>
@@ -134,18 +136,10 @@ private:
     {
         Number("points", GetChannelData_Points(m_handle, group, slot));
         const auto lines = Number("lines", GetChannelData_Lines(m_handle, group, slot));
-        Text("point axis", GetChannelData_PointAxisName, group, slot);
-        Text("unit", GetChannelData_PointAxisUnit, group, slot);
-        Number("min", GetChannelData_PointAxisMin(m_handle, group, slot));
-        Number("range", GetChannelData_PointAxisRange(m_handle, group, slot));
-        Text("line axis", GetChannelData_LineAxisName, group, slot);
-        Text("unit", GetChannelData_LineAxisUnit, group, slot);
-        Number("min", GetChannelData_LineAxisMin(m_handle, group, slot));
-        Number("range", GetChannelData_LineAxisRange(m_handle, group, slot));
-        Text("signal axis", GetChannelData_SignalAxisName, group, slot);
-        Text("unit", GetChannelData_SignalAxisUnit, group, slot);
-        Number("min", GetChannelData_SignalAxisMin(m_handle, group, slot));
-        Number("range", GetChannelData_SignalAxisRange(m_handle, group, slot));
+        for (const AxisProperty& property : axisProperties) {
+            Text("text", property.getText, group, slot);
+            Number("number", property.getNumber(m_handle, group, slot));
+        }
         for (std::uint64_t line = 0; line < std::min(lines, most); ++line)
             Line(group, slot, line);
     }

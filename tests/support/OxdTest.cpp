@@ -1,5 +1,7 @@
 #include "support/OxdTest.h"
 
+#include "support/Lines.h"
+
 #include <fstream>
 #include <iterator>
 
@@ -9,14 +11,6 @@ namespace {
 
 // More handles than any test uses: numbers of failed opens are among them.
 constexpr std::uint64_t handlesToClose = 64;
-
-std::string WithCrLf(std::string_view text)
-{
-    std::string result;
-    for (const char c : text)
-        result.append(c == '\n' ? "\r\n" : std::string(1, c));
-    return result;
-}
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "support/Seeds.h"
 
+#include "support/Lines.h"
+
 #include <string_view>
 
 namespace {
@@ -34,10 +36,7 @@ constexpr std::string_view codePage = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-N
 
 std::string File(std::string_view header, std::size_t sampleBytes)
 {
-    std::string bytes;
-    for (const char c : header)
-        bytes.append(c == '\n' ? "\r\n" : std::string(1, c));
-    bytes.append("\r\n#!");
+    std::string bytes = WithCrLf(header).append("\r\n#!");
     for (std::size_t i = 0; i < sampleBytes; ++i)
         bytes.push_back(static_cast<char>(i * 29));
     return bytes;

@@ -60,10 +60,6 @@ TEST_F(CommandLineTest, TellsForeignFilesFromItsOwn)
                                           "export foreign.oxd --group G --channel 0 -o out.csv"})
             ExpectFailure(command, 4, "oxd: foreign.oxd: not an .oxd file");
     }
-}
-
-TEST_F(CommandLineTest, TellsThatAFileIsOfAFutureVersion)
-{
     WriteOxd("[DataSet]\nVersion=3\n", {}, "future.oxd");
     ExpectFailure("info future.oxd", 4, "unknown version");
 }

@@ -9,6 +9,8 @@ namespace {
 // One group of slots: a channel of 4 x 3 whose lines claim 9, have 2 and have no samples, an empty slot, and a channel
 // without a line.
 constexpr const char* raggedHeader = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Rag\x1B[31mged\nGr0-Count=3\n"
+                                     "InfoSetCount=1\nInfoSet0=A\n[DataSet\\A]\nSubSectionCount=1\nSubSection0=B\n"
+                                     "Thirteen=\x1B[32m\n[DataSet]\n"
                                      "Gr0-Ch0=C0\nGr0-Ch2=C2\n"
                                      "[C0]\nVersion=3\nPoints=4\nLines=3\nSaveBits=8\n"
                                      "Dim2Name=Height\nDim2Unit=m\nDim2Range=1\nDim2Min=0\n"
@@ -51,6 +53,10 @@ TEST_F(InfoTest, LetsNoFileCommandTheTerminal)
     WriteOxd(raggedHeader, raggedSamples, "ragged.oxd");
     const Outcome outcome = Run("info ragged.oxd");
     EXPECT_NE(outcome.results.find("Rag?[31mged"), std::string::npos) << outcome.results;
+    EXPECT_NE(outcome.results.find("\nInformation\n  A\n    B\n    Thirteen  ?[32m\n"), std::string::npos)
+        << outcome.results;
+    const auto info = nlohmann::json::parse(Run("info --json ragged.oxd").results)["info"];
+    EXPECT_EQ(info[0]["items"][0]["value"], "\x1B[32m");
 }
 
 TEST_F(InfoTest, CountsTheBitsThatHoldEverySample)
@@ -77,24 +83,6 @@ TEST_F(InfoTest, KeepsTheLogOutOfTheResults)
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_NE(outcome.diagnostics, "");
     EXPECT_TRUE(nlohmann::json::accept(outcome.results)) << outcome.results;
-}
-
-TEST_F(InfoTest, ShowsInformationAsATree)
-{
-    WriteOxd("[DataSet]\nVersion=2\nGroupCount=0\nInfoSetCount=2\nInfoSet0=A\nInfoSet1=D\n"
-             "[DataSet\\A]\nSubSectionCount=1\nSubSection0=B\nOne=1\nThirteen=\x1B[31m\n"
-             "[DataSet\\A\\B]\nSubSectionCount=0\nTwo=2\n[DataSet\\D]\nSubSectionCount=0\n",
-             {}, "tree.oxd");
-    EXPECT_NE(ResultsOf("info tree.oxd")
-                  .find("\nInformation\n  A\n    B\n      Two  2\n"
-                        "    One       1\n    Thirteen  ?[31m\n  D\n"),
-              std::string::npos)
-        << ResultsOf("info tree.oxd");
-    const auto expected = nlohmann::json::parse(R"([
-        {"name": "A", "items": [{"name": "One", "value": "1"}, {"name": "Thirteen", "value": "\u001b[31m"}],
-         "groups": [{"name": "B", "groups": [], "items": [{"name": "Two", "value": "2"}]}]},
-        {"name": "D", "groups": [], "items": []}])");
-    EXPECT_EQ(nlohmann::json::parse(ResultsOf("info --json tree.oxd"))["info"], expected);
 }
 
 TEST_F(InfoTest, CutsATreeThatIsTooDeep)
