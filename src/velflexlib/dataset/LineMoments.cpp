@@ -42,7 +42,7 @@ bool AreExact(const CStoredSamples& line, double powerSum)
         bits |= static_cast<std::uint32_t>(survey.bits);
         magnitude |= static_cast<std::uint32_t>(std::max(survey.highest, ~survey.lowest));
     });
-    return AreExact(std::countr_zero(bits), std::bit_width(magnitude), powerSum);
+    return AreExact(std::countr_zero(bits), static_cast<int>(std::bit_width(magnitude)), powerSum);
 }
 
 template <std::size_t Degree>
