@@ -25,6 +25,7 @@ namespace {
 
 constexpr std::uint64_t handlesToClose = 64;
 constexpr std::size_t longestText = 8192; // of all that a script can make
+constexpr int mostFiles = 2;              // opening is what takes the time
 
 void Require(bool holds, const char* what)
 {
@@ -196,7 +197,7 @@ const std::array<CMemoryFile, 3>& Files()
 const char* CScript::FileName()
 {
     const auto choice = Byte() % 8U;
-    if (choice == 6 || ++m_filesNamed > 3) // opening is what takes the time
+    if (choice == 6 || ++m_filesNamed > mostFiles)
         return "/proc/self/fd/none";
     return choice == 7 ? nullptr : Files()[choice % Files().size()].Path().c_str();
 }
@@ -210,7 +211,8 @@ void CScript::Run()
         m_namesFile = function.name.find("OxdFile") != std::string_view::npos;
         function.apply(*this);
     }
-    CheckFile();
+    if (m_resultCount % 2 == 0) // which is as good as any half of the scripts
+        CheckFile();
     for (std::uint64_t handle = 1; handle < handlesToClose; ++handle)
         CloseOxdFile(handle);
 }

@@ -4,24 +4,57 @@
 
 #include <VELOxdDll.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <string>
+#include <string_view>
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// Every function three times in the order of the interface, with other arguments each time: 0, which is small and good,
-// and then what comes.
-std::string Calls(int arguments, int step)
+// A fuzzer is fast with small inputs only, so there are many of them.
+constexpr int functions = 94, functionsOfScript = 6;
+
+void Write(const fs::path& path, std::string_view bytes)
 {
-    std::string bytes;
-    for (int function = 0; function < 94; ++function) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+// A call of OpenOxdFile for a file that has everything, and then some functions in the order of the interface.
+std::string Calls(int first, int arguments, int step)
+{
+    std::string bytes{0, 1, 0};
+    for (int function = first; function < std::min(first + functionsOfScript, functions); ++function) {
         bytes.push_back(static_cast<char>(function));
         for (int i = 0; i < 8; ++i)
             bytes.push_back(static_cast<char>(arguments + step * i));
     }
     return bytes;
+}
+
+// The arguments are 0, which is small and good, and then what comes.
+void WriteCalls(const fs::path& folder)
+{
+    for (int step = 0; step < 4; ++step) {
+        for (int first = 0; first < functions; first += functionsOfScript)
+            Write(folder / ("calls-" + std::to_string(step) + "-" + std::to_string(first) + ".api"), Calls(first, step, step));
+    }
+}
+
+// The first section with each of the others, and the samples.
+void WriteParts(const fs::path& folder, const std::string& name, std::string_view bytes)
+{
+    const auto mark = bytes.find("\r\n#!");
+    std::size_t begin = bytes.find("\r\n[");
+    const std::string_view first = bytes.substr(0, begin), samples = bytes.substr(mark);
+    for (int part = 0; begin < mark; ++part) {
+        const auto end = std::min(bytes.find("\r\n[", begin + 1), mark);
+        Write(folder / (name + "-" + std::to_string(part) + ".oxd"),
+              std::string(first).append(bytes.substr(begin, end - begin)).append(samples));
+        begin = end;
+    }
 }
 
 } // namespace
@@ -33,14 +66,15 @@ int main(int argc, char** argv)
     const fs::path files = fs::path(argv[1]) / "oxd", calls = fs::path(argv[1]) / "api";
     fs::create_directories(files);
     fs::create_directories(calls);
-    for (const Seed& seed : Seeds())
-        std::ofstream(files / (seed.name + ".oxd"), std::ios::binary) << seed.bytes;
+    for (const Seed& seed : Seeds()) {
+        Write(files / (seed.name + ".oxd"), seed.bytes);
+        WriteParts(files, seed.name, seed.bytes);
+    }
     const auto made = CreateOxdFile((files / "made.oxd").c_str());
     for (const Edit edit : Edits())
         edit(made);
-    SetChannelXYDimension(made, 1, 0, 2, 2); // small, since a fuzzer is fast with small files only
+    SetChannelXYDimension(made, 1, 0, 2, 2);
     SaveOxdFile(made);
-    for (int step = 0; step < 4; ++step)
-        std::ofstream(calls / ("calls-" + std::to_string(step) + ".api"), std::ios::binary) << Calls(step, step);
+    WriteCalls(calls);
     return VELHasLastError() ? 1 : 0;
 }

@@ -57,7 +57,7 @@ auto CCall::MetaItem(std::uint64_t handle, std::uint64_t item) const -> CInfoSet
 {
     CInfoSetItem* const found = GetFileHandleStruct(handle).dataSet.GetInfoSet().FindItem(item);
     if (!found)
-        Fail("Unknown error");
+        FailUnknown();
     return *found;
 }
 
@@ -77,12 +77,6 @@ void CCall::AtMost(std::uint64_t limit, std::uint64_t value) const
 {
     if (value > limit)
         Fail("Value out of range. Min 0, Max ", std::to_string(limit));
-}
-
-void CCall::Done(bool success) const
-{
-    if (!success)
-        Fail("Unknown error");
 }
 
 void CCall::HasRoom(const std::string& text, std::uint64_t size) const
@@ -109,6 +103,11 @@ void CCall::Fail(std::string_view reason, std::string_view value) const
 void CCall::FailAlone(std::string_view text, std::string_view value) const
 {
     boost::throw_exception(std::runtime_error(std::string(text).append(value)), m_where);
+}
+
+void CCall::FailUnknown() const
+{
+    Fail("Unknown error");
 }
 
 void CCall::FailNoChannel(std::uint64_t channel) const

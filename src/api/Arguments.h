@@ -42,7 +42,11 @@ public:
     std::string Text(const char* text) const;
     void AtMost(std::uint64_t limit, std::uint64_t value) const;
     // That an operation was successful.
-    void Done(bool success) const;
+    void Done(bool success) const
+    {
+        if (!success)
+            FailUnknown();
+    }
     // That a buffer of this size can take the text.
     void HasRoom(const std::string& text, std::uint64_t size) const;
     void CopyText(const std::string& text, char* buffer, std::uint64_t size) const;
@@ -53,6 +57,7 @@ public:
     [[noreturn]] void FailAlone(std::string_view text, std::string_view value = {}) const;
 
 private:
+    [[noreturn]] void FailUnknown() const;
     [[noreturn]] void FailNoChannel(std::uint64_t channel) const;
 
     std::string_view m_action;

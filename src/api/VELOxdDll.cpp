@@ -47,11 +47,6 @@ std::span<const Value> LineToStore(const CCall& call, const CDataBuffer& buffer,
     return {values, buffer.GetPoints()};
 }
 
-const CLineOperator& LineOperator(std::int32_t lineOp)
-{
-    return dataset::GetLineOperator(dataset::LineOpFromCode(lineOp));
-}
-
 // That there is such a line to read, and somewhere to write it to.
 void CheckLineRead(const CCall& call, const CDataBuffer& buffer, std::uint64_t line, const void* values)
 {
@@ -415,7 +410,7 @@ void GetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, u
 {
     Export("get channel line", [&](const CCall& call) {
         const CDataBuffer& buffer = call.Channel(handle, group, channel);
-        const CLineOperator& lineOperator = LineOperator(lineOp);
+        const CLineOperator& lineOperator = dataset::GetLineOperator(lineOp);
         CheckLineRead(call, buffer, line, values);
         call.Done(buffer.ReadLineRaw(line, lineOperator, values));
     });
@@ -426,7 +421,7 @@ void GetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, 
 {
     Export("get channel line", [&](const CCall& call) {
         const CDataBuffer& buffer = call.Channel(handle, group, channel);
-        const CLineOperator& lineOperator = LineOperator(lineOp);
+        const CLineOperator& lineOperator = dataset::GetLineOperator(lineOp);
         CheckLineRead(call, buffer, line, values);
         call.Done(buffer.ReadLineReal(line, lineOperator, values));
     });
@@ -453,7 +448,7 @@ int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channe
     return Export("get channel pixel", [&](const CCall& call) {
         const CDataBuffer& buffer = call.Channel(handle, group, channel);
         int32_t value = 0;
-        call.Done(buffer.ReadPixelRaw(point, line, LineOperator(lineOp), value));
+        call.Done(buffer.ReadPixelRaw(point, line, dataset::GetLineOperator(lineOp), value));
         return value;
     });
 }
@@ -464,7 +459,7 @@ double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channe
     return Export("get channel pixel", [&](const CCall& call) {
         const CDataBuffer& buffer = call.Channel(handle, group, channel);
         double value = 0;
-        call.Done(buffer.ReadPixelReal(point, line, LineOperator(lineOp), value));
+        call.Done(buffer.ReadPixelReal(point, line, dataset::GetLineOperator(lineOp), value));
         return value;
     });
 }

@@ -1,6 +1,7 @@
 // Line operators against results that can be worked out by hand, and fits against those of the plain formulas.
 #include "support/OxdTest.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <random>
@@ -17,18 +18,21 @@ class LineOperatorTest : public OxdTest
 protected:
     const std::uint64_t handle = Create();
     const std::uint64_t group = CreateChannel(handle, 32, 0, 0);
+    const std::uint64_t group16 = CreateChannel(handle, 16, 0, 0);
+    const std::uint64_t group8 = CreateChannel(handle, 8, 0, 0);
 
     // What the operator makes of the line. `untouched` stands where it gave no sample.
     static constexpr std::int32_t untouched = 99'999;
 
-    Line Apply(int lineOp, const Line& line) const
+    Line ApplyIn(std::uint64_t inGroup, int lineOp, const Line& line) const
     {
-        SetChannelXYDimension(handle, group, 0, line.size(), 1);
-        SetChannelData_LineRaw(handle, group, 0, 0, line.data());
+        SetChannelXYDimension(handle, inGroup, 0, line.size(), 1);
+        SetChannelData_LineRaw(handle, inGroup, 0, 0, line.data());
         Line output(line.size(), untouched);
-        EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, group, 0, 0, lineOp, output.data()); }), "");
+        EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, inGroup, 0, 0, lineOp, output.data()); }), "");
         return output;
     }
+    Line Apply(int lineOp, const Line& line) const { return ApplyIn(group, lineOp, line); }
 };
 
 TEST_F(LineOperatorTest, SmallLinesGiveWhatOnePenAndPaperGives)
@@ -86,6 +90,9 @@ TEST_F(LineOperatorTest, FitsGiveTheSameIntegersInEveryBuild)
                 }
                 for (const auto corrected : Apply(lineOp, line))
                     sum = (sum ^ static_cast<std::uint32_t>(corrected)) * 16'777'619;
+                std::ranges::replace(line, highest, lowest); // which channels of fewer bits can hold
+                for (const std::uint64_t narrower : {group8, group16})
+                    EXPECT_EQ(ApplyIn(narrower, lineOp, line), Apply(lineOp, line)) << lineOp << ' ' << bits;
             }
         }
         EXPECT_EQ(sum, checksum) << lineOp;

@@ -39,40 +39,71 @@ std::vector<const CSampleKernels*> WiderKernels()
     return sets;
 }
 
-TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSame)
+// apply(kernels, samples) gives numbers, which are to be the same as those of the baseline.
+template <class Samples, class Apply>
+void ExpectSame(const Samples& samples, Apply apply)
 {
-    std::mt19937 random(6);
-    const auto same = [](const Line& line, auto apply) {
-        Line expected = line;
-        apply(baselineKernels, expected);
-        for (const CSampleKernels* const set : WiderKernels()) {
-            Line got = line;
-            apply(*set, got);
-            EXPECT_EQ(got, expected) << line.size();
-        }
-    };
+    const auto expected = apply(baselineKernels, samples);
+    for (const CSampleKernels* const set : WiderKernels())
+        EXPECT_EQ(apply(*set, samples), expected) << samples.size();
+}
+
+TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSameOfStoredSamples)
+{
+    constexpr CStoredKernels CSampleKernels::*widths[] = {
+        &CSampleKernels::stored8, &CSampleKernels::stored16, &CSampleKernels::stored32};
     const double tame[] = {1e3, -20, 0.3, -1e-3, 1e-6};
     const double wild[] = {-3e8, 4e6, -7e5, 123, -0.5};
+    std::mt19937 random(6);
     for (std::size_t length = 2; length < 70; ++length) {
-        const Line line = Random(random, length);
-        for (const double* c : {tame, wild}) {
-            same(line, [&](const auto& k, Line& l) { k.subtract1(l.data(), l.size(), 3, c); });
-            same(line, [&](const auto& k, Line& l) { k.subtract2(l.data(), l.size(), 3, c); });
-            same(line, [&](const auto& k, Line& l) { k.subtract4(l.data(), l.size(), 3, c); });
+        const Line raw = Random(random, length);
+        for (const auto width : widths) {
+            std::vector<std::byte> stored(4 * length);
+            (baselineKernels.*width).narrow(raw.data(), length, stored.data());
+            ExpectSame(raw, [&](const CSampleKernels& set, const Line& line) {
+                std::vector<std::byte> narrowed(stored.size());
+                (set.*width).narrow(line.data(), length, narrowed.data());
+                return narrowed;
+            });
+            const auto expectSame = [&](auto apply) {
+                ExpectSame(stored, [&](const CSampleKernels& set, const std::vector<std::byte>& bytes) {
+                    Line result(length);
+                    apply(set.*width, bytes.data(), result.data());
+                    return result;
+                });
+            };
+            expectSame([&](const auto& k, const auto* bytes, auto* to) { k.widen(bytes, length, to); });
+            expectSame([&](const auto& k, const auto* bytes, auto* to) { k.differences(bytes, length - 1, to); });
+            for (const int degree : {0, 1, 2, 4}) {
+                for (const double* c : {tame, wild})
+                    expectSame([&](const auto& k, const auto* bytes, auto* to) {
+                        k.subtract[degree](bytes, length, 3, c, to);
+                    });
+            }
+            for (const int degree : {1, 2, 4}) {
+                ExpectSame(stored, [&](const CSampleKernels& set, const std::vector<std::byte>& bytes) {
+                    std::vector<double> moments(10);
+                    (set.*width).momentsInOrder[degree](bytes.data(), length, moments.data());
+                    (set.*width).momentsInAnyOrder[degree](bytes.data(), length, moments.data() + 5);
+                    return moments;
+                });
+            }
         }
-        same(line, [&](const auto& k, Line& l) { k.differences(l.data(), l.size() - 1); });
-        same(line, [&](const auto& k, Line& l) {
-            std::vector<std::int16_t> stored(l.size());
-            k.narrow16(l.data(), l.size(), stored.data());
-            k.widen16(stored.data(), l.size(), l.data());
-        });
+    }
+}
+
+TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSameOfRealValues)
+{
+    std::mt19937 random(7);
+    for (std::size_t length = 2; length < 70; ++length) {
         for (const CSignalAxis axis : {CSignalAxis{-0.1, 0.7}, {2e-9, -1e-9}}) {
-            same(line, [&](const auto& k, Line& l) {
-                std::vector<double> real(l.size());
-                k.toReal(l.data(), l.size(), axis, real.data());
+            ExpectSame(Random(random, length), [&](const CSampleKernels& set, Line line) {
+                std::vector<double> real(length);
+                set.toReal(line.data(), length, axis, real.data());
                 real[0] = std::nan("");
                 real[1] *= 1.5;
-                k.toRaw(real.data(), l.size(), axis, l.data());
+                set.toRaw(real.data(), length, axis, line.data());
+                return line;
             });
         }
     }

@@ -171,7 +171,7 @@ CLineAxis CDataBuffer::LineAxisAt(std::uint64_t line) const
     return own == m_ownLineAxes.end() ? CommonLineAxis() : own->second;
 }
 
-void CDataBuffer::RaiseLineCount(std::uint64_t line, std::uint64_t count)
+void CDataBuffer::RaiseOwnLineCount(std::uint64_t line, std::uint64_t count)
 {
     const auto own = m_ownLineAxes.find(line);
     if (own == m_ownLineAxes.end())
@@ -240,12 +240,6 @@ void CDataBuffer::ReleaseNotifications()
 }
 
 // Whether not to notify now; if so, it is noted that there is something to notify of.
-bool CDataBuffer::HoldBack(bool& pending) const
-{
-    pending = pending || m_notificationsHeld;
-    return m_notificationsHeld;
-}
-
 void CDataBuffer::AnnounceReshape()
 {
     {

@@ -166,7 +166,12 @@ private:
     CSignalScale SignalScale() const { return {m_axes[signalAxis].min, m_axes[signalAxis].range}; }
     CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
     CLineAxis LineAxisAt(std::uint64_t line) const;
-    void RaiseLineCount(std::uint64_t line, std::uint64_t count);
+    void RaiseLineCount(std::uint64_t line, std::uint64_t count)
+    {
+        if (!m_ownLineAxes.empty())
+            RaiseOwnLineCount(line, count);
+    }
+    void RaiseOwnLineCount(std::uint64_t line, std::uint64_t count);
     void ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value);
     bool HasShape(std::uint64_t points, std::uint64_t lines) const;
     void ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
@@ -191,7 +196,11 @@ private:
     bool IsRangeOwed(std::uint64_t line) const;
     void WidenRange(const CStoredSamples& samples) const;
     void WidenRange(const CSampleSurvey& survey) const;
-    bool HoldBack(bool& pending) const;
+    bool HoldBack(bool& pending) const
+    {
+        pending = pending || m_notificationsHeld;
+        return m_notificationsHeld;
+    }
     void AnnounceReshape();
 
     std::array<CAxis, 3> m_axes;

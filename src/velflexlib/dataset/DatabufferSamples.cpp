@@ -8,16 +8,20 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-// Both kinds of values that a line is written from hand them out as raw samples, piece by piece.
+// Both kinds of values that a line is written from tell what is to be known of all of them, and hand them out as raw
+// samples, piece by piece.
 struct CRawValues
 {
     std::span<const std::int32_t> values;
 
+    CSampleSurvey Survey() const { return Kernels().survey(values.data(), values.size()); }
     void Read(std::uint64_t first, std::span<std::int32_t> samples) const
     {
         Kernels().clamp(values.data() + first, samples.size(), samples.data());
     }
 };
+
+using Piece = std::array<std::int32_t, samplesPerPiece>;
 
 struct CRealValues
 {
@@ -25,28 +29,23 @@ struct CRealValues
     CSignalScale scale;
     RealToRawMode mode;
 
+    CSampleSurvey Survey() const
+    {
+        CSampleSurvey survey{CRawRange::highestPossible, CRawRange::lowestPossible, 0};
+        Piece buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+        ForEachPiece(values.size(), [&](std::uint64_t first, std::uint64_t count) {
+            Read(first, std::span(buffer).first(count));
+            const CSampleSurvey ofPiece = Kernels().survey(buffer.data(), count);
+            survey = {std::min(survey.lowest, ofPiece.lowest), std::max(survey.highest, ofPiece.highest),
+                      survey.bits | ofPiece.bits};
+        });
+        return survey;
+    }
     void Read(std::uint64_t first, std::span<std::int32_t> samples) const
     {
         scale.ToRaw(values.subspan(first, samples.size()), mode, samples.data());
     }
 };
-
-CSampleSurvey SurveyOf(std::span<const std::int32_t> samples)
-{
-    return Kernels().survey(samples.data(), samples.size());
-}
-
-// Enough of the values' bits to tell whether they fit into that width.
-template <class Values>
-std::int32_t BitsFor(SampleWidth width, const Values& values)
-{
-    std::int32_t bits = 0;
-    if (width == SampleWidth::Bits32)
-        return bits;
-    ForEachRawPiece(values, values.values.size(),
-                    [&](std::uint64_t, std::span<const std::int32_t> piece) { bits |= SurveyOf(piece).bits; });
-    return bits;
-}
 
 } // namespace
 
@@ -58,7 +57,14 @@ bool CDataBuffer::SetLineRaw(std::uint64_t line, std::span<const std::int32_t> v
 bool CDataBuffer::SetLineReal(std::uint64_t line, std::span<const double> values, RealToRawMode mode)
 {
     const CSignalScale scale = GetSignalScale();
-    return scale.ToRaw(0, mode) && SetLine(line, CRealValues{values, scale, mode});
+    if (!scale.ToRaw(0, mode))
+        return false;
+    const CRealValues real{values, scale, mode};
+    if (values.size() > samplesPerPiece)
+        return SetLine(line, real);
+    Piece raw; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    real.Read(0, std::span(raw).first(values.size()));
+    return SetLine(line, CRawValues{std::span(raw).first(values.size())});
 }
 
 template <class Values>
@@ -83,14 +89,19 @@ void CDataBuffer::StoreLine(std::uint64_t line, const Values& values)
     const std::uint64_t count = values.values.size();
     const bool staysWithout = count == 0 && ValidCount(line) == 0;
     m_lineStates.PrepareToMark(line);
+    const CSampleSurvey survey = values.Survey();
     if (!staysWithout)
-        m_samples.MakeWritable(line, BitsFor(m_samples.Width(), values));
+        m_samples.MakeWritable(line, survey.bits);
 
     m_latestFit.lineOperator = nullptr;
     if (IsRangeOwed(line))
         WidenRange(m_samples.Line(line));
-    ForEachRawPiece(values, count, [&](std::uint64_t first, std::span<const std::int32_t> piece) {
-        WidenRange(SurveyOf(piece));
+    if (count > 0)
+        WidenRange(survey);
+    Piece buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    ForEachPiece(count, [&](std::uint64_t first, std::uint64_t pieceCount) {
+        const auto piece = std::span(buffer).first(pieceCount);
+        values.Read(first, piece);
         m_samples.Write(line, first, piece);
     });
     if (!staysWithout && count < m_points) {
@@ -182,7 +193,7 @@ bool CDataBuffer::ReadLineReal(std::uint64_t line, const CLineOperator& lineOper
 {
     const std::lock_guard lock(m_mutex);
     const CSignalScale scale = SignalScale();
-    std::array<std::int32_t, samplesPerPiece> raw; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
+    Piece raw; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
     return ReadLine(line, lineOperator, [&](std::uint64_t first, std::uint64_t count, auto correct) {
         const auto piece = std::span(raw).first(count);
         correct(piece);
@@ -241,8 +252,7 @@ bool CDataBuffer::IsRangeOwed(std::uint64_t line) const
 
 void CDataBuffer::WidenRange(const CStoredSamples& samples) const
 {
-    ForEachRawPiece(samples, samples.Count(),
-                    [&](std::uint64_t, std::span<const std::int32_t> piece) { WidenRange(SurveyOf(piece)); });
+    WidenRange(samples.Kernels().survey(samples.From(0), samples.Count()));
 }
 
 void CDataBuffer::WidenRange(const CSampleSurvey& survey) const

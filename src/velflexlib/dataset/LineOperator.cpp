@@ -45,13 +45,6 @@ const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes()
     return codes;
 }
 
-// Every code is the number of its operator. The table tells in its own words which codes are none.
-LineOpID LineOpFromCode(std::int32_t code)
-{
-    const bool isOperator = code >= 0 && static_cast<std::size_t>(code) < operators.size();
-    return isOperator ? static_cast<LineOpID>(code) : LineOpCodes().map(code);
-}
-
 std::string_view GetDisplayName(LineOpID id)
 {
     return RowOf(id).displayName;
@@ -60,6 +53,13 @@ std::string_view GetDisplayName(LineOpID id)
 const CLineOperator& GetLineOperator(LineOpID id)
 {
     return RowOf(id).lineOperator;
+}
+
+// Every code is the number of its operator. The table of codes tells in its own words which are none.
+const CLineOperator& GetLineOperator(std::int32_t code)
+{
+    const auto row = static_cast<std::size_t>(static_cast<std::uint32_t>(code));
+    return row < operators.size() ? operators[row].lineOperator : GetLineOperator(LineOpCodes().map(code));
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -31,34 +31,40 @@ using CLineFit = std::array<double, 5>;
 class CLineOperator
 {
 public:
-    CLineOperator() = default;
     CLineOperator(const CLineOperator&) = delete;
     CLineOperator& operator=(const CLineOperator&) = delete;
     virtual ~CLineOperator() = default;
 
-    virtual LineOpID GetID() const = 0;
+    LineOpID GetID() const { return m_id; }
 
     // A line of fewer samples gives no corrected one; any other gives one of its length.
-    virtual std::uint64_t GetLeastSamples() const = 0;
+    std::uint64_t GetLeastSamples() const { return m_leastSamples; }
 
     // Whether it needs no fit: a corrected sample depends on the one or two next to it.
-    virtual bool IsLocal() const { return false; }
+    bool IsLocal() const { return m_id == LineOpID::RawData || m_id == LineOpID::DerivedData; }
 
     // Both are for lines of at least so many samples.
     virtual CLineFit Fit(const CStoredSamples& /*line*/) const { return {}; }
     // The corrected samples from index `first` on, of which there must be as many.
     virtual void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                        std::span<std::int32_t> corrected) const = 0;
+
+protected:
+    CLineOperator(LineOpID id, std::uint64_t leastSamples) : m_id(id), m_leastSamples(leastSamples) {}
+
+private:
+    LineOpID m_id;
+    std::uint64_t m_leastSamples;
 };
 
 // The codes that stand for the operators in files and in the interface.
 const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes();
 
-// Throws CNoMappingException for a code that is no operator's.
-LineOpID LineOpFromCode(std::int32_t code);
-
 std::string_view GetDisplayName(LineOpID id);
 
 const CLineOperator& GetLineOperator(LineOpID id);
+
+// Throws CNoMappingException for a code that is no operator's.
+const CLineOperator& GetLineOperator(std::int32_t code);
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,7 +1,6 @@
 #include "velflexlib/dataset/LineOperators.h"
 
 #include "velflexlib/dataset/NormalEquations.h"
-#include "velflexlib/dataset/SampleKernels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,11 +18,12 @@ CLineFit FitPolynomial(const CStoredSamples& line)
     return fit;
 }
 
-void SubtractPolynomial(CSampleKernels::Subtract subtract, const CLineFit& fit, const CStoredSamples& line,
-                        std::uint64_t first, std::span<std::int32_t> corrected)
+template <std::size_t Degree>
+void SubtractPolynomial(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+                        std::span<std::int32_t> corrected)
 {
-    line.Read(first, corrected);
-    subtract(corrected.data(), corrected.size(), static_cast<double>(first), fit.data());
+    line.Kernels().subtract[Degree](line.From(first), corrected.size(), static_cast<double>(first), fit.data(),
+                                    corrected.data());
 }
 
 std::int32_t WrappingDifference(std::int32_t next, std::int32_t sample)
@@ -41,10 +41,7 @@ void CLineOpRAW::Apply(const CLineFit& /*fit*/, const CStoredSamples& line, std:
 
 CLineFit CLineOpAvg::Fit(const CStoredSamples& line) const
 {
-    std::int64_t sum = 0;
-    ForEachRawPiece(line, line.Count(), [&](std::uint64_t, std::span<const std::int32_t> piece) {
-        sum += Kernels().sum(piece.data(), piece.size());
-    });
+    const std::int64_t sum = line.Kernels().sum(line.From(0), line.Count());
     // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): there is a sample
     const std::int64_t mean = sum / static_cast<std::int64_t>(line.Count());
     return {static_cast<double>(mean)};
@@ -53,7 +50,7 @@ CLineFit CLineOpAvg::Fit(const CStoredSamples& line) const
 void CLineOpAvg::Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                        std::span<std::int32_t> corrected) const
 {
-    SubtractPolynomial(Kernels().subtract0, fit, line, first, corrected);
+    SubtractPolynomial<0>(fit, line, first, corrected);
 }
 
 CLineFit CLineOpPlain::Fit(const CStoredSamples& line) const
@@ -64,18 +61,17 @@ CLineFit CLineOpPlain::Fit(const CStoredSamples& line) const
 void CLineOpPlain::Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                          std::span<std::int32_t> corrected) const
 {
-    SubtractPolynomial(Kernels().subtract1, fit, line, first, corrected);
+    SubtractPolynomial<1>(fit, line, first, corrected);
 }
 
 void CLineOpDiff::Apply(const CLineFit& /*fit*/, const CStoredSamples& line, std::uint64_t first,
                         std::span<std::int32_t> corrected) const
 {
-    line.Read(first, corrected);
-    const std::int32_t last = corrected.back();
     const std::uint64_t behind = first + corrected.size();
-    Kernels().differences(corrected.data(), corrected.size() - 1);
-    corrected.back() = behind < line.Count() ? WrappingDifference(line.At(behind), last)
-                                             : WrappingDifference(last, line.At(behind - 2));
+    const bool endsLine = behind == line.Count();
+    line.Kernels().differences(line.From(first), corrected.size() - (endsLine ? 1 : 0), corrected.data());
+    if (endsLine)
+        corrected.back() = WrappingDifference(line.At(behind - 1), line.At(behind - 2));
 }
 
 CLineFit CLineOpParable::Fit(const CStoredSamples& line) const
@@ -86,7 +82,7 @@ CLineFit CLineOpParable::Fit(const CStoredSamples& line) const
 void CLineOpParable::Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                            std::span<std::int32_t> corrected) const
 {
-    SubtractPolynomial(Kernels().subtract2, fit, line, first, corrected);
+    SubtractPolynomial<2>(fit, line, first, corrected);
 }
 
 CLineFit CLineOpPolyFit4::Fit(const CStoredSamples& line) const
@@ -100,7 +96,7 @@ CLineFit CLineOpPolyFit4::Fit(const CStoredSamples& line) const
 void CLineOpPolyFit4::Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                             std::span<std::int32_t> corrected) const
 {
-    SubtractPolynomial(Kernels().subtract4, fit, line, first, corrected);
+    SubtractPolynomial<4>(fit, line, first, corrected);
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -9,9 +9,7 @@ namespace veltaris::velflexlib::dataset {
 class CLineOpRAW : public CLineOperator
 {
 public:
-    LineOpID GetID() const override { return LineOpID::RawData; }
-    std::uint64_t GetLeastSamples() const override { return 0; }
-    bool IsLocal() const override { return true; }
+    CLineOpRAW() : CLineOperator(LineOpID::RawData, 0) {}
     void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                std::span<std::int32_t> corrected) const override;
 };
@@ -20,8 +18,7 @@ public:
 class CLineOpAvg : public CLineOperator
 {
 public:
-    LineOpID GetID() const override { return LineOpID::MeanFit; }
-    std::uint64_t GetLeastSamples() const override { return 1; }
+    CLineOpAvg() : CLineOperator(LineOpID::MeanFit, 1) {}
     CLineFit Fit(const CStoredSamples& line) const override;
     void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                std::span<std::int32_t> corrected) const override;
@@ -31,8 +28,7 @@ public:
 class CLineOpPlain : public CLineOperator
 {
 public:
-    LineOpID GetID() const override { return LineOpID::LineFit; }
-    std::uint64_t GetLeastSamples() const override { return 4; }
+    CLineOpPlain() : CLineOperator(LineOpID::LineFit, 4) {}
     CLineFit Fit(const CStoredSamples& line) const override;
     void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                std::span<std::int32_t> corrected) const override;
@@ -42,9 +38,7 @@ public:
 class CLineOpDiff : public CLineOperator
 {
 public:
-    LineOpID GetID() const override { return LineOpID::DerivedData; }
-    std::uint64_t GetLeastSamples() const override { return 2; }
-    bool IsLocal() const override { return true; }
+    CLineOpDiff() : CLineOperator(LineOpID::DerivedData, 2) {}
     void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                std::span<std::int32_t> corrected) const override;
 };
@@ -53,8 +47,7 @@ public:
 class CLineOpParable : public CLineOperator
 {
 public:
-    LineOpID GetID() const override { return LineOpID::ParabolaFit; }
-    std::uint64_t GetLeastSamples() const override { return 4; }
+    CLineOpParable() : CLineOperator(LineOpID::ParabolaFit, 4) {}
     CLineFit Fit(const CStoredSamples& line) const override;
     void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                std::span<std::int32_t> corrected) const override;
@@ -65,8 +58,7 @@ public:
 class CLineOpPolyFit4 : public CLineOperator
 {
 public:
-    LineOpID GetID() const override { return LineOpID::PolynomialFit; }
-    std::uint64_t GetLeastSamples() const override { return 5; }
+    CLineOpPolyFit4() : CLineOperator(LineOpID::PolynomialFit, 5) {}
     CLineFit Fit(const CStoredSamples& line) const override;
     void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
                std::span<std::int32_t> corrected) const override;

@@ -36,10 +36,9 @@ std::uint64_t CSampleBlock::AbsentBefore(std::uint64_t line) const
     return static_cast<std::uint64_t>(std::ranges::lower_bound(m_absentLines, line) - m_absentLines.begin());
 }
 
-void CSampleBlock::MakeWritable(std::uint64_t line, std::int32_t bits)
+// To memory that has room for what is to be written.
+void CSampleBlock::Move(std::uint64_t line, std::int32_t bits)
 {
-    if (IsWritable(line, bits))
-        return;
     const bool fits = FitInto(m_width, bits);
     CSampleBlock moved(m_points, m_lines, fits ? m_width : SampleWidth::Bits32,
                        IsAbsent(line) ? std::vector<std::uint64_t>() : m_absentLines);

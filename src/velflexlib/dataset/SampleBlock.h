@@ -26,19 +26,20 @@ public:
     std::uint64_t Count() const { return m_count; }
     CStoredSamples First(std::uint64_t count) const { return {m_stored, m_width, count}; }
 
+    const std::byte* From(std::uint64_t index) const { return m_stored + index * BytesPerSample(m_width); }
+    const CStoredKernels& Kernels() const { return KernelsOf(m_width); }
+
     // There must be as many.
-    std::int32_t At(std::uint64_t index) const { return DecodeSample(AddressOf(index), m_width); }
+    std::int32_t At(std::uint64_t index) const { return DecodeSample(From(index), m_width); }
     void Read(std::uint64_t first, std::span<std::int32_t> samples) const
     {
         if (samples.size() == 1)
             samples.front() = At(first);
         else
-            DecodeSamples(AddressOf(first), m_width, samples);
+            DecodeSamples(From(first), m_width, samples);
     }
 
 private:
-    const std::byte* AddressOf(std::uint64_t index) const { return m_stored + index * BytesPerSample(m_width); }
-
     const std::byte* m_stored = nullptr;
     SampleWidth m_width = SampleWidth::Bits32;
     std::uint64_t m_count = 0;
@@ -73,8 +74,11 @@ public:
 
     // Gives the line storage, and all samples a width, that samples with no other bits than these can be written to.
     // Throws std::bad_alloc, with nothing changed, when there is no memory for that.
-    void MakeWritable(std::uint64_t line, std::int32_t bits);
-    bool IsWritable(std::uint64_t line, std::int32_t bits) const { return FitInto(m_width, bits) && !IsAbsent(line); }
+    void MakeWritable(std::uint64_t line, std::int32_t bits)
+    {
+        if (!FitInto(m_width, bits) || IsAbsent(line))
+            Move(line, bits);
+    }
     // Stores adjacent samples of a line that was made writable.
     void Write(std::uint64_t line, std::uint64_t first, std::span<const std::int32_t> samples);
     void Write(std::uint64_t line, std::uint64_t point, std::int32_t sample)
@@ -100,6 +104,7 @@ private:
         return (m_absentLines.empty() ? line : line - AbsentBefore(line)) * m_points;
     }
     std::uint64_t AbsentBefore(std::uint64_t line) const;
+    void Move(std::uint64_t line, std::int32_t bits);
     std::byte* AddressOf(std::uint64_t line, std::uint64_t point)
     {
         return m_memory.Bytes().data() + (Offset(line) + point) * BytesPerSample(m_width);

@@ -2,6 +2,8 @@
 // span the whole of their type.
 #pragma once
 
+#include "velflexlib/dataset/SampleKernels.h"
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -25,6 +27,9 @@ constexpr std::size_t BytesPerSample(SampleWidth width)
 
 // Throws std::runtime_error "Invalid bit count: " and the number, unless it is 8, 16 or 32.
 SampleWidth WidthOfBits(std::int64_t bitCount);
+
+// The loops over samples of that width.
+const CStoredKernels& KernelsOf(SampleWidth width);
 
 // There must be as many stored bytes as the samples take, at an address that is a multiple of the width.
 void DecodeSamples(const std::byte* stored, SampleWidth width, std::span<std::int32_t> samples);
@@ -72,19 +77,6 @@ void ForEachPiece(std::uint64_t sampleCount, Use use)
 {
     for (std::uint64_t first = 0; first < sampleCount; first += samplesPerPiece)
         use(first, std::min<std::uint64_t>(sampleCount - first, samplesPerPiece));
-}
-
-// Calls use(first, std::span<const std::int32_t>) for pieces of `sampleCount` raw samples, which
-// source.Read(first, std::span<std::int32_t>) gives.
-template <class Source, class Use>
-void ForEachRawPiece(const Source& source, std::uint64_t sampleCount, Use use)
-{
-    std::array<std::int32_t, samplesPerPiece> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init): written first
-    ForEachPiece(sampleCount, [&](std::uint64_t first, std::uint64_t count) {
-        const auto piece = std::span(buffer).first(count);
-        source.Read(first, piece);
-        use(first, std::span<const std::int32_t>(piece));
-    });
 }
 
 } // namespace veltaris::velflexlib::dataset

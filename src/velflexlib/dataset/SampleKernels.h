@@ -6,7 +6,7 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// What writing raw samples must know of them, each clamped to the raw range.
+// What writing raw samples must know of them, those that come from a caller clamped to the raw range.
 struct CSampleSurvey
 {
     std::int32_t lowest;
@@ -21,19 +21,38 @@ struct CSignalAxis
     double max;
 };
 
-// One set of loops. `count` may be anything; `from` and `to` are the same or do not overlap. Whatever the set, the
+// Loops over the samples of a line as they are stored, in one width, at an address that is a multiple of it.
+struct CStoredKernels
+{
+    // Between stored and raw samples.
+    void (*widen)(const std::byte* stored, std::size_t count, std::int32_t* raw);
+    void (*narrow)(const std::int32_t* raw, std::size_t count, std::byte* stored);
+
+    // Of the raw values that the samples have, as all that follows.
+    CSampleSurvey (*survey)(const std::byte* stored, std::size_t count);
+    std::int64_t (*sum)(const std::byte* stored, std::size_t count);
+
+    // By the degree of a polynomial, which is 1, 2 or 4: the sums of v x^k, for k = 0 .. degree, over all samples v with
+    // their index x. Rounding depends on the order of these additions, unless all of them are exact.
+    using Moments = void (*)(const std::byte* stored, std::size_t count, double* moments);
+    Moments momentsInAnyOrder[5];
+    Moments momentsInOrder[5]; // ascending
+
+    // By the degree, which is 0, 1, 2 or 4: what is left when a polynomial in x, given by its coefficients in ascending
+    // order, is subtracted from a piece of a line, whose first sample has the index `first`.
+    using Subtract = void (*)(const std::byte* stored, std::size_t count, double first, const double* coefficients,
+                              std::int32_t* corrected);
+    Subtract subtract[5];
+
+    // The distance from each sample to the next one, wrapping; `count` + 1 samples are there.
+    void (*differences)(const std::byte* stored, std::size_t count, std::int32_t* differences);
+};
+
+// One set of loops. `count` may be anything; what is read and what is written do not overlap. Whatever the set, the
 // results are the same, except for sums that are not exact.
 struct CSampleKernels
 {
-    // Stored samples to raw ones.
-    void (*widen8)(const std::int8_t* from, std::size_t count, std::int32_t* to);
-    void (*widen16)(const std::int16_t* from, std::size_t count, std::int32_t* to);
-    void (*widen32)(const std::int32_t* from, std::size_t count, std::int32_t* to);
-
-    // Raw samples to stored ones.
-    void (*narrow8)(const std::int32_t* from, std::size_t count, std::int8_t* to);
-    void (*narrow16)(const std::int32_t* from, std::size_t count, std::int16_t* to);
-    void (*narrow32)(const std::int32_t* from, std::size_t count, std::int32_t* to);
+    CStoredKernels stored8, stored16, stored32;
 
     void (*clamp)(const std::int32_t* from, std::size_t count, std::int32_t* to);
     CSampleSurvey (*survey)(const std::int32_t* from, std::size_t count);
@@ -41,20 +60,6 @@ struct CSampleKernels
     // Between raw samples and real values.
     void (*toReal)(const std::int32_t* from, std::size_t count, const CSignalAxis& axis, double* to);
     void (*toRaw)(const double* from, std::size_t count, const CSignalAxis& axis, std::int32_t* to);
-
-    std::int64_t (*sum)(const std::int32_t* samples, std::size_t count);
-
-    // Adds v x^k to moments[k], for k = 0 .. Degree and all samples v with their index x in a line, of which `first` is
-    // that of the first sample. The order of these additions shows, unless all of them are exact.
-    using Moments = void (*)(const std::int32_t* samples, std::size_t count, double first, double* moments);
-    Moments moments1, moments2, moments4;
-
-    // Subtracts a polynomial in x, given by its coefficients in ascending order, from a piece of a line.
-    using Subtract = void (*)(std::int32_t* samples, std::size_t count, double first, const double* coefficients);
-    Subtract subtract0, subtract1, subtract2, subtract4;
-
-    // Replaces each sample by its distance to the next one, wrapping; `count` + 1 samples are there.
-    void (*differences)(std::int32_t* samples, std::size_t count);
 };
 
 // The set to use on this processor.
