@@ -39,7 +39,8 @@ void WriteCalls(const fs::path& folder)
 {
     for (int step = 0; step < 4; ++step) {
         for (int first = 0; first < functions; first += functionsOfScript)
-            Write(folder / ("calls-" + std::to_string(step) + "-" + std::to_string(first) + ".api"), Calls(first, step, step));
+            Write(folder / ("calls-" + std::to_string(step) + "-" + std::to_string(first) + ".api"),
+                  Calls(first, step, step));
     }
 }
 

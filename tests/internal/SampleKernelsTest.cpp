@@ -50,8 +50,8 @@ void ExpectSame(const Samples& samples, Apply apply)
 
 TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSameOfStoredSamples)
 {
-    constexpr CStoredKernels CSampleKernels::*widths[] = {
-        &CSampleKernels::stored8, &CSampleKernels::stored16, &CSampleKernels::stored32};
+    constexpr CStoredKernels CSampleKernels::*widths[] = {&CSampleKernels::stored8, &CSampleKernels::stored16,
+                                                          &CSampleKernels::stored32};
     const double tame[] = {1e3, -20, 0.3, -1e-3, 1e-6};
     const double wild[] = {-3e8, 4e6, -7e5, 123, -0.5};
     std::mt19937 random(6);

@@ -9,8 +9,8 @@ namespace veltaris::velflexlib::dataset {
 namespace {
 
 // All terms, and all of their sums, are multiples of the lowest bit that a raw sample has. They are exact as doubles as
-// long as none can be more than 2^53 times that. As sums of stored samples, which lack the spare bits, they must also fit
-// into 63 bits.
+// long as none can be more than 2^53 times that. As sums of stored samples, which lack the spare bits, they must also
+// fit into 63 bits.
 bool AreExact(int lowestBit, int spareBits, int bitsOfMagnitude, double powerSum)
 {
     constexpr double slack = 1 + 0x1p-20; // the sum of powers is rounded itself

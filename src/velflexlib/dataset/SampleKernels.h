@@ -32,8 +32,8 @@ struct CStoredKernels
     CSampleSurvey (*survey)(const std::byte* stored, std::size_t count);
     std::int64_t (*sum)(const std::byte* stored, std::size_t count);
 
-    // By the degree of a polynomial, which is 1, 2 or 4: the sums of v x^k, for k = 0 .. degree, over all samples v with
-    // their index x. Rounding depends on the order of these additions, unless all of them are exact.
+    // By the degree of a polynomial, which is 1, 2 or 4: the sums of v x^k, for k = 0 .. degree, over all samples v
+    // with their index x. Rounding depends on the order of these additions, unless all of them are exact.
     using Moments = void (*)(const std::byte* stored, std::size_t count, double* moments);
     Moments momentsInAnyOrder[5];
     Moments momentsInOrder[5]; // ascending

@@ -141,12 +141,14 @@ Ints LoadAs<Ints>(const std::int16_t* stored)
 template <>
 Longs LoadAs<Longs>(const std::int8_t* stored)
 {
-    return reinterpret_cast<Longs>(_mm512_maskz_cvtepi8_epi64(everyLane, _mm_loadl_epi64(reinterpret_cast<const __m128i*>(stored))));
+    return reinterpret_cast<Longs>(
+        _mm512_maskz_cvtepi8_epi64(everyLane, _mm_loadl_epi64(reinterpret_cast<const __m128i*>(stored))));
 }
 template <>
 Longs LoadAs<Longs>(const std::int16_t* stored)
 {
-    return reinterpret_cast<Longs>(_mm512_maskz_cvtepi16_epi64(everyLane, _mm_loadu_si128(reinterpret_cast<const __m128i*>(stored))));
+    return reinterpret_cast<Longs>(
+        _mm512_maskz_cvtepi16_epi64(everyLane, _mm_loadu_si128(reinterpret_cast<const __m128i*>(stored))));
 }
 #elif defined(__AVX2__)
 template <>
@@ -279,9 +281,10 @@ struct CTerms
 constexpr std::int64_t powersOfRising[5][5] = {
     {1, 0, 0, 0, 0}, {0, 1, 0, 0, 0}, {0, -1, 2, 0, 0}, {0, 1, -6, 6, 0}, {0, -1, 14, -36, 24}};
 
-// With integers, of which the sums of sums of samples take nothing but additions. In sample i of n of a lane, counted from
-// 0, these sums have the factor C(u + k - 1, k), where u = n - i. The index of the sample in its line is that of the lane
-// plus i times the number of lanes. All of it is right modulo 2^64, and so are the results, which are less than that.
+// With integers, of which the sums of sums of samples take nothing but additions. In sample i of n of a lane, counted
+// from 0, these sums have the factor C(u + k - 1, k), where u = n - i. The index of the sample in its line is that of
+// the lane plus i times the number of lanes. All of it is right modulo 2^64, and so are the results, which are less
+// than that.
 template <class Stored, int Degree>
 void MomentsInAnyOrder(const std::byte* stored, std::size_t count, double* moments)
 {
