@@ -95,8 +95,10 @@ TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSameOfStoredSamples)
 TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSameOfRealValues)
 {
     std::mt19937 random(7);
-    for (std::size_t length = 2; length < 70; ++length) {
-        for (const CSignalAxis axis : {CSignalAxis{-0.1, 0.7}, {2e-9, -1e-9}}) {
+    for (std::size_t length = 2; length < 200; ++length) {
+        std::uniform_real_distribution<double> ends(-1, 1);
+        for (const CSignalAxis axis :
+             {CSignalAxis{-0.1, 0.7}, {2e-9, -1e-9}, {0, 0x1p-899}, {ends(random), ends(random)}}) {
             ExpectSame(Random(random, length), [&](const CSampleKernels& set, Line line) {
                 std::vector<double> real(length);
                 set.toReal(line.data(), length, axis, real.data());

@@ -30,10 +30,19 @@ std::uint64_t ReadSize(const CVELKeyToValueList& section, const char* key, const
     return static_cast<std::uint64_t>(size);
 }
 
-bool ReadBytes(std::istream& stream, std::span<std::byte> bytes)
+// What is left to be filled when the stream ends or the reading is to end.
+std::span<std::byte> ReadSamples(std::istream& stream, std::span<std::byte> bytes, SampleWidth width,
+                                 const std::atomic<bool>& abort)
 {
-    return static_cast<bool>(
-        stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size())));
+    while (!abort && stream && !bytes.empty()) {
+        const auto piece = bytes.first(std::min(bytes.size(), bytesPerTransfer));
+        stream.read(reinterpret_cast<char*>(piece.data()), static_cast<std::streamsize>(piece.size()));
+        const auto got = static_cast<std::size_t>(stream.gcount());
+        const auto count = got - got % BytesPerSample(width);
+        DropSpareBits(piece.first(count), width);
+        bytes = bytes.subspan(count);
+    }
+    return bytes;
 }
 
 bool WriteBytes(std::ostream& stream, std::span<const std::byte> bytes)
@@ -111,18 +120,12 @@ void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string&
 
 void CDataBufferToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
 {
-    CSampleBlock samples = m_buffer.GetBlankSamples();
-    std::span<std::byte> rest = samples.Bytes();
-    while (!abort && !rest.empty()) {
-        const auto piece = rest.first(std::min(rest.size(), bytesPerTransfer));
-        if (!ReadBytes(stream, piece))
-            break;
-        DropSpareBits(piece, samples.Width());
-        rest = rest.subspan(piece.size());
-    }
+    m_buffer.LoadSamples([&](std::span<std::byte> bytes, SampleWidth width) {
+        const auto rest = ReadSamples(stream, bytes, width, abort);
+        std::ranges::fill(rest, std::byte{});
+    });
     if (m_buffer.GetBitCount() != 32)
         m_buffer.SetBitCount(16);
-    m_buffer.FinishLoading(std::move(samples));
     m_buffer.ReleaseNotifications();
 }
 

@@ -9,6 +9,7 @@
 #include "velflexlib/dataset/SampleKernels.h"
 #include "velflexlib/dataset/SignalScale.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -141,11 +142,21 @@ public:
     std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
     // How many samples a file holds of this channel: those of every line that holds any.
     std::uint64_t GetStoredSampleCount() const;
-    // Zeros that are held as the samples are: room to load them into.
-    CSampleBlock GetBlankSamples() const;
-    // Replaces the samples by freshly loaded ones, which count as written and unchanged. Without effect on a channel
-    // that was reshaped meanwhile.
-    void FinishLoading(CSampleBlock samples);
+    // Calls load(std::span<std::byte>, SampleWidth) under the lock, to write all samples as they are held, which then
+    // count as written and unchanged. They are zeros when it throws.
+    template <class Load>
+    void LoadSamples(Load&& load)
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto bytes = m_samples.BytesToOverwrite();
+        try {
+            std::forward<Load>(load)(bytes, m_samples.Width());
+        } catch (...) {
+            std::ranges::fill(bytes, std::byte{});
+            throw;
+        }
+        CountAsLoaded();
+    }
     // Calls access(const CSampleBlock&) with the samples, under the lock.
     template <class Access>
     void AccessSamples(Access&& access) const
@@ -202,6 +213,7 @@ private:
         return m_notificationsHeld;
     }
     void AnnounceReshape();
+    void CountAsLoaded();
 
     std::array<CAxis, 3> m_axes;
     std::map<std::uint64_t, CLineAxis> m_ownLineAxes;

@@ -64,18 +64,8 @@ std::uint64_t CDataBuffer::GetStoredSampleCount() const
     return m_samples.All().Count();
 }
 
-CSampleBlock CDataBuffer::GetBlankSamples() const
+void CDataBuffer::CountAsLoaded()
 {
-    const std::lock_guard lock(m_mutex);
-    return m_samples.BlankCopy();
-}
-
-void CDataBuffer::FinishLoading(CSampleBlock samples)
-{
-    const std::lock_guard lock(m_mutex);
-    if (!samples.HasShapeOf(m_samples))
-        return;
-    std::swap(m_samples, samples);
     m_lineStates.ResetAll(m_lineCount, CLineStates::writtenWhole);
     m_latestFit = {};
     m_dataRange = {};

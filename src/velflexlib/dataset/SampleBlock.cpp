@@ -72,9 +72,4 @@ void CSampleBlock::ShortenLines(std::uint64_t points)
     m_count = lines * points;
 }
 
-bool CSampleBlock::HasShapeOf(const CSampleBlock& other) const
-{
-    return m_points == other.m_points && m_lines == other.m_lines && m_absentLines == other.m_absentLines;
-}
-
 } // namespace veltaris::velflexlib::dataset

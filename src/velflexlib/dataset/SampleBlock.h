@@ -62,7 +62,11 @@ public:
     // The storage of all lines that have any, in their order.
     CStoredSamples All() const { return {m_memory.Bytes().data(), m_width, m_count}; }
     std::span<const std::byte> Bytes() const { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
-    std::span<std::byte> Bytes() { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
+    // All of them are to be written before anything else is done with the block.
+    std::span<std::byte> BytesToOverwrite()
+    {
+        return m_memory.BytesToOverwrite().first(m_count * BytesPerSample(m_width));
+    }
 
     // Empty for a line without storage.
     CStoredSamples Line(std::uint64_t line) const
@@ -89,10 +93,6 @@ public:
 
     // Keeps the first `points` samples of each line; there must be as many.
     void ShortenLines(std::uint64_t points);
-
-    // Zeros, in the same width and with the same lines.
-    CSampleBlock BlankCopy() const { return {m_points, m_lines, m_width, m_absentLines}; }
-    bool HasShapeOf(const CSampleBlock& other) const;
 
 private:
     bool IsAbsent(std::uint64_t line) const

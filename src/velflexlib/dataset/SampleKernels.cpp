@@ -7,6 +7,8 @@ namespace {
 const CSampleKernels& Widest()
 {
 #if defined(VELOXD_WIDE_KERNELS)
+    if (!__builtin_cpu_supports("fma"))
+        return baselineKernels;
     if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
         __builtin_cpu_supports("avx512vl"))
         return avx512Kernels;

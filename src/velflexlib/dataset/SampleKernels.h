@@ -14,7 +14,8 @@ struct CSampleSurvey
     std::int32_t bits; // all bits that some sample has
 };
 
-// The real values of the ends of the raw range: two different ones, so far from infinity that nothing overflows.
+// The real values of the ends of the raw range: two different ones, so far from infinity that nothing overflows, and so
+// far from each other that nothing underflows.
 struct CSignalAxis
 {
     double min;
@@ -65,8 +66,8 @@ struct CSampleKernels
 // The set to use on this processor.
 const CSampleKernels& Kernels();
 
-// Sets for x86-64 processors: all of them, those with AVX2, those with AVX-512 for integers of all widths. Only what
-// the processor has may be called.
+// Sets for x86-64 processors: all of them, those with AVX2 and FMA, those with AVX-512 for integers of all widths, too.
+// Only what the processor has may be called.
 extern const CSampleKernels baselineKernels;
 extern const CSampleKernels avx2Kernels;
 extern const CSampleKernels avx512Kernels;

@@ -33,11 +33,12 @@ double CSignalScale::ToReal(std::int32_t raw) const
     return std::isfinite(real) ? real : min + (max - min) * ((raw + rawOffset) / rawSpan);
 }
 
-// Has extent, and nothing can overflow in a conversion: true of all axes but absurd ones.
+// Nothing can overflow or underflow in a conversion: true of all axes that have extent, but absurd ones.
 bool CSignalScale::IsOrdinary() const
 {
     constexpr double farOff = 0x1p960;
-    return std::abs(min) < farOff && std::abs(range) < farOff && min + range != min;
+    constexpr double near = 0x1p-900;
+    return std::abs(min) < farOff && std::abs(range) < farOff && std::abs(min + range - min) > near;
 }
 
 void CSignalScale::ToReal(std::span<const std::int32_t> raw, double* real) const

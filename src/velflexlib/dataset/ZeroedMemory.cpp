@@ -1,6 +1,7 @@
 #include "velflexlib/dataset/ZeroedMemory.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 #if defined(__linux__)
@@ -13,14 +14,14 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-#if defined(__linux__)
-
 constexpr std::size_t hugePage = std::size_t{2} << 20U;
 
 bool IsLarge(std::size_t bytes)
 {
     return bytes >= hugePage;
 }
+
+#if defined(__linux__)
 
 // Maps one huge page more than is needed and gives back what is ahead of the first boundary, and the rest.
 void* AllocateLarge(std::size_t bytes)
@@ -49,28 +50,24 @@ void FreeLarge(void* memory, std::size_t bytes)
 
 #else
 
-// The C library takes large pieces from the system page by page, and gives them back at once.
-bool IsLarge(std::size_t)
+// The C library takes large pieces from the system page by page, leaves them alone as these are zeros, and gives them
+// back at once.
+void* AllocateLarge(std::size_t bytes)
 {
-    return false;
+    return std::calloc(bytes, 1); // NOLINT(cppcoreguidelines-no-malloc)
 }
 
-void* AllocateLarge(std::size_t)
+void FreeLarge(void* memory, std::size_t)
 {
-    return nullptr;
-}
-
-void FreeLarge(void*, std::size_t)
-{
+    std::free(memory); // NOLINT(cppcoreguidelines-no-malloc)
 }
 
 #endif
 
 std::byte* Allocate(std::size_t bytes)
 {
-    // Unlike operator new, calloc leaves pages alone that the system has zeroed.
     void* const memory =
-        IsLarge(bytes) ? AllocateLarge(bytes) : std::calloc(bytes, 1); // NOLINT(cppcoreguidelines-no-malloc)
+        IsLarge(bytes) ? AllocateLarge(bytes) : std::malloc(bytes); // NOLINT(cppcoreguidelines-no-malloc)
     if (!memory && bytes > 0)
         throw std::bad_alloc();
     return static_cast<std::byte*>(memory);
@@ -78,8 +75,15 @@ std::byte* Allocate(std::size_t bytes)
 
 } // namespace
 
-CZeroedMemory::CZeroedMemory(std::size_t bytes) : m_bytes(Allocate(bytes), Free{bytes})
+CZeroedMemory::CZeroedMemory(std::size_t bytes)
+    : m_bytes(Allocate(bytes), Free{bytes}), m_owesZeros(bytes > 0 && !IsLarge(bytes))
 {
+}
+
+void CZeroedMemory::WriteZeros() const
+{
+    m_owesZeros = false;
+    std::memset(m_bytes.get(), 0, m_bytes.get_deleter().size);
 }
 
 void CZeroedMemory::Free::operator()(std::byte* bytes) const noexcept
