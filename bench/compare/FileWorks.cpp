@@ -1,5 +1,6 @@
 // Opening, reading through and saving whole files.
 #include "compare/Floor.h"
+#include "compare/Lines.h"
 #include "compare/Peers.h"
 #include "compare/Work.h"
 #include "support/Oxd.h"
@@ -19,15 +20,8 @@ namespace bench {
 
 namespace {
 
-constexpr double milliseconds = 1e3;
 constexpr std::uint64_t smallFileChannels = 8;
 constexpr Shape smallImage{256, 256, 16};
-
-Shape Smaller(Shape shape, const Settings& settings)
-{
-    shape.lines = std::max<std::uint64_t>(shape.lines / settings.divisor, 16);
-    return shape;
-}
 
 // The image as one of our files, made anew for each work: nothing is left in memory or on disk of those before.
 std::string MakeImage(const Settings& settings, const Shape& shape)
@@ -36,63 +30,6 @@ std::string MakeImage(const Settings& settings, const Shape& shape)
     WriteOxd(path, shape);
     return path;
 }
-
-enum class Values
-{
-    Raw,
-    Real,
-};
-
-// The lines that are written and read back, with the conversions that the library does and all others leave to their
-// caller.
-class CLines
-{
-public:
-    CLines(const Shape& shape, Values values) : m_shape(shape), m_values(values) {}
-
-    const std::int32_t* Raw(std::uint64_t line)
-    {
-        if (m_values == Values::Raw)
-            return RawLine(m_shape, line).data();
-        m_raw.resize(m_shape.points);
-        floor::FromReal(RealLine(m_shape, line).data(), m_raw.data(), m_raw.size());
-        return m_raw.data();
-    }
-
-    const std::int32_t* Stored(std::uint64_t line)
-    {
-        const std::span raw(Raw(line), m_shape.points);
-        m_stored.resize(raw.size());
-        std::ranges::transform(raw, m_stored.begin(), [&](std::int32_t v) { return v >> (30 - m_shape.bits); });
-        return m_stored.data();
-    }
-
-    void AddRaw(std::span<const std::int32_t> line)
-    {
-        if (m_values == Values::Raw)
-            return m_checksum.Add(line);
-        m_real.resize(line.size());
-        floor::ToReal(line.data(), m_real.data(), line.size());
-        m_checksum.Add(m_real);
-    }
-
-    void AddStored(std::span<const std::int32_t> line)
-    {
-        m_raw.resize(line.size());
-        std::ranges::transform(line, m_raw.begin(), [&](std::int32_t v) { return RawOf(v, m_shape.bits); });
-        AddRaw(m_raw);
-    }
-
-    double TakeChecksum() { return std::exchange(m_checksum, {}).Value(); }
-
-private:
-    Shape m_shape;
-    Values m_values;
-    CChecksum m_checksum;
-    std::vector<std::int32_t> m_raw;
-    std::vector<std::int32_t> m_stored;
-    std::vector<double> m_real;
-};
 
 std::string MakePeerImage(const Settings& settings, const CImagePeer& peer, const Shape& shape)
 {
@@ -289,46 +226,6 @@ auto SmallFiles(std::uint64_t fullCount)
     };
 }
 
-// So often that 64 000 channels are worked on.
-constexpr std::uint64_t headerChannels = 64'000;
-
-std::function<void()> RepeatedFor(std::uint64_t channels, const std::function<void()>& run)
-{
-    return [=, runs = headerChannels / channels] {
-        for (std::uint64_t i = 0; i < runs; ++i)
-            run();
-    };
-}
-
-constexpr Shape noSamples{0, 0, 16};
-
-auto ReadHeader(std::uint64_t channels)
-{
-    return [=](const Settings& settings) {
-        const std::string path = settings.scratch->Path("header.oxd");
-        WriteOxd(path, noSamples, channels);
-        const auto nothing = [] { return 0.0; };
-        return std::vector<Contender>{
-            {ours, RepeatedFor(channels, [=] { COxd::Open(path); }), nothing},
-            {theFloor, RepeatedFor(channels, [=] { floor::ReadHeader(path); }), nothing},
-            {"index alone", RepeatedFor(channels, [=] { floor::IndexHeader(path); }), nothing}};
-    };
-}
-
-auto WriteHeader(std::uint64_t channels)
-{
-    return [=](const Settings& settings) {
-        const std::string path = settings.scratch->Path("header.oxd");
-        const std::string saved = path + ".saved";
-        WriteOxd(path, noSamples, channels);
-        const auto file = std::make_shared<COxd>(COxd::Open(path));
-        const auto length = [=] { return static_cast<double>(std::filesystem::file_size(saved)); };
-        return std::vector<Contender>{
-            {ours, RepeatedFor(channels, [=] { file->SaveAs(saved); }), length},
-            {theFloor, RepeatedFor(channels, [=] { floor::WriteHeader(saved, noSamples, channels); }), length}};
-    };
-}
-
 double ChecksumOfFile(const std::string& path, const Shape& shape)
 {
     return ChecksumOf(*COxd::Open(path), shape, 61);
@@ -365,65 +262,6 @@ auto Save(Shape fullShape, Change change)
     };
 }
 
-void WriteOurs(const std::string& path, const Shape& shape, Values values)
-{
-    const COxd file = COxd::CreateImage(path, shape);
-    for (std::uint64_t i = 0; i < shape.lines; ++i) {
-        if (values == Values::Raw)
-            SetChannelData_LineRaw(*file, 0, 0, i, RawLine(shape, i).data());
-        else
-            SetChannelData_LineReal(*file, 0, 0, i, RealLine(shape, i).data());
-    }
-    file.SaveAs(path);
-}
-
-double ReadOurs(const std::string& path, const Shape& shape, Values values)
-{
-    const COxd file = COxd::Open(path);
-    if (values == Values::Raw)
-        return ChecksumOf(*file, shape);
-    CChecksum checksum;
-    std::vector<double> line(shape.points);
-    for (std::uint64_t i = 0; i < shape.lines; ++i) {
-        GetChannelData_LineReal(*file, 0, 0, i, 0, line.data());
-        checksum.Add(line);
-    }
-    return checksum.Value();
-}
-
-// Makes a file line by line, opens it again, and adds up its lines.
-auto WriteAndRead(Shape fullShape, Values values)
-{
-    return [=](const Settings& settings) {
-        const Shape shape = Smaller(fullShape, settings);
-        const std::string path = settings.scratch->Path("lines.");
-        const auto sum = std::make_shared<double>();
-        const auto lines = std::make_shared<CLines>(shape, values);
-        const auto finish = [=] { return lines->TakeChecksum(); };
-        std::vector<Contender> contenders{{ours,
-                                           [=] {
-                                               WriteOurs(path + "oxd", shape, values);
-                                               *sum = ReadOurs(path + "oxd", shape, values);
-                                           },
-                                           [=] { return *sum; }},
-                                          {theFloor,
-                                           [=] {
-                                               floor::SaveLines(path, HeaderOf(shape, 1), shape,
-                                                                [&](std::uint64_t i) { return lines->Raw(i); });
-                                               floor::LoadLines(path, shape, [&](auto line) { lines->AddRaw(line); });
-                                           },
-                                           finish}};
-        for (const auto& peer : ImagePeers()) {
-            const auto writeAndRead = [=, file = path + peer->Name()] {
-                peer->Write(file, shape, [&](std::uint64_t i) { return lines->Stored(i); });
-                peer->Read(file, shape, [&](auto line) { lines->AddStored(line); });
-            };
-            contenders.push_back({peer->Name(), writeAndRead, finish});
-        }
-        return contenders;
-    };
-}
-
 } // namespace
 
 std::vector<Work> FileWorks()
@@ -432,9 +270,7 @@ std::vector<Work> FileWorks()
     constexpr Shape bytes{16'384, 8192, 8};
     constexpr Shape words{16'384, 4096, 32};
     constexpr Shape narrow{128, 524'288, 16};
-    constexpr Shape square{4096, 4096, 16};
     const std::vector<Goal> none;
-    const auto perChannel = 1e6 / headerChannels;
     using enum Against;
     return {
         {"open 512 MiB of 16 bits",
@@ -451,37 +287,8 @@ std::vector<Work> FileWorks()
         {"memory, 8 bits", "of 4 B/sample", 1, {{Figure, 0.30}}, Memory(bytes)},
         {"open, walk all lines, close", "ms", milliseconds, {{Floor, 0.65}}, WalkLines(large)},
         {"2 000 small files", "ms", milliseconds, {{Floor, 0.70}}, SmallFiles(2000)},
-        {"read header of 1 000 channels", "us/channel", perChannel, {{Floor, 1.6}, {Figure, 3.0}}, ReadHeader(1000)},
-        {"read header of 64 000 channels",
-         "us/channel",
-         perChannel,
-         {{Floor, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
-         ReadHeader(64'000)},
-        {"write header of 1 000 channels",
-         "us/channel",
-         perChannel,
-         {{Floor, 1.6}, {Figure, 3.0}},
-         WriteHeader(1000),
-         0.1},
-        {"write header of 64 000 channels",
-         "us/channel",
-         perChannel,
-         {{Floor, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
-         WriteHeader(64'000),
-         0.1},
         {"save 512 MiB unchanged", "ms", milliseconds, {{Floor, 0.75}}, Save(large, Change::Nothing)},
         {"save 512 MiB, every line changed", "ms", milliseconds, {{Floor, 1.10}}, Save(large, Change::EveryLine)},
-        {"write and read lines, raw",
-         "ms",
-         milliseconds,
-         {{Floor, 1.3}, {BestPeer, 1.0}},
-         WriteAndRead(square, Values::Raw)},
-        {"write and read lines, real",
-         "ms",
-         milliseconds,
-         {{Floor, 1.3}, {BestPeer, 1.0}},
-         WriteAndRead(square, Values::Real),
-         1e-9},
     };
 }
 

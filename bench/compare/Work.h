@@ -1,8 +1,10 @@
 // What is measured, and against what.
 #pragma once
 
+#include "support/Image.h"
 #include "support/Scratch.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -34,6 +36,8 @@ struct Goal
     double atMost;
 };
 
+inline constexpr double milliseconds = 1e3; // a second
+
 inline const std::string ours = "VELOxd";
 inline const std::string theFloor = "floor";
 
@@ -51,6 +55,12 @@ struct Settings
     std::uint64_t divisor; // of all sizes, to run quickly
 };
 
+inline Shape Smaller(Shape shape, const Settings& settings)
+{
+    shape.lines = std::max<std::uint64_t>(shape.lines / settings.divisor, 16);
+    return shape;
+}
+
 struct Work
 {
     std::string name;
@@ -64,6 +74,8 @@ struct Work
 
 // All works, in the order in which they are shown.
 std::vector<Work> FileWorks();
+std::vector<Work> HeaderWorks();
+std::vector<Work> LineFileWorks();
 std::vector<Work> LineWorks();
 
 } // namespace bench

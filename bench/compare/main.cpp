@@ -27,8 +27,9 @@ struct Options
 
 std::vector<bench::Work> AllWorks()
 {
-    std::vector<bench::Work> works = bench::FileWorks();
-    std::ranges::move(bench::LineWorks(), std::back_inserter(works));
+    std::vector<bench::Work> works;
+    for (const auto make : {bench::FileWorks, bench::HeaderWorks, bench::LineFileWorks, bench::LineWorks})
+        std::ranges::move(make(), std::back_inserter(works));
     return works;
 }
 

@@ -1,0 +1,72 @@
+// Lines of an image, as libraries take and give them.
+#pragma once
+
+#include "compare/Floor.h"
+#include "support/Image.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <utility>
+#include <vector>
+
+namespace bench {
+
+enum class Values
+{
+    Raw,
+    Real,
+};
+
+// The lines that are written and read back, with the conversions that the library does and all others leave to their
+// caller.
+class CLines
+{
+public:
+    CLines(const Shape& shape, Values values) : m_shape(shape), m_values(values) {}
+
+    const std::int32_t* Raw(std::uint64_t line)
+    {
+        if (m_values == Values::Raw)
+            return RawLine(m_shape, line).data();
+        m_raw.resize(m_shape.points);
+        floor::FromReal(RealLine(m_shape, line).data(), m_raw.data(), m_raw.size());
+        return m_raw.data();
+    }
+
+    const std::int32_t* Stored(std::uint64_t line)
+    {
+        const std::span raw(Raw(line), m_shape.points);
+        m_stored.resize(raw.size());
+        std::ranges::transform(raw, m_stored.begin(), [&](std::int32_t v) { return v >> (30 - m_shape.bits); });
+        return m_stored.data();
+    }
+
+    void AddRaw(std::span<const std::int32_t> line)
+    {
+        if (m_values == Values::Raw)
+            return m_checksum.Add(line);
+        m_real.resize(line.size());
+        floor::ToReal(line.data(), m_real.data(), line.size());
+        m_checksum.Add(m_real);
+    }
+
+    void AddStored(std::span<const std::int32_t> line)
+    {
+        m_raw.resize(line.size());
+        std::ranges::transform(line, m_raw.begin(), [&](std::int32_t v) { return RawOf(v, m_shape.bits); });
+        AddRaw(m_raw);
+    }
+
+    double TakeChecksum() { return std::exchange(m_checksum, {}).Value(); }
+
+private:
+    Shape m_shape;
+    Values m_values;
+    CChecksum m_checksum;
+    std::vector<std::int32_t> m_raw;
+    std::vector<std::int32_t> m_stored;
+    std::vector<double> m_real;
+};
+
+} // namespace bench
