@@ -2,7 +2,6 @@
 // fails with a text and a neutral result, or not at all, and what can be saved then can be opened.
 #include "support/Describe.h"
 #include "support/MemoryFile.h"
-#include "support/Seeds.h"
 
 #include <VELOxdDll.h>
 
@@ -25,7 +24,7 @@ namespace {
 
 constexpr std::uint64_t handlesToClose = 64;
 constexpr std::size_t longestText = 8192; // of all that a script can make
-constexpr int mostFiles = 2;              // opening is what takes the time
+constexpr int mostFiles = 2;
 
 void Require(bool holds, const char* what)
 {
@@ -188,9 +187,19 @@ constexpr Function functions[] = {
 #include "functions.inc"
 };
 
-const std::array<CMemoryFile, 3>& Files()
+// Files of both versions and what is none, small, since opening them is what takes the time.
+constexpr std::array<std::string_view, 3> contents{
+    "[DataSet]\r\nChannelCount=1\r\nFrameCount=1\r\nCh0-Fr0=A\r\n[A]\r\nPoints=2\r\nLines=2\r\nDim2Range=1\r\n"
+    "[SetInfos]\r\nGap=2 V\r\n#!abcdefgh",
+    "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=2\r\nGr0-Ch0=A\r\nSetInfos=I\r\nInfoSetCount=1\r\nInfoSet0="
+    "T\r\n"
+    "[A]\r\nVersion=3\r\nPoints=3\r\nLines=2\r\nLineDim0Min=0.5\r\nLineDim1Points=1\r\nSaveBits=16\r\n"
+    "[I]\r\n-- Scan --=--------\r\nTime=1 s\r\n[DataSet\\T]\r\nGain=5\r\n#!abcdefghijkl",
+    "[DataSet]"};
+
+const std::array<CMemoryFile, contents.size()>& Files()
 {
-    static const std::array<CMemoryFile, 3> files;
+    static const std::array<CMemoryFile, contents.size()> files;
     return files;
 }
 
@@ -205,7 +214,7 @@ const char* CScript::FileName()
 void CScript::Run()
 {
     for (std::size_t i = 0; i < Files().size(); ++i)
-        Files()[i].Write(Seeds()[i].bytes);
+        Files()[i].Write(contents[i]);
     while (!m_bytes.empty()) {
         const Function& function = functions[Byte() % std::size(functions)];
         m_namesFile = function.name.find("OxdFile") != std::string_view::npos;

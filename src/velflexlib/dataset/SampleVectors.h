@@ -206,7 +206,7 @@ private:
 #endif
 
     Doubles m_divisor;
-    Doubles m_reciprocal;
+    [[maybe_unused]] Doubles m_reciprocal;
 };
 
 } // namespace
