@@ -82,6 +82,18 @@ Scenario Opening(const char* name, std::string_view bytes)
             [] { return Describe(handle); }, true};
 }
 
+// Enough samples for memory that comes from the system by pages.
+Scenario OpeningLarge()
+{
+    static const std::string bytes =
+        "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n[C]\r\nVersion=2\r\n"
+        "Points=1024\r\nLines=512\r\nSaveBits=32\r\n\r\n#!" +
+        std::string(std::size_t{2} << 20U, 's');
+    Scenario scenario = Opening("open large", bytes);
+    scenario.result = [] { return std::to_string(GetChannelData_Lines(handle, 0, 0)); };
+    return scenario;
+}
+
 bool Saves()
 {
     SaveOxdFile(handle);
@@ -114,6 +126,7 @@ std::vector<Scenario> Scenarios(Kind kind)
                               Saving()};
     if (kind == Kind::File)
         return all;
+    all.push_back(OpeningLarge());
     all.push_back({"edit and read",
                    [] {
                        nextEdit = 0;
