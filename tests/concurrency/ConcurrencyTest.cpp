@@ -105,7 +105,7 @@ TEST(ConcurrencyTest, WhatSeveralSetAtOnceIsSetOnce)
     std::vector<std::function<void(int)>> jobs;
     for (std::uint64_t line = 0; line < threads; ++line) {
         jobs.emplace_back([&, line](int round) {
-            const auto number = static_cast<std::uint64_t>(round + 1);
+            const auto number = static_cast<std::uint64_t>(round) + 1;
             together.arrive_and_wait();
             group->SetName(std::to_string(number));
             group->SetChannelCount(number);
