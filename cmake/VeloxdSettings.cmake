@@ -17,6 +17,8 @@ add_library(veloxd_settings INTERFACE)
 target_compile_options(veloxd_settings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${VELOXD_WERROR}>:-Werror>
+  # Conversions between signed and unsigned, which -Wconversion of C++ means to clang only.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
   # GCC 12 sees overlaps in its own std::string at -O3 that cannot be.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   # Failure texts name source files: relative to the source root, so that no build path is in the binary.

@@ -6,7 +6,7 @@
 #include "api/LastError.h"
 #include "api/OpenFile.h"
 #include "velflexlib/dataset/DataSetToVELConfig.h"
-#include "velstdlib/util/FileAccess.h"
+#include "velstdlib/util/FileWriter.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
@@ -54,7 +54,7 @@ std::uint64_t RegisterFile(const CCall& call, const char* fileName)
 void Load(FileHandleStruct& file, const boost::source_location& where)
 {
     const std::atomic<bool> abort = false;
-    auto opened = COpenFile::ForReading(file.fileName, where);
+    COpenFile opened(file.fileName, where);
     if (file.config.ReadHeader(opened.Stream(), abort)) {
         CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
         serialiser.LoadHeader(file.config, dataSetSection, abort);
@@ -71,8 +71,8 @@ std::string RenderHeader(const veltaris::velstdlib::util::CVELOXDConfig& documen
     return text;
 }
 
-// All that can be found wrong with the data set is found before the old file is touched. The header of the last opening
-// or saving is kept until the new one is being written.
+// All that can be found wrong with the data set is found, and all memory taken, before the old file is touched. The
+// header of the last opening or saving is kept until the new one is being written.
 void Save(FileHandleStruct& file, const boost::source_location& where)
 {
     CheckWritable(file.fileName, where);
@@ -83,13 +83,13 @@ void Save(FileHandleStruct& file, const boost::source_location& where)
     document.SetFileName(file.fileName);
     serialiser.SaveHeader(document, dataSetSection);
     const std::string header = RenderHeader(document);
+    veltaris::velstdlib::util::CFileWriter writer(file.fileName);
 
-    veltaris::velstdlib::util::RemoveRegularFile(file.fileName);
-    auto opened = COpenFile::ForWriting(file.fileName, where);
+    writer.ReplaceFile(where);
     file.config.SwapContent(document);
-    opened.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));
-    serialiser.SaveData(opened.Stream());
-    opened.Stream().close();
+    writer.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));
+    serialiser.SaveData(writer.Stream());
+    writer.Close();
 }
 
 } // namespace

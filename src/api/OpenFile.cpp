@@ -30,25 +30,14 @@ void CheckIsNoDevice(const std::string& path, const boost::source_location& wher
 
 } // namespace
 
-COpenFile COpenFile::ForReading(const std::string& path, const boost::source_location& where)
+COpenFile::COpenFile(const std::string& path, const boost::source_location& where)
 {
     CheckIsNoDirectory(path, where);
     CheckIsNoDevice(path, where);
-    return {path, std::ios::in | std::ios::binary, where};
-}
-
-COpenFile COpenFile::ForWriting(const std::string& path, const boost::source_location& where)
-{
-    CheckIsNoDirectory(path, where);
-    return {path, std::ios::out | std::ios::trunc | std::ios::binary, where};
-}
-
-COpenFile::COpenFile(const std::string& path, std::ios::openmode mode, const boost::source_location& where)
-{
     m_stream.rdbuf()->pubsetbuf(m_buffer.data(),
                                 static_cast<std::streamsize>(m_buffer.size())); // heeded before opening only
     errno = 0;
-    m_stream.open(ToPath(path), mode);
+    m_stream.open(ToPath(path), std::ios::binary);
     const int error = errno;
     if (!m_stream)
         ThrowFileOpen(path, error, where);
@@ -60,4 +49,5 @@ void CheckWritable(const std::string& path, const boost::source_location& where)
 {
     if (veltaris::velstdlib::util::IsWriteProtected(path))
         ThrowFileOpen(path, EACCES, where);
+    CheckIsNoDirectory(path, where);
 }

@@ -5,6 +5,7 @@
 #include "api/Boundary.h"
 #include "api/FileManager.h"
 #include "velflexlib/dataset/LineOperator.h"
+#include "velstdlib/util/Limits.h"
 
 #include <algorithm>
 #include <memory>
@@ -14,6 +15,7 @@
 #include <vector>
 
 namespace dataset = veltaris::velflexlib::dataset;
+namespace limits = veltaris::velstdlib::util::limits;
 using dataset::CDataBuffer;
 using dataset::CDataSet;
 using dataset::CInfoSet;
@@ -22,8 +24,6 @@ using dataset::CLineOperator;
 using dataset::RealToRawMode;
 
 namespace {
-
-constexpr std::uint64_t largestDimension = 65536; // that the setters of a single dimension take
 
 constexpr std::uint64_t rootItem = 1; // stands for the list of top-level groups, which is no node
 
@@ -179,7 +179,7 @@ void SetChannelXYDimension(uint64_t handle, uint64_t group, uint64_t channel, ui
 void SetChannelData_Points(uint64_t handle, uint64_t group, uint64_t channel, uint64_t points)
 {
     Export("set channel points", [&](const CCall& call) {
-        call.AtMost(largestDimension, points);
+        call.AtMost(limits::singleDimension, points);
         CDataBuffer& buffer = call.Channel(handle, group, channel);
         buffer.SetXYDimension(points, buffer.GetLines());
     });
@@ -200,7 +200,7 @@ uint64_t GetChannelData_PointsPerLine(uint64_t handle, uint64_t group, uint64_t 
 void SetChannelData_Lines(uint64_t handle, uint64_t group, uint64_t channel, uint64_t lines)
 {
     Export("set channel lines", [&](const CCall& call) {
-        call.AtMost(largestDimension, lines);
+        call.AtMost(limits::singleDimension, lines);
         CDataBuffer& buffer = call.Channel(handle, group, channel);
         buffer.SetXYDimension(buffer.GetPoints(), lines);
     });

@@ -4,7 +4,10 @@
 
 #include <array>
 #include <atomic>
+#include <barrier>
 #include <functional>
+#include <memory>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -31,8 +34,17 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
 {
     CDataBuffer buffer(16, 8, 4);
     std::atomic<int> torn = 0;
-    buffer.OnChanged.connect([](CDataBuffer& changed, std::size_t) { changed.GetDataRange(); });
+    buffer.OnChanged.connect([](CDataBuffer& changed, std::size_t line) {
+        changed.SetAxisName(signalAxis, std::to_string(line));
+        changed.GetDataRange();
+    });
+    buffer.OnBeforeReshape.connect([&] { buffer.CanReadLine(0); });
+    buffer.OnAfterReshape.connect([&] { buffer.SetPixelRaw(0, 0, 1); });
     const auto writeLine = [&](int round) { buffer.SetLineRaw(1, std::vector(8, round)); };
+    const auto holdBack = [&](int) {
+        buffer.HoldNotifications();
+        buffer.ReleaseNotifications();
+    };
     const auto readLine = [&](int) {
         std::array<std::int32_t, 8> samples{};
         buffer.ReadLineRaw(1, GetLineOperator(LineOpID::RawData), samples.data());
@@ -44,7 +56,7 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
     RunTogether({writeLine, writeLine, readLine, readLine,
                  [&](int round) { buffer.SetXYDimension(8, 4 + static_cast<std::uint64_t>(round % 2)); },
                  [&](int round) { buffer.SetAxisMin(pointAxis, round); }, [&](int) { buffer.PrepareForSave(); },
-                 [&](int) { buffer.GetLineAxis(0); }});
+                 [&](int) { buffer.GetLineAxis(0); }, holdBack});
     EXPECT_EQ(torn, 0) << "a line is read as it was written, whole";
     EXPECT_EQ(buffer.GetPoints(), 8U);
 }
@@ -53,6 +65,12 @@ TEST(ConcurrencyTest, GroupsAreCreatedEditedAndDeletedAtOnce)
 {
     CDataSet dataSet;
     dataSet.OnGroupChanged.connect([&](CDataGroup& group) { group.GetName(); });
+    dataSet.OnGroupNameChanged.connect([&](const std::string& name) { dataSet.GetGroupId(name); });
+    dataSet.OnBufferChanged.connect([&](CDataGroup& group, CDataBuffer& buffer, std::size_t) {
+        group.SetLogicalGroupId(static_cast<std::uint32_t>(dataSet.GetGroupCount()));
+        buffer.GetGroupName();
+        group.GetChannelBuffers();
+    });
     dataSet.OnChanged.connect([&] { dataSet.GetAllGroupIds(); });
     const auto anyGroup = [&](int round, const std::function<void(CDataGroup&)>& edit) {
         if (const auto group = dataSet.GetGroup(static_cast<std::uint64_t>(round % 5)))
@@ -71,9 +89,43 @@ TEST(ConcurrencyTest, GroupsAreCreatedEditedAndDeletedAtOnce)
     EXPECT_EQ(dataSet.GetAllGroupIds().size(), dataSet.GetGroupCount());
 }
 
+// Whoever finds a value set already neither sets it again nor tells of it.
+TEST(ConcurrencyTest, WhatSeveralSetAtOnceIsSetOnce)
+{
+    constexpr int threads = 4;
+    const auto group = std::make_shared<CDataGroup>(0, "", 0, 16);
+    CDataBuffer buffer(16, 1, threads);
+    std::atomic<int> names = 0;
+    std::atomic<int> counts = 0;
+    std::atomic<int> lost = 0;
+    group->OnNameChanged.connect([&](const std::string&) { ++names; });
+    group->OnChanged.connect([&](CDataGroup&) { ++counts; });
+    buffer.OnBeforeReshape.connect([] { std::this_thread::yield(); });
+    std::barrier together(threads);
+    std::vector<std::function<void(int)>> jobs;
+    for (std::uint64_t line = 0; line < threads; ++line) {
+        jobs.emplace_back([&, line](int round) {
+            const auto number = static_cast<std::uint64_t>(round) + 1;
+            together.arrive_and_wait();
+            group->SetName(std::to_string(number));
+            group->SetChannelCount(number);
+            buffer.SetXYDimension(1, threads + number);
+            buffer.SetPixelRaw(0, line, 5);
+            together.arrive_and_wait();
+            std::int32_t value = 0;
+            buffer.ReadPixelRaw(0, line, GetLineOperator(LineOpID::RawData), value);
+            lost += value == 5 ? 0 : 1;
+        });
+    }
+    RunTogether(jobs);
+    EXPECT_EQ(names, rounds);
+    EXPECT_EQ(counts, rounds);
+    EXPECT_EQ(lost, 0) << "a size that is there already discards nothing";
+}
+
 TEST(ConcurrencyTest, SlotsComeAndGoWhileASignalIsEmitted)
 {
-    lumox::sigslot_unorderedslots<int> signal;
+    lumox::sigslot_orderedslots<int> signal;
     std::atomic<int> calls = 0;
     const auto connectAndDisconnect = [&](int) {
         const auto connection = signal.connect([&](int) { ++calls; });
@@ -82,6 +134,7 @@ TEST(ConcurrencyTest, SlotsComeAndGoWhileASignalIsEmitted)
         connection(lumox::Operation::Disconnect);
     };
     signal.connect([&](int depth) {
+        signal.connect([](int) {})(lumox::Operation::Disconnect);
         if (depth == 0)
             signal.emit(1);
     });

@@ -3,11 +3,11 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -30,6 +30,7 @@ bool armed = false;
 Plan current;
 Count counted;
 std::int64_t liveBlocks = 0;
+std::int64_t livePages = 0;
 
 // Whether this call is to have the effect.
 bool Strikes(Kind kind)
@@ -84,6 +85,12 @@ bool FailsAltogether(int failure)
     return Transfer(0, failure, [](std::size_t) { return ssize_t{0}; }) < 0;
 }
 
+std::int64_t PagesOf(std::size_t size)
+{
+    constexpr std::size_t page = 4096;
+    return static_cast<std::int64_t>((size + page - 1) / page);
+}
+
 template <class Function>
 Function* Next(const char* name)
 {
@@ -107,7 +114,7 @@ Count Disarm()
 
 std::int64_t LiveBlocks()
 {
-    return liveBlocks;
+    return liveBlocks + livePages;
 }
 
 } // namespace faults
@@ -146,6 +153,24 @@ void free(void* block)
     __libc_free(block);
 }
 
+// Large pieces of memory come from the system by pages, of which some are given back early.
+void* mmap(void* address, std::size_t size, int protection, int flags, int descriptor, off_t offset)
+{
+    if (Strikes(Kind::Memory)) {
+        errno = ENOMEM;
+        return MAP_FAILED; // NOLINT(cppcoreguidelines-pro-type-cstyle-cast): the system's macro
+    }
+    livePages += PagesOf(size);
+    return Next<void*(void*, std::size_t, int, int, int, off_t)>("mmap")(address, size, protection, flags, descriptor,
+                                                                         offset);
+}
+
+int munmap(void* address, std::size_t size)
+{
+    livePages -= PagesOf(size);
+    return Next<int(void*, std::size_t)>("munmap")(address, size);
+}
+
 ssize_t read(int descriptor, void* bytes, std::size_t size)
 {
     const bool struckBefore = counted.struck;
@@ -160,27 +185,9 @@ ssize_t write(int descriptor, const void* bytes, std::size_t size)
     return Transfer(size, ENOSPC, [&](std::size_t part) { return syscall(SYS_write, descriptor, bytes, part); });
 }
 
-// A stream writes its buffer and what is new in one go.
-ssize_t writev(int descriptor, const iovec* pieces, int count)
-{
-    if (count != 2)
-        std::abort();
-    const std::size_t all = pieces[0].iov_len + pieces[1].iov_len;
-    return Transfer(all, ENOSPC, [&](std::size_t part) {
-        const iovec head[] = {{pieces[0].iov_base, std::min(part, pieces[0].iov_len)},
-                              {pieces[1].iov_base, part - std::min(part, pieces[0].iov_len)}};
-        return syscall(SYS_writev, descriptor, head, 2);
-    });
-}
-
 off64_t lseek64(int descriptor, off64_t offset, int from)
 {
     return FailsAltogether(EIO) ? -1 : syscall(SYS_lseek, descriptor, offset, from);
-}
-
-off_t lseek(int descriptor, off_t offset, int from)
-{
-    return lseek64(descriptor, offset, from);
 }
 
 FILE* fopen64(const char* path, const char* mode)
@@ -191,11 +198,6 @@ FILE* fopen64(const char* path, const char* mode)
 int open(const char* path, int flags, ...)
 {
     return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, 0666));
-}
-
-int open64(const char* path, int flags, ...)
-{
-    return open(path, flags);
 }
 
 // The descriptor is gone, whatever the result.
@@ -213,14 +215,19 @@ int fclose(FILE* file)
     return fails ? EOF : result;
 }
 
-int unlink(const char* path)
-{
-    return FailsAltogether(EIO) ? -1 : static_cast<int>(syscall(SYS_unlinkat, AT_FDCWD, path, 0));
-}
-
 int remove(const char* path)
 {
     return FailsAltogether(EIO) ? -1 : Next<int(const char*)>("remove")(path);
+}
+
+int stat(const char* path, struct stat* status)
+{
+    return FailsAltogether(EIO) ? -1 : Next<int(const char*, struct stat*)>("stat")(path, status);
+}
+
+int lstat(const char* path, struct stat* status)
+{
+    return FailsAltogether(EIO) ? -1 : Next<int(const char*, struct stat*)>("lstat")(path, status);
 }
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

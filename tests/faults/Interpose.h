@@ -8,7 +8,7 @@ namespace faults {
 enum class Kind
 {
     Memory, // allocations
-    File,   // opening, reading, writing, seeking, closing and removing
+    File,   // asking for, opening, reading, writing, seeking, closing and removing
 };
 
 enum class Effect
@@ -39,7 +39,7 @@ struct Count
 void Arm(const Plan& plan);
 Count Disarm();
 
-// Blocks of memory in use.
+// Blocks of memory in use, and pages of the system.
 std::int64_t LiveBlocks();
 
 } // namespace faults

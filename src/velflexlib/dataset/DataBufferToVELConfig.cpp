@@ -70,7 +70,7 @@ bool WriteSamples(std::ostream& stream, const CSampleBlock& samples, SampleWidth
 
 } // namespace
 
-void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, const std::string& sectionName, CLoadBudget& budget)
+void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, std::string_view sectionName, CLoadBudget& budget)
 {
     document.GetContent().SelectCreateSection(sectionName);
     const CVELKeyToValueList& section = document.GetContent().GetActiveSection();

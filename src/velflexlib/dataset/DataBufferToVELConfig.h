@@ -10,6 +10,7 @@
 #include <iosfwd>
 #include <span>
 #include <string>
+#include <string_view>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -21,7 +22,7 @@ public:
     // Sizes and describes the buffer, which holds its notifications back until LoadData is done. Throws
     // CVELFileVersionException for a version above 3, CVELFileBadContentException for negative sizes, and what the
     // budget throws.
-    void LoadHeader(velstdlib::util::CVELConfig& document, const std::string& section, CLoadBudget& budget);
+    void LoadHeader(velstdlib::util::CVELConfig& document, std::string_view section, CLoadBudget& budget);
 
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
 

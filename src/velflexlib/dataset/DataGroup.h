@@ -61,7 +61,8 @@ public:
     std::shared_ptr<CDataBuffer> GetChannelBuffer(std::uint64_t index) const;
     // All slots.
     std::vector<std::shared_ptr<CDataBuffer>> GetChannelBuffers() const;
-    // Gives the slot a channel of this size, and as many slots as that takes.
+    // Gives the slot a channel of this size, and as many slots as that takes. Of threads that do so at once for an
+    // empty slot, each gets a channel of its own, and the last one's stays.
     std::shared_ptr<CDataBuffer> GetOrCreateChannelBuffer(std::uint64_t index, std::uint64_t points,
                                                           std::uint64_t lines);
     // Throws std::out_of_range "invalid vector<T> subscript" when there is no such slot.

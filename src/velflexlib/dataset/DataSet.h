@@ -37,7 +37,8 @@ public:
     CDataSet& operator=(const CDataSet&) = delete;
     ~CDataSet() = default;
 
-    // Result: the id, which is the smallest number from 0 that is free. An empty name becomes "Group" and the id.
+    // Result: the id, which is the smallest number from 0 that is free. An empty name becomes "Group" and the id. Of
+    // threads that do so at once two may find the same id: the later group replaces the earlier one then.
     int CreateGroup(const std::string& name, std::int64_t bitCount);
     // Stores a group under the given id, in place of one that has it; without a logical id it takes the next one, and
     // only if nothing fails. For loading.

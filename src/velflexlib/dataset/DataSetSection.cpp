@@ -2,18 +2,23 @@
 
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/HeaderText.h"
+#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CVELKeyToValueList;
+using velstdlib::util::SplitIndexedKey;
 
 namespace {
 
 constexpr int noLogicalId = -1;
+constexpr std::string_view groupPrefix = "Gr";
+constexpr std::string_view channelPrefix = "-Ch"; // behind the number of the group
 
 // A negative count is none.
 std::uint64_t ReadCount(const CVELKeyToValueList& keys, const std::string& key)
@@ -23,7 +28,7 @@ std::uint64_t ReadCount(const CVELKeyToValueList& keys, const std::string& key)
 
 std::string GroupKey(std::uint64_t group, std::string_view property)
 {
-    return ("Gr" + std::to_string(group)).append(property);
+    return std::string(groupPrefix).append(std::to_string(group)).append(property);
 }
 
 } // namespace
@@ -41,8 +46,7 @@ std::optional<std::uint32_t> LogicalIdOfWellKnownName(std::string_view name)
 CFrameList ReadFrameList(const CVELKeyToValueList& keys, const std::string& fileName)
 {
     const CFrameList frames{ReadCount(keys, "ChannelCount"), ReadCount(keys, "FrameCount")};
-    const std::uint64_t neededKeys = frames.channelCount * frames.frameCount;
-    if (neededKeys == 0 || neededKeys > keys.GetCount())
+    if (frames.SlotCount() == 0 || frames.SlotCount() > keys.GetCount())
         velstdlib::util::ThrowBadContent(fileName);
     return frames;
 }
@@ -85,12 +89,20 @@ void WriteGroupKeys(CVELKeyToValueList& keys, std::uint64_t group, const CDataGr
 
 std::string GroupChannelKey(std::size_t group, std::size_t channel)
 {
-    return GroupKey(group, "-Ch") + std::to_string(channel);
+    return GroupKey(group, channelPrefix) + std::to_string(channel);
 }
 
-std::string ReadGroupChannel(const CVELKeyToValueList& keys, std::size_t group, std::size_t channel)
+std::vector<CGroupChannel> ReadGroupChannels(const CVELKeyToValueList& keys)
 {
-    return keys.GetValue(GroupChannelKey(group, channel));
+    std::vector<CGroupChannel> channels;
+    keys.ForEach([&](std::string_view key, std::string_view section) {
+        const auto group = SplitIndexedKey(key, groupPrefix);
+        const auto channel = group ? SplitIndexedKey(group->rest, channelPrefix) : std::nullopt;
+        if (channel && channel->rest.empty())
+            channels.push_back({group->index, channel->index, section});
+    });
+    std::ranges::sort(channels, {}, [](const CGroupChannel& c) { return std::pair(c.group, c.slot); });
+    return channels;
 }
 
 std::string ChannelSectionName(const std::string& section, std::size_t group, std::size_t channel)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/DataGroup.h"
+#include "velstdlib/math/Product.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <cstddef>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -20,6 +22,8 @@ struct CFrameList
 {
     std::uint64_t channelCount;
     std::uint64_t frameCount;
+
+    std::uint64_t SlotCount() const { return velstdlib::math::Product(channelCount, frameCount); }
 };
 
 // Throws CVELFileBadContentException, with the file's name, when there are no channels or no frames, or fewer keys
@@ -44,8 +48,18 @@ CGroupKeys ReadGroupKeys(const velstdlib::util::CVELKeyToValueList& keys, std::u
 void WriteGroupKeys(velstdlib::util::CVELKeyToValueList& keys, std::uint64_t group, const CDataGroup& content);
 
 std::string GroupChannelKey(std::size_t group, std::size_t channel);
-// The section of one channel, empty for an empty slot.
-std::string ReadGroupChannel(const velstdlib::util::CVELKeyToValueList& keys, std::size_t group, std::size_t channel);
+
+// A filled slot. The section's name lives as long as the keys.
+struct CGroupChannel
+{
+    std::uint64_t group;
+    std::uint64_t slot;
+    std::string_view section;
+};
+
+// All of them, in the order of groups and slots. The keys that there are bound the work: the counts beside them would
+// not. Slots and groups may be beyond these.
+std::vector<CGroupChannel> ReadGroupChannels(const velstdlib::util::CVELKeyToValueList& keys);
 std::string ChannelSectionName(const std::string& section, std::size_t group, std::size_t channel);
 
 } // namespace veltaris::velflexlib::dataset

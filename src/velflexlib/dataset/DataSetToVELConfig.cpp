@@ -8,6 +8,7 @@
 #include "velstdlib/util/VELException.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -41,7 +42,7 @@ void ForEachChannel(const Groups& groups, Use use)
     }
 }
 
-void LoadChannel(CVELConfig& document, CDataGroup& group, std::size_t slot, const std::string& channelSection,
+void LoadChannel(CVELConfig& document, CDataGroup& group, std::size_t slot, std::string_view channelSection,
                  CLoadBudget& budget)
 {
     const auto buffer = group.GetOrCreateChannelBuffer(slot, 0, 0);
@@ -86,8 +87,8 @@ void CDataSetToVELConfig::LoadVersion1Header(CVELConfig& document, const std::st
     const CVELKeyToValueList& keys = Select(document, section);
     const CFrameList frames = ReadFrameList(keys, document.GetFileName());
     CLoadBudget budget(document);
-    budget.ChargeSlots(frames.channelCount * frames.frameCount);
-    budget.CheckSections(frames.channelCount * frames.frameCount);
+    budget.ChargeSlots(frames.SlotCount());
+    budget.CheckSections(frames.SlotCount());
     CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, section).LoadFlat(m_version, abort);
     m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
 
@@ -123,13 +124,9 @@ void CDataSetToVELConfig::LoadVersion2Header(CVELConfig& document, const std::st
         m_dataSet.ReserveLogicalGroupId(id);
         groups.push_back(m_dataSet.InsertGroup(g, id, group.name, group.slotCount, m_bitCount));
     }
-    for (std::size_t g = 0; g < groups.size() && !abort; ++g) {
-        const std::size_t slotCount = groups[g]->GetChannelCount();
-        for (std::size_t c = 0; c < slotCount && !abort; ++c) {
-            const std::string channelSection = ReadGroupChannel(keys, g, c);
-            if (!channelSection.empty())
-                LoadChannel(document, *groups[g], c, channelSection, budget);
-        }
+    for (const auto& [g, slot, channelSection] : ReadGroupChannels(keys)) {
+        if (!abort && g < groups.size() && slot < groups[g]->GetChannelCount())
+            LoadChannel(document, *groups[g], slot, channelSection, budget);
     }
     CInfoSetToVELConfig info(m_dataSet.GetInfoSet(), document, section);
     info.LoadFlat(m_version, abort);

@@ -45,35 +45,34 @@ std::uint64_t CDataBuffer::GetLines() const
 
 void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
 {
-    if (!HasShape(points, lines))
-        ReshapeTo(CSampleBlock(points, lines, widthOfNewSamples), points, lines, {}, 0);
-}
-
-bool CDataBuffer::HasShape(std::uint64_t points, std::uint64_t lines) const
-{
-    const std::lock_guard lock(m_mutex);
-    return points == m_points && lines == m_lineCount;
-}
-
-void CDataBuffer::ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
-                            std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine)
-{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (HasShape(points, lines))
+            return;
+    }
+    CShape shape{CSampleBlock(points, lines, widthOfNewSamples), points, lines};
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
-        m_points = points;
-        m_lineCount = lines;
-        std::swap(m_samples, samples);
-        m_ownLineAxes.swap(ownLineAxes);
-        m_lineStates.ResetAll(lines, CLineStates::neverWritten);
-        m_dataChanged = true;
-        m_isEmpty = true;
-        m_dataRange = {};
-        m_rangeLacksLoaded = false;
-        m_currentLine = currentLine;
-        m_latestFit = {};
+        if (!HasShape(points, lines)) // asked again: what another thread may have written since must stay
+            Take(shape);
     }
     AnnounceReshape();
+}
+
+void CDataBuffer::Take(CShape& shape)
+{
+    m_points = shape.points;
+    m_lineCount = shape.lines;
+    std::swap(m_samples, shape.samples);
+    m_ownLineAxes.swap(shape.ownLineAxes);
+    m_lineStates.ResetAll(shape.lines, CLineStates::neverWritten);
+    m_dataChanged = true;
+    m_isEmpty = true;
+    m_dataRange = {};
+    m_rangeLacksLoaded = false;
+    m_currentLine = shape.currentLine;
+    m_latestFit = {};
 }
 
 CAxis CDataBuffer::GetAxis(std::size_t axis) const

@@ -53,7 +53,8 @@ class CDataBuffer
 public:
     // Emitted with the line that was written.
     lumox::sigslot_unorderedslots<CDataBuffer&, std::size_t> OnChanged;
-    // Emitted around every change of the number of points or lines.
+    // Emitted around every change of the number of points or lines, and by those of several threads that make the same
+    // change at once and come too late.
     lumox::sigslot_unorderedslots<> OnBeforeReshape;
     lumox::sigslot_unorderedslots<> OnAfterReshape;
 
@@ -174,6 +175,16 @@ private:
         CLineFit fit{};
     };
 
+    // All that a change of size replaces.
+    struct CShape
+    {
+        CSampleBlock samples;
+        std::uint64_t points = 0;
+        std::uint64_t lines = 0;
+        std::map<std::uint64_t, CLineAxis> ownLineAxes{};
+        std::uint64_t currentLine = 0;
+    };
+
     CSignalScale SignalScale() const { return {m_axes[signalAxis].min, m_axes[signalAxis].range}; }
     CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
     CLineAxis LineAxisAt(std::uint64_t line) const;
@@ -184,9 +195,12 @@ private:
     }
     void RaiseOwnLineCount(std::uint64_t line, std::uint64_t count);
     void ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value);
-    bool HasShape(std::uint64_t points, std::uint64_t lines) const;
-    void ReshapeTo(CSampleBlock samples, std::uint64_t points, std::uint64_t lines,
-                   std::map<std::uint64_t, CLineAxis> ownLineAxes, std::uint64_t currentLine);
+    bool HasShape(std::uint64_t points, std::uint64_t lines) const
+    {
+        return points == m_points && lines == m_lineCount;
+    }
+    // Leaves in `shape` what is to be freed, without the lock.
+    void Take(CShape& shape);
     std::uint64_t LongestLine() const;
     bool IsReadable(std::uint64_t line) const { return line < m_lineCount && ValidCount(line) <= m_points; }
     CStoredSamples ValidSamples(std::uint64_t line) const { return m_samples.Line(line).First(ValidCount(line)); }

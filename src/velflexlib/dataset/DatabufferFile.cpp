@@ -43,7 +43,13 @@ void CDataBuffer::Restore(std::uint64_t points, std::uint64_t lines, std::map<st
             linesWithoutSamples.push_back(line);
     }
     CSampleBlock samples(points, lines, WidthOfBits(GetBitCount()), std::move(linesWithoutSamples));
-    ReshapeTo(std::move(samples), points, lines, std::move(ownLineAxes), currentLine);
+    CShape shape{std::move(samples), points, lines, std::move(ownLineAxes), currentLine};
+    OnBeforeReshape.emit();
+    {
+        const std::lock_guard lock(m_mutex);
+        Take(shape);
+    }
+    AnnounceReshape();
 }
 
 CLineAxis CDataBuffer::GetCommonLineAxis() const

@@ -1,5 +1,6 @@
 #include "velflexlib/dataset/ListCount.h"
 
+#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/VELException.h"
 
 namespace veltaris::velflexlib::dataset {
@@ -13,6 +14,18 @@ std::uint64_t ReadListCount(const velstdlib::util::CVELKeyToValueList& keys, std
     if (count > limit)
         velstdlib::util::ThrowBadContent(fileName);
     return count;
+}
+
+std::map<std::uint64_t, std::string_view> ReadNumberedValues(const velstdlib::util::CVELKeyToValueList& keys,
+                                                             std::string_view prefix, std::uint64_t count)
+{
+    std::map<std::uint64_t, std::string_view> values;
+    keys.ForEach([&](std::string_view key, std::string_view value) {
+        const auto numbered = velstdlib::util::SplitIndexedKey(key, prefix);
+        if (numbered && numbered->index < count && numbered->rest.empty())
+            values.emplace(numbered->index, value);
+    });
+    return values;
 }
 
 } // namespace veltaris::velflexlib::dataset

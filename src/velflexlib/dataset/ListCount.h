@@ -4,6 +4,7 @@
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -13,5 +14,10 @@ namespace veltaris::velflexlib::dataset {
 // file's name, above the limit.
 std::uint64_t ReadListCount(const velstdlib::util::CVELKeyToValueList& keys, std::string_view key, std::uint64_t limit,
                             const std::string& fileName);
+
+// The values of the keys that are the prefix and a number below `count`, in the order of the numbers. The keys that
+// there are bound the work: the count alone would not.
+std::map<std::uint64_t, std::string_view> ReadNumberedValues(const velstdlib::util::CVELKeyToValueList& keys,
+                                                             std::string_view prefix, std::uint64_t count);
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,5 +1,6 @@
 #include "velflexlib/dataset/LoadBudget.h"
 
+#include "velstdlib/math/Product.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
@@ -9,6 +10,7 @@
 namespace veltaris::velflexlib::dataset {
 
 namespace limits = velstdlib::util::limits;
+using velstdlib::math::Product;
 
 namespace {
 
@@ -38,7 +40,7 @@ void CLoadBudget::ChargeSection(const velstdlib::util::CVELKeyToValueList& secti
 void CLoadBudget::CheckSections(std::uint64_t count) const
 {
     std::uint64_t rest = m_sectionBytes;
-    Take(rest, count * limits::channelSectionBytes);
+    Take(rest, Product(count, limits::channelSectionBytes));
 }
 
 void CLoadBudget::Take(std::uint64_t& rest, std::uint64_t count) const
@@ -54,10 +56,10 @@ void CLoadBudget::ChargeSamples(std::uint64_t points, std::uint64_t lines, std::
         Take(m_pointlessLines, lines);
         return;
     }
-    const auto sampleBytes = static_cast<std::uint64_t>(bitCount / 8);
-    if (lines > m_dataBytes / sampleBytes / points)
+    const std::uint64_t bytes = Product(Product(points, lines), static_cast<std::uint64_t>(bitCount / 8));
+    if (bytes > m_dataBytes)
         ThrowShortStream();
-    m_dataBytes -= lines * points * sampleBytes;
+    m_dataBytes -= bytes;
 }
 
 } // namespace veltaris::velflexlib::dataset

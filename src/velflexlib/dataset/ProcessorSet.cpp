@@ -1,11 +1,14 @@
 #include "velflexlib/dataset/ProcessorSet.h"
 
+#include "velflexlib/dataset/ListCount.h"
 #include "velflexlib/dataset/ProcessorFactory.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
@@ -27,7 +30,7 @@ public:
     }
 
     // Null when the section names no processor.
-    CProcessorBase* Read(const std::string& section)
+    CProcessorBase* Read(std::string_view section)
     {
         if (!m_content.SelectSection(section))
             return nullptr;
@@ -66,12 +69,12 @@ void CProcessorSet::ReadFromFile(CVELConfig& document)
     if (!content.SelectSection("ProcessorSet"))
         return;
     const CVELKeyToValueList& keys = content.GetActiveSection();
-    const int count = keys.GetValueT<int>("ProcessorCount", 0);
-    if (std::cmp_greater(count, velstdlib::util::limits::processors))
+    const auto count = static_cast<std::uint64_t>(std::max(keys.GetValueT<int>("ProcessorCount", 0), 0));
+    if (count > velstdlib::util::limits::processors)
         velstdlib::util::ThrowBadContent(document.GetFileName());
     CEntryReader reader(content, m_processors);
-    for (int i = 0; i < count; ++i) {
-        if (CProcessorBase* const processor = reader.Read(keys.GetValue("Processor" + std::to_string(i))))
+    for (const auto& [index, section] : ReadNumberedValues(keys, "Processor", count)) {
+        if (CProcessorBase* const processor = reader.Read(section))
             m_entries.push_back(processor);
     }
     for (const auto& processor : m_processors)

@@ -1,5 +1,6 @@
 #include "velflexlib/dataset/SampleBlock.h"
 
+#include "velstdlib/math/Product.h"
 #include "velstdlib/util/Limits.h"
 
 #include <algorithm>
@@ -17,9 +18,10 @@ std::uint64_t CheckedCount(std::uint64_t points, std::uint64_t lines)
 {
     const bool tooLarge = std::max(points, lines) > limits::channelDimension;
     const bool pointless = points == 0 && lines > limits::pointlessLines;
-    if (tooLarge || pointless || points * lines > limits::channelSamples)
+    const std::uint64_t count = velstdlib::math::Product(points, lines);
+    if (tooLarge || pointless || count > limits::channelSamples)
         throw std::bad_alloc();
-    return points * lines;
+    return count;
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "velstdlib/string/NumberText.h"
 #include "velstdlib/util/BiMapper.h"
 #include "velstdlib/util/ContainerHelper.h"
-#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"
 
 #include <stdexcept>
@@ -80,18 +79,11 @@ void StoreParameter(CView& view, std::string_view line)
         view.lineOpParameters[static_cast<std::size_t>(code)].insert_or_assign(std::string(fields[1]), fields[2]);
 }
 
-// In the order of their numbers, so that the last one of a name counts. The keys that there are bound the work: the
-// count alone would not.
+// In the order of their numbers, so that the last one of a name counts.
 void ReadParameters(CView& view, const CVELKeyToValueList& keys, const std::string& fileName)
 {
     const auto count = ReadListCount(keys, "ParCount", velstdlib::util::limits::viewParameters, fileName);
-    std::map<std::uint64_t, std::string_view> lines;
-    keys.ForEach([&](std::string_view key, std::string_view value) {
-        const auto line = velstdlib::util::SplitIndexedKey(key, "Par");
-        if (line && line->index < count && line->rest.empty())
-            lines.emplace(line->index, value);
-    });
-    for (const auto& [index, line] : lines)
+    for (const auto& [index, line] : ReadNumberedValues(keys, "Par", count))
         StoreParameter(view, line);
 }
 

@@ -5,6 +5,7 @@
 #include "velstdlib/util/VELException.h"
 
 #include <cstdint>
+#include <string_view>
 #include <unordered_map>
 
 namespace veltaris::velflexlib::dataset {
@@ -22,7 +23,9 @@ class CViewReader
 public:
     explicit CViewReader(CVELConfig& document) : m_document(document) {}
 
-    std::shared_ptr<const CView> Read(const std::string& section)
+    const std::shared_ptr<const CView>& DefaultView() const { return m_defaultView; }
+
+    std::shared_ptr<const CView> Read(std::string_view section)
     {
         if (!m_document.GetContent().SelectSection(section))
             return m_defaultView;
@@ -56,8 +59,9 @@ void CViewSet::ReadFromFile(CVELConfig& document, const std::string& sectionName
     m_height = keys.GetValueT<int>("ViewHeight", m_height);
     const auto count = ReadListCount(keys, "ViewCount", velstdlib::util::limits::views, document.GetFileName());
     CViewReader reader(document);
-    for (std::uint64_t i = 0; i < count; ++i)
-        m_views.push_back(reader.Read(keys.GetValue("View" + std::to_string(i))));
+    m_views.assign(count, reader.DefaultView());
+    for (const auto& [index, section] : ReadNumberedValues(keys, "View", count))
+        m_views[index] = reader.Read(section);
 }
 
 void CViewSet::Clear()

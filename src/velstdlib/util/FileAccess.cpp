@@ -96,9 +96,8 @@ bool IsDevice(const std::string& fileName)
 
 #endif
 
-void RemoveRegularFile(const std::string& fileName)
+void RemoveRegularFile(const fs::path& path)
 {
-    const fs::path path = ToPath(fileName);
     std::error_code error;
     if (MayBeRemoved(path))
         fs::remove(path, error);

@@ -17,7 +17,8 @@ bool IsWriteProtected(const std::string& fileName);
 bool IsDevice(const std::string& fileName);
 
 // Makes way for a new file: removes a regular file. Anything else stays, to be opened and truncated; so does a file
-// that other programs have open, where it would only go when they close it, and take what replaces it along.
-void RemoveRegularFile(const std::string& fileName);
+// that other programs have open, where it would only go when they close it, and take what replaces it along. Takes no
+// memory.
+void RemoveRegularFile(const std::filesystem::path& path);
 
 } // namespace veltaris::velstdlib::util

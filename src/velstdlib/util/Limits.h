@@ -1,4 +1,4 @@
-// What a file may ask for before it is refused: every limit of the library, in one place.
+// What a file or a caller may ask for before it is refused: every limit of the library, in one place.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,9 @@ inline constexpr std::uint64_t channelSlots = 1'048'576;
 // Lines of a channel that has no points, and of all such channels of a file together: they cost the file nothing.
 inline constexpr std::uint64_t pointlessLines = 1'048'576;
 
-// Points or lines of a channel.
+// Points or lines of a channel; and those that a setter of only one of them takes.
 inline constexpr std::uint64_t channelDimension = 0x7FFF'FFFF;
+inline constexpr std::uint64_t singleDimension = 65'536;
 
 // Samples of a channel.
 inline constexpr std::uint64_t channelSamples = std::uint64_t{1} << 32;
