@@ -10,23 +10,6 @@ constexpr std::string_view empty = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\n";
 class InfoFileTest : public OxdTest
 {
 protected:
-    // The whole tree as one text: groups in braces behind their names.
-    // NOLINTNEXTLINE(misc-no-recursion): the trees of these tests are shallow
-    static std::string Tree(std::uint64_t handle, std::uint64_t node = root)
-    {
-        std::string text;
-        for (auto child = SelectFirstChildMetaInfoItem(handle, node); child != 0;
-             child = SelectNextMetaInfoItem(handle, child)) {
-            text += Text(GetMetaInfoItemName, handle, child);
-            if (IsMetaInfoItemAGroup(handle, child))
-                text.append("{").append(Tree(handle, child)).append("}");
-            else
-                text.append("=").append(Text(GetMetaInfoItemValue, handle, child)).append(";");
-        }
-        VELGetLastError();
-        return text;
-    }
-
     std::string SavedHeader(std::uint64_t handle)
     {
         Save(handle);

@@ -5,12 +5,6 @@ namespace {
 
 using PosixFileTest = FileTest;
 
-TEST_F(PosixFileTest, DevicesAreNotRead)
-{
-    EXPECT_EQ(OpenOxdFile("/dev/zero"), 0U);
-    ExpectOpenFailure("/dev/zero", EINVAL, "uint64_t OpenOxdFile(const char*)");
-}
-
 TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFile)
 {
     const auto handle = Create("link.oxd");

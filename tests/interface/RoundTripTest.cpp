@@ -1,6 +1,8 @@
 // What is saved is what is opened again, byte for byte from the second save on.
 #include "support/OxdTest.h"
 
+#include <algorithm>
+
 namespace {
 
 class RoundTripTest : public OxdTest
@@ -38,10 +40,7 @@ TEST_F(RoundTripTest, EveryWidthKeepsTheTopBitsInLittleEndianOrder)
     std::vector<std::vector<std::int32_t>> lines(70, std::vector<std::int32_t>(300)); // more than is converted at once
     for (std::uint64_t i = 0; i < 21'000; ++i)
         lines[i / 300][i % 300] = static_cast<std::int32_t>(i * 7919 * 2'654'435 % 1'073'741'824) - 536'870'912;
-    lines[0][0] = -536870912;
-    lines[0][1] = 536870911;
-    lines[0][2] = -1;
-    lines[0][3] = 1;
+    std::ranges::copy(std::array{-536870912, 536870911, -1, 1}, lines[0].begin());
     for (const auto& [bits, dropped, first] : cases) {
         const auto handle = Create();
         const auto group = CreateChannel(handle, bits, 300, 70);

@@ -22,10 +22,4 @@ TEST_F(WindowsFileTest, AFileThatOthersHaveOpenIsWrittenOrLeftWhole)
     }
 }
 
-TEST_F(WindowsFileTest, DevicesAreNotRead)
-{
-    EXPECT_EQ(OpenOxdFile("NUL"), 0U);
-    ExpectOpenFailure("NUL", EINVAL, "uint64_t OpenOxdFile(const char*)");
-}
-
 } // namespace

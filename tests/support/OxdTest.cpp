@@ -108,3 +108,19 @@ std::vector<std::int32_t> OxdTest::LineRaw(std::uint64_t handle, std::uint64_t g
     EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, group, channel, line, lineOp, values.data()); }), "");
     return values;
 }
+
+// NOLINTNEXTLINE(misc-no-recursion): the trees of these tests are shallow
+std::string OxdTest::Tree(std::uint64_t handle, std::uint64_t node)
+{
+    std::string text;
+    for (auto child = SelectFirstChildMetaInfoItem(handle, node); child != 0;
+         child = SelectNextMetaInfoItem(handle, child)) {
+        text += Text(GetMetaInfoItemName, handle, child);
+        if (IsMetaInfoItemAGroup(handle, child))
+            text.append("{").append(Tree(handle, child)).append("}");
+        else
+            text.append("=").append(Text(GetMetaInfoItemValue, handle, child)).append(";");
+    }
+    VELGetLastError();
+    return text;
+}

@@ -63,6 +63,8 @@ protected:
     {
         return Text(GetGroupName, handle, group);
     }
+    // All information as one text: groups in braces behind their names.
+    static std::string Tree(std::uint64_t handle, std::uint64_t node = 1);
 
 private:
     std::filesystem::path m_folder;
