@@ -153,11 +153,22 @@ TEST_F(InfoFileTest, TreesAreReadWithMissingRepeatedAndCircularLinks)
     EXPECT_EQ(TreeOf(begin + "65536\nInfoSet9=A\n"), "{}A{}");
 }
 
-TEST_F(InfoFileTest, CountsWithoutLinksCostNothing)
+// Each of these would be thousands of millions of steps, and as many entries, if a count alone drove them.
+TEST_F(InfoFileTest, CountsCostNoMoreThanTheKeysThatThereAre)
 {
-    const std::string header = "[DataSet]\nVersion=2\nInfoSetCount=3000\n" + Lines(3000, "InfoSet#=G#\n") +
-                               Lines(3000, "[DataSet\\G#]\nSubSectionCount=65536\n");
-    EXPECT_EQ(GetInfoGroupCount(Open(WriteOxd(header))), 3000U) << "two hundred million links, were they counted";
+    const std::string slope = "GUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=";
+    const std::string headers[] = {
+        "InfoSetCount=3000\n" + Lines(3000, "InfoSet#=G#\n") + Lines(3000, "[DataSet\\G#]\nSubSectionCount=65536\n"),
+        "[SetView]\nViewCount=65536\n" + Lines(65536, "View#=V\n") + "[V]\nParCount=65536\n" +
+            Lines(65536, "Par#=0,#,value\n"),
+        "[SetView]\nViewCount=65536\n" + Lines(65536, "View#=#\n") + Lines(65536, "[#]\nParCount=65536\n"),
+        "[ProcessorSet]\nProcessorCount=65536\n" + Lines(65536, "Processor#=P\n") + "[P]\n" + slope +
+            "0\n[ProcessorSet-Slope:0]\nInputCount=65536\n" + Lines(65536, "Input#Group=0\n"),
+        "[ProcessorSet]\nProcessorCount=4096\n" + Lines(4096, "Processor#=#\n") + Lines(4096, "[#]\n" + slope + "#\n") +
+            Lines(4096, "[ProcessorSet-Slope:#]\nInputCount=65536\nOutputCount=65536\n"),
+    };
+    for (const std::string& header : headers)
+        EXPECT_EQ(ReasonOfOpening(WriteOxd("[DataSet]\nVersion=2\n" + header)), "") << header.substr(0, 20);
 }
 
 } // namespace
