@@ -1,7 +1,33 @@
 // Handles, and what opening and saving does to files.
-#include "interface/FileTest.h"
+#include "support/OxdTest.h"
+
+#ifdef _WIN32
+#include <windows.h>
+constexpr const char* aDevice = "NUL";
+#else
+constexpr const char* aDevice = "/dev/zero";
+#endif
+
+namespace fs = std::filesystem;
 
 namespace {
+
+constexpr std::string_view emptyFile = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\nInfoSetCount=0\r\n\r\n#!";
+
+class FileTest : public OxdTest
+{
+protected:
+    // The diagnostic of a file-open failure.
+    static void ExpectOpenFailure(const std::string& path, int error, const std::string& function)
+    {
+        const std::string text = VELGetLastError();
+        EXPECT_NE(text.find("CVELFileOpenException"), std::string::npos) << text;
+        EXPECT_NE(text.find("Throw in function " + function), std::string::npos) << text;
+        EXPECT_NE(text.find("errinfo_errno_*] = " + std::to_string(error) + ","), std::string::npos) << text;
+        EXPECT_NE(text.find("errinfo_api_function_*] = open"), std::string::npos) << text;
+        EXPECT_NE(text.find("tag_filename*] = " + path + "\n"), std::string::npos) << text;
+    }
+};
 
 TEST_F(FileTest, TheSmallestFreeHandleIsTaken)
 {
@@ -13,13 +39,9 @@ TEST_F(FileTest, TheSmallestFreeHandleIsTaken)
 
 TEST_F(FileTest, AFailedOpenKeepsItsHandleNumberUntilThatIsClosed)
 {
-#ifdef _WIN32
-    const std::string device = "NUL";
-#else
-    const std::string device = "/dev/zero";
-#endif
     fs::create_directory(Path("folder"));
-    for (const auto& [path, error] : {std::pair(Path("missing"), ENOENT), {Path("folder"), EISDIR}, {device, EINVAL}}) {
+    for (const auto& [path, error] :
+         {std::pair(Path("missing"), ENOENT), {Path("folder"), EISDIR}, {aDevice, EINVAL}}) {
         EXPECT_EQ(OpenOxdFile(path.c_str()), 0U);
         ExpectOpenFailure(path, error, "uint64_t OpenOxdFile(const char*)");
     }
@@ -130,5 +152,61 @@ TEST_F(FileTest, AFailedSaveLeavesTheVersionThatWasReadOrSaved)
     EXPECT_NE(ReasonOf([&] { SaveOxdFile(old); }), "");
     EXPECT_EQ(GetOxdVersion(old), 1);
 }
+
+#ifdef _WIN32
+using WindowsFileTest = FileTest;
+
+TEST_F(WindowsFileTest, AFileThatOthersHaveOpenIsWrittenOrLeftWhole)
+{
+    const auto handle = Create();
+    const fs::path path = Path("out.oxd");
+    for (DWORD sharing = 0; sharing < 8; ++sharing) {
+        WriteBytes(path.string(), "precious");
+        HANDLE other = CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
+        ASSERT_NE(other, INVALID_HANDLE_VALUE);
+        const bool saved = ReasonOf([&] { SaveOxdFile(handle); }).empty();
+        CloseHandle(other);
+        EXPECT_EQ(saved, (sharing & FILE_SHARE_WRITE) != 0) << sharing;
+        EXPECT_EQ(ReadBytes(path.string()), saved ? emptyFile : "precious") << sharing;
+    }
+}
+#else // links take a right there, and there are no disks that are always full
+using PosixFileTest = FileTest;
+
+TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFile)
+{
+    const auto handle = Create("link.oxd");
+    WriteBytes(Path("target.oxd"), "old");
+    fs::create_symlink(Path("target.oxd"), Path("link.oxd"));
+    Save(handle);
+    EXPECT_TRUE(fs::is_symlink(Path("link.oxd")));
+    EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
+
+    fs::permissions(Path("target.oxd"), fs::perms::owner_read);
+    CreateGroup(handle, 16);
+    SaveOxdFile(handle);
+    ExpectOpenFailure(Path("link.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
+    EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
+}
+
+TEST_F(PosixFileTest, AFullDiskIsNoticedAndTheDataSetStaysWhole)
+{
+    const auto handle = Create();
+    const auto group = CreateChannel(handle, 32, 300, 40);
+    const std::vector<std::int32_t> line(300, 123456);
+    SetChannelData_LineRaw(handle, group, 0, 39, line.data());
+    for (const bool large : {true, false}) {
+        ChangeOxdFilename(handle, "/dev/full");
+        EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "basic_ios::clear: iostream error");
+        EXPECT_TRUE(fs::exists("/dev/full"));
+        ChangeOxdFilename(handle, Path("out.oxd").c_str());
+        Save(handle);
+        if (large) {
+            EXPECT_EQ(LineRaw(Open(Path("out.oxd")), 0, 0, 39), line);
+            DeleteAllGroups(handle); // so that the whole file fits into the stream's buffer: closing fails
+        }
+    }
+}
+#endif
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "tool/ToolTest.h"
 
-#include "tool/Shell.h"
-
 #include <algorithm>
 ToolTest::ToolTest() : m_outside(std::filesystem::current_path())
 {

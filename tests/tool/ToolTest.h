@@ -13,6 +13,11 @@ struct Outcome
     std::string diagnostics; // standard error
 };
 
+// Starts the tool with what a user types behind its name: the exit code, -1 if it came to no regular end. Its streams
+// go to results.txt and diagnostics.txt, here. Only a POSIX shell understands more in `arguments` than words and single
+// quotes.
+int RunTool(const std::string& arguments, const char* tool = OXD_TOOL);
+
 class ToolTest : public OxdTest
 {
 public:
