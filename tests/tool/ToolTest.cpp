@@ -1,6 +1,7 @@
 #include "tool/ToolTest.h"
 
 #include <algorithm>
+
 ToolTest::ToolTest() : m_outside(std::filesystem::current_path())
 {
     std::filesystem::current_path(Path(""));
