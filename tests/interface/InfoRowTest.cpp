@@ -81,6 +81,8 @@ TEST_F(InfoRowTest, ItemsAmongGroupsAreFoundByNameAndPositionWhateverComesAndGoe
         ASSERT_EQ(Found(GetInfoItemIndex(handle, 0, name.c_str()), items.size()),
                   std::ranges::find(items, name) - items.begin())
             << round;
+        const auto position = Random(items.size() + 1);
+        ASSERT_TRUE(position == items.size() || Text(GetInfoItemName, handle, 0U, position) == items[position]);
         if (round % 50 == 0) {
             ASSERT_EQ(Walk(parent), NamesOf(nodes, true)) << round;
         }

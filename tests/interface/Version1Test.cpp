@@ -2,8 +2,6 @@
 #include "support/Lines.h"
 #include "support/OxdTest.h"
 
-#include <array>
-
 namespace {
 
 constexpr std::string_view lists = "ChannelCount=2\nFrameCount=2\nCh0-Fr0=A\nCh0-Fr1=B\nCh1-Fr0=C\nCh1-Fr1=D\n";
@@ -16,23 +14,25 @@ constexpr std::string_view channels =
 
 class Version1Test : public OxdTest
 {
+protected:
+    std::uint64_t OpenFrames(const std::string& version = "")
+    {
+        return Open(WriteOxd(("[DataSet]\n" + version).append(lists).append(channels), "\x01\x02\x03\x04"));
+    }
 };
 
 TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
 {
     for (const char* const version : {"", "Version=1\n"}) {
-        const auto handle =
-            Open(WriteOxd((std::string("[DataSet]\n") + version).append(lists).append(channels), "\x01\x02\x03\x04"));
+        const auto handle = OpenFrames(version);
         EXPECT_EQ(GetOxdVersion(handle), 1);
         ASSERT_EQ(GetGroupCount(handle), 2U);
         EXPECT_EQ(GroupName(handle, 0), "forwardSCAN");
         EXPECT_EQ(GroupName(handle, 1), "Last");
         EXPECT_EQ(GetLogicalGroupId(handle, 0), 0U);
         EXPECT_EQ(GetLogicalGroupId(handle, 1), 0U) << "one of its channels is a backward scan";
-        for (const auto& [group, channel, value] : {std::array{0, 0, 1}, {1, 0, 2}, {0, 1, 3}, {1, 1, 4}})
-            EXPECT_EQ(GetChannelData_PixelRaw(handle, static_cast<std::uint64_t>(group),
-                                              static_cast<std::uint64_t>(channel), 0, 0, 0),
-                      value << 22)
+        for (std::uint64_t i = 0; i < 4; ++i)
+            EXPECT_EQ(GetChannelData_PixelRaw(handle, i % 2, i / 2, 0, 0, 0), (i + 1) << 22U)
                 << "samples come channel by channel, each through all frames";
         CloseOxdFile(handle);
     }
@@ -40,7 +40,7 @@ TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
 
 TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
 {
-    const auto handle = Open(WriteOxd(std::string("[DataSet]\n").append(lists).append(channels), "\x01\x02\x03\x04"));
+    const auto handle = OpenFrames();
     EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, 0, 0), "m");
     EXPECT_DOUBLE_EQ(GetChannelData_PointAxisRange(handle, 0, 0), 2.5e-9);
     EXPECT_DOUBLE_EQ(GetChannelData_PointAxisMin(handle, 0, 0), -1e-9);
@@ -65,7 +65,7 @@ TEST_F(Version1Test, AnyChannelOfAWellKnownNameGivesTheGroupItsLogicalId)
 
 TEST_F(Version1Test, ItIsSavedAsVersion2AndKeepsEachChannelsFrameName)
 {
-    const auto handle = Open(WriteOxd(std::string("[DataSet]\n").append(lists).append(channels), "\x01\x02\x03\x04"));
+    const auto handle = OpenFrames();
     Save(handle);
     EXPECT_EQ(GetOxdVersion(handle), 2);
     const std::string saved = ReadBytes(Path("in.oxd"));
