@@ -29,15 +29,7 @@ protected:
     }
 };
 
-TEST_F(FileTest, TheSmallestFreeHandleIsTaken)
-{
-    const auto first = Create("1"), second = Create("2"), third = Create("3");
-    EXPECT_EQ(std::vector({first, second, third}), (std::vector<std::uint64_t>{1, 2, 3}));
-    CloseOxdFile(second);
-    EXPECT_EQ(Create("4"), second);
-}
-
-TEST_F(FileTest, AFailedOpenKeepsItsHandleNumberUntilThatIsClosed)
+TEST_F(FileTest, TheSmallestFreeHandleIsTakenAndAFailedOpenKeepsOneUntilThatIsClosed)
 {
     fs::create_directory(Path("folder"));
     for (const auto& [path, error] :
@@ -46,8 +38,11 @@ TEST_F(FileTest, AFailedOpenKeepsItsHandleNumberUntilThatIsClosed)
         ExpectOpenFailure(path, error, "uint64_t OpenOxdFile(const char*)");
     }
     EXPECT_EQ(Create("a"), 4U);
-    CloseOxdFile(1);
-    EXPECT_EQ(Create("b"), 1U);
+    EXPECT_EQ(Create("b"), 5U);
+    for (const std::uint64_t free : {4U, 1U}) {
+        CloseOxdFile(free);
+        EXPECT_EQ(Create("c"), free);
+    }
 }
 
 TEST_F(FileTest, AnEmptyDataSetIsItsHeaderAndNothingElse)
@@ -64,7 +59,7 @@ TEST_F(FileTest, AnEmptyDataSetIsItsHeaderAndNothingElse)
     EXPECT_EQ(GetGroupCount(Open(Path("out.oxd"))), 0U);
 }
 
-TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoes)
+TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoesIfThereCanBeAFile)
 {
     const auto handle = Create("old.oxd");
     Save(handle);
@@ -74,34 +69,17 @@ TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoes)
     Save(handle);
     EXPECT_EQ(ReadBytes(Path("old.oxd")), emptyFile);
     EXPECT_EQ(GroupName(Open(Path("new.oxd")), 0), "Group0");
-}
 
-TEST_F(FileTest, AFileWithoutWritePermissionIsRefusedAndUntouched)
-{
-    const auto handle = Create("locked.oxd");
-    WriteBytes(Path("locked.oxd"), "precious");
-    fs::permissions(Path("locked.oxd"), fs::perms::owner_read);
-    SaveOxdFile(handle);
-    ExpectOpenFailure(Path("locked.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
-    EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + Path("locked.oxd"));
-    EXPECT_EQ(ReadBytes(Path("locked.oxd")), "precious");
-    fs::permissions(Path("locked.oxd"), fs::perms::owner_all); // else Windows would keep it
-}
-
-TEST_F(FileTest, WhereNoFileCanBeNoneIsWritten)
-{
     fs::create_directory(Path("folder"));
-    const auto handle = Create("folder");
-    SaveOxdFile(handle);
-    ExpectOpenFailure(Path("folder"), EISDIR, "void SaveOxdFile(uint64_t)");
+    for (const auto& [path, error] : {std::pair(Path("folder"), EISDIR), {Path("nowhere/out.oxd"), ENOENT}}) {
+        ChangeOxdFilename(handle, path.c_str());
+        SaveOxdFile(handle);
+        ExpectOpenFailure(path, error, "void SaveOxdFile(uint64_t)");
+    }
     EXPECT_TRUE(fs::is_directory(Path("folder")));
-
-    ChangeOxdFilename(handle, Path("nowhere/out.oxd").c_str());
-    SaveOxdFile(handle);
-    ExpectOpenFailure(Path("nowhere/out.oxd"), ENOENT, "void SaveOxdFile(uint64_t)");
 }
 
-TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytes)
+TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytesAndProtectedFilesStay)
 {
     const std::string name = Path("") + "gr\xF6\xDF"
                                         "e.oxd";
@@ -111,15 +89,18 @@ TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytes)
     const fs::path onDisk = name;
 #endif
     const auto handle = CreateOxdFile(name.c_str());
-    Save(handle);
-    EXPECT_TRUE(fs::exists(onDisk));
     CreateGroup(handle, 16);
-    Save(handle);
-    EXPECT_EQ(GetGroupCount(Open(name)), 1U);
+    for (int round = 0; round < 2; ++round) {
+        Save(handle);
+        EXPECT_TRUE(fs::exists(onDisk));
+    }
+    DeleteAllGroups(handle);
     fs::permissions(onDisk, fs::perms::owner_read);
     SaveOxdFile(handle);
     ExpectOpenFailure(name, EACCES, "void SaveOxdFile(uint64_t)");
-    fs::permissions(onDisk, fs::perms::owner_all);
+    EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + name);
+    EXPECT_EQ(GetGroupCount(Open(name)), 1U);
+    fs::permissions(onDisk, fs::perms::owner_all); // else Windows would keep it
 }
 
 TEST_F(FileTest, WhatNoFileMayAskForIsFoundBeforeTheOldFileIsTouched)
