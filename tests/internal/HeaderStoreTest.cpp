@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <limits>
 #include <random>
 #include <sstream>
@@ -40,21 +39,14 @@ TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
     list.RemoveKey("missing");
     EXPECT_EQ(Rendered(list), "lines=3;");
     EXPECT_EQ(list.GetValue("Points", "default"), "default");
-}
-
-TEST(HeaderStoreTest, ManyChangesLeaveTheListAsItWouldBeWithoutThem)
-{
-    CTextStore texts;
-    CVELKeyToValueList list(texts);
-    for (int round = 0; round < 50; ++round) {
-        for (int key = 0; key < 40; ++key)
-            list.SetValue((round % 2 == 0 ? "Key" : "KEY") + std::to_string(key), std::to_string(round));
-        list.RemoveKey("key7");
+    for (int i = 0; i < 2000; ++i) { // more than is kept of what was replaced
+        list.SetValue(i % 2 == 0 ? "Lines" : "LINES", std::to_string(i));
+        list.RemoveKey("more");
+        list.SetValue("MORE", "xyz");
     }
-    EXPECT_EQ(list.GetCount(), 39U);
-    EXPECT_EQ(list.GetTextBytes(), 10 * 4 + 30 * 5 - 4 + 39 * 2U);
-    EXPECT_TRUE(Rendered(list).starts_with("KEY0=49;KEY1=49;"));
-    EXPECT_EQ(list.GetValueT<std::uint64_t>("kEy39", 0), 49U);
+    EXPECT_EQ(Rendered(list), "LINES=1999;MORE=xyz;");
+    EXPECT_EQ(list.GetCount(), 2U);
+    EXPECT_EQ(list.GetTextBytes(), 5 + 4 + 4 + 3U);
 }
 
 // Beside a document whose sections and keys are searched for one by one.
@@ -122,16 +114,10 @@ TEST(HeaderStoreTest, NoSectionIsActiveUntilOneIsSelected)
     EXPECT_FALSE(content.SelectSection("three"));
     EXPECT_THROW(content.GetActiveSection(), std::runtime_error);
     EXPECT_EQ(content.Render(), "[One]\r\nk=v\r\n[two]\r\n");
-    EXPECT_THROW(content.SelectCreateSection(""), std::runtime_error);
-}
-
-TEST(HeaderStoreTest, ParsingStopsWhenItIsToldTo)
-{
-    CIniFileContent content;
-    content.Parse("[a]\n[b]\n", true);
-    EXPECT_EQ(content.Render(), "");
     EXPECT_THROW(content.Parse("[a]\n[]\n[b]\n", false), std::runtime_error);
     EXPECT_EQ(content.Render(), "[a]\r\n") << "what was read before the failure remains";
+    content.Parse("[a]\n[b]\n", true);
+    EXPECT_EQ(content.Render(), "") << "it is told to stop";
 }
 
 TEST(HeaderStoreTest, AStreamThatFailsHasNoHeader)
@@ -155,10 +141,9 @@ TEST(HeaderStoreTest, ADocumentIsSavedToAFileOfItsOwn)
     document.SetFileName(path.string());
     document.GetContent().Parse("[a]\nk=\xC2\xB5\n", false);
     document.SaveKeys();
-    {
-        std::ifstream stream(path, std::ios::binary);
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "[a]\r\nk=\xC2\xB5\r\n");
-    }
+    std::stringstream saved;
+    saved << std::ifstream(path, std::ios::binary).rdbuf();
+    EXPECT_EQ(saved.str(), "[a]\r\nk=\xC2\xB5\r\n");
     std::filesystem::remove(path);
     document.SetFileName("/nowhere/at/all");
     EXPECT_THROW(document.SaveKeys(), CVELFileOpenException);
