@@ -10,8 +10,6 @@ namespace {
 using Id = std::uint64_t;
 using Call = std::function<void(Id handle, Id first, Id second)>;
 
-constexpr Id root = 1;
-
 // The function with the arguments that come behind handle, first and second, as far as it has these. It must fail.
 template <class F, class... Rest>
 Call With(F function, Rest... rest)

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::uint64_t root = 1;
-
 class InfoRowTest : public OxdTest
 {
 protected:

@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr std::uint64_t root = 1;
-
 class InfoTest : public OxdTest
 {
 protected:

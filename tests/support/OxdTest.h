@@ -63,8 +63,10 @@ protected:
     {
         return Text(GetGroupName, handle, group);
     }
+    static constexpr std::uint64_t root = 1; // of the information's tree
+
     // All information as one text: groups in braces behind their names.
-    static std::string Tree(std::uint64_t handle, std::uint64_t node = 1);
+    static std::string Tree(std::uint64_t handle, std::uint64_t node = root);
 
 private:
     std::filesystem::path m_folder;
