@@ -1,7 +1,9 @@
 // Info groups and items by position, and the same information as a tree of nodes.
 #include "support/OxdTest.h"
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 namespace {
 
@@ -124,6 +126,108 @@ TEST_F(InfoTest, TheRootAndNodesOfTheWrongKindAreRefused)
         // The first three are refused whatever the file.
         EXPECT_EQ(ReasonOf([&] { function.second(77); }),
                   &function < cases + 3 ? function.first : "Handle does not exist");
+    }
+}
+
+// Long rows of nodes that keep changing, beside a plain list of what must be in them.
+class InfoRowTest : public OxdTest
+{
+protected:
+    const std::uint64_t handle = Create();
+
+    std::size_t Random(std::size_t below) { return m_random() % below; }
+    // Few enough that many nodes share one.
+    std::string RandomName() { return (Random(2) == 0 ? "Name" : "NAME") + std::to_string(Random(300)); }
+
+    // What a lookup gave, or the count, past the last, when it failed.
+    static std::ptrdiff_t Found(std::uint64_t index, std::size_t count)
+    {
+        const bool failed = VELHasLastError();
+        VELGetLastError();
+        return static_cast<std::ptrdiff_t>(failed ? count : index);
+    }
+
+private:
+    std::minstd_rand m_random;
+};
+
+TEST_F(InfoRowTest, ItemsAmongGroupsAreFoundByNameAndPositionWhateverComesAndGoes)
+{
+    struct Node
+    {
+        std::string name;
+        bool isGroup;
+        std::uint64_t handle;
+    };
+    const auto parent = AddMetaInfoItemGroup(handle, root, "G");
+    std::vector<Node> nodes;
+    const auto expectedTree = [&] {
+        std::string text;
+        for (const Node& node : nodes)
+            text += node.name + (node.isGroup ? "{}" : "=v;");
+        return text;
+    };
+    for (int round = 0; round < 4000; ++round) {
+        const std::string name = RandomName();
+        if (Random(4) == 0)
+            nodes.push_back({name, true, AddMetaInfoItemGroup(handle, parent, name.c_str())});
+        else
+            nodes.push_back({name, false, AddMetaInfoItem(handle, parent, name.c_str(), "v")});
+        const auto victim = nodes.begin() + static_cast<std::ptrdiff_t>(Random(nodes.size()));
+        if (round > 500 || Random(2) == 0) {
+            DeleteMetaInfoItem(handle, victim->handle);
+            nodes.erase(victim);
+        } else {
+            victim->name = RandomName();
+            SetMetaInfoItemName(handle, victim->handle, victim->name.c_str());
+        }
+        std::vector<std::string> items;
+        for (const Node& node : nodes) {
+            if (!node.isGroup)
+                items.push_back(node.name);
+        }
+        ASSERT_EQ(Found(GetInfoItemIndex(handle, 0, name.c_str()), items.size()),
+                  std::ranges::find(items, name) - items.begin())
+            << round;
+        const auto position = Random(items.size() + 1);
+        ASSERT_TRUE(position == items.size() || Text(GetInfoItemName, handle, 0U, position) == items[position]);
+        if (round % 50 == 0) {
+            ASSERT_EQ(Tree(handle, parent), expectedTree()) << round;
+        }
+    }
+    DeleteAllInfoItems(handle, 0);
+    std::erase_if(nodes, [](const Node& node) { return !node.isGroup; });
+    EXPECT_EQ(Tree(handle, parent), expectedTree());
+}
+
+TEST_F(InfoRowTest, TheFirstGroupOfANameIsFoundWhateverMoves)
+{
+    std::vector<std::string> names;
+    for (int round = 0; round < 3000; ++round) {
+        const std::string name = RandomName();
+        names.push_back(name);
+        CreateInfoGroupWithName(handle, name.c_str());
+        const std::size_t position = Random(names.size());
+        const auto at = names.begin() + static_cast<std::ptrdiff_t>(position);
+        if (const auto what = Random(8); what == 0) {
+            std::rotate(names.begin(), at, at + 1);
+            SetInfoGroupNewIndex(handle, position, 0);
+        } else if (what == 1) {
+            *at = RandomName();
+            SetInfoGroupName(handle, position, at->c_str());
+        } else if (what < 6) {
+            names.erase(at);
+            DeleteInfoGroup(handle, position);
+        }
+        const auto found =
+            std::ranges::find_if(names, [&](const auto& other) { return other.substr(4) == name.substr(4); });
+        ASSERT_EQ(Found(GetInfoGroupIndex(handle, name.c_str()), names.size()), found - names.begin()) << round;
+        if (round % 50 == 0) {
+            std::string expectedTree;
+            for (const std::string& group : names)
+                expectedTree += group + "{}";
+            ASSERT_EQ(Tree(handle), expectedTree) << round;
+        }
     }
 }
 

@@ -9,9 +9,6 @@ namespace {
 
 using Line = std::vector<std::int32_t>;
 
-constexpr std::int32_t lowest = -536870912;
-constexpr std::int32_t highest = 536870911;
-
 class LineOperatorTest : public OxdTest
 {
 protected:
@@ -114,8 +111,7 @@ TEST_F(LineOperatorTest, PixelsAreThoseOfTheLineAsItIsNow)
             SetChannelData_PixelRaw(handle, group, 0, 2, 0, 900 * lineOp);
             EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, 4, 0, lineOp), LineRaw(handle, group, 0, 0, lineOp)[4]);
         }
-        const Line shorter{5, 5, 7, 1, 0};
-        Apply(0, shorter);
+        Apply(0, {5, 5, 7, 1, 0});
     }
 }
 

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::int32_t lowest = -536870912;
-constexpr std::int32_t highest = 536870911;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 const double notANumber = std::nan("");
 
@@ -57,31 +55,28 @@ TEST_F(SampleTest, TheSignalAxisSpansTheRawRange)
 
 TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
 {
-    const double cases[][4] = {
-        // min and range of the axis, real value, raw value; a falling axis has its larger end at min
-        {0, 1, 0, lowest},
-        {0, 1, 1, highest},
-        {0, 1, -5, lowest},
-        {0, 1, 5, highest},
-        {0, 1, infinity, highest},
-        {4, -6, 4, lowest},
-        {4, -6, -2, highest},
-        {4, -6, 100, lowest},
-        {4, -6, -100, highest},
-        {0, 0, 1, lowest},
-        {0, 1, notANumber, lowest},
-        {infinity, 1, 0, lowest},
-        {0, notANumber, 0, lowest},
-        // the formula alone would miss the top by one
-        {-1e-9, 3e-9, 2e-9, highest},
-        {0.1, 0.7, 0.1 + 0.7, highest},
-        // -0.5 and 0.5 are both cut to 0
-        {0, 1073741823, 536870912, 0},
-        {0, 1073741823, 536870911.5, 0},
-        {0, 1073741823, 536870912.5, 0},
-        {0, 1073741823, 536870910.5, -1},
-        // an intermediate product overflows; the exact quotient is -0.5 steps
-        {0, 1e300, 0.5e300, -1}};
+    // Minimum and range of the axis, real value, raw value. The formula alone would miss the top of the axes of -1e-9
+    // and 0.1 by one; -0.5 and 0.5 are both cut to 0; of the last, an intermediate product overflows.
+    const double cases[][4] = {{0, 1, 0, lowest},
+                               {0, 1, 1, highest},
+                               {0, 1, -5, lowest},
+                               {0, 1, 5, highest},
+                               {0, 1, infinity, highest},
+                               {4, -6, 4, lowest},
+                               {4, -6, -2, highest},
+                               {4, -6, 100, lowest},
+                               {4, -6, -100, highest},
+                               {0, 0, 1, lowest},
+                               {0, 1, notANumber, lowest},
+                               {infinity, 1, 0, lowest},
+                               {0, notANumber, 0, lowest},
+                               {-1e-9, 3e-9, 2e-9, highest},
+                               {0.1, 0.7, 0.1 + 0.7, highest},
+                               {0, 1073741823, 536870912, 0},
+                               {0, 1073741823, 536870911.5, 0},
+                               {0, 1073741823, 536870912.5, 0},
+                               {0, 1073741823, 536870910.5, -1},
+                               {0, 1e300, 0.5e300, -1}};
     for (const auto& [min, range, real, expected] : cases) {
         SetSignalAxis(min, range);
         const double line[] = {real, min, real, real};
