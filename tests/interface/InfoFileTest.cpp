@@ -2,6 +2,8 @@
 #include "support/Lines.h"
 #include "support/OxdTest.h"
 
+#include <tuple>
+
 namespace {
 
 constexpr std::string_view empty = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\n";
@@ -49,34 +51,26 @@ TEST_F(InfoFileTest, GroupsOfTheInfoFunctionsAreAFlatListAndGroupsOfTheTreeAreSe
 
 TEST_F(InfoFileTest, WhatAFlatListCouldNotGiveBackIsSavedAsTrees)
 {
-    struct Case
-    {
-        const char* group;
-        std::vector<std::pair<const char*, const char*>> items;
-        const char* readBack;
-    };
-    const Case cases[] = {
-        {"G", {{"a", "1"}, {"A", "2"}}, "G{a=1;A_2=2;}T{x=1;}"},
-        {"T", {{"y", "1"}}, "T{y=1;}T_2{x=1;}"},
-        {"t", {{"y", "1"}}, "t{y=1;}T_2{x=1;}"},
-        {"G", {{"x", "1"}}, "G{x=1;}T{x=1;}"},
-        {"G", {{"offsetx", "1"}}, "G{offsetx=1;}T{x=1;}"},
-        {"G", {{"--\nh --", "1"}, {"y", "2"}}, "G{-- h --=1;y=2;}T{x=1;}"},
-        {"G", {{"Tip\nPotential", "1"}}, "G{Tip Potential=1;}T{x=1;}"},
-        {"G", {{"-- h --", "1"}}, "G{-- h --=1;}T{x=1;}"},
-        {"G=H", {{"y", "1"}}, "G=H{y=1;}T{x=1;}"},
-        {"G", {{"a=b", "1"}, {"a", "2"}}, "G{a=b=1;a_2=2;}T{x=1;}"},
-        {"A\\B ", {{"offsety", "1"}}, "A\\B{offsety=1;}T{x=1;}"},
-    };
-    for (const Case& c : cases) {
+    using Items = std::vector<std::pair<const char*, const char*>>;
+    for (const auto& [group, items, readBack] : {std::tuple("G", Items{{"a", "1"}, {"A", "2"}}, "G{a=1;A_2=2;}T{x=1;}"),
+                                                 {"T", {{"y", "1"}}, "T{y=1;}T_2{x=1;}"},
+                                                 {"t", {{"y", "1"}}, "t{y=1;}T_2{x=1;}"},
+                                                 {"G", {{"x", "1"}}, "G{x=1;}T{x=1;}"},
+                                                 {"G", {{"offsetx", "1"}}, "G{offsetx=1;}T{x=1;}"},
+                                                 {"G", {{"--\nh --", "1"}, {"y", "2"}}, "G{-- h --=1;y=2;}T{x=1;}"},
+                                                 {"G", {{"Tip\nPotential", "1"}}, "G{Tip Potential=1;}T{x=1;}"},
+                                                 {"G", {{"-- h --", "1"}}, "G{-- h --=1;}T{x=1;}"},
+                                                 {"G=H", {{"y", "1"}}, "G=H{y=1;}T{x=1;}"},
+                                                 {"G", {{"a=b", "1"}, {"a", "2"}}, "G{a=b=1;a_2=2;}T{x=1;}"},
+                                                 {"A\\B ", {{"offsety", "1"}}, "A\\B{offsety=1;}T{x=1;}"}}) {
         const auto handle = Create();
-        const auto info = CreateInfoGroupWithName(handle, c.group);
-        for (const auto& [name, value] : c.items)
+        const auto info = CreateInfoGroupWithName(handle, group);
+        for (const auto& [name, value] : items)
             CreateInfoItem(handle, info, name, value);
         CreateInfoItem(handle, CreateInfoGroupWithName(handle, "T"), "x", "1");
         Save(handle);
-        EXPECT_EQ(ReadBytes(Path("out.oxd")).find("SetInfos"), std::string::npos) << c.readBack;
-        ExpectStable(c.readBack);
+        EXPECT_EQ(ReadBytes(Path("out.oxd")).find("SetInfos"), std::string::npos) << readBack;
+        ExpectStable(readBack);
         CloseOxdFile(handle);
     }
 }

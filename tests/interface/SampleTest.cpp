@@ -1,6 +1,7 @@
 // Raw and real values, line by line and pixel by pixel.
 #include "support/OxdTest.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -57,27 +58,26 @@ TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
 {
     // Minimum and range of the axis, real value, raw value. The formula alone would miss the top of the axes of -1e-9
     // and 0.1 by one; -0.5 and 0.5 are both cut to 0; of the last, an intermediate product overflows.
-    const double cases[][4] = {{0, 1, 0, lowest},
-                               {0, 1, 1, highest},
-                               {0, 1, -5, lowest},
-                               {0, 1, 5, highest},
-                               {0, 1, infinity, highest},
-                               {4, -6, 4, lowest},
-                               {4, -6, -2, highest},
-                               {4, -6, 100, lowest},
-                               {4, -6, -100, highest},
-                               {0, 0, 1, lowest},
-                               {0, 1, notANumber, lowest},
-                               {infinity, 1, 0, lowest},
-                               {0, notANumber, 0, lowest},
-                               {-1e-9, 3e-9, 2e-9, highest},
-                               {0.1, 0.7, 0.1 + 0.7, highest},
-                               {0, 1073741823, 536870912, 0},
-                               {0, 1073741823, 536870911.5, 0},
-                               {0, 1073741823, 536870912.5, 0},
-                               {0, 1073741823, 536870910.5, -1},
-                               {0, 1e300, 0.5e300, -1}};
-    for (const auto& [min, range, real, expected] : cases) {
+    for (const auto& [min, range, real, expected] : {std::array<double, 4>{0, 1, 0, lowest},
+                                                     {0, 1, 1, highest},
+                                                     {0, 1, -5, lowest},
+                                                     {0, 1, 5, highest},
+                                                     {0, 1, infinity, highest},
+                                                     {4, -6, 4, lowest},
+                                                     {4, -6, -2, highest},
+                                                     {4, -6, 100, lowest},
+                                                     {4, -6, -100, highest},
+                                                     {0, 0, 1, lowest},
+                                                     {0, 1, notANumber, lowest},
+                                                     {infinity, 1, 0, lowest},
+                                                     {0, notANumber, 0, lowest},
+                                                     {-1e-9, 3e-9, 2e-9, highest},
+                                                     {0.1, 0.7, 0.1 + 0.7, highest},
+                                                     {0, 1073741823, 536870912, 0},
+                                                     {0, 1073741823, 536870911.5, 0},
+                                                     {0, 1073741823, 536870912.5, 0},
+                                                     {0, 1073741823, 536870910.5, -1},
+                                                     {0, 1e300, 0.5e300, -1}}) {
         SetSignalAxis(min, range);
         const double line[] = {real, min, real, real};
         SetChannelData_LineReal(handle, group, 0, 0, line);
