@@ -73,13 +73,17 @@ TEST_F(DataSetTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)
     document.GetContent().Parse(
         "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=2\nGr0-Ch1=A\n[ProcessorSet]\nProcessorCount=1\n"
         "Processor0=P\n[P]\nGUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=0\n"
-        "[ProcessorSet-Slope:0]\nInputCount=1\nInput0Group=0\nInput0Channel=1\n"
+        "[ProcessorSet-Slope:0]\nInputCount=2\nInput0Group=0\nInput0Channel=1\nInput1Group=0\n"
         "OutputCount=1\nOutput0Group=9\nOutput0Channel=0\n[SetView]\nViewCount=2\n",
         false);
     CDataSetToVELConfig(*dataSet).LoadHeader(document, "DataSet", false);
     const CProcessorBase& slope = *dataSet->GetProcessorSet().GetProcessors().at(0);
+    EXPECT_NE(slope.GetInputs().GetBuffer(0), nullptr);
     EXPECT_EQ(slope.GetInputs().GetBuffer(0), dataSet->GetGroup(0)->GetChannelBuffer(1));
+    EXPECT_EQ(slope.GetInputs().GetBuffer(1), nullptr);
     EXPECT_EQ(slope.GetOutputs().GetBuffer(0), nullptr);
+    dataSet->GetGroup(0)->DeleteChannelBuffer(1);
+    EXPECT_EQ(slope.GetInputs().GetBuffer(0), nullptr) << "a processor keeps no channel alive";
     EXPECT_EQ(dataSet->GetViewSet().GetViews().size(), 2U);
 }
 

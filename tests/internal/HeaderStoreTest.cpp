@@ -120,20 +120,6 @@ TEST(HeaderStoreTest, NoSectionIsActiveUntilOneIsSelected)
     EXPECT_EQ(content.Render(), "") << "it is told to stop";
 }
 
-TEST(HeaderStoreTest, AStreamThatFailsHasNoHeader)
-{
-    CVELConfig document;
-    EXPECT_TRUE(document.IsNew());
-    std::istringstream stream("[a]\r\nk=v\r\n\r\n#!data");
-    EXPECT_TRUE(document.ReadHeader(stream, false));
-    EXPECT_FALSE(document.IsNew());
-    EXPECT_EQ(document.GetDataBytes(), 4U);
-    std::istringstream broken("[a]\r\n#!");
-    broken.setstate(std::ios::badbit);
-    EXPECT_FALSE(document.ReadHeader(broken, false));
-    EXPECT_EQ(document.GetContent().Render(), "");
-}
-
 TEST(HeaderStoreTest, ADocumentIsSavedToAFileOfItsOwn)
 {
     CVELConfig document;

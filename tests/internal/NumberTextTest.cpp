@@ -1,6 +1,5 @@
 #include "velstdlib/string/NumberText.h"
 #include "velflexlib/fx/FxProperty.h"
-#include "velflexlib/fx/FxPropertyHelpers.h"
 #include "velstdlib/math/SIPrefix.h"
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
@@ -118,20 +117,6 @@ TEST(FxPropertyTest, OtherTextsAreNone)
     for (const char* text : {"", " ", "nm", "+", "+-5", "--5 m", "2,5 nm", "1 2", ".", "inf m", "nan", "nanom",
                              "1e999 m", "1e300 Ym", "1.#INF"})
         EXPECT_FALSE(ParseFxProperty(text)) << text;
-}
-
-TEST(FxPropertyTest, KeysHoldPropertiesOrLeaveTheDefault)
-{
-    util::CTextStore texts;
-    util::CVELKeyToValueList keys(texts);
-    const CFxProperty defaultValue{7, "V"};
-    EXPECT_EQ(ReadFxProperty(keys, "k", defaultValue), defaultValue);
-    keys.SetValue("k", "wide");
-    EXPECT_EQ(ReadFxProperty(keys, "k", defaultValue), defaultValue);
-    keys.SetValue("k", "3k");
-    EXPECT_EQ(ReadFxProperty(keys, "k", defaultValue), (CFxProperty{3000, "V"}));
-    WriteFxProperty(keys, "k", {2, "m\r\n#!"});
-    EXPECT_EQ(keys.GetValue("k"), "2 m  # !") << "what is written never breaks the header";
 }
 
 } // namespace

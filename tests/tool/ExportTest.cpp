@@ -99,8 +99,8 @@ TEST_F(ExportTest, GivesNumbersAsTheInterfaceDoes)
     ResultsOf("make-sample sample.oxd");
     const auto handle = Open("sample.oxd");
     for (const auto& [option, code] : {std::pair("", 0), {"--op derive ", 3}, {"--op parabola ", 4}}) {
-        std::vector<std::int32_t> raw(256 * 256);
-        std::vector<double> real(256 * 256);
+        std::vector<std::int32_t> raw(65536);
+        std::vector<double> real(65536);
         for (std::uint64_t line = 0; line < 256; ++line) {
             GetChannelData_LineRaw(handle, 0, 0, line, code, raw.data() + line * 256);
             GetChannelData_LineReal(handle, 0, 0, line, code, real.data() + line * 256);
