@@ -27,20 +27,25 @@ Line Random(std::mt19937& random, std::size_t length)
     return line;
 }
 
-TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSame)
+std::vector<const CSampleKernels*> WiderKernels()
 {
-    std::vector<const CSampleKernels*> wider;
+    std::vector<const CSampleKernels*> sets;
 #if defined(__linux__) && defined(__x86_64__)
     if (__builtin_cpu_supports("avx2"))
-        wider.push_back(&avx2Kernels);
+        sets.push_back(&avx2Kernels);
     if (&Kernels() == &avx512Kernels)
-        wider.push_back(&avx512Kernels);
+        sets.push_back(&avx512Kernels);
 #endif
+    return sets;
+}
+
+TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSame)
+{
     std::mt19937 random(6);
-    const auto same = [&](const Line& line, auto apply) {
+    const auto same = [](const Line& line, auto apply) {
         Line expected = line;
         apply(baselineKernels, expected);
-        for (const CSampleKernels* const set : wider) {
+        for (const CSampleKernels* const set : WiderKernels()) {
             Line got = line;
             apply(*set, got);
             EXPECT_EQ(got, expected) << line.size();
