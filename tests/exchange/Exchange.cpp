@@ -18,13 +18,7 @@ namespace {
 constexpr int operatorCount = 6;
 constexpr std::uint64_t points = 67;
 constexpr std::uint64_t lines = 5;
-constexpr std::uint64_t files = 7;
-const char* const texts[files] = {"plain", "\xC2\xB5m \xE6\xB8\xAC", "\xB5 no UTF-8", "#! = [x]", "a\r\nb", "1,5", ""};
-
-std::string FileName(const char* folder, std::uint64_t number)
-{
-    return std::string(folder) + "/" + std::to_string(number) + ".oxd";
-}
+constexpr std::array texts{"plain", "\xC2\xB5m \xE6\xB8\xAC", "\xB5 no UTF-8", "#! = [x]", "a\r\nb", "1,5", ""};
 
 // Over the whole range, in no order, and the same everywhere.
 std::int32_t Sample(std::uint64_t point, std::uint64_t line)
@@ -53,51 +47,34 @@ void AddChannel(std::uint64_t file, int bits, const char* text)
     SetChannelData_PixelReal(file, group, 1, 3, 2, -1.0 / 3.0 * bits + 1e-10);
 }
 
-void AddInformation(std::uint64_t file, const char* text)
+void Write(std::uint64_t file, const char* text)
 {
+    for (const int bits : {8, 16, 32})
+        AddChannel(file, bits, text);
     const auto flat = CreateInfoGroupWithName(file, "Scan");
     CreateInfoItem(file, flat, "Comment", text);
     CreateInfoItem(file, flat, text, "named");
     const auto tree = AddMetaInfoItemGroup(file, GetMetaInfoTreeRootHandle(file), "Tree");
     AddMetaInfoItem(file, AddMetaInfoItemGroup(file, tree, text), "Leaf", text);
+    SaveOxdFile(file);
 }
 
-void Write(const char* folder)
-{
-    for (std::uint64_t number = 0; number < files; ++number) {
-        const auto file = CreateOxdFile(FileName(folder, number).c_str());
-        for (const int bits : {8, 16, 32})
-            AddChannel(file, bits, texts[number]);
-        AddInformation(file, texts[number]);
-        SaveOxdFile(file);
-        CloseOxdFile(file);
-    }
-}
-
-void PrintLine(std::uint64_t file, std::uint64_t group, std::uint64_t line, int lineOp)
+void Read(std::uint64_t file)
 {
     std::array<std::int32_t, points> raw{};
     std::array<double, points> real{};
-    GetChannelData_LineRaw(file, group, 1, line, lineOp, raw.data());
-    GetChannelData_LineReal(file, group, 1, line, lineOp, real.data());
-    for (std::uint64_t point = 0; point < points; ++point)
-        std::printf("%d %.17g\n", raw.at(point), real.at(point));
-}
-
-void Read(const char* folder)
-{
-    for (std::uint64_t number = 0; number < files; ++number) {
-        const auto file = OpenOxdFile(FileName(folder, number).c_str());
-        for (std::uint64_t group = 0; group < GetGroupCount(file); ++group) {
-            std::printf("%.17g\n", GetChannelData_SignalAxisMin(file, group, 1));
-            for (std::uint64_t line = 0; line < lines; ++line) {
-                for (int lineOp = 0; lineOp < operatorCount; ++lineOp)
-                    PrintLine(file, group, line, lineOp);
+    for (std::uint64_t group = 0; group < GetGroupCount(file); ++group) {
+        std::printf("%.17g\n", GetChannelData_SignalAxisMin(file, group, 1));
+        for (std::uint64_t line = 0; line < lines; ++line) {
+            for (int lineOp = 0; lineOp < operatorCount; ++lineOp) {
+                GetChannelData_LineRaw(file, group, 1, line, lineOp, raw.data());
+                GetChannelData_LineReal(file, group, 1, line, lineOp, real.data());
+                for (std::uint64_t point = 0; point < points; ++point)
+                    std::printf("%d %.17g\n", raw.at(point), real.at(point));
             }
         }
-        std::fputs(Describe(file).c_str(), stdout);
-        CloseOxdFile(file);
     }
+    std::fputs(Describe(file).c_str(), stdout);
 }
 
 } // namespace
@@ -106,7 +83,16 @@ int main(int argc, char** argv)
 {
     if (argc != 3)
         return 2;
-    (std::strcmp(argv[1], "write") == 0 ? Write : Read)(argv[2]);
+    const bool writes = std::strcmp(argv[1], "write") == 0;
+    for (std::size_t number = 0; number < texts.size(); ++number) {
+        const std::string name = std::string(argv[2]) + "/" + std::to_string(number) + ".oxd";
+        const auto file = writes ? CreateOxdFile(name.c_str()) : OpenOxdFile(name.c_str());
+        if (writes)
+            Write(file, texts.at(number));
+        else
+            Read(file);
+        CloseOxdFile(file);
+    }
     const bool failed = VELHasLastError();
     if (failed)
         std::fprintf(stderr, "%s\n", VELGetLastError());

@@ -18,22 +18,23 @@ struct Shape
     std::string (*header)(int n);
 };
 
+std::string Count(const char* key, int n)
+{
+    return key + ("=" + std::to_string(n)) + "\n";
+}
+
 const Shape shapes[] = {
     {"sections", [](int n) { return Lines(n, "[S#]\nkey=value\n"); }},
     {"keys", [](int n) { return "[S]\n" + Lines(n, "Key#=value\n"); }},
     {"sibling info groups",
-     [](int n) {
-         return "InfoSetCount=" + std::to_string(n) + "\n" + Lines(n, "InfoSet#=T#\n") +
-                Lines(n, "[DataSet\\T#]\nx=1\n");
-     }},
+     [](int n) { return Count("InfoSetCount", n) + Lines(n, "InfoSet#=T#\n") + Lines(n, "[DataSet\\T#]\nx=1\n"); }},
     {"channel groups",
      [](int n) {
-         return "GroupCount=" + std::to_string(n) + "\n" + Lines(n, "Gr#-Count=1\nGr#-Ch0=C#\n") +
-                Lines(n, "[C#]\nPoints=1\nLines=1\n");
+         return Count("GroupCount", n) + Lines(n, "Gr#-Count=1\nGr#-Ch0=C#\n") + Lines(n, "[C#]\nPoints=1\nLines=1\n");
      }},
     {"line dimensions",
      [](int n) {
-         return "GroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n[C]\nVersion=3\nPoints=1\nLines=" + std::to_string(n) + "\n" +
+         return "GroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n[C]\nVersion=3\nPoints=1\n" + Count("Lines", n) +
                 Lines(n, "LineDim#Range=7\n");
      }},
     {"flat info", [](int n) { return "SetInfos=I\n[I]\n-- G --=-\n" + Lines(n, "item#=value\n"); }},

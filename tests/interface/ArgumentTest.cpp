@@ -2,216 +2,252 @@
 #include "support/Axes.h"
 #include "support/OxdTest.h"
 
-#include <array>
 #include <functional>
+#include <type_traits>
 
 namespace {
 
-using Call = std::function<void(std::uint64_t handle, std::uint64_t group, std::uint64_t channel)>;
+using Id = std::uint64_t;
+using Call = std::function<void(Id handle, Id first, Id second)>;
 
+// The function with the arguments that come behind handle, first and second, as far as it has these. It must fail.
+template <class F, class... Rest>
+Call With(F function, Rest... rest)
+{
+    const auto fail = [=](auto... where) {
+        if constexpr (std::is_void_v<std::invoke_result_t<F, decltype(where)..., Rest...>>)
+            function(where..., rest...);
+        else
+            EXPECT_EQ(static_cast<double>(function(where..., rest...)), 0);
+    };
+    return [=](Id handle, Id first, Id second) {
+        if constexpr (std::is_invocable_v<F, Id, Id, Id, Rest...>)
+            fail(handle, first, second);
+        else if constexpr (std::is_invocable_v<F, Id, Id, Rest...>)
+            fail(handle, first);
+        else
+            fail(handle);
+    };
+}
+
+enum class Needs
+{
+    File,
+    Group,
+    Slot,
+    Channel,
+    Info,
+    Item,
+    Node
+};
+
+// With the last problem that it has when everything is there that it needs, if any.
 struct Function
 {
+    Needs needs;
     std::string action;
+    std::string problem;
     Call call;
 };
 
-char textOut[64];
-std::int32_t rawLine[4];
-double realLine[4];
+char textOut[1];
 
-std::vector<Function> ChannelFunctions()
+std::vector<Function> Functions()
 {
-    std::vector<Function> f{
-        {"delete channel", DeleteChannelBuffer},
-        {"set channel points", [](auto h, auto g, auto c) { SetChannelData_Points(h, g, c, 4); }},
-        {"get channel points", [](auto h, auto g, auto c) { EXPECT_EQ(GetChannelData_Points(h, g, c), 0U); }},
-        {"get channel points", [](auto h, auto g, auto c) { GetChannelData_PointsPerLine(h, g, c, 0); }},
-        {"set channel lines", [](auto h, auto g, auto c) { SetChannelData_Lines(h, g, c, 4); }},
-        {"get channel lines", [](auto h, auto g, auto c) { EXPECT_EQ(GetChannelData_Lines(h, g, c), 0U); }},
-        {"get channel point axis min", [](auto h, auto g, auto c) { GetChannelData_PointAxisMinPerLine(h, g, c, 0); }},
-        {"get channel point axis range",
-         [](auto h, auto g, auto c) { GetChannelData_PointAxisRangePerLine(h, g, c, 0); }},
-        {"set channel line", [](auto h, auto g, auto c) { SetChannelData_LineRaw(h, g, c, 9, nullptr); }},
-        {"set channel line", [](auto h, auto g, auto c) { SetChannelData_LineReal(h, g, c, 9, nullptr); }},
-        {"get channel line", [](auto h, auto g, auto c) { GetChannelData_LineRaw(h, g, c, 0, 6, rawLine); }},
-        {"get channel line", [](auto h, auto g, auto c) { GetChannelData_LineReal(h, g, c, 0, 6, realLine); }},
-        {"set channel pixel", [](auto h, auto g, auto c) { SetChannelData_PixelRaw(h, g, c, 9, 9, 1); }},
-        {"set channel pixel", [](auto h, auto g, auto c) { SetChannelData_PixelReal(h, g, c, 9, 9, 1); }},
-        {"get channel pixel", [](auto h, auto g, auto c) { EXPECT_EQ(GetChannelData_PixelRaw(h, g, c, 0, 0, -1), 0); }},
-        {"get channel pixel",
-         [](auto h, auto g, auto c) { EXPECT_EQ(GetChannelData_PixelReal(h, g, c, 0, 0, -1), 0); }},
+    using enum Needs;
+    std::vector<Function> all{
+        {File, "", "Null pointer", With(GetAllGroupIds, nullptr)},
+        {File, "", "Null pointer", With(ChangeOxdFilename, nullptr)},
+        {File, "get group index", "Null pointer", With(GetGroupId, nullptr)},
+        {File, "create info", "Null pointer", With(CreateInfoGroupWithName, nullptr)},
+        {File, "get info index", "Null pointer", With(GetInfoGroupIndex, nullptr)},
+        {Group, "delete group", "", With(DeleteGroup)},
+        {Group, "get logical group id", "", With(GetLogicalGroupId)},
+        {Group, "set logical group id", "", With(SetLogicalGroupId, 1U)},
+        {Group, "get group name", "Null pointer", With(GetGroupName, nullptr, 64U)},
+        {Group, "set group name", "Null pointer", With(SetGroupName, nullptr)},
+        {Group, "get channel count", "", With(SetChannelCount, 1U)},
+        {Group, "get channel count", "", With(GetChannelCount)},
+        {Slot, "evaluate channel", "", With(HasChannelBuffer)},
+        {Slot, "set channel xy dimension", "", With(SetChannelXYDimension, 2U, 2U)},
+        {Channel, "delete channel", "", With(DeleteChannelBuffer)},
+        {Channel, "set channel points", "", With(SetChannelData_Points, 4U)},
+        {Channel, "get channel points", "", With(GetChannelData_Points)},
+        {Channel, "get channel points", "", With(GetChannelData_PointsPerLine, 0U)},
+        {Channel, "set channel lines", "", With(SetChannelData_Lines, 4U)},
+        {Channel, "get channel lines", "", With(GetChannelData_Lines)},
+        {Channel, "get channel point axis min", "", With(GetChannelData_PointAxisMinPerLine, 0U)},
+        {Channel, "get channel point axis range", "", With(GetChannelData_PointAxisRangePerLine, 0U)},
+        {Channel, "set channel line", "Unknown error", With(SetChannelData_LineRaw, 2U, nullptr)},
+        {Channel, "set channel line", "Null pointer", With(SetChannelData_LineRaw, 0U, nullptr)},
+        {Channel, "set channel line", "Unknown error", With(SetChannelData_LineReal, 2U, nullptr)},
+        {Channel, "set channel line", "Null pointer", With(SetChannelData_LineReal, 0U, nullptr)},
+        {Channel, "get channel line", "Unknown error", With(GetChannelData_LineRaw, 2U, 0, nullptr)},
+        {Channel, "get channel line", "Null pointer", With(GetChannelData_LineRaw, 0U, 0, nullptr)},
+        {Channel, "get channel line", "Unknown error", With(GetChannelData_LineReal, 2U, 0, nullptr)},
+        {Channel, "get channel line", "Null pointer", With(GetChannelData_LineReal, 0U, 0, nullptr)},
+        {Channel, "set channel pixel", "Unknown error", With(SetChannelData_PixelRaw, 3U, 0U, 1)},
+        {Channel, "set channel pixel", "Unknown error", With(SetChannelData_PixelReal, 0U, 2U, 1.0)},
+        {Channel, "get channel pixel", "Unknown error", With(GetChannelData_PixelRaw, 3U, 0U, 0)},
+        {Channel, "get channel pixel", "Unknown error", With(GetChannelData_PixelRaw, 0U, 0U, 2)},
+        {Channel, "get channel pixel", "Unknown error", With(GetChannelData_PixelReal, 0U, 2U, 0)},
+        {Info, "delete info", "", With(DeleteInfoGroup)},
+        {Info, "get info name", "Null pointer", With(GetInfoGroupName, nullptr, 6U)},
+        {Info, "set info name", "Null pointer", With(SetInfoGroupName, nullptr)},
+        {Info, "set new info index", "", With(SetInfoGroupNewIndex, 99U)},
+        {Info, "get info item count", "", With(GetInfoItemCount)},
+        {Info, "create info item", "Null pointer", With(CreateInfoItem, "n", nullptr)},
+        {Info, "create info item", "Null pointer", With(CreateInfoItem, nullptr, nullptr)},
+        {Info, "get info item index", "Null pointer", With(GetInfoItemIndex, nullptr)},
+        {Info, "delete all info items", "", With(DeleteAllInfoItems)},
+        {Item, "set info item value", "Null pointer", With(SetInfoItemValue, nullptr)},
+        {Item, "get info item value", "Buffer to small. Minimum buffer size: 6", With(GetInfoItemValue, textOut, 1U)},
+        {Item, "set info item name", "Null pointer", With(SetInfoItemName, nullptr)},
+        {Item, "get info item name", "Buffer to small. Minimum buffer size: 5", With(GetInfoItemName, textOut, 1U)},
+        {Item, "delete info item", "", With(DeleteInfoItem)},
+        {Node, "get info item child count", "", With(GetMetaInfoItemChildCount)},
+        {Node, "get info item name", "Buffer to small. Minimum buffer size: 5", With(GetMetaInfoItemName, textOut, 1U)},
+        {Node, "set info item name", "Null pointer", With(SetMetaInfoItemName, nullptr)},
+        {Node, "get info item value", "Buffer to small. Minimum buffer size: 6",
+         With(GetMetaInfoItemValue, textOut, 1U)},
+        {Node, "set info item value", "Null pointer", With(SetMetaInfoItemValue, nullptr)},
+        {Node, "select first child of info item", "", With(SelectFirstChildMetaInfoItem)},
+        {Node, "select next info item", "", With(SelectNextMetaInfoItem)},
+        {Node, "select parent of info item", "", With(SelectParentMetaInfoItem)},
+        {Node, "add info item", "", With(AddMetaInfoItem, "n", "v")},
+        {Node, "add info item", "", With(AddMetaInfoItemGroup, "n")},
+        {Node, "delete info item", "", With(DeleteMetaInfoItem)},
     };
     for (const AxisProperty& p : axisProperties) {
-        f.push_back({"set channel " + std::string(p.text), [=](auto h, auto g, auto c) { p.setText(h, g, c, "t"); }});
-        f.push_back(
-            {"get channel " + std::string(p.text), [=](auto h, auto g, auto c) { p.getText(h, g, c, textOut, 64); }});
-        f.push_back({"set channel " + std::string(p.number), [=](auto h, auto g, auto c) { p.setNumber(h, g, c, 1); }});
-        f.push_back({"get channel " + std::string(p.number),
-                     [=](auto h, auto g, auto c) { EXPECT_EQ(p.getNumber(h, g, c), 0); }});
+        all.push_back({Channel, std::string("set channel ") + p.text, "Null pointer", With(p.setText, nullptr)});
+        all.push_back({Channel, std::string("get channel ") + p.text, "Null pointer", With(p.getText, nullptr, 64U)});
+        all.push_back({Channel, std::string("set channel ") + p.number, "", With(p.setNumber, 1.0)});
+        all.push_back({Channel, std::string("get channel ") + p.number, "", With(p.getNumber)});
     }
-    return f;
-}
-
-std::vector<Function> SlotFunctions()
-{
-    return {{"evaluate channel", [](auto h, auto g, auto c) { EXPECT_FALSE(HasChannelBuffer(h, g, c)); }},
-            {"set channel xy dimension", [](auto h, auto g, auto c) { SetChannelXYDimension(h, g, c, 2, 2); }}};
-}
-
-std::vector<Function> GroupFunctions()
-{
-    return {{"delete group", [](auto h, auto g, auto) { DeleteGroup(h, g); }},
-            {"get logical group id", [](auto h, auto g, auto) { EXPECT_EQ(GetLogicalGroupId(h, g), 0U); }},
-            {"set logical group id", [](auto h, auto g, auto) { SetLogicalGroupId(h, g, 1); }},
-            {"get group name", [](auto h, auto g, auto) { GetGroupName(h, g, textOut, 0); }},
-            {"set group name", [](auto h, auto g, auto) { SetGroupName(h, g, nullptr); }},
-            {"get channel count", [](auto h, auto g, auto) { SetChannelCount(h, g, 1); }},
-            {"get channel count", [](auto h, auto g, auto) { EXPECT_EQ(GetChannelCount(h, g), 0U); }}};
-}
-
-std::vector<Function> AllFunctions()
-{
-    std::vector<Function> all{{"", [](auto h, auto, auto) { EXPECT_EQ(GetGroupCount(h), 0U); }},
-                              {"", [](auto h, auto, auto) { GetAllGroupIds(h, nullptr); }},
-                              {"", [](auto h, auto, auto) { EXPECT_EQ(CreateGroup(h, 16), 0U); }},
-                              {"", [](auto h, auto, auto) { EXPECT_EQ(GetGroupId(h, nullptr), 0U); }},
-                              {"", [](auto h, auto, auto) { DeleteAllGroups(h); }},
-                              {"", [](auto h, auto, auto) { SaveOxdFile(h); }},
-                              {"", [](auto h, auto, auto) { ChangeOxdFilename(h, nullptr); }},
-                              {"", [](auto h, auto, auto) { EXPECT_EQ(GetOxdVersion(h), 0); }}};
-    for (const auto& some : {GroupFunctions(), SlotFunctions(), ChannelFunctions()})
-        all.insert(all.end(), some.begin(), some.end());
     return all;
 }
 
 class ArgumentTest : public OxdTest
 {
+protected:
+    const std::uint64_t handle = Create();
 };
 
-TEST_F(ArgumentTest, AnUnknownHandleIsNamedBeforeAnythingElse)
+TEST_F(ArgumentTest, TheFirstProblemIsNamed)
 {
-    for (const Function& f : AllFunctions())
-        EXPECT_EQ(ReasonOf([&] { f.call(77, 9, 9); }), "Handle does not exist") << f.action;
-}
-
-TEST_F(ArgumentTest, AMissingGroupIsNamedBeforeAMissingChannel)
-{
-    const auto handle = Create();
-    for (const auto& some : {GroupFunctions(), SlotFunctions(), ChannelFunctions()}) {
-        for (const Function& f : some)
-            EXPECT_EQ(ReasonOf([&] { f.call(handle, 5, 9); }),
-                      "Unable to " + f.action + ". No group with given index available. Index: 5");
-    }
-    EXPECT_EQ(ReasonOf([&] { DeleteGroup(handle, ~0ULL); }),
-              "Unable to delete group. No group with given index available. Index: 18446744073709551615");
-}
-
-TEST_F(ArgumentTest, AnEmptySlotIsNoChannelAndOneThatDoesNotExistIsNoSlot)
-{
-    const auto handle = Create();
     SetChannelCount(handle, CreateGroup(handle, 16), 2);
-    for (const Function& f : ChannelFunctions()) {
-        const std::string action =
-            f.action == "set channel signal axis name" ? "set channel sigal axis name" : f.action;
-        EXPECT_EQ(ReasonOf([&] { f.call(handle, 0, 1); }),
-                  "Unable to " + action + ". No channel with given name available. Index: 1");
+    SetChannelXYDimension(handle, 0, 0, 3, 2);
+    CreateInfoItem(handle, CreateInfoGroupWithName(handle, "Group"), "Name", "Value");
+    const auto group = SelectFirstChildMetaInfoItem(handle, root);
+    const Id item = SelectFirstChildMetaInfoItem(handle, group);
+    const auto dead = AddMetaInfoItemGroup(handle, root, "dead");
+    const auto below = AddMetaInfoItem(handle, AddMetaInfoItemGroup(handle, dead, "S"), "i", "v");
+    const auto other = Create("other.oxd");
+    const auto foreign = AddMetaInfoItemGroup(other, root, "F");
+    const auto refound = SelectFirstChildMetaInfoItem(handle, dead);
+    DeleteMetaInfoItem(handle, dead);
+    for (const Function& f : Functions()) {
+        const std::string unable = f.action.empty() ? "" : "Unable to " + f.action + ". ";
+        const auto expect = [&](Id first, Id second, const std::string& reason) {
+            EXPECT_EQ(ReasonOf([&] { f.call(handle, first, second); }), unable + reason) << first;
+        };
+        EXPECT_EQ(ReasonOf([&] { f.call(77, 9, 9); }), "Handle does not exist") << unable;
+        switch (f.needs) {
+        case Needs::File:
+            break;
+        case Needs::Node:
+            for (const Id node : {dead, below, refound, foreign, Id{0}, ~Id{0}})
+                expect(node, 0, "Unknown error");
+            break;
+        case Needs::Item:
+            expect(0, 5, "No info item with given index available. Index: 5");
+            [[fallthrough]];
+        case Needs::Info:
+            expect(0x9'0000'0001, 9, "No info with given index available. Index: 38654705665");
+            break;
+        default:
+            expect(5, 9, "No group with given index available. Index: 5");
+        }
+        if (f.needs == Needs::Slot)
+            expect(0, 2, "No channel with given name available. Index: 2");
+        if (f.needs == Needs::Channel && f.action != "set channel signal axis name")
+            expect(0, 1, "No channel with given name available. Index: 1");
+        if (!f.problem.empty())
+            expect(f.needs == Needs::Node ? item : 0, 0, f.problem);
     }
-    EXPECT_EQ(ReasonOf([&] { EXPECT_FALSE(HasChannelBuffer(handle, 0, 1)); }), "");
-    for (const Function& f : SlotFunctions())
-        EXPECT_EQ(ReasonOf([&] { f.call(handle, 0, 2); }),
-                  "Unable to " + f.action + ". No channel with given name available. Index: 2");
+    EXPECT_EQ(ReasonOf([&] { SetChannelData_SignalAxisName(handle, 0, 1, ""); }),
+              "Unable to set channel sigal axis name. No channel with given name available. Index: 1");
+    for (const Call& call : {With(GetChannelData_PointsPerLine, 2U), With(GetChannelData_PointAxisMinPerLine, 2U),
+                             With(GetChannelData_PointAxisRangePerLine, 2U)})
+        EXPECT_EQ(ReasonOf([&] { call(handle, 0, 0); }), "invalid vector<T> subscript");
+    for (const Call& call :
+         {With(GetChannelData_LineRaw, 2U, 6, nullptr), With(GetChannelData_LineReal, 2U, 6, nullptr),
+          With(GetChannelData_PixelReal, 9U, 9U, -1)}) {
+        EXPECT_NE(ReasonOf([&] { call(handle, 0, 1); }), "invalid map<K, T> key") << "there is no channel";
+        EXPECT_EQ(ReasonOf([&] { call(handle, 0, 0); }), "invalid map<K, T> key");
+    }
     EXPECT_EQ(GetChannelCount(handle, 0), 2U);
+    EXPECT_EQ(GetMetaInfoItemChildCount(handle, root), 1U);
+    EXPECT_EQ(GetInfoItemCount(handle, 0), 1U);
+    for (const Call& call : {With(GetGroupCount), With(CreateGroup, 16), With(DeleteAllGroups), With(SaveOxdFile),
+                             With(GetOxdVersion), With(GetInfoGroupCount), With(CreateInfoGroup),
+                             With(DeleteAllInfoGroups), With(GetMetaInfoTreeRootHandle), With(DeleteAllMetaInfoItems)})
+        EXPECT_EQ(ReasonOf([&] { call(77, 9, 9); }), "Handle does not exist");
+
+    EXPECT_EQ(ReasonOf([&] { GetInfoGroupName(handle, 0, textOut, 5); }),
+              "Unable to get info item value. Buffer to small. Minimum buffer size: 6");
+    for (const Call& call : {With(AddMetaInfoItem, nullptr, "v"), With(AddMetaInfoItemGroup, nullptr)})
+        EXPECT_EQ(ReasonOf([&] { call(handle, group, 9); }), "Unable to add info item. Null pointer");
+    for (const auto& call : {OpenOxdFile, CreateOxdFile})
+        EXPECT_EQ(ReasonOf([&] { EXPECT_EQ(call(nullptr), 0U); }), "Null pointer");
+    EXPECT_EQ(Create("next.oxd"), other + 1) << "a null name takes no handle number";
+    CloseOxdFile(other);
+    EXPECT_EQ(ReasonOf([&] { IsMetaInfoItemAGroup(other, foreign); }), "Unable to evaluate info item. Unknown error");
+    EXPECT_NE(AddMetaInfoItemGroup(handle, root, "new"), dead) << "handles are not given out again";
 }
 
 TEST_F(ArgumentTest, OneDimensionSettersCheckTheirLimitBeforeTheHandle)
 {
-    const auto handle = Create();
-    const auto group = CreateChannel(handle, 16, 3, 2);
+    CreateChannel(handle, 16, 3, 2);
     EXPECT_EQ(ReasonOf([] { SetChannelData_Points(77, 0, 0, 65537); }),
               "Unable to set channel points. Value out of range. Min 0, Max 65536");
     EXPECT_EQ(ReasonOf([] { SetChannelData_Lines(77, 0, 0, 65537); }),
               "Unable to set channel lines. Value out of range. Min 0, Max 65536");
-    EXPECT_EQ(ReasonOf([&] { SetChannelData_Points(handle, group, 0, 65536); }), "");
-    EXPECT_EQ(ReasonOf([&] { SetChannelData_Lines(handle, group, 0, 0); }), "");
-    EXPECT_EQ(GetChannelData_Points(handle, group, 0), 65536U);
-    EXPECT_EQ(GetChannelData_Lines(handle, group, 0), 0U);
-}
-
-TEST_F(ArgumentTest, LinesOutsideTheChannelAndNullPointersAreFailuresOfTheirOwn)
-{
-    const auto handle = Create();
-    const auto g = CreateChannel(handle, 16, 3, 2);
-    const std::pair<const char*, std::function<void()>> cases[] = {
-        {"invalid map<K, T> key", [&] { GetChannelData_LineRaw(handle, g, 0, 9, 6, nullptr); }},
-        {"invalid map<K, T> key", [&] { GetChannelData_PixelReal(handle, g, 0, 9, 9, -1); }},
-        {"Unable to get channel line. Unknown error", [&] { GetChannelData_LineRaw(handle, g, 0, 2, 0, nullptr); }},
-        {"Unable to get channel line. Unknown error", [&] { GetChannelData_LineReal(handle, g, 0, 2, 0, nullptr); }},
-        {"Unable to get channel pixel. Unknown error", [&] { GetChannelData_PixelRaw(handle, g, 0, 3, 0, 0); }},
-        {"Unable to get channel pixel. Unknown error", [&] { GetChannelData_PixelReal(handle, g, 0, 0, 2, 0); }},
-        {"Unable to get channel pixel. Unknown error", [&] { GetChannelData_PixelRaw(handle, g, 0, 0, 0, 2); }},
-        {"Unable to set channel line. Unknown error", [&] { SetChannelData_LineRaw(handle, g, 0, 2, nullptr); }},
-        {"Unable to set channel line. Unknown error", [&] { SetChannelData_LineReal(handle, g, 0, 2, nullptr); }},
-        {"Unable to set channel pixel. Unknown error", [&] { SetChannelData_PixelRaw(handle, g, 0, 3, 0, 1); }},
-        {"Unable to set channel pixel. Unknown error", [&] { SetChannelData_PixelReal(handle, g, 0, 0, 2, 1); }},
-        {"invalid vector<T> subscript", [&] { GetChannelData_PointsPerLine(handle, g, 0, 2); }},
-        {"invalid vector<T> subscript", [&] { GetChannelData_PointAxisMinPerLine(handle, g, 0, 2); }},
-        {"invalid vector<T> subscript", [&] { GetChannelData_PointAxisRangePerLine(handle, g, 0, 2); }},
-        {"Null pointer", [] { EXPECT_EQ(OpenOxdFile(nullptr), 0U); }},
-        {"Null pointer", [] { EXPECT_EQ(CreateOxdFile(nullptr), 0U); }},
-        {"Null pointer", [&] { ChangeOxdFilename(handle, nullptr); }},
-        {"Null pointer", [&] { GetAllGroupIds(handle, nullptr); }},
-        {"Unable to get group index. Null pointer", [&] { GetGroupId(handle, nullptr); }},
-        {"Unable to set group name. Null pointer", [&] { SetGroupName(handle, g, nullptr); }},
-        {"Unable to get group name. Null pointer", [&] { GetGroupName(handle, g, nullptr, 64); }},
-        {"Unable to set channel signal axis name. Null pointer",
-         [&] { SetChannelData_SignalAxisName(handle, g, 0, nullptr); }},
-        {"Unable to set channel line. Null pointer", [&] { SetChannelData_LineRaw(handle, g, 0, 0, nullptr); }},
-        {"Unable to set channel line. Null pointer", [&] { SetChannelData_LineReal(handle, g, 0, 0, nullptr); }},
-        {"Unable to get channel line. Null pointer", [&] { GetChannelData_LineRaw(handle, g, 0, 0, 0, nullptr); }},
-        {"Unable to get channel line. Null pointer", [&] { GetChannelData_LineReal(handle, g, 0, 0, 0, nullptr); }},
-    };
-    for (const auto& [reason, call] : cases)
-        EXPECT_EQ(ReasonOf(call), reason);
-    EXPECT_EQ(Create("next.oxd"), handle + 1) << "a null name takes no handle number";
+    EXPECT_EQ(ReasonOf([&] { SetChannelData_Points(handle, 0, 0, 65536); }), "");
+    EXPECT_EQ(ReasonOf([&] { SetChannelData_Lines(handle, 0, 0, 0); }), "");
+    EXPECT_EQ(GetChannelData_Points(handle, 0, 0), 65536U);
+    EXPECT_EQ(GetChannelData_Lines(handle, 0, 0), 0U);
 }
 
 TEST_F(ArgumentTest, TextGettersNameTheSizeThatTheyNeed)
 {
-    const auto handle = Create();
-    const auto group = CreateGroup(handle, 16);
-    SetGroupName(handle, group, "Name");
-    std::array<char, 8> buffer{"#######"};
-    EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, group, buffer.data(), 4); }),
-              "Unable to get group name. Buffer to small. Minimum buffer size: 5");
-    EXPECT_STREQ(buffer.data(), "#######");
-    EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, group, buffer.data(), 5); }), "");
-    EXPECT_STREQ(buffer.data(), "Name");
-    EXPECT_EQ(buffer[5], '#');
-    buffer.fill('#');
-    EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, group, buffer.data(), 0); }), "") << "a size of 0 disables the check";
-    EXPECT_STREQ(buffer.data(), "Name");
+    SetGroupName(handle, CreateGroup(handle, 16), "Name");
+    const auto read = [&](std::uint64_t size, const char* reason) {
+        std::string buffer = "#######";
+        EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, 0, buffer.data(), size); }), reason);
+        return buffer;
+    };
+    EXPECT_EQ(read(4, "Unable to get group name. Buffer to small. Minimum buffer size: 5"), "#######");
+    for (const std::uint64_t size : {5U, 0U}) // 0 disables the check
+        EXPECT_EQ(read(size, ""), std::string("Name\0##", 7));
 }
 
 TEST_F(ArgumentTest, TheErrorFlagStaysUntilTheTextIsRead)
 {
     CloseOxdFile(77);
+    EXPECT_FALSE(VELHasLastError()) << "closing an unknown handle is no failure";
     const std::string text = ReasonOf([] { GetGroupCount(77); });
     GetGroupCount(77);
     EXPECT_TRUE(VELHasLastError());
-    const auto handle = CreateOxdFile(Path("x.oxd").c_str());
     GetGroupCount(handle);
     EXPECT_TRUE(VELHasLastError()) << "success clears nothing";
     EXPECT_EQ(ReasonIn(VELGetLastError()), text);
     EXPECT_FALSE(VELHasLastError());
     EXPECT_EQ(ReasonIn(VELGetLastError()), text) << "the text stays";
-    CloseOxdFile(77);
-    EXPECT_FALSE(VELHasLastError()) << "closing an unknown handle is no failure";
 }
 
 TEST_F(ArgumentTest, DiagnosticsNameThePlaceOfTheFailure)
 {
-    const auto handle = Create();
-    VELGetLastError();
     GetGroupName(handle, 9, nullptr, 1);
     const std::string text = VELGetLastError();
     EXPECT_TRUE(text.starts_with("src/api/VELOxdDll.cpp(")) << text;

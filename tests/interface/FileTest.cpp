@@ -1,30 +1,48 @@
 // Handles, and what opening and saving does to files.
-#include "interface/FileTest.h"
+#include "support/OxdTest.h"
+
+#ifdef _WIN32
+#include <windows.h>
+constexpr const char* aDevice = "NUL";
+#else
+constexpr const char* aDevice = "/dev/zero";
+#endif
+
+namespace fs = std::filesystem;
 
 namespace {
 
-TEST_F(FileTest, TheSmallestFreeHandleIsTaken)
-{
-    const auto first = Create("1"), second = Create("2"), third = Create("3");
-    EXPECT_EQ(std::vector({first, second, third}), (std::vector<std::uint64_t>{1, 2, 3}));
-    CloseOxdFile(second);
-    EXPECT_EQ(Create("4"), second);
-}
+constexpr std::string_view emptyFile = "[DataSet]\r\nVersion=2\r\nGroupCount=0\r\nInfoSetCount=0\r\n\r\n#!";
 
-TEST_F(FileTest, AFailedOpenKeepsItsHandleNumberUntilThatIsClosed)
+class FileTest : public OxdTest
 {
-    EXPECT_EQ(OpenOxdFile(Path("missing").c_str()), 0U);
-    ExpectOpenFailure(Path("missing"), ENOENT, "uint64_t OpenOxdFile(const char*)");
-    EXPECT_EQ(Create("a"), 2U);
-    CloseOxdFile(1);
-    EXPECT_EQ(Create("b"), 1U);
-}
+protected:
+    // The diagnostic of a file-open failure.
+    static void ExpectOpenFailure(const std::string& path, int error, const std::string& function)
+    {
+        const std::string text = VELGetLastError();
+        EXPECT_NE(text.find("CVELFileOpenException"), std::string::npos) << text;
+        EXPECT_NE(text.find("Throw in function " + function), std::string::npos) << text;
+        EXPECT_NE(text.find("errinfo_errno_*] = " + std::to_string(error) + ","), std::string::npos) << text;
+        EXPECT_NE(text.find("errinfo_api_function_*] = open"), std::string::npos) << text;
+        EXPECT_NE(text.find("tag_filename*] = " + path + "\n"), std::string::npos) << text;
+    }
+};
 
-TEST_F(FileTest, OnlyRegularFilesAreRead)
+TEST_F(FileTest, TheSmallestFreeHandleIsTakenAndAFailedOpenKeepsOneUntilThatIsClosed)
 {
     fs::create_directory(Path("folder"));
-    EXPECT_EQ(OpenOxdFile(Path("folder").c_str()), 0U);
-    ExpectOpenFailure(Path("folder"), EISDIR, "uint64_t OpenOxdFile(const char*)");
+    for (const auto& [path, error] :
+         {std::pair(Path("missing"), ENOENT), {Path("folder"), EISDIR}, {aDevice, EINVAL}}) {
+        EXPECT_EQ(OpenOxdFile(path.c_str()), 0U);
+        ExpectOpenFailure(path, error, "uint64_t OpenOxdFile(const char*)");
+    }
+    EXPECT_EQ(Create("a"), 4U);
+    EXPECT_EQ(Create("b"), 5U);
+    for (const std::uint64_t free : {4U, 1U}) {
+        CloseOxdFile(free);
+        EXPECT_EQ(Create("c"), free);
+    }
 }
 
 TEST_F(FileTest, AnEmptyDataSetIsItsHeaderAndNothingElse)
@@ -34,18 +52,14 @@ TEST_F(FileTest, AnEmptyDataSetIsItsHeaderAndNothingElse)
     EXPECT_EQ(ReasonOf([&] { EXPECT_EQ(GetOxdVersion(handle), 0); }), "m_pActiveSection == nullptr");
     Save(handle);
     EXPECT_EQ(ReadBytes(Path("out.oxd")), emptyFile);
+    WriteBytes(Path("out.oxd"), std::string(5000, 'x'));
+    Save(handle);
+    EXPECT_EQ(ReadBytes(Path("out.oxd")), emptyFile) << "what was there is replaced";
     EXPECT_EQ(GetOxdVersion(handle), 2);
     EXPECT_EQ(GetGroupCount(Open(Path("out.oxd"))), 0U);
 }
 
-TEST_F(FileTest, SavingReplacesAnExistingFile)
-{
-    WriteBytes(Path("out.oxd"), std::string(5000, 'x'));
-    Save(Create());
-    EXPECT_EQ(ReadBytes(Path("out.oxd")), emptyFile);
-}
-
-TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoes)
+TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoesIfThereCanBeAFile)
 {
     const auto handle = Create("old.oxd");
     Save(handle);
@@ -55,34 +69,17 @@ TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoes)
     Save(handle);
     EXPECT_EQ(ReadBytes(Path("old.oxd")), emptyFile);
     EXPECT_EQ(GroupName(Open(Path("new.oxd")), 0), "Group0");
-}
 
-TEST_F(FileTest, AFileWithoutWritePermissionIsRefusedAndUntouched)
-{
-    const auto handle = Create("locked.oxd");
-    WriteBytes(Path("locked.oxd"), "precious");
-    fs::permissions(Path("locked.oxd"), fs::perms::owner_read);
-    SaveOxdFile(handle);
-    ExpectOpenFailure(Path("locked.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
-    EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + Path("locked.oxd"));
-    EXPECT_EQ(ReadBytes(Path("locked.oxd")), "precious");
-    fs::permissions(Path("locked.oxd"), fs::perms::owner_all); // else Windows would keep it
-}
-
-TEST_F(FileTest, WhereNoFileCanBeNoneIsWritten)
-{
     fs::create_directory(Path("folder"));
-    const auto handle = Create("folder");
-    SaveOxdFile(handle);
-    ExpectOpenFailure(Path("folder"), EISDIR, "void SaveOxdFile(uint64_t)");
+    for (const auto& [path, error] : {std::pair(Path("folder"), EISDIR), {Path("nowhere/out.oxd"), ENOENT}}) {
+        ChangeOxdFilename(handle, path.c_str());
+        SaveOxdFile(handle);
+        ExpectOpenFailure(path, error, "void SaveOxdFile(uint64_t)");
+    }
     EXPECT_TRUE(fs::is_directory(Path("folder")));
-
-    ChangeOxdFilename(handle, Path("nowhere/out.oxd").c_str());
-    SaveOxdFile(handle);
-    ExpectOpenFailure(Path("nowhere/out.oxd"), ENOENT, "void SaveOxdFile(uint64_t)");
 }
 
-TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytes)
+TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytesAndProtectedFilesStay)
 {
     const std::string name = Path("") + "gr\xF6\xDF"
                                         "e.oxd";
@@ -92,18 +89,21 @@ TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytes)
     const fs::path onDisk = name;
 #endif
     const auto handle = CreateOxdFile(name.c_str());
-    Save(handle);
-    EXPECT_TRUE(fs::exists(onDisk));
     CreateGroup(handle, 16);
-    Save(handle);
-    EXPECT_EQ(GetGroupCount(Open(name)), 1U);
+    for (int round = 0; round < 2; ++round) {
+        Save(handle);
+        EXPECT_TRUE(fs::exists(onDisk));
+    }
+    DeleteAllGroups(handle);
     fs::permissions(onDisk, fs::perms::owner_read);
     SaveOxdFile(handle);
     ExpectOpenFailure(name, EACCES, "void SaveOxdFile(uint64_t)");
-    fs::permissions(onDisk, fs::perms::owner_all);
+    EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + name);
+    EXPECT_EQ(GetGroupCount(Open(name)), 1U);
+    fs::permissions(onDisk, fs::perms::owner_all); // else Windows would keep it
 }
 
-TEST_F(FileTest, ABitCountThatNoFileCanHaveIsFoundBeforeTheOldFileIsTouched)
+TEST_F(FileTest, WhatNoFileMayAskForIsFoundBeforeTheOldFileIsTouched)
 {
     const auto handle = Create();
     WriteBytes(Path("out.oxd"), "precious");
@@ -111,20 +111,14 @@ TEST_F(FileTest, ABitCountThatNoFileCanHaveIsFoundBeforeTheOldFileIsTouched)
         DeleteAllGroups(handle);
         CreateChannel(handle, bits, 2, 2);
         EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "Invalid bit count: " + std::to_string(bits));
-        EXPECT_EQ(ReadBytes(Path("out.oxd")), "precious");
     }
-}
-
-TEST_F(FileTest, WhatNoFileMayAskForIsNotSaved)
-{
-    const auto handle = Create();
-    WriteBytes(Path("out.oxd"), "precious");
-    for (int group = 0; group < 2; ++group)
-        SetChannelCount(handle, CreateGroup(handle, 16), 524'288 + static_cast<std::uint64_t>(group));
+    DeleteAllGroups(handle);
+    for (const std::uint64_t slots : {524'288U, 524'289U})
+        SetChannelCount(handle, CreateGroup(handle, 16), slots);
     EXPECT_TRUE(ReasonOf([&] { SaveOxdFile(handle); }).starts_with("There are too many channel slots for one file."));
     DeleteAllGroups(handle);
-    for (int group = 0; group < 2; ++group)
-        CreateChannel(handle, 16, 0, 524'288 + static_cast<std::uint64_t>(group));
+    for (const std::uint64_t lines : {524'288U, 524'289U})
+        CreateChannel(handle, 16, 0, lines);
     EXPECT_TRUE(ReasonOf([&] { SaveOxdFile(handle); }).starts_with("There are too many lines without samples"));
     EXPECT_EQ(ReadBytes(Path("out.oxd")), "precious");
 }
@@ -139,5 +133,61 @@ TEST_F(FileTest, AFailedSaveLeavesTheVersionThatWasReadOrSaved)
     EXPECT_NE(ReasonOf([&] { SaveOxdFile(old); }), "");
     EXPECT_EQ(GetOxdVersion(old), 1);
 }
+
+#ifdef _WIN32
+using WindowsFileTest = FileTest;
+
+TEST_F(WindowsFileTest, AFileThatOthersHaveOpenIsWrittenOrLeftWhole)
+{
+    const auto handle = Create();
+    const fs::path path = Path("out.oxd");
+    for (DWORD sharing = 0; sharing < 8; ++sharing) {
+        WriteBytes(path.string(), "precious");
+        HANDLE other = CreateFileW(path.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
+        ASSERT_NE(other, INVALID_HANDLE_VALUE);
+        const bool saved = ReasonOf([&] { SaveOxdFile(handle); }).empty();
+        CloseHandle(other);
+        EXPECT_EQ(saved, (sharing & FILE_SHARE_WRITE) != 0) << sharing;
+        EXPECT_EQ(ReadBytes(path.string()), saved ? emptyFile : "precious") << sharing;
+    }
+}
+#else // links take a right there, and there are no disks that are always full
+using PosixFileTest = FileTest;
+
+TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFile)
+{
+    const auto handle = Create("link.oxd");
+    WriteBytes(Path("target.oxd"), "old");
+    fs::create_symlink(Path("target.oxd"), Path("link.oxd"));
+    Save(handle);
+    EXPECT_TRUE(fs::is_symlink(Path("link.oxd")));
+    EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
+
+    fs::permissions(Path("target.oxd"), fs::perms::owner_read);
+    CreateGroup(handle, 16);
+    SaveOxdFile(handle);
+    ExpectOpenFailure(Path("link.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
+    EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
+}
+
+TEST_F(PosixFileTest, AFullDiskIsNoticedAndTheDataSetStaysWhole)
+{
+    const auto handle = Create();
+    const auto group = CreateChannel(handle, 32, 300, 40);
+    const std::vector<std::int32_t> line(300, 123456);
+    SetChannelData_LineRaw(handle, group, 0, 39, line.data());
+    for (const bool large : {true, false}) {
+        ChangeOxdFilename(handle, "/dev/full");
+        EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "basic_ios::clear: iostream error");
+        EXPECT_TRUE(fs::exists("/dev/full"));
+        ChangeOxdFilename(handle, Path("out.oxd").c_str());
+        Save(handle);
+        if (large) {
+            EXPECT_EQ(LineRaw(Open(Path("out.oxd")), 0, 0, 39), line);
+            DeleteAllGroups(handle); // so that the whole file fits into the stream's buffer: closing fails
+        }
+    }
+}
+#endif
 
 } // namespace

@@ -6,6 +6,13 @@ namespace {
 class HeaderTextTest : public OxdTest
 {
 protected:
+    // The name of the first group of a file with this before and after the line that counts groups.
+    std::string NameIn(const std::string& start, const std::string& lines)
+    {
+        const auto handle = Open(WriteOxd(start + "[DataSet]\nVersion=2\nGroupCount=1\n" + lines + "\n"));
+        return GroupName(handle, 0);
+    }
+
     std::string NameAfterSaving(const std::string& name)
     {
         const auto handle = Create();
@@ -40,41 +47,35 @@ TEST_F(HeaderTextTest, AFileWithoutAHeaderOpensAsAnEmptyDataSet)
 {
     for (const std::string_view bytes : {"", "#", "#!", "#!abc", "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\n"}) {
         WriteBytes(Path("in.oxd"), bytes);
-        const auto handle = Open(Path("in.oxd"));
-        EXPECT_EQ(GetGroupCount(handle), 0U) << bytes;
+        EXPECT_EQ(GetGroupCount(Open(Path("in.oxd"))), 0U) << bytes;
     }
 }
 
 TEST_F(HeaderTextTest, LinesAreTakenAsTheyAre)
 {
-    const auto name = [&](const std::string& lines) {
-        const auto handle =
-            Open(WriteOxd("Gr0-Name=before every section\n[DataSet]\nVersion=2\nGroupCount=1\n" + lines));
-        return GroupName(handle, 0);
+    const std::pair<const char*, const char*> cases[] = {
+        {"Gr0-Name= a = b \t", " a = b"},
+        {"gr0-nAME=folded", "folded"},
+        {" Gr0-Name=indented", "Group0"},
+        {"Gr0-Name =blank", "Group0"},
+        {"Gr0-Name=a\nGr0-Name=", "Group0"}, // an empty value removes the key
+        {" [Other]\n;Gr0-Name=c\nGr0-Name=same section", "same section"},
+        {"[x]\n[dataset]\nGr0-Name=continued", "continued"},
+        {"[x]\nGr0-Name=another section", "Group0"},
+        {"Gr0-Name=kept\n=no key", "kept"},
     };
-    EXPECT_EQ(name("Gr0-Name= a = b \t\n"), " a = b");
-    EXPECT_EQ(name("gr0-nAME=folded\n"), "folded");
-    EXPECT_EQ(name(" Gr0-Name=indented\n"), "Group0");
-    EXPECT_EQ(name("Gr0-Name =blank\n"), "Group0");
-    EXPECT_EQ(name("Gr0-Name=a\nGr0-Name=\n"), "Group0") << "an empty value removes the key";
-    EXPECT_EQ(name(" [Other]\n;Gr0-Name=c\nGr0-Name=same section\n"), "same section");
-    EXPECT_EQ(name("[x]\n[dataset]\nGr0-Name=continued\n"), "continued");
-    EXPECT_EQ(name("[x]\nGr0-Name=another section\n"), "Group0");
-    EXPECT_EQ(name("Gr0-Name=kept\n=no key\n"), "kept");
+    for (const auto& [lines, name] : cases)
+        EXPECT_EQ(NameIn("Gr0-Name=before every section\n", lines), name);
     WriteBytes(Path("in.oxd"), "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=unended#!");
     EXPECT_EQ(GroupName(Open(Path("in.oxd")), 0), "Group0");
 }
 
 TEST_F(HeaderTextTest, BytesThatAreNoUtf8AreTakenForTheAnsiCodePage)
 {
-    const auto name = [&](const std::string& start, const std::string& bytes) {
-        const auto handle = Open(WriteOxd(start + "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=" + bytes + "\n"));
-        return GroupName(handle, 0);
-    };
-    EXPECT_EQ(name("", "\xC2\xB5m"), "\xC2\xB5m");
-    EXPECT_EQ(name("\xEF\xBB\xBF", "\xC2\xB5m"), "\xC2\xB5m") << "a byte-order mark is skipped";
-    EXPECT_EQ(name("", "\xB5m \x80\x81\x9F"), "\xC2\xB5m \xE2\x82\xAC\xC2\x81\xC5\xB8");
-    EXPECT_EQ(name("", "\xC0\x80"), "\xC3\x80\xE2\x82\xAC") << "an overlong form is no UTF-8";
+    EXPECT_EQ(NameIn("", "Gr0-Name=\xC2\xB5m"), "\xC2\xB5m");
+    EXPECT_EQ(NameIn("\xEF\xBB\xBF", "Gr0-Name=\xC2\xB5m"), "\xC2\xB5m") << "a byte-order mark is skipped";
+    EXPECT_EQ(NameIn("", "Gr0-Name=\xB5m \x80\x81\x9F"), "\xC2\xB5m \xE2\x82\xAC\xC2\x81\xC5\xB8");
+    EXPECT_EQ(NameIn("", "Gr0-Name=\xC0\x80"), "\xC3\x80\xE2\x82\xAC") << "an overlong form is no UTF-8";
     for (const std::string& mark : {std::string("\xFE\xFF"), std::string("\xFF\xFE"), std::string("\0\0\xFE\xFF", 4)})
         EXPECT_EQ(ReasonOfOpening(WriteOxd(mark + "[DataSet]\n")), "Not yet handled");
 }

@@ -1,13 +1,11 @@
 // Info groups and items by position, and the same information as a tree of nodes.
 #include "support/OxdTest.h"
 
+#include <algorithm>
 #include <functional>
+#include <random>
 
 namespace {
-
-using Call = std::function<void(std::uint64_t handle)>;
-
-constexpr std::uint64_t root = 1;
 
 class InfoTest : public OxdTest
 {
@@ -59,10 +57,9 @@ TEST_F(InfoTest, ItemsAreCreatedFoundEditedAndDeletedByPosition)
     CreateInfoGroupWithName(handle, "G");
     for (const char* name : {"x", "y", "z"})
         EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, name, "1"); }), "");
-    EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, "y", "2"); }),
-              "Unable to create info item. Info item with given name already exists. Name: y");
-    EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, "y", nullptr); }),
-              "Unable to create info item. Info item with given name already exists. Name: y");
+    for (const char* const value : {"2", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(ReasonOf([&] { CreateInfoItem(handle, 0, "y", value); }),
+                  "Unable to create info item. Info item with given name already exists. Name: y");
     EXPECT_EQ(CreateInfoItem(handle, 0x1'0000'0000, "Y", ""), 3U);
     SetInfoItemValue(handle, 0, 1, "two");
     SetInfoItemName(handle, 0, 0, "X");
@@ -83,11 +80,9 @@ TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
     const auto head = AddMetaInfoItemGroup(handle, scan, "Head");
     const auto gain = AddMetaInfoItem(handle, scan, "Gain", "5");
     EXPECT_EQ(GetMetaInfoTreeRootHandle(handle), root);
-    EXPECT_EQ(GetMetaInfoItemChildCount(handle, root), 2U);
+    EXPECT_EQ(Tree(handle), "Scan{Head{}Gain=5;}Tool{}");
     EXPECT_EQ(SelectFirstChildMetaInfoItem(handle, root), scan);
     EXPECT_EQ(SelectNextMetaInfoItem(handle, scan), tool);
-    EXPECT_EQ(SelectFirstChildMetaInfoItem(handle, scan), head);
-    EXPECT_EQ(SelectNextMetaInfoItem(handle, head), gain);
     EXPECT_EQ(SelectParentMetaInfoItem(handle, gain), scan);
     EXPECT_EQ(SelectParentMetaInfoItem(handle, scan), root);
     for (const auto last : {root, tool, gain})
@@ -96,7 +91,6 @@ TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
         EXPECT_EQ(ReasonOf([&] { SelectFirstChildMetaInfoItem(handle, childless); }),
                   "Item isn't a group or has no childs. Handle: " + std::to_string(childless));
     EXPECT_EQ(Text(GetMetaInfoItemName, handle, root), "Root");
-    EXPECT_EQ(Text(GetMetaInfoItemValue, handle, gain), "5");
     EXPECT_EQ(Text(GetMetaInfoItemValue, handle, head), "--------");
     EXPECT_TRUE(IsMetaInfoItemAGroup(77, root));
     EXPECT_TRUE(IsMetaInfoItemAGroup(77, head)) << "the file is not looked at";
@@ -112,138 +106,129 @@ TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
     EXPECT_EQ(GetInfoGroupCount(handle), 0U);
 }
 
-TEST_F(InfoTest, ArgumentsAreCheckedInTheirOrderInFixedWords)
-{
-    struct Function
-    {
-        const char* action;
-        std::function<void(std::uint64_t handle, std::uint64_t info, std::uint64_t item)> call;
-    };
-    const Function byInfo[] = {
-        {"delete info", [](auto h, auto i, auto) { DeleteInfoGroup(h, i); }},
-        {"get info name", [](auto h, auto i, auto) { GetInfoGroupName(h, i, nullptr, 1); }},
-        {"set info name", [](auto h, auto i, auto) { SetInfoGroupName(h, i, nullptr); }},
-        {"set new info index", [](auto h, auto i, auto) { SetInfoGroupNewIndex(h, i, 99); }},
-        {"get info item count", [](auto h, auto i, auto) { GetInfoItemCount(h, i); }},
-        {"create info item", [](auto h, auto i, auto) { CreateInfoItem(h, i, nullptr, nullptr); }},
-        {"get info item index", [](auto h, auto i, auto) { GetInfoItemIndex(h, i, nullptr); }},
-        {"delete all info items", [](auto h, auto i, auto) { DeleteAllInfoItems(h, i); }}};
-    const Function byItem[] = {
-        {"set info item value", [](auto h, auto i, auto k) { SetInfoItemValue(h, i, k, nullptr); }},
-        {"get info item value", [](auto h, auto i, auto k) { GetInfoItemValue(h, i, k, nullptr, 1); }},
-        {"set info item name", [](auto h, auto i, auto k) { SetInfoItemName(h, i, k, nullptr); }},
-        {"get info item name", [](auto h, auto i, auto k) { GetInfoItemName(h, i, k, nullptr, 1); }},
-        {"delete info item", [](auto h, auto i, auto k) { DeleteInfoItem(h, i, k); }}};
-    CreateInfoGroupWithName(handle, "G");
-    const auto expectNoInfo = [&](const Function& f) {
-        EXPECT_EQ(ReasonOf([&] { f.call(77, 9, 9); }), "Handle does not exist") << f.action;
-        EXPECT_EQ(ReasonOf([&] { f.call(handle, 0x9'0000'0001, 9); }),
-                  std::string("Unable to ") + f.action + ". No info with given index available. Index: 38654705665");
-    };
-    for (const Function& f : byInfo)
-        expectNoInfo(f);
-    for (const Function& f : byItem) {
-        expectNoInfo(f);
-        EXPECT_EQ(ReasonOf([&] { f.call(handle, 0, 5); }),
-                  std::string("Unable to ") + f.action + ". No info item with given index available. Index: 5");
-    }
-}
-
-TEST_F(InfoTest, TextsAndNullPointersAreCheckedLast)
-{
-    CreateInfoGroupWithName(handle, "Group");
-    CreateInfoItem(handle, 0, "Name", "Value");
-    const auto group = SelectFirstChildMetaInfoItem(handle, root);
-    const auto item = SelectFirstChildMetaInfoItem(handle, group);
-    char text[1];
-    const std::pair<const char*, std::function<void()>> cases[] = {
-        {"Unable to get info item value. Buffer to small. Minimum buffer size: 6",
-         [&] { GetInfoGroupName(handle, 0, text, 5); }},
-        {"Unable to get info name. Null pointer", [&] { GetInfoGroupName(handle, 0, nullptr, 6); }},
-        {"Unable to get info item name. Buffer to small. Minimum buffer size: 5",
-         [&] { GetInfoItemName(handle, 0, 0, text, 1); }},
-        {"Unable to get info item value. Buffer to small. Minimum buffer size: 6",
-         [&] { GetInfoItemValue(handle, 0, 0, text, 1); }},
-        {"Unable to get info item name. Buffer to small. Minimum buffer size: 5",
-         [&] { GetMetaInfoItemName(handle, root, text, 1); }},
-        {"Unable to get info item value. Buffer to small. Minimum buffer size: 9",
-         [&] { GetMetaInfoItemValue(handle, group, text, 1); }},
-        {"Unable to create info. Null pointer", [&] { CreateInfoGroupWithName(handle, nullptr); }},
-        {"Unable to get info index. Null pointer", [&] { GetInfoGroupIndex(handle, nullptr); }},
-        {"Unable to create info item. Null pointer", [&] { CreateInfoItem(handle, 0, "n", nullptr); }},
-        {"Unable to set info item value. Null pointer", [&] { SetMetaInfoItemValue(handle, item, nullptr); }},
-        {"Unable to set info item name. Null pointer", [&] { SetMetaInfoItemName(handle, item, nullptr); }},
-        {"Unable to add info item. Null pointer", [&] { AddMetaInfoItem(handle, group, nullptr, "v"); }},
-        {"Unable to add info item. Null pointer", [&] { AddMetaInfoItemGroup(handle, root, nullptr); }},
-    };
-    for (const auto& [reason, call] : cases)
-        EXPECT_EQ(ReasonOf(call), reason);
-    EXPECT_EQ(Names(), "Group ");
-    EXPECT_EQ(Items(0), "Name=Value ");
-}
-
 TEST_F(InfoTest, TheRootAndNodesOfTheWrongKindAreRefused)
 {
     const auto group = AddMetaInfoItemGroup(handle, root, "G");
     const auto item = AddMetaInfoItem(handle, group, "i", "v");
-    const std::pair<const char*, std::function<void(std::uint64_t)>> rootFirst[] = {
+    const std::pair<const char*, std::function<void(std::uint64_t)>> cases[] = {
         {"Unable to get parent of ROOT item", [](auto h) { SelectParentMetaInfoItem(h, root); }},
         {"Unable to add non group info item to ROOT item. Only group items are allowed.",
          [](auto h) { AddMetaInfoItem(h, root, "n", "v"); }},
-        {"Unable to delete ROOT item.", [](auto h) { DeleteMetaInfoItem(h, root); }}};
-    for (const auto& function : rootFirst) {
-        for (const std::uint64_t file : {handle, std::uint64_t{77}})
-            EXPECT_EQ(ReasonOf([&] { function.second(file); }), function.first);
-    }
-    const std::pair<const char*, std::function<void(std::uint64_t)>> fileFirst[] = {
+        {"Unable to delete ROOT item.", [](auto h) { DeleteMetaInfoItem(h, root); }},
         {"Unable to set info item name of ROOT item", [](auto h) { SetMetaInfoItemName(h, root, nullptr); }},
         {"Unable to get info item value from ROOT item", [](auto h) { GetMetaInfoItemValue(h, root, nullptr, 0); }},
-        {"Unable to set info item value of ROOT item", [](auto h) { SetMetaInfoItemValue(h, root, nullptr); }}};
-    for (const auto& function : fileFirst) {
+        {"Unable to set info item value of ROOT item", [](auto h) { SetMetaInfoItemValue(h, root, nullptr); }},
+        {"Unable to set info item value of group item", [=](auto h) { SetMetaInfoItemValue(h, group, "v"); }},
+        {"Unable to add info item to non group item.", [=](auto h) { AddMetaInfoItem(h, item, "n", "v"); }},
+        {"Unable to add info item to non group item.", [=](auto h) { AddMetaInfoItemGroup(h, item, "n"); }}};
+    for (const auto& function : cases) {
         EXPECT_EQ(ReasonOf([&] { function.second(handle); }), function.first);
-        EXPECT_EQ(ReasonOf([&] { function.second(77); }), "Handle does not exist");
+        // The first three are refused whatever the file.
+        EXPECT_EQ(ReasonOf([&] { function.second(77); }),
+                  &function < cases + 3 ? function.first : "Handle does not exist");
     }
-    EXPECT_EQ(ReasonOf([&] { SetMetaInfoItemValue(handle, group, "v"); }),
-              "Unable to set info item value of group item");
-    EXPECT_EQ(ReasonOf([&] { AddMetaInfoItem(handle, item, "n", "v"); }), "Unable to add info item to non group item.");
-    EXPECT_EQ(ReasonOf([&] { AddMetaInfoItemGroup(handle, item, "n"); }), "Unable to add info item to non group item.");
-    for (const Call& call :
-         {Call(GetInfoGroupCount), Call(CreateInfoGroup), Call(DeleteAllInfoGroups), Call(GetMetaInfoTreeRootHandle),
-          Call(DeleteAllMetaInfoItems), Call([](auto h) { GetMetaInfoItemChildCount(h, root); }),
-          Call([](auto h) { SelectFirstChildMetaInfoItem(h, root); }),
-          Call([](auto h) { SelectNextMetaInfoItem(h, root); })})
-        EXPECT_EQ(ReasonOf([&] { call(77); }), "Handle does not exist");
 }
 
-TEST_F(InfoTest, HandlesOfDeadForeignAndInventedNodesAreFailures)
+// Long rows of nodes that keep changing, beside a plain list of what must be in them.
+class InfoRowTest : public OxdTest
 {
-    const auto group = AddMetaInfoItemGroup(handle, root, "G");
-    const auto below = AddMetaInfoItem(handle, AddMetaInfoItemGroup(handle, group, "S"), "i", "v");
-    const auto other = Create("other.oxd");
-    const auto foreign = AddMetaInfoItemGroup(other, root, "F");
-    const auto refound = SelectFirstChildMetaInfoItem(handle, group);
-    DeleteMetaInfoItem(handle, group);
-    EXPECT_NE(AddMetaInfoItemGroup(handle, root, "new"), group) << "handles are not given out again";
-    const std::pair<std::string, std::function<void(std::uint64_t)>> functions[] = {
-        {"get info item child count", [&](auto node) { GetMetaInfoItemChildCount(handle, node); }},
-        {"get info item name", [&](auto node) { GetMetaInfoItemName(handle, node, nullptr, 1); }},
-        {"set info item name", [&](auto node) { SetMetaInfoItemName(handle, node, "n"); }},
-        {"get info item value", [&](auto node) { GetMetaInfoItemValue(handle, node, nullptr, 1); }},
-        {"set info item value", [&](auto node) { SetMetaInfoItemValue(handle, node, "v"); }},
-        {"select first child of info item", [&](auto node) { SelectFirstChildMetaInfoItem(handle, node); }},
-        {"select next info item", [&](auto node) { SelectNextMetaInfoItem(handle, node); }},
-        {"select parent of info item", [&](auto node) { SelectParentMetaInfoItem(handle, node); }},
-        {"add info item", [&](auto node) { AddMetaInfoItem(handle, node, "n", "v"); }},
-        {"add info item", [&](auto node) { AddMetaInfoItemGroup(handle, node, "n"); }},
-        {"delete info item", [&](auto node) { DeleteMetaInfoItem(handle, node); }}};
-    for (const std::uint64_t node : {group, below, refound, foreign, std::uint64_t{0}, ~std::uint64_t{0}}) {
-        for (const auto& function : functions)
-            EXPECT_EQ(ReasonOf([&] { function.second(node); }), "Unable to " + function.first + ". Unknown error")
-                << node;
+protected:
+    const std::uint64_t handle = Create();
+
+    std::size_t Random(std::size_t below) { return m_random() % below; }
+    // Few enough that many nodes share one.
+    std::string RandomName() { return (Random(2) == 0 ? "Name" : "NAME") + std::to_string(Random(300)); }
+
+    // What a lookup gave, or the count, past the last, when it failed.
+    static std::ptrdiff_t Found(std::uint64_t index, std::size_t count)
+    {
+        const bool failed = VELHasLastError();
+        VELGetLastError();
+        return static_cast<std::ptrdiff_t>(failed ? count : index);
     }
-    CloseOxdFile(other);
-    EXPECT_EQ(ReasonOf([&] { IsMetaInfoItemAGroup(other, foreign); }), "Unable to evaluate info item. Unknown error");
-    EXPECT_EQ(GetMetaInfoItemChildCount(handle, root), 1U);
+
+private:
+    std::minstd_rand m_random;
+};
+
+TEST_F(InfoRowTest, ItemsAmongGroupsAreFoundByNameAndPositionWhateverComesAndGoes)
+{
+    struct Node
+    {
+        std::string name;
+        bool isGroup;
+        std::uint64_t handle;
+    };
+    const auto parent = AddMetaInfoItemGroup(handle, root, "G");
+    std::vector<Node> nodes;
+    const auto expectedTree = [&] {
+        std::string text;
+        for (const Node& node : nodes)
+            text += node.name + (node.isGroup ? "{}" : "=v;");
+        return text;
+    };
+    for (int round = 0; round < 4000; ++round) {
+        const std::string name = RandomName();
+        if (Random(4) == 0)
+            nodes.push_back({name, true, AddMetaInfoItemGroup(handle, parent, name.c_str())});
+        else
+            nodes.push_back({name, false, AddMetaInfoItem(handle, parent, name.c_str(), "v")});
+        const auto victim = nodes.begin() + static_cast<std::ptrdiff_t>(Random(nodes.size()));
+        if (round > 500 || Random(2) == 0) {
+            DeleteMetaInfoItem(handle, victim->handle);
+            nodes.erase(victim);
+        } else {
+            victim->name = RandomName();
+            SetMetaInfoItemName(handle, victim->handle, victim->name.c_str());
+        }
+        std::vector<std::string> items;
+        for (const Node& node : nodes) {
+            if (!node.isGroup)
+                items.push_back(node.name);
+        }
+        ASSERT_EQ(Found(GetInfoItemIndex(handle, 0, name.c_str()), items.size()),
+                  std::ranges::find(items, name) - items.begin())
+            << round;
+        const auto position = Random(items.size() + 1);
+        ASSERT_TRUE(position == items.size() || Text(GetInfoItemName, handle, 0U, position) == items[position]);
+        if (round % 50 == 0) {
+            ASSERT_EQ(Tree(handle, parent), expectedTree()) << round;
+        }
+    }
+    DeleteAllInfoItems(handle, 0);
+    std::erase_if(nodes, [](const Node& node) { return !node.isGroup; });
+    EXPECT_EQ(Tree(handle, parent), expectedTree());
+}
+
+TEST_F(InfoRowTest, TheFirstGroupOfANameIsFoundWhateverMoves)
+{
+    std::vector<std::string> names;
+    for (int round = 0; round < 3000; ++round) {
+        const std::string name = RandomName();
+        names.push_back(name);
+        CreateInfoGroupWithName(handle, name.c_str());
+        const std::size_t position = Random(names.size());
+        const auto at = names.begin() + static_cast<std::ptrdiff_t>(position);
+        if (const auto what = Random(8); what == 0) {
+            std::rotate(names.begin(), at, at + 1);
+            SetInfoGroupNewIndex(handle, position, 0);
+        } else if (what == 1) {
+            *at = RandomName();
+            SetInfoGroupName(handle, position, at->c_str());
+        } else if (what < 6) {
+            names.erase(at);
+            DeleteInfoGroup(handle, position);
+        }
+        const auto found =
+            std::ranges::find_if(names, [&](const auto& other) { return other.substr(4) == name.substr(4); });
+        ASSERT_EQ(Found(GetInfoGroupIndex(handle, name.c_str()), names.size()), found - names.begin()) << round;
+        if (round % 50 == 0) {
+            std::string expectedTree;
+            for (const std::string& group : names)
+                expectedTree += group + "{}";
+            ASSERT_EQ(Tree(handle), expectedTree) << round;
+        }
+    }
 }
 
 } // namespace

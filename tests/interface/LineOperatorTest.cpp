@@ -5,13 +5,11 @@
 #include <array>
 #include <cstdint>
 #include <random>
+#include <tuple>
 
 namespace {
 
 using Line = std::vector<std::int32_t>;
-
-constexpr std::int32_t lowest = -536870912;
-constexpr std::int32_t highest = 536870911;
 
 class LineOperatorTest : public OxdTest
 {
@@ -38,35 +36,28 @@ protected:
 TEST_F(LineOperatorTest, SmallLinesGiveWhatOnePenAndPaperGives)
 {
     constexpr std::int32_t none = untouched;
-    struct Case
-    {
-        int lineOp;
-        Line input, output;
-    };
-    const Case cases[] = {
-        {0, {3, -4, highest}, {3, -4, highest}},
-        {1, {1, 2}, {0, 1}},
-        {1, {-1, -2}, {0, -1}},
-        {1, {7}, {0}},
-        {1, {0, highest, 0, 0}, {-134217727, highest, -134217727, -134217727}},
-        {1, {highest - 1, lowest + 1, lowest + 1, lowest + 1}, {highest, -268435456, -268435456, -268435456}},
-        {2, {1, 2, 3}, {none, none, none}},
-        {2, {0, 0, 0, 0}, {0, 0, 0, 0}},
-        {2, {100, 100, 100, 200}, {20, -10, -40, 30}}, // fit 80 + 30 x
-        {3, {5, 7, 4}, {2, -3, -3}},
-        {3, {9}, {none}},
-        {3, {lowest, highest}, {1073741823, 1073741823}},
-        {4, {1, 2, 3}, {none, none, none}},
-        {4, {0, 100, 100, 0}, {0, 0, 0, 0}},
-        {5, {1, 2, 3, 4}, {none, none, none, none}},
-        {5, {7, 7, 7, 7, 7}, {0, 0, 0, 0, 0}},
-    };
-    for (const Case& c : cases) {
-        const Line output = Apply(c.lineOp, c.input);
-        ASSERT_EQ(output.size(), c.output.size());
+    for (const auto& [lineOp, input, expected] :
+         {std::tuple(0, Line{3, -4, highest}, Line{3, -4, highest}),
+          {1, {1, 2}, {0, 1}},
+          {1, {-1, -2}, {0, -1}},
+          {1, {7}, {0}},
+          {1, {0, highest, 0, 0}, {-134217727, highest, -134217727, -134217727}},
+          {1, {highest - 1, lowest + 1, lowest + 1, lowest + 1}, {highest, -268435456, -268435456, -268435456}},
+          {2, {1, 2, 3}, {none, none, none}},
+          {2, {0, 0, 0, 0}, {0, 0, 0, 0}},
+          {2, {100, 100, 100, 200}, {20, -10, -40, 30}},
+          {3, {5, 7, 4}, {2, -3, -3}},
+          {3, {9}, {none}},
+          {3, {lowest, highest}, {1073741823, 1073741823}},
+          {4, {1, 2, 3}, {none, none, none}},
+          {4, {0, 100, 100, 0}, {0, 0, 0, 0}},
+          {5, {1, 2, 3, 4}, {none, none, none, none}},
+          {5, {7, 7, 7, 7, 7}, {0, 0, 0, 0, 0}}}) {
+        const Line output = Apply(lineOp, input);
+        ASSERT_EQ(output.size(), expected.size());
         for (std::size_t x = 0; x < output.size(); ++x)
-            EXPECT_NEAR(output[x], c.output[x], c.lineOp >= 2 && c.lineOp != 3 ? 1 : 0)
-                << "operator " << c.lineOp << ", first sample " << c.input[0] << ", x " << x;
+            EXPECT_NEAR(output[x], expected[x], lineOp >= 2 && lineOp != 3 ? 1 : 0)
+                << "operator " << lineOp << ", first sample " << input[0] << ", x " << x;
     }
 }
 
@@ -74,9 +65,8 @@ TEST_F(LineOperatorTest, SmallLinesGiveWhatOnePenAndPaperGives)
 // rounded most, any other order shows.
 TEST_F(LineOperatorTest, FitsGiveTheSameIntegersInEveryBuild)
 {
-    const std::pair<int, std::uint32_t> operators[] = {
-        {1, 586686423}, {2, 3977587519}, {4, 3849813848}, {5, 3669372501}};
-    for (const auto& [lineOp, checksum] : operators) {
+    for (const auto& [lineOp, checksum] :
+         {std::pair(1, 586686423U), {2, 3977587519U}, {4, 3849813848U}, {5, 3669372501U}}) {
         std::mt19937 random(5);
         std::uint32_t sum = 2'166'136'261;
         for (const std::size_t length : {5U, 6U, 7U, 17U, 64U, 255U, 700U, 1024U, 4096U, 5000U}) {
@@ -121,8 +111,7 @@ TEST_F(LineOperatorTest, PixelsAreThoseOfTheLineAsItIsNow)
             SetChannelData_PixelRaw(handle, group, 0, 2, 0, 900 * lineOp);
             EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, 4, 0, lineOp), LineRaw(handle, group, 0, 0, lineOp)[4]);
         }
-        const Line shorter{5, 5, 7, 1, 0};
-        Apply(0, shorter);
+        Apply(0, {5, 5, 7, 1, 0});
     }
 }
 

@@ -1,6 +1,10 @@
 // What is saved is what is opened again, byte for byte from the second save on.
 #include "support/OxdTest.h"
 
+#include <algorithm>
+#include <array>
+#include <tuple>
+
 namespace {
 
 class RoundTripTest : public OxdTest
@@ -27,33 +31,26 @@ protected:
 
 TEST_F(RoundTripTest, EveryWidthKeepsTheTopBitsInLittleEndianOrder)
 {
-    struct Case
-    {
-        int bits, dropped;
-        std::string_view first; // bytes
-    };
-    const Case cases[] = {{8, 22, {"\x80\x7F\xFF\x00", 4}},
-                          {16, 14, {"\x00\x80\xFF\x7F\xFF\xFF\x00\x00", 8}},
-                          {32, 0, {"\x00\x00\x00\x80\xFC\xFF\xFF\x7F\xFC\xFF\xFF\xFF\x04\x00\x00\x00", 16}}};
     std::vector<std::vector<std::int32_t>> lines(70, std::vector<std::int32_t>(300)); // more than is converted at once
     for (std::uint64_t i = 0; i < 21'000; ++i)
         lines[i / 300][i % 300] = static_cast<std::int32_t>(i * 7919 * 2'654'435 % 1'073'741'824) - 536'870'912;
-    lines[0][0] = -536870912;
-    lines[0][1] = 536870911;
-    lines[0][2] = -1;
-    lines[0][3] = 1;
-    for (const auto& [bits, dropped, first] : cases) {
+    std::ranges::copy(std::array{-536870912, 536870911, -1, 1}, lines[0].begin());
+    for (const auto& [bits, dropped, firstBytes] :
+         {std::tuple(8, 22, std::string("\x80\x7F\xFF\x00", 4)),
+          {16, 14, {"\x00\x80\xFF\x7F\xFF\xFF\x00\x00", 8}},
+          {32, 0, {"\x00\x00\x00\x80\xFC\xFF\xFF\x7F\xFC\xFF\xFF\xFF\x04\x00\x00\x00", 16}}}) {
         const auto handle = Create();
         const auto group = CreateChannel(handle, bits, 300, 70);
         for (std::uint64_t y = 0; y < 70; ++y)
             SetChannelData_LineRaw(handle, group, 0, y, lines[y].data());
         Save(handle);
-        EXPECT_NE(ReadBytes(Path("out.oxd")).find(std::string("\r\n#!").append(first)), std::string::npos) << bits;
+        EXPECT_NE(ReadBytes(Path("out.oxd")).find("\r\n#!" + firstBytes), std::string::npos) << bits;
         const auto opened = Open(Path("out.oxd"));
         for (std::uint64_t y = 0; y < 70; ++y) {
-            const auto read = LineRaw(opened, 0, 0, y);
-            for (std::uint64_t x = 0; x < 300; ++x)
-                ASSERT_EQ(read[x], lines[y][x] >> dropped << dropped) << bits << " bits, " << x << ", " << y;
+            auto expected = lines[y];
+            for (std::int32_t& sample : expected)
+                sample = sample >> dropped << dropped;
+            ASSERT_EQ(LineRaw(opened, 0, 0, y), expected) << bits << " bits, line " << y;
         }
         ExpectStable(SaveAgain(Path("out.oxd"), "second.oxd"));
         CloseOxdFile(handle);

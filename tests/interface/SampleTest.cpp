@@ -1,13 +1,12 @@
 // Raw and real values, line by line and pixel by pixel.
 #include "support/OxdTest.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
 
 namespace {
 
-constexpr std::int32_t lowest = -536870912;
-constexpr std::int32_t highest = 536870911;
 constexpr double infinity = std::numeric_limits<double>::infinity();
 const double notANumber = std::nan("");
 
@@ -57,49 +56,38 @@ TEST_F(SampleTest, TheSignalAxisSpansTheRawRange)
 
 TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
 {
-    struct Case
-    {
-        double min, range, real;
-        std::int32_t raw;
-    };
-    const Case cases[] = {
-        {0, 1, 0, lowest},
-        {0, 1, 1, highest},
-        {0, 1, -5, lowest},
-        {0, 1, 5, highest},
-        {0, 1, infinity, highest},
-        {0, 1073741823, 536870912, 0},
-        {0, 1073741823, 536870911.5, 0}, // -0.5 and 0.5 are both cut to 0
-        {0, 1073741823, 536870912.5, 0},
-        {0, 1073741823, 536870910.5, -1},
-        {-1e-9, 3e-9, 2e-9, highest}, // the formula alone would miss the top by one
-        {0.1, 0.7, 0.1 + 0.7, highest},
-        {4, -6, 4, lowest}, // falling: min is the larger end
-        {4, -6, -2, highest},
-        {4, -6, 100, lowest},
-        {4, -6, -100, highest},
-        {0, 0, 1, lowest},
-        {0, 1, notANumber, lowest},
-        {infinity, 1, 0, lowest},
-        {0, notANumber, 0, lowest},
-        {0, 1e300, 0.5e300, -1}, // an intermediate product overflows; the exact quotient is -0.5 steps
-    };
-    for (const Case& c : cases) {
-        SetSignalAxis(c.min, c.range);
-        const double line[] = {c.real, c.min, c.real, c.real};
+    // Minimum and range of the axis, real value, raw value. The formula alone would miss the top of the axes of -1e-9
+    // and 0.1 by one; -0.5 and 0.5 are both cut to 0; of the last, an intermediate product overflows.
+    for (const auto& [min, range, real, expected] : {std::array<double, 4>{0, 1, 0, lowest},
+                                                     {0, 1, 1, highest},
+                                                     {0, 1, -5, lowest},
+                                                     {0, 1, 5, highest},
+                                                     {0, 1, infinity, highest},
+                                                     {4, -6, 4, lowest},
+                                                     {4, -6, -2, highest},
+                                                     {4, -6, 100, lowest},
+                                                     {4, -6, -100, highest},
+                                                     {0, 0, 1, lowest},
+                                                     {0, 1, notANumber, lowest},
+                                                     {infinity, 1, 0, lowest},
+                                                     {0, notANumber, 0, lowest},
+                                                     {-1e-9, 3e-9, 2e-9, highest},
+                                                     {0.1, 0.7, 0.1 + 0.7, highest},
+                                                     {0, 1073741823, 536870912, 0},
+                                                     {0, 1073741823, 536870911.5, 0},
+                                                     {0, 1073741823, 536870912.5, 0},
+                                                     {0, 1073741823, 536870910.5, -1},
+                                                     {0, 1e300, 0.5e300, -1}}) {
+        SetSignalAxis(min, range);
+        const double line[] = {real, min, real, real};
         SetChannelData_LineReal(handle, group, 0, 0, line);
-        SetChannelData_PixelReal(handle, group, 0, 1, 0, c.real);
-        const std::int32_t tolerance = c.range == 1e300 ? 1 : 0;
+        SetChannelData_PixelReal(handle, group, 0, 1, 0, real);
         for (const std::int32_t raw : LineRaw(handle, group, 0, 0))
-            EXPECT_NEAR(raw, c.raw, tolerance) << c.min << ' ' << c.range << ' ' << c.real;
+            EXPECT_NEAR(raw, expected, range == 1e300 ? 1 : 0) << min << ' ' << range << ' ' << real;
     }
-}
-
-TEST_F(SampleTest, RealValuesOfHugeAxesAreFinite)
-{
     SetSignalAxis(0, 1e308);
     SetChannelData_PixelReal(handle, group, 0, 0, 0, 5e307);
-    EXPECT_NEAR(GetChannelData_PixelReal(handle, group, 0, 0, 0, 0) / 5e307, 1, 1e-8);
+    EXPECT_NEAR(GetChannelData_PixelReal(handle, group, 0, 0, 0, 0) / 5e307, 1, 1e-8) << "huge, but finite";
 }
 
 TEST_F(SampleTest, WhatWasReadAndWrittenBackAsRealStaysTheSame)

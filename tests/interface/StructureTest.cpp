@@ -69,40 +69,29 @@ TEST_F(StructureTest, AnotherSlotCountDropsAllChannelsAndTheSameOneNone)
     EXPECT_EQ(GetChannelCount(handle, group), 2U);
 }
 
-TEST_F(StructureTest, ANewSizeDiscardsTheSamplesAndTheSameSizeKeepsThem)
+TEST_F(StructureTest, OnlyAnotherSizeWithinTheLimitsDiscardsTheSamples)
 {
-    const auto group = CreateChannel(handle, 16, 2, 2);
-    const std::int32_t line[] = {7, 8, 9}; // as many as the largest size below takes
-    const auto fill = [&] { SetChannelData_LineRaw(handle, group, 0, 1, line); };
-    const auto kept = [&] { return LineRaw(handle, group, 0, 1)[0] == 7; };
-    fill();
-    SetChannelXYDimension(handle, group, 0, 2, 2);
-    SetChannelData_Points(handle, group, 0, 2);
-    SetChannelData_Lines(handle, group, 0, 2);
-    EXPECT_TRUE(kept());
-    SetChannelData_Lines(handle, group, 0, 3);
-    EXPECT_FALSE(kept());
-    fill();
-    SetChannelData_Points(handle, group, 0, 3);
-    EXPECT_FALSE(kept());
-    fill();
-    SetChannelXYDimension(handle, group, 0, 2, 2);
-    EXPECT_FALSE(kept());
-}
-
-TEST_F(StructureTest, ASizeBeyondTheLimitsFailsAndChangesNothing)
-{
-    const auto group = CreateChannel(handle, 16, 2, 2);
-    const std::int32_t line[] = {7, 8};
-    SetChannelData_LineRaw(handle, group, 0, 1, line);
+    CreateChannel(handle, 16, 2, 2);
+    const auto resize = [&](auto points, auto lines) {
+        return [=, this] { SetChannelXYDimension(handle, 0, 0, points, lines); };
+    };
+    const auto keepsSamples = [&](const std::function<void()>& call, const char* reason) {
+        SetChannelData_PixelRaw(handle, 0, 0, 0, 1, 7);
+        EXPECT_EQ(ReasonOf(call), reason);
+        return GetChannelData_PixelRaw(handle, 0, 0, 0, 1, 0) == 7;
+    };
+    EXPECT_TRUE(keepsSamples(resize(2U, 2U), ""));
+    EXPECT_TRUE(keepsSamples([&] { SetChannelData_Points(handle, 0, 0, 2); }, ""));
+    EXPECT_TRUE(keepsSamples([&] { SetChannelData_Lines(handle, 0, 0, 2); }, ""));
+    EXPECT_FALSE(keepsSamples([&] { SetChannelData_Lines(handle, 0, 0, 3); }, ""));
+    EXPECT_FALSE(keepsSamples([&] { SetChannelData_Points(handle, 0, 0, 3); }, ""));
+    EXPECT_FALSE(keepsSamples(resize(2U, 2U), ""));
     const std::pair<std::uint64_t, std::uint64_t> sizes[] = {{65536, 65537}, {1ULL << 31, 1}, {1, 1ULL << 31},
                                                              {0, 1'048'577}, {~0ULL, ~0ULL},  {1ULL << 33, 1ULL << 31}};
     for (const auto& size : sizes)
-        EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, size.first, size.second); }),
-                  "std::bad_alloc");
-    EXPECT_EQ(LineRaw(handle, group, 0, 1), (std::vector<std::int32_t>{7, 8}));
-    EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, 0, 1'048'576); }), "");
-    EXPECT_EQ(ReasonOf([&] { SetChannelXYDimension(handle, group, 0, 0x7FFFFFFF, 0); }), "");
+        EXPECT_TRUE(keepsSamples(resize(size.first, size.second), "std::bad_alloc"));
+    EXPECT_EQ(ReasonOf(resize(0U, 1'048'576U)), "");
+    EXPECT_EQ(ReasonOf(resize(0x7FFFFFFFU, 0U)), "");
 }
 
 TEST_F(StructureTest, EachAxisKeepsItsOwnTextsAndNumbers)
@@ -124,29 +113,22 @@ TEST_F(StructureTest, EachAxisKeepsItsOwnTextsAndNumbers)
 
 TEST_F(StructureTest, AChannelThatIsGoneIsNotFoundAgain)
 {
-    auto file = Create();
+    std::uint64_t file = 0;
     const auto isThere = [&] { return ReasonOf([&] { GetChannelData_PixelRaw(file, 0, 0, 0, 0, 0); }).empty(); };
-    const auto make = [&] {
-        const auto group = GetGroupCount(file) == 0 ? CreateGroup(file, 16) : 0;
-        SetChannelCount(file, group, 1);
-        SetChannelXYDimension(file, group, 0, 2, 2);
-        SetChannelData_PixelRaw(file, group, 0, 0, 0, 7);
+    const std::function<void()> ways[] = {
+        [&] { DeleteChannelBuffer(file, 0, 0); }, [&] { SetChannelCount(file, 0, 0); }, [&] { DeleteGroup(file, 0); },
+        [&] { DeleteAllGroups(file); },           [&] { CloseOxdFile(file); },
+    };
+    for (const auto& remove : ways) {
+        CloseOxdFile(file);
+        file = Create();
+        EXPECT_FALSE(isThere()) << "another file, perhaps of the same number";
+        CreateChannel(file, 16, 2, 2);
+        SetChannelData_PixelRaw(file, 0, 0, 0, 0, 7);
         EXPECT_TRUE(isThere());
-    };
-    const std::pair<const char*, std::function<void()>> ways[] = {
-        {"channel", [&] { DeleteChannelBuffer(file, 0, 0); }},
-        {"slots", [&] { SetChannelCount(file, 0, 0); }},
-        {"group", [&] { DeleteGroup(file, 0); }},
-        {"groups", [&] { DeleteAllGroups(file); }},
-        {"file", [&] { CloseOxdFile(file); }},
-    };
-    for (const auto& [name, remove] : ways) {
-        make();
         remove();
-        EXPECT_FALSE(isThere()) << name;
+        EXPECT_FALSE(isThere()) << &remove - ways;
     }
-    file = Create();
-    EXPECT_FALSE(isThere()) << "another file, perhaps of the same number";
 }
 
 } // namespace

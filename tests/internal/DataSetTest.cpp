@@ -1,4 +1,5 @@
-// How changes travel up from channels to groups to the data set, and who may outlive whom.
+// What channels tell their listeners and know of themselves, how that travels up to the data set, and who may outlive
+// whom.
 #include "velflexlib/dataset/DataSet.h"
 #include "velflexlib/dataset/DataSetToVELConfig.h"
 
@@ -72,14 +73,95 @@ TEST_F(DataSetTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)
     document.GetContent().Parse(
         "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=2\nGr0-Ch1=A\n[ProcessorSet]\nProcessorCount=1\n"
         "Processor0=P\n[P]\nGUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=0\n"
-        "[ProcessorSet-Slope:0]\nInputCount=1\nInput0Group=0\nInput0Channel=1\n"
+        "[ProcessorSet-Slope:0]\nInputCount=2\nInput0Group=0\nInput0Channel=1\nInput1Group=0\n"
         "OutputCount=1\nOutput0Group=9\nOutput0Channel=0\n[SetView]\nViewCount=2\n",
         false);
     CDataSetToVELConfig(*dataSet).LoadHeader(document, "DataSet", false);
     const CProcessorBase& slope = *dataSet->GetProcessorSet().GetProcessors().at(0);
+    EXPECT_NE(slope.GetInputs().GetBuffer(0), nullptr);
     EXPECT_EQ(slope.GetInputs().GetBuffer(0), dataSet->GetGroup(0)->GetChannelBuffer(1));
+    EXPECT_EQ(slope.GetInputs().GetBuffer(1), nullptr);
     EXPECT_EQ(slope.GetOutputs().GetBuffer(0), nullptr);
+    dataSet->GetGroup(0)->DeleteChannelBuffer(1);
+    EXPECT_EQ(slope.GetInputs().GetBuffer(0), nullptr) << "a processor keeps no channel alive";
     EXPECT_EQ(dataSet->GetViewSet().GetViews().size(), 2U);
+}
+
+class DatabufferTest : public ::testing::Test
+{
+protected:
+    CDataBuffer buffer{16, 3, 4};
+    std::string log;
+
+    DatabufferTest()
+    {
+        buffer.OnBeforeReshape.connect([this] { log += "<" + std::to_string(buffer.GetPoints()); });
+        buffer.OnAfterReshape.connect([this] { log += ">" + std::to_string(buffer.GetPoints()); });
+        buffer.OnChanged.connect([this](CDataBuffer&, std::size_t line) { log += "c" + std::to_string(line); });
+    }
+
+    bool SetLine(std::uint64_t line, std::vector<std::int32_t> values) { return buffer.SetLineRaw(line, values); }
+
+    std::vector<std::int32_t> Line(std::uint64_t line) const
+    {
+        std::vector<std::int32_t> read(buffer.GetLineAxis(line).count);
+        EXPECT_TRUE(buffer.ReadLineRaw(line, GetLineOperator(LineOpID::RawData), read.data()));
+        return read;
+    }
+};
+
+TEST_F(DatabufferTest, AnnouncesReshapesAndWritesOnceAndWhenThatIsHeldBackLater)
+{
+    buffer.SetXYDimension(3, 4);
+    EXPECT_EQ(log, "") << "the same size is no change";
+    buffer.SetXYDimension(2, 4);
+    SetLine(1, {5});
+    buffer.SetPixelRaw(1, 3, 9);
+    EXPECT_EQ(log, "<3>2c1c3");
+    EXPECT_FALSE(SetLine(4, {1}));
+    EXPECT_FALSE(SetLine(0, {1, 2, 3}));
+    EXPECT_FALSE(buffer.SetPixelRaw(2, 0, 1));
+    EXPECT_EQ(log, "<3>2c1c3") << "a failed write announces nothing";
+
+    log.clear();
+    buffer.HoldNotifications();
+    buffer.SetXYDimension(5, 4);
+    buffer.SetXYDimension(6, 4);
+    SetLine(0, {1});
+    SetLine(2, {1});
+    EXPECT_EQ(log, "<2<5");
+    for (int round = 0; round < 2; ++round) {
+        buffer.ReleaseNotifications();
+        EXPECT_EQ(log, "<2<5>6c2");
+    }
+}
+
+TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritten)
+{
+    EXPECT_EQ(buffer.GetDataRange(), CRawRange());
+    EXPECT_FALSE(buffer.IsDataChanged());
+    buffer.SetPixelRaw(0, 0, -900);
+    EXPECT_EQ(buffer.GetDataRange(), CRawRange());
+    EXPECT_TRUE(buffer.IsEmpty());
+    EXPECT_TRUE(buffer.IsDataChanged());
+    SetLine(1, {4, 6, 5});
+    buffer.SetPixelRaw(2, 1, 70);
+    EXPECT_EQ(buffer.GetDataRange(), (CRawRange{4, 70}));
+    EXPECT_FALSE(buffer.IsEmpty());
+    SetLine(1, {5, 5, 5});
+    EXPECT_EQ(buffer.GetDataRange(), (CRawRange{4, 70})) << "it never narrows";
+    SetLine(1, {5});
+    EXPECT_EQ(Line(1), (std::vector{5, 0, 0})) << "short lines are filled up";
+    EXPECT_EQ(buffer.GetLineState(1), 3U);
+    EXPECT_EQ(buffer.GetLineState(0), 0U);
+    EXPECT_EQ(buffer.GetCurrentLine(), 1U);
+}
+
+TEST_F(DatabufferTest, ModeTwoKeepsTheTopThirtyBitsOfAnInteger)
+{
+    const double values[] = {4.0, -1.0, 1e300};
+    EXPECT_TRUE(buffer.SetLineReal(0, values, RealToRawMode::FullScale));
+    EXPECT_EQ(Line(0), (std::vector{1, -1, 536870911}));
 }
 
 } // namespace

@@ -17,26 +17,17 @@ std::unique_ptr<CInfoSetItem> Group(const std::string& name)
     return std::make_unique<CInfoSetItem>(name);
 }
 
-std::string NamesBelow(const CInfoSetItem& group)
-{
-    std::string names;
-    for (const auto& item : group.GetSubItems())
-        names += item->GetName();
-    return names;
-}
-
 TEST(InfoSetTest, SubItemsAreInsertedWhereThereIsAPlace)
 {
     CInfoSetItem group("G");
-    for (const auto& [name, at, there] : {std::tuple("b", 0, true),
-                                          {"a", 0, true},
-                                          {"d", -1, true},
-                                          {"e", 3, true},
-                                          {"c", 2, true},
-                                          {"x", 6, false},
-                                          {"x", -2, false}})
-        EXPECT_EQ(group.InsertSubItem(Group(name), at), there) << name;
-    EXPECT_EQ(NamesBelow(group), "abcde");
+    for (const auto& [name, at] : {std::pair("b", 0), {"a", 0}, {"d", -1}, {"e", 3}, {"c", 2}})
+        EXPECT_TRUE(group.InsertSubItem(Group(name), at)) << name;
+    for (const int at : {6, -2})
+        EXPECT_FALSE(group.InsertSubItem(Group("x"), at)) << at;
+    std::string names;
+    for (const auto& item : group.GetSubItems())
+        names += item->GetName();
+    EXPECT_EQ(names, "abcde");
     EXPECT_THROW(CInfoSetItem("i", "v").AddSubItem(Group("x")), std::runtime_error);
 }
 

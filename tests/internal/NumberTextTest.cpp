@@ -1,4 +1,5 @@
 #include "velstdlib/string/NumberText.h"
+#include "velflexlib/fx/FxProperty.h"
 #include "velstdlib/math/SIPrefix.h"
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
@@ -9,6 +10,7 @@
 #include <optional>
 #include <string>
 
+using namespace veltaris::velflexlib::fx;
 using namespace veltaris::velstdlib;
 
 namespace {
@@ -33,29 +35,34 @@ TEST(NumberTextTest, IntegersAreDigitsAfterASignWithinTheirRange)
     for (const char* text : {"2147483648", "-2147483649", "99999999999999999999", "", "-", "+-1", " 12", "12 ", "1.0",
                              "1.000", "1e3", "0x1"})
         EXPECT_EQ(Parse<int>(text), std::nullopt) << text;
-    EXPECT_EQ(Parse<std::uint64_t>("18446744073709551615"), ~std::uint64_t{0});
-    EXPECT_EQ(Parse<std::uint64_t>("-1"), ~std::uint64_t{0});
+    for (const char* const largest : {"18446744073709551615", "-1"})
+        EXPECT_EQ(Parse<std::uint64_t>(largest), ~std::uint64_t{0});
     EXPECT_EQ(Parse<std::uint64_t>("18446744073709551616"), std::nullopt);
 }
 
 TEST(NumberTextTest, DoublesAreDecimalWhateverTheLocale)
 {
-    EXPECT_EQ(Parse<double>("-.5e+1"), -5.0);
-    EXPECT_EQ(Parse<double>("+1.E-3"), 1e-3);
-    EXPECT_EQ(Parse<double>("5e-324"), 5e-324);
-    for (const char* text : {"inf", "+INFINITY", "1.#INF"})
+    const std::string zeros(500, '0');
+    const std::pair<std::string, std::optional<double>> cases[] = {
+        {"-.5e+1", -5.0},
+        {"+1.E-3", 1e-3},
+        {"5e-324", 5e-324},
+        {"+INFINITY", infinity},
+        {"-Infinity", -infinity},
+        {"1e-99999999999999999999", 0.0},
+        {"1" + zeros + "e-500", 1.0}, // neither decides alone
+        {"1" + zeros + "e-1", std::nullopt},
+        {"0." + zeros + "1", 0.0}};
+    for (const auto& [text, value] : cases)
+        EXPECT_EQ(Parse<double>(text), value) << text;
+    for (const std::string text : {"inf", "1.#INF"}) {
         EXPECT_EQ(Parse<double>(text), infinity) << text;
-    for (const char* text : {"-inf", "-Infinity", "-1.#INF"})
-        EXPECT_EQ(Parse<double>(text), -infinity) << text;
+        EXPECT_EQ(Parse<double>("-" + text), -infinity) << text;
+    }
     for (const char* text : {"1,5", "1.5 ", " 1.5", "", ".", "1e", "1e+", "--1", "0x1p3", "1.#inf", "nano", "nan(",
                              "1e999", "-1e999", "1e99999999999999999999"})
         EXPECT_EQ(Parse<double>(text), std::nullopt) << text;
-    EXPECT_EQ(Parse<double>("1e-99999999999999999999"), 0.0);
-    EXPECT_EQ(Parse<double>("1" + std::string(500, '0') + "e-500"), 1.0) << "neither part decides alone";
-    EXPECT_EQ(Parse<double>("1" + std::string(500, '0') + "e-1"), std::nullopt);
-    EXPECT_EQ(Parse<double>("0." + std::string(500, '0') + "1"), 0.0);
-    for (const char* const positive : {"1.#IND", "1.#QNAN", "nan", "NaN(x)"}) {
-        const std::string text = positive;
+    for (const std::string text : {"1.#IND", "1.#QNAN", "nan", "NaN(x)"}) {
         EXPECT_EQ(std::bit_cast<std::uint64_t>(Parse<double>(text).value_or(0)), 0x7FF8000000000000U) << text;
         EXPECT_EQ(std::bit_cast<std::uint64_t>(Parse<double>("-" + text).value_or(0)), 0xFFF8000000000000U) << text;
     }
@@ -77,6 +84,39 @@ TEST(NumberTextTest, PrefixesScaleNumbers)
     EXPECT_EQ(text, "2.5e-09 2.5 2 3e-06 3e-06 1e+06 1e-24 1e+24 -inf ");
     for (const char* number : {"k", "", "1nn", "1x", "1 n"})
         EXPECT_EQ(math::ParseSINumber(number), std::nullopt) << number;
+}
+
+struct Case
+{
+    const char* text;
+    double value;
+    const char* unit;
+};
+
+constexpr Case cases[] = {
+    {"2.5 nm", 2.5e-9, "m"}, {"2.5nm", 2.5e-9, "m"},   {" +2.5\tnm ", 2.5e-9, "m"},   {"-3e-9 m", -3e-9, "m"},
+    {"5n", 5e-9, ""},        {"5 \u03BCV", 5e-6, "V"}, {"5 m\u03A9", 5e-3, "\u03A9"}, {"1e3 kHz", 1e6, "Hz"},
+    {"5eV", 5, "eV"},        {"5 m/s", 5, "m/s"},      {"5 m\u00B2", 5, "m\u00B2"},   {"5 ppm", 5, "ppm"},
+    {"1e-999 m", 0, "m"}};
+
+TEST(FxPropertyTest, ATextIsANumberAndPerhapsAPrefixAndAUnit)
+{
+    for (const auto& [text, value, unit] : cases) {
+        const auto property = ParseFxProperty(text);
+        ASSERT_TRUE(property) << text;
+        EXPECT_DOUBLE_EQ(property->value, value) << text;
+        EXPECT_EQ(property->unit, unit) << text;
+        EXPECT_EQ(ParseFxProperty(FormatFxProperty(*property)), property) << text;
+    }
+    EXPECT_EQ(FormatFxProperty({1.5e-9, "m"}), "1.5e-09 m");
+    EXPECT_EQ(FormatFxProperty({0.5, ""}), "0.5");
+}
+
+TEST(FxPropertyTest, OtherTextsAreNone)
+{
+    for (const char* text : {"", " ", "nm", "+", "+-5", "--5 m", "2,5 nm", "1 2", ".", "inf m", "nan", "nanom",
+                             "1e999 m", "1e300 Ym", "1.#INF"})
+        EXPECT_FALSE(ParseFxProperty(text)) << text;
 }
 
 } // namespace

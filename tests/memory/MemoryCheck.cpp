@@ -30,16 +30,12 @@ struct Case
     bool savesToo = false;
 };
 
-std::string OneChannel(const std::string& section)
-{
-    return "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\n" + section;
-}
+const std::string oneSlot = "GroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\n";
 
 // `count` slots that all name section A.
 std::string SharedSection(int count, const std::string& section)
 {
-    return "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=" + std::to_string(count) + "\n" +
-           Lines(count, "Gr0-Ch#=A\n") + "[A]\n" + section;
+    return "GroupCount=1\nGr0-Count=" + std::to_string(count) + "\n" + Lines(count, "Gr0-Ch#=A\n") + "[A]\n" + section;
 }
 
 std::string LinesWithoutSamples(int count)
@@ -52,28 +48,26 @@ std::string LinesWithoutSamples(int count)
 std::string LongPaths(std::size_t length, int links)
 {
     const std::string name(length, 'a');
-    return "[DataSet]\nVersion=2\nInfoSetCount=1\nInfoSet0=" + name + "\n[DataSet\\" + name +
-           "]\nSubSectionCount=" + std::to_string(links) + "\n" + Lines(links, "SubSection#=#\n");
+    return "InfoSetCount=1\nInfoSet0=" + name + "\n[DataSet\\" + name + "]\nSubSectionCount=" + std::to_string(links) +
+           "\n" + Lines(links, "SubSection#=#\n");
 }
 
 constexpr std::uintmax_t mebi = 1U << 20U;
 
 const Case cases[] = {
     // 512 MiB of 16 bits are as much in memory.
-    {"large", [] { return OneChannel("Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"); }, 512 * mebi, true,
+    {"large", [] { return oneSlot + "Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"; }, 512 * mebi, true,
      512 * mebi},
-    {"promises", [] { return OneChannel("Version=2\nPoints=1000000\nLines=1000000\nSaveBits=32\n"); }, 1000, false, 0},
-    {"groups", [] { return std::string("[DataSet]\nVersion=2\nGroupCount=65536\nGr0-Count=1048576\n"); }, 0, true, 0},
-    {"shared_text", [] { return SharedSection(100'000, "Frame=" + std::string(100'000, 'n') + "\n"); }, 0, false, 0},
-    {"shared_lines", [] { return SharedSection(4000, LinesWithoutSamples(4000)); }, 100'000, false, 0},
-    {"channels", [] { return SharedSection(1'000'000, ""); }, 0, false, 0},
-    {"frames", [] { return "[DataSet]\nChannelCount=1\nFrameCount=1000000\n" + Lines(1'000'000, "Ch0-Fr#=A\n"); }, 0,
-     false, 0},
-    {"empty_lines", [] { return OneChannel(LinesWithoutSamples(2000)); }, 100'000, true, 400'000, true},
-    {"long_paths", [] { return LongPaths(300'000, 20'000); }, 0, false, 0},
-    {"tiny_groups", [] { return "[DataSet]\nVersion=2\nGroupCount=1000000\n" + Lines(1'000'000, "#=x\n"); }, 0, true,
-     0},
-    {"items", [] { return "[DataSet]\nVersion=2\nSetInfos=I\n[I]\n" + Lines(1'000'000, "#=x\n"); }, 0, true, 0},
+    {"promises", [] { return oneSlot + "Version=2\nPoints=1000000\nLines=1000000\nSaveBits=32\n"; }, 1000},
+    {"groups", [] { return std::string("GroupCount=65536\nGr0-Count=1048576\n"); }, 0, true},
+    {"shared_text", [] { return SharedSection(100'000, "Frame=" + std::string(100'000, 'n') + "\n"); }},
+    {"shared_lines", [] { return SharedSection(4000, LinesWithoutSamples(4000)); }, 100'000},
+    {"channels", [] { return SharedSection(1'000'000, ""); }},
+    {"frames", [] { return "Version=1\nChannelCount=1\nFrameCount=1000000\n" + Lines(1'000'000, "Ch0-Fr#=A\n"); }},
+    {"empty_lines", [] { return oneSlot + LinesWithoutSamples(2000); }, 100'000, true, 400'000, true},
+    {"long_paths", [] { return LongPaths(300'000, 20'000); }},
+    {"tiny_groups", [] { return "GroupCount=1000000\n" + Lines(1'000'000, "#=x\n"); }, 0, true},
+    {"items", [] { return "SetInfos=I\n[I]\n" + Lines(1'000'000, "#=x\n"); }, 0, true},
 };
 
 // What any opening may take, and little for those that ask for little.
@@ -82,25 +76,22 @@ std::uintmax_t AllowedBytes(const Case& c, std::uintmax_t headerBytes)
     return c.samplesInMemory + (headerBytes < 4096 && c.samplesInMemory > 0 ? 16 * mebi : 64 * mebi + 40 * headerBytes);
 }
 
-#ifdef _WIN32
 std::uintmax_t PeakBytes()
 {
+#ifdef _WIN32
     PROCESS_MEMORY_COUNTERS counters{};
     GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
     return counters.PeakWorkingSetSize;
-}
 #else
-std::uintmax_t PeakBytes()
-{
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     return static_cast<std::uintmax_t>(usage.ru_maxrss) * 1024;
-}
 #endif
+}
 
 int Check(const Case& c, const std::string& path)
 {
-    const std::string header = c.header() + "\r\n#!";
+    const std::string header = "[DataSet]\nVersion=2\n" + c.header() + "\r\n#!";
     std::ofstream(path, std::ios::binary) << header;
     std::filesystem::resize_file(path, header.size() + c.dataBytes); // a hole reads as zeros
     const auto before = PeakBytes();

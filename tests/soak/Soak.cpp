@@ -4,10 +4,10 @@
 #include <VELOxdDll.h>
 
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <iterator>
 #include <string>
 
@@ -19,19 +19,16 @@ constexpr std::int64_t allowedKiB = 512; // pages that the allocator happens to 
 
 struct Usage
 {
-    std::int64_t memoryKiB = 0;
-    std::int64_t descriptors = 0;
+    std::int64_t memoryKiB;
+    std::int64_t descriptors;
 };
 
 Usage Measure()
 {
-    Usage usage;
     std::ifstream status("/proc/self/statm");
-    std::int64_t allPages = 0;
-    status >> allPages >> usage.memoryKiB;
-    usage.memoryKiB *= 4; // pages
-    usage.descriptors = std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
-    return usage;
+    std::int64_t allPages = 0, pages = 0;
+    status >> allPages >> pages;
+    return {4 * pages, std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator())};
 }
 
 // Its other half is the next cycle: what is saved here is opened there.
@@ -64,10 +61,10 @@ int main(int argc, char** argv)
     SaveOxdFile(made);
     CloseOxdFile(made);
 
-    Usage first;
+    Usage first{};
     for (std::int64_t i = 0; i <= cycles; ++i) {
         if (!Cycle(path)) {
-            std::printf("cycle %jd: %s\n", std::intmax_t{i}, VELGetLastError());
+            std::cout << "cycle " << i << ": " << VELGetLastError() << '\n';
             return 1;
         }
         if (i == cycles / 10) // when whatever is made once has been made
@@ -75,8 +72,7 @@ int main(int argc, char** argv)
     }
     const Usage last = Measure();
     fs::remove(path);
-    std::printf("%jd cycles: %jd KiB and %jd descriptors, at first %jd KiB and %jd\n", std::intmax_t{cycles},
-                std::intmax_t{last.memoryKiB}, std::intmax_t{last.descriptors}, std::intmax_t{first.memoryKiB},
-                std::intmax_t{first.descriptors});
+    std::cout << cycles << " cycles: " << last.memoryKiB << " KiB and " << last.descriptors << " descriptors, at first "
+              << first.memoryKiB << " KiB and " << first.descriptors << '\n';
     return last.memoryKiB > first.memoryKiB + allowedKiB || last.descriptors != first.descriptors ? 1 : 0;
 }

@@ -1,6 +1,8 @@
 // What tests of the C interface share: files in a folder of the test's own, handles that get closed, failures as texts.
 #pragma once
 
+#include "support/Lines.h"
+
 #include <VELOxdDll.h>
 
 #include <gtest/gtest.h>
@@ -8,13 +10,27 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+// What raw samples range over.
+constexpr std::int32_t lowest = -536870912;
+constexpr std::int32_t highest = 536870911;
+
 // Of a diagnostic text the message, else the text itself.
-std::string ReasonIn(const std::string& errorText);
+inline std::string ReasonIn(const std::string& errorText)
+{
+    constexpr std::string_view label = "std::exception::what: ";
+    const auto begin = errorText.find(label);
+    if (begin == std::string::npos)
+        return errorText;
+    const auto from = begin + label.size();
+    return errorText.substr(from, errorText.find('\n', from) - from);
+}
 
 // The reason for which the call failed, empty when it did not.
 template <class Call>
@@ -28,29 +44,78 @@ std::string ReasonOf(Call&& call)
 class OxdTest : public ::testing::Test
 {
 protected:
-    OxdTest();
-    ~OxdTest() override;
+    OxdTest()
+    {
+        const auto* const info = ::testing::UnitTest::GetInstance()->current_test_info();
+        m_folder = std::filesystem::temp_directory_path() / (std::string("veloxd-") + info->test_suite_name() + "." +
+                                                             info->name() + "." + std::to_string(::getpid()));
+        std::filesystem::remove_all(m_folder);
+        std::filesystem::create_directories(m_folder);
+    }
+    ~OxdTest() override
+    {
+        CloseAll();
+        std::error_code ignored;
+        std::filesystem::remove_all(m_folder, ignored);
+    }
 
     std::string Path(const std::string& name) const { return (m_folder / name).string(); }
 
-    void WriteBytes(const std::string& path, std::string_view bytes) const;
-    std::string ReadBytes(const std::string& path) const;
+    static void WriteBytes(const std::string& path, std::string_view bytes)
+    {
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    static std::string ReadBytes(const std::string& path)
+    {
+        std::ifstream stream(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
 
     // A header with LF line ends, written with CR LF, the mark behind it, and samples.
     std::string WriteOxd(std::string_view header, std::string_view samples = {},
-                         const std::string& name = "in.oxd") const;
+                         const std::string& name = "in.oxd") const
+    {
+        WriteBytes(Path(name), WithCrLf(header).append("\r\n#!").append(samples));
+        return Path(name);
+    }
 
     // Each fails the test when the call fails, and the handle is closed with the test.
-    std::uint64_t Create(const std::string& name = "out.oxd");
-    std::uint64_t Open(const std::string& path);
-    void Save(std::uint64_t handle) const;
-    std::uint64_t CreateChannel(std::uint64_t handle, int bits, std::uint64_t points, std::uint64_t lines) const;
+    std::uint64_t Create(const std::string& name = "out.oxd") const
+    {
+        return Succeed(CreateOxdFile, Path(name).c_str());
+    }
+    static std::uint64_t Open(const std::string& path) { return Succeed(OpenOxdFile, path.c_str()); }
+    static void Save(std::uint64_t handle)
+    {
+        EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "");
+    }
+    static std::uint64_t CreateChannel(std::uint64_t handle, int bits, std::uint64_t points, std::uint64_t lines)
+    {
+        const auto group = Succeed(CreateGroup, handle, bits);
+        SetChannelCount(handle, group, 1);
+        SetChannelXYDimension(handle, group, 0, points, lines);
+        EXPECT_FALSE(VELHasLastError());
+        return group;
+    }
 
-    // A handle whose file is open, or the reason why it is not. Handles of failed opens are closed, too.
-    std::string ReasonOfOpening(const std::string& path);
+    // Why the file does not open, and nothing else stays open.
+    static std::string ReasonOfOpening(const std::string& path)
+    {
+        std::uint64_t handle = 0;
+        std::string reason = ReasonOf([&] { handle = OpenOxdFile(path.c_str()); });
+        EXPECT_EQ(handle == 0, !reason.empty());
+        CloseAll();
+        return reason;
+    }
 
     static std::vector<std::int32_t> LineRaw(std::uint64_t handle, std::uint64_t group, std::uint64_t channel,
-                                             std::uint64_t line, int lineOp = 0);
+                                             std::uint64_t line, int lineOp = 0)
+    {
+        std::vector<std::int32_t> values(GetChannelData_PointsPerLine(handle, group, channel, line));
+        values.reserve(1); // no null pointer, even for an empty line
+        EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, group, channel, line, lineOp, values.data()); }), "");
+        return values;
+    }
     // What a text getter writes to the buffer that comes behind these arguments.
     template <class Getter, class... Arguments>
     static std::string Text(Getter getter, Arguments... arguments)
@@ -64,6 +129,40 @@ protected:
         return Text(GetGroupName, handle, group);
     }
 
+    static constexpr std::uint64_t root = 1; // of the information's tree
+
+    // All information as one text: groups in braces behind their names.
+    // NOLINTNEXTLINE(misc-no-recursion): the trees of these tests are shallow
+    static std::string Tree(std::uint64_t handle, std::uint64_t node = root)
+    {
+        std::string text;
+        for (auto child = SelectFirstChildMetaInfoItem(handle, node); child != 0;
+             child = SelectNextMetaInfoItem(handle, child)) {
+            text += Text(GetMetaInfoItemName, handle, child);
+            if (IsMetaInfoItemAGroup(handle, child))
+                text.append("{").append(Tree(handle, child)).append("}");
+            else
+                text.append("=").append(Text(GetMetaInfoItemValue, handle, child)).append(";");
+        }
+        VELGetLastError();
+        return text;
+    }
+
 private:
+    template <class Function, class... Arguments>
+    static std::uint64_t Succeed(Function function, Arguments... arguments)
+    {
+        std::uint64_t result = 0;
+        EXPECT_EQ(ReasonOf([&] { result = function(arguments...); }), "");
+        return result;
+    }
+
+    // More handles than any test uses: numbers of failed opens are among them.
+    static void CloseAll()
+    {
+        for (std::uint64_t handle = 1; handle < 64; ++handle)
+            CloseOxdFile(handle);
+    }
+
     std::filesystem::path m_folder;
 };

@@ -29,44 +29,32 @@ TEST_F(InfoTest, OfTheSampleIsAsApproved)
     EXPECT_EQ(ResultsOf("info --json sample.oxd"), ReadBytes(OXD_APPROVED "/sample.json"));
 }
 
-TEST_F(InfoTest, ShowsWhatCanBeReadOfARaggedChannel)
+TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
 {
     WriteOxd(raggedHeader, raggedSamples, "ragged.oxd");
     const Outcome table = Run("info ragged.oxd");
     EXPECT_EQ(table.exitCode, 4);
     EXPECT_NE(table.diagnostics.find("group 0, channel 0: 1 line cannot be read, the first is line 0"),
               std::string::npos);
-    EXPECT_NE(table.results.find("4 x 3, 2 valid"), std::string::npos);
-    EXPECT_NE(table.results.find("1        (empty)"), std::string::npos);
+    for (const char* const part :
+         {"4 x 3, 2 valid", "1        (empty)", "Rag?[31mged", "\nInformation\n  A\n    B\n    Thirteen  ?[32m\n"})
+        EXPECT_NE(table.results.find(part), std::string::npos) << table.results;
 
-    const auto channels = nlohmann::json::parse(Run("info --json ragged.oxd").results)["groups"][0]["channels"];
+    const auto told = nlohmann::json::parse(Run("info --json ragged.oxd").results);
+    const auto channels = told["groups"][0]["channels"];
     EXPECT_EQ(channels[0]["validSamples"], 2);
     EXPECT_EQ(channels[0]["unreadableLines"], 1);
     EXPECT_EQ(channels[0]["values"]["min"], 0); // the byte 80
     EXPECT_TRUE(channels[1].is_null());
     EXPECT_TRUE(channels[2]["significantBits"].is_null());
     EXPECT_TRUE(channels[2]["values"].is_null());
-}
-
-TEST_F(InfoTest, LetsNoFileCommandTheTerminal)
-{
-    WriteOxd(raggedHeader, raggedSamples, "ragged.oxd");
-    const Outcome outcome = Run("info ragged.oxd");
-    EXPECT_NE(outcome.results.find("Rag?[31mged"), std::string::npos) << outcome.results;
-    EXPECT_NE(outcome.results.find("\nInformation\n  A\n    B\n    Thirteen  ?[32m\n"), std::string::npos)
-        << outcome.results;
-    const auto info = nlohmann::json::parse(Run("info --json ragged.oxd").results)["info"];
-    EXPECT_EQ(info[0]["items"][0]["value"], "\x1B[32m");
+    EXPECT_EQ(told["info"][0]["items"][0]["value"], "\x1B[32m");
 }
 
 TEST_F(InfoTest, CountsTheBitsThatHoldEverySample)
 {
-    const struct
-    {
-        std::int32_t sample;
-        int bits;
-    } cases[] = {{0, 8}, {-536870912, 8}, {1 << 22, 8}, {1 << 21, 16}, {-(1 << 14), 16}, {1 << 13, 32}, {-1, 32}};
-    for (const auto& [sample, bits] : cases) {
+    for (const auto& [sample, bits] :
+         {std::pair(0, 8), {-536870912, 8}, {1 << 22, 8}, {1 << 21, 16}, {-(1 << 14), 16}, {1 << 13, 32}, {-1, 32}}) {
         const auto handle = Create("one.oxd");
         SetChannelData_PixelRaw(handle, CreateChannel(handle, 32, 2, 2), 0, 1, 1, sample);
         Save(handle);
@@ -109,4 +97,45 @@ TEST_F(InfoTest, CutsATreeThatIsTooDeep)
     for (int level = 0; level < 1500; ++level)
         path += "G/";
     EXPECT_EQ(ResultsOf("get deep.oxd " + path + "Gain"), "5\n");
+}
+
+class MetaValueTest : public ToolTest
+{
+protected:
+    MetaValueTest() { ResultsOf("make-sample sample.oxd"); }
+
+    void ExpectValue(const std::string& where, const std::string& value) const
+    {
+        EXPECT_EQ(ResultsOf("get " + where), value + "\n") << where;
+    }
+};
+
+TEST_F(MetaValueTest, IsFoundByItsPath)
+{
+    ExpectValue("sample.oxd Scan/Rotation", "0 \xC2\xB0");
+    ExpectValue("sample.oxd 'Instrument/Scanner/Calibration/XY angle'", "90.2 \xC2\xB0");
+    ExpectValue(R"(sample.oxd 'Instrument\Scanner\Type' --separator '\')", "Tube");
+    ExpectValue("sample.oxd 'Scan::Time/Line' --separator ::", "0.5 s");
+}
+
+TEST_F(MetaValueTest, ChangesInAnotherFileOnly)
+{
+    const std::string bytes = ReadBytes("sample.oxd");
+    EXPECT_EQ(ResultsOf("set sample.oxd Scan/X-Pos -5e-6 -o out.oxd"), "");
+    ExpectValue("out.oxd Scan/X-Pos", "-5e-6");
+    EXPECT_EQ(LineRaw(Open("out.oxd"), 0, 0, 100), LineRaw(Open("sample.oxd"), 0, 0, 100));
+    std::string changed = ReadBytes("out.oxd");
+    changed.replace(changed.find("X-Pos=-5e-6"), 11, "X-Pos=12.4 \xC2\xB5m");
+    EXPECT_EQ(changed, bytes);
+    EXPECT_EQ(ReadBytes("sample.oxd"), bytes);
+}
+
+TEST_F(MetaValueTest, CreatesWhatIsMissing)
+{
+    for (const std::string path :
+         {"Scan/X-Pos", "Scan/Comment", "Scan/Head/Gain", "Lab/Room/Number", "Instrument/Scanner/Head/Gain"}) {
+        ResultsOf("set sample.oxd " + path + " 'a = b' --create -o out.oxd");
+        ExpectValue("out.oxd " + path, "a = b");
+        ExpectValue("out.oxd Scan/Lines", "256");
+    }
 }

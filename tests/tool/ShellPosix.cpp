@@ -1,4 +1,4 @@
-#include "tool/Shell.h"
+#include "tool/ToolTest.h"
 
 #include <cstdlib>
 

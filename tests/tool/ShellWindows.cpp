@@ -1,9 +1,6 @@
-#include "tool/Shell.h"
+#include "tool/ToolTest.h"
 
 #include <boost/nowide/convert.hpp>
-
-#include <utility>
-#include <vector>
 
 #include <fcntl.h>
 #include <io.h>
@@ -12,31 +9,17 @@
 
 namespace {
 
-// Blanks outside of single quotes part the arguments; a process gets them in double quotes.
-std::vector<std::wstring> Words(const std::string& arguments)
+// A process is given the rest of its line as it stands, where double quotes do what single ones do in a shell, and a
+// backslash before one is written twice.
+std::wstring Line(const std::string& arguments)
 {
-    std::vector<std::wstring> words{L"oxd"};
-    bool quoted = false;
-    bool inside = false;
-    for (const wchar_t c : boost::nowide::widen(arguments)) {
-        quoted ^= c == L'\'';
-        if (c == L' ' && !quoted) {
-            inside = false;
-            continue;
-        }
-        if (!std::exchange(inside, true))
-            words.emplace_back();
-        if (c != L'\'')
-            words.back() += c;
+    std::string line;
+    for (const char c : arguments) {
+        if (c == '\'' && line.ends_with('\\'))
+            line += '\\';
+        line += c == '\'' ? '"' : c;
     }
-    return words;
-}
-
-std::wstring Quoted(std::wstring word)
-{
-    if (word.empty() || word.find_first_of(L" \n") != std::wstring::npos)
-        word = L'"' + word + L'"';
-    return word;
+    return boost::nowide::widen(line);
 }
 
 // Sends what this process writes to `descriptor`, and what those that it starts do, to a file while it lives.
@@ -66,14 +49,8 @@ private:
 
 int RunTool(const std::string& arguments, const char* tool)
 {
-    std::vector<std::wstring> words = Words(arguments);
-    std::vector<const wchar_t*> pointers;
-    for (std::wstring& word : words) {
-        word = Quoted(word);
-        pointers.push_back(word.c_str());
-    }
-    pointers.push_back(nullptr);
     const Redirection results(1, "results.txt");
     const Redirection diagnostics(2, "diagnostics.txt");
-    return static_cast<int>(_wspawnv(_P_WAIT, boost::nowide::widen(tool).c_str(), pointers.data()));
+    return static_cast<int>(
+        _wspawnl(_P_WAIT, boost::nowide::widen(tool).c_str(), L"oxd", Line(arguments).c_str(), nullptr));
 }

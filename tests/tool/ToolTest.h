@@ -3,8 +3,14 @@
 
 #include "support/OxdTest.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+
+// Starts the tool with what a user types behind its name: the exit code, -1 if it came to no regular end. Its streams
+// go to results.txt and diagnostics.txt, here. Only a POSIX shell understands more in `arguments` than words and single
+// quotes.
+int RunTool(const std::string& arguments, const char* tool = OXD_TOOL);
 
 struct Outcome
 {
@@ -15,19 +21,36 @@ struct Outcome
 
 class ToolTest : public OxdTest
 {
-public:
-    ToolTest();
-    ~ToolTest() override;
-
 protected:
+    ToolTest() : m_outside(std::filesystem::current_path()) { std::filesystem::current_path(Path("")); }
+    ~ToolTest() override { std::filesystem::current_path(m_outside); }
+
     // `arguments` as typed in a shell; they may redirect the standard output elsewhere.
-    Outcome Run(const std::string& arguments) const;
+    static Outcome Run(const std::string& arguments)
+    {
+        const int exitCode = RunTool(arguments);
+        return {exitCode, ReadBytes("results.txt"), ReadBytes("diagnostics.txt")};
+    }
 
     // Runs the tool, which must be content.
-    std::string ResultsOf(const std::string& arguments) const;
+    static std::string ResultsOf(const std::string& arguments)
+    {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.exitCode, 0) << arguments;
+        EXPECT_EQ(outcome.diagnostics, "") << arguments;
+        return outcome.results;
+    }
 
     // Runs the tool, which must end with `exitCode`, give no results and one message, that holding `part`.
-    void ExpectFailure(const std::string& arguments, int exitCode, const std::string& part) const;
+    static void ExpectFailure(const std::string& arguments, int exitCode, const std::string& part)
+    {
+        const Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.exitCode, exitCode) << arguments;
+        EXPECT_EQ(outcome.results, "") << arguments;
+        EXPECT_TRUE(outcome.diagnostics.starts_with("oxd: ")) << outcome.diagnostics;
+        EXPECT_EQ(std::ranges::count(outcome.diagnostics, '\n'), 1) << outcome.diagnostics;
+        EXPECT_NE(outcome.diagnostics.find(part), std::string::npos) << outcome.diagnostics;
+    }
 
 private:
     std::filesystem::path m_outside;

@@ -1,5 +1,4 @@
 // A Windows that is older than the tool's manifest, or heeds none, has a code page that lacks most characters.
-#include "tool/Shell.h"
 #include "tool/ToolTest.h"
 
 #include <iterator>

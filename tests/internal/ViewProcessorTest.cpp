@@ -1,6 +1,8 @@
-// What a file tells of processors. Files are written without them, so that no other interface shows what was read.
+// What a file tells of views and processors. Files are written without them, so that no other interface shows what was
+// read.
 #include "velflexlib/dataset/ProcessorSet.h"
 #include "velflexlib/dataset/Processors.h"
+#include "velflexlib/dataset/ViewSet.h"
 
 #include <gtest/gtest.h>
 
@@ -14,17 +16,26 @@ namespace {
 
 const std::string slopeGuid = "{AB0B4062-81AF-464B-A7F7-75B11891ACF8}";
 
-class ProcessorSetTest : public ::testing::Test
+class ViewProcessorTest : public ::testing::Test
 {
 protected:
     CVELConfig document;
+    CViewSet viewSet;
     CProcessorSet processorSet;
 
     void Read(const std::string& header)
     {
         document.SetFileName("some.oxd");
         document.GetContent().Parse(header, false);
+        viewSet.ReadFromFile(document, "SetView");
         processorSet.ReadFromFile(document);
+    }
+
+    // The first view, whose section has these lines.
+    const CView& ReadView(const std::string& lines)
+    {
+        Read("[SetView]\nViewCount=1\nView0=v\n[V]\n" + lines);
+        return *viewSet.GetViews().at(0);
     }
 
     // The first slope processor, whose parameter section has these lines.
@@ -44,7 +55,47 @@ protected:
     }
 };
 
-TEST_F(ProcessorSetTest, EntriesWithIdentifierAndNumberBecomeProcessors)
+std::string Fields(const CView& v)
+{
+    std::string text;
+    for (const int field :
+         {static_cast<int>(v.id), static_cast<int>(v.lineOp), v.channel, v.frame, v.size, static_cast<int>(v.viewMode),
+          static_cast<int>(v.graphMode), v.aspectRatio, v.autoZRange ? 1 : 0, v.zRange.first, v.zRange.second})
+        text += std::to_string(field) + " ";
+    return text;
+}
+
+TEST_F(ViewProcessorTest, EveryKeyOfAViewSetsItsField)
+{
+    const std::pair<const char*, const char*> cases[] = {{"", "0 0 0 0 0 0 0 0 1 0 0 "},
+                                                         {"ViewTyp=6\nLineOp=5\nChannel=-3\nFrame=4\nViewSize=3\n"
+                                                          "ViewMode=1\nGraphMode=2\nAspectRatio=7\nAutoZRange=0\n"
+                                                          "ZRange=-5, 8x,9\n",
+                                                          "6 5 -3 4 3 1 2 7 0 -5 8 "},
+                                                         {"AutoZRange=-2\n", "0 0 0 0 0 0 0 0 1 0 0 "},
+                                                         {"ZRange=x,7\n", "0 0 0 0 0 0 0 0 1 0 7 "},
+                                                         {"ZRange=7,x\n", "0 0 0 0 0 0 0 0 1 7 0 "},
+                                                         {"ViewTyp=six\nChannel=\n", "0 0 0 0 0 0 0 0 1 0 0 "}};
+    for (const auto& [lines, fields] : cases)
+        EXPECT_EQ(Fields(ReadView(lines)), fields) << lines;
+}
+
+TEST_F(ViewProcessorTest, ParametersGoToTheListOfTheirOperator)
+{
+    const CView& view = ReadView("ParCount=12\nPar11=1,Twice,last\nPar0=1,Offset,3.5\nPar1=1,Offset\nPar2=6,a,b\n"
+                                 "Par3=-1,a,b\nPar4= 5x,,v,dropped\nPar5=0,a,\nPar9=1,Twice,first\nPar010=1,No,1\n"
+                                 "Par12=1,No,1\nPar8x=1,No,1\n");
+    const CView::Parameters second{{"Offset", "3.5"}, {"Twice", "last"}};
+    const decltype(view.lineOpParameters) expected{CView::Parameters{{"a", ""}}, second, {}, {}, {}, {{"", "v"}}};
+    EXPECT_EQ(view.lineOpParameters, expected);
+
+    Read("[SetView]\nViewWidth=640\nViewHeight=-480\nViewCount=2\nView0=v\nView1=V\n[v]\n");
+    EXPECT_EQ(viewSet.GetWidth(), 640);
+    EXPECT_EQ(viewSet.GetHeight(), -480);
+    EXPECT_EQ(viewSet.GetViews().at(0), viewSet.GetViews().at(1)) << "one section makes one view";
+}
+
+TEST_F(ViewProcessorTest, EntriesWithIdentifierAndNumberBecomeProcessors)
 {
     const std::string entries = "Processor0=s\nProcessor1=missing\nProcessor3=unnumbered\nProcessor4=nameless\n"
                                 "Processor5=m\nProcessor6=none\nProcessor7=i\nProcessor8=S\nProcessor9=unlisted\n";
@@ -57,13 +108,14 @@ TEST_F(ProcessorSetTest, EntriesWithIdentifierAndNumberBecomeProcessors)
     EXPECT_EQ(SectionNames(), "ProcessorSet-Slope:0 ProcessorSet-MaxAdhesion:18446744073709551614 "
                               "ProcessorSet-Indentation:7 ProcessorSet-Slope:0 ");
     EXPECT_EQ(processorSet.GetProcessors()[1]->GetDisplayName(), "Maximum adhesion");
+    EXPECT_EQ(processorSet.GetProcessors()[0], processorSet.GetProcessors()[3]) << "one kind and number";
     for (const char* header : {"", "[ProcessorSet]\n", "[ProcessorSet]\nProcessorCount=-1\nProcessor0=s\n"}) {
         Read(header + sections);
         EXPECT_EQ(SectionNames(), "") << header;
     }
 }
 
-TEST_F(ProcessorSetTest, KeysAreReadAndTheRangeIsWritten)
+TEST_F(ViewProcessorTest, KeysOfAProcessorAreReadAndItsRangeIsWritten)
 {
     EXPECT_EQ(ReadSlope("").GetDisplayName(), "Slope");
     EXPECT_EQ(ReadSlope("").GetRangeMin(), (fx::CFxProperty{0, "m"}));
@@ -71,14 +123,18 @@ TEST_F(ProcessorSetTest, KeysAreReadAndTheRangeIsWritten)
         EXPECT_TRUE(ReadSlope("Enabled=" + std::string(text) + "\n").IsEnabled()) << text;
     for (const char* text : {"0", "FALSE", "No"})
         EXPECT_FALSE(ReadSlope("Enabled=" + std::string(text) + "\n").IsEnabled()) << text;
-    const CProcessorSlope& slope = ReadSlope("RangeMin=-2.5 nm\nRangeMax=3\u00B5V\nDisplayName=My slope\n");
+    EXPECT_EQ(ReadSlope("RangeMin=wide\n").GetRangeMin(), (fx::CFxProperty{0, "m"})) << "it is no property";
+    EXPECT_EQ(ReadSlope("RangeMin=3k\n").GetRangeMin(), (fx::CFxProperty{3000, "m"}));
+    const CProcessorSlope& slope = ReadSlope("RangeMin=-2.5 nm\nRangeMax=3\u00B5V#!\nDisplayName=My slope\n");
     EXPECT_EQ(slope.GetDisplayName(), "My slope");
     document.Clear();
     slope.SaveParameters(document);
-    EXPECT_EQ(document.GetContent().Render(), "[ProcessorSet-Slope:3]\r\nRangeMin=-2.5e-09 m\r\nRangeMax=3e-06 V\r\n");
+    EXPECT_EQ(document.GetContent().Render(),
+              "[ProcessorSet-Slope:3]\r\nRangeMin=-2.5e-09 m\r\nRangeMax=3e-06 V# !\r\n")
+        << "what is written never breaks the header";
 }
 
-TEST_F(ProcessorSetTest, ChannelsAreConnectedWhereTheyExist)
+TEST_F(ViewProcessorTest, ChannelsAreNamedByGroupAndNumber)
 {
     const CProcessorSlope& slope = ReadSlope("InputCount=5\nInput0Group=1\nInput0Channel=2\nInput1Group=1\n"
                                              "Input3Group=9\ninput3CHANNEL=9\nInput5Group=1\nInput5Channel=2\n"
@@ -89,44 +145,6 @@ TEST_F(ProcessorSetTest, ChannelsAreConnectedWhereTheyExist)
     for (std::uint64_t i = 0; i < std::size(addresses); ++i)
         EXPECT_EQ(slope.GetInputs().GetAddress(i), addresses[i]) << i;
     EXPECT_EQ(slope.GetOutputs().GetAddress(0), (CChannelAddress{3, 4}));
-
-    auto buffer = std::make_shared<CDataBuffer>(32, 1, 1);
-    std::string asked;
-    const auto lookup = [&](std::uint64_t group, std::uint64_t channel) {
-        asked += std::to_string(group) + ":" + std::to_string(channel) + " ";
-        return group == 9 ? nullptr : buffer;
-    };
-    processorSet.Connect(lookup);
-    EXPECT_EQ(asked, "1:2 9:9 3:4 ");
-    EXPECT_EQ(slope.GetInputs().GetBuffer(0), buffer);
-    EXPECT_EQ(slope.GetOutputs().GetBuffer(0), buffer);
-    for (const std::uint64_t unconnected : {1, 2, 3, 4, 5})
-        EXPECT_EQ(slope.GetInputs().GetBuffer(unconnected), nullptr) << unconnected;
-    buffer.reset();
-    EXPECT_EQ(slope.GetInputs().GetBuffer(0), nullptr) << "a processor keeps no channel alive";
-}
-
-// Each of these would be four thousand million steps, and as many entries, if a count alone drove them.
-TEST_F(ProcessorSetTest, CountsCostNoMoreThanTheKeysThatThereAre)
-{
-    std::string entries = "[ProcessorSet]\nProcessorCount=65536\n";
-    std::string sections = "[ProcessorSet-Slope:0]\nInputCount=65536\nOutputCount=65536\n";
-    for (int i = 0; i < 65536; ++i) {
-        entries += "Processor" + std::to_string(i) + "=" + std::to_string(i % 4096) + "\n";
-        sections += "Input" + std::to_string(i) + "Group=0\n";
-    }
-    for (int i = 0; i < 4096; ++i) {
-        const std::string number = std::to_string(i < 2048 ? 0 : i);
-        sections += "[" + std::to_string(i) + "]\nGUID=" + slopeGuid + "\nInstanceNo=" + number + "\n";
-        sections += "[ProcessorSet-Slope:" + number + "]\nInputCount=65536\n";
-    }
-    Read(entries + sections);
-    const auto& processors = processorSet.GetProcessors();
-    EXPECT_EQ(processors.size(), 65536U);
-    EXPECT_EQ(processors.front(), processors.at(2047)) << "one kind and number make one processor";
-    EXPECT_NE(processors.at(2048), processors.at(2049));
-    EXPECT_EQ(processors.front()->GetInputs().GetAddress(65535).group, 0U);
-    processorSet.Connect([](auto, auto) { return nullptr; });
 }
 
 } // namespace

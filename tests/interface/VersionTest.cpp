@@ -1,0 +1,200 @@
+// Files of version 1: frames of channels, units with SI prefixes, samples channel by channel. Files of version 2.
+#include "support/Lines.h"
+#include "support/OxdTest.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr std::string_view badContent = "The hed file is corrupted.";
+
+constexpr std::string_view lists = "ChannelCount=2\nFrameCount=2\nCh0-Fr0=A\nCh0-Fr1=B\nCh1-Fr0=C\nCh1-Fr1=D\n";
+constexpr std::string_view channels =
+    "[A]\nPoints=1\nLines=1\nFrame=First\nDim0Unit=nm\nDim0Range=2.5\nDim0Min=-1\nDim1Unit=m\nDim2Unit="
+    "\xC2\xB5V\nDim2Range=3\n"
+    "[B]\nPoints=1\nLines=1\nFrame=backwardscan\nDim0Unit=\xCE\xBCm\nDim1Unit= "
+    "m\nDim1Range=7\nDim2Unit=MHz\nDim2Range=bad\n"
+    "[C]\nPoints=1\nLines=1\nFrame=forwardSCAN\nCurLine=3\n[D]\nPoints=1\nLines=1\nFrame=Last\n";
+
+class Version1Test : public OxdTest
+{
+protected:
+    std::uint64_t OpenFrames(const std::string& version = "")
+    {
+        return Open(WriteOxd(("[DataSet]\n" + version).append(lists).append(channels), "\x01\x02\x03\x04"));
+    }
+};
+
+TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
+{
+    for (const char* const version : {"", "Version=1\n"}) {
+        const auto handle = OpenFrames(version);
+        EXPECT_EQ(GetOxdVersion(handle), 1);
+        ASSERT_EQ(GetGroupCount(handle), 2U);
+        EXPECT_EQ(GroupName(handle, 0), "forwardSCAN");
+        EXPECT_EQ(GroupName(handle, 1), "Last");
+        EXPECT_EQ(GetLogicalGroupId(handle, 0), 0U);
+        EXPECT_EQ(GetLogicalGroupId(handle, 1), 0U) << "one of its channels is a backward scan";
+        for (std::uint64_t i = 0; i < 4; ++i)
+            EXPECT_EQ(GetChannelData_PixelRaw(handle, i % 2, i / 2, 0, 0, 0), (i + 1) << 22U)
+                << "samples come channel by channel, each through all frames";
+        CloseOxdFile(handle);
+    }
+}
+
+TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
+{
+    const auto handle = OpenFrames();
+    EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, 0, 0), "m");
+    EXPECT_DOUBLE_EQ(GetChannelData_PointAxisRange(handle, 0, 0), 2.5e-9);
+    EXPECT_DOUBLE_EQ(GetChannelData_PointAxisMin(handle, 0, 0), -1e-9);
+    EXPECT_EQ(Text(GetChannelData_LineAxisUnit, handle, 0, 0), "m") << "one character is a unit, not a prefix";
+    EXPECT_EQ(GetChannelData_LineAxisRange(handle, 0, 0), 1) << "the default";
+    EXPECT_EQ(Text(GetChannelData_SignalAxisUnit, handle, 0, 0), "V");
+    EXPECT_DOUBLE_EQ(GetChannelData_SignalAxisRange(handle, 0, 0), 3e-6);
+    EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, 1, 0), "m") << "the Greek letter is the same prefix";
+    EXPECT_EQ(Text(GetChannelData_LineAxisUnit, handle, 1, 0), "m") << "a blank stands for 1";
+    EXPECT_EQ(GetChannelData_LineAxisRange(handle, 1, 0), 7);
+    EXPECT_EQ(GetChannelData_SignalAxisRange(handle, 1, 0), 1e6) << "an unreadable number counts as missing";
+}
+
+TEST_F(Version1Test, AnyChannelOfAWellKnownNameGivesTheGroupItsLogicalId)
+{
+    const std::string header = "[DataSet]\nChannelCount=2\nFrameCount=300\n" + Lines(300, "Ch0-Fr#=A\nCh1-Fr#=B\n");
+    const auto handle = Open(WriteOxd(header + "[A]\nFrame=BackwardScan\n[B]\nFrame=Other\n"));
+    EXPECT_EQ(GetLogicalGroupId(handle, 7), 0U);
+    EXPECT_EQ(GroupName(handle, 7), "Other");
+    EXPECT_EQ(GetLogicalGroupId(handle, CreateGroup(handle, 16)), 300U) << "frames use the numbers up to 299";
+}
+
+TEST_F(Version1Test, ItIsSavedAsVersion2AndKeepsEachChannelsFrameName)
+{
+    const auto handle = OpenFrames();
+    Save(handle);
+    EXPECT_EQ(GetOxdVersion(handle), 2);
+    const std::string saved = ReadBytes(Path("in.oxd"));
+    for (const char* line :
+         {"Frame=First\r\nCurLine=0", "Frame=forwardSCAN\r\nCurLine=3", "Frame=backwardscan", "Frame=Last"})
+        EXPECT_NE(saved.find(line), std::string::npos) << line;
+    const auto opened = Open(Path("in.oxd"));
+    EXPECT_EQ(GetChannelData_PixelRaw(opened, 1, 0, 0, 0, 0), 2 << 22);
+    EXPECT_DOUBLE_EQ(GetChannelData_PointAxisRange(opened, 0, 0), 2.5e-9);
+}
+
+TEST_F(Version1Test, IncompleteListsAreRefused)
+{
+    for (const char* const header : {"[DataSet]\n", "[DataSet]\nChannelCount=1\n", "[DataSet]\nFrameCount=1\n",
+                                     "[DataSet]\nChannelCount=1\nFrameCount=1\n", "[Other]\nVersion=2\n",
+                                     "[DataSet]\nChannelCount=1\nFrameCount=2\nCh0-Fr0=A\n[A]\n",
+                                     "[DataSet]\nChannelCount=2147483647\nFrameCount=2147483647\n"})
+        EXPECT_TRUE(ReasonOfOpening(WriteOxd(header)).starts_with(badContent)) << header;
+}
+
+// What a file may leave out, and what it may not ask for.
+using Version2Test = OxdTest;
+
+TEST_F(Version2Test, MissingKeysHaveDefaults)
+{
+    const auto handle =
+        Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=6\nGr0-Count=2\nGr0-Ch1=A\nGr1-Name=backwardscan\n"
+                      "Gr2-Name=SPECTROSCOPY\nGr3-ID=7\nGr4-Name=Other\nGr5-ID=-1\nGr5-Count=-3\n"
+                      "[A]\nVersion=2\nPoints=2\nLines=1\nDim1Range=1,5\nDim2Min=inf\n",
+                      "\x7F\x80"));
+    EXPECT_EQ(GroupName(handle, 0), "Group0");
+    const std::uint64_t ids[] = {256, 0, 1, 7, 257, 258};
+    for (std::uint64_t group = 0; group < 6; ++group)
+        EXPECT_EQ(GetLogicalGroupId(handle, group), ids[group]) << group;
+    EXPECT_FALSE(HasChannelBuffer(handle, 0, 0));
+    EXPECT_EQ(GetChannelCount(handle, 5), 0U);
+    EXPECT_EQ(LineRaw(handle, 0, 1, 0), (std::vector{532676608, -536870912})) << "8 bits unless stated";
+    EXPECT_EQ(Text(GetChannelData_LineAxisName, handle, 0, 1), "Noname");
+    EXPECT_EQ(GetChannelData_LineAxisRange(handle, 0, 1), 0) << "a decimal comma is no number";
+    EXPECT_EQ(GetChannelData_SignalAxisMin(handle, 0, 1), HUGE_VAL);
+    ChangeOxdFilename(handle, Path("out.oxd").c_str());
+    Save(handle);
+    const std::string saved = ReadBytes(Path("out.oxd"));
+    EXPECT_NE(saved.find("Frame=Unknown\r\n"), std::string::npos);
+    EXPECT_NE(saved.find("SaveBits=16\r\n"), std::string::npos);
+}
+
+TEST_F(Version2Test, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
+{
+    const auto handle = Open(WriteOxd(
+        "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=G\nGr0-Count=2\nGr0-Ch0=A\n[A]\nFrame=F\nSaveBits=16\n"));
+    SetChannelXYDimension(handle, 0, 1, 1, 1);
+    for (const char* const frame : {"F", "N"}) {
+        Save(handle);
+        const std::string saved = ReadBytes(Path("in.oxd"));
+        EXPECT_NE(saved.find(std::string("Frame=") + frame + "\r\n"), std::string::npos) << saved;
+        EXPECT_NE(saved.find("SaveBits=32\r\n"), std::string::npos) << "that of the channel which was added";
+        SetGroupName(handle, 0, "N");
+    }
+}
+
+TEST_F(Version2Test, WhatCannotBeReadIsRefused)
+{
+    const std::string list = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n";
+    const std::string processor =
+        "[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=1\nProcessor0=P\n[P]\nInstanceNo=0\nGUID=";
+    const std::string slope = processor + "{AB0B4062-81AF-464B-A7F7-75B11891ACF8}\n[ProcessorSet-Slope:0]\n";
+    const std::string view = "[DataSet]\nVersion=2\n[SetView]\nViewCount=1\nView0=V\n[V]\n";
+    const std::pair<std::string, std::string_view> cases[] = {
+        {"[DataSet]\nVersion=3\n", "The hed file has an unknown version."},
+        {"[DataSet]\nVersion=0\n", "The hed file has an unknown version."},
+        {"[DataSet]\nVersion=2\n[SetView]\nVersion=2\n", "The hed file has an unknown version."},
+        {"[DataSet]\nVersion=2\n[SetView]\nViewCount=65537\n", badContent},
+        {"[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=65537\n", badContent},
+        {list + "[A]\nVersion=4\n", "The hed file has an unknown version."},
+        {list + "[A]\nPoints=-1\n", badContent},
+        {list + "[A]\nLines=-1\n", badContent},
+        {list + "[A]\nVersion=3\nLines=1\nPoints=1\nLineDim0Points=-1\n", badContent},
+        {list + "[A]\nLines=1\nPoints=1\nSaveBits=12\n", "Invalid bit count: 12"},
+        {list + "[A]\nLines=99\nPoints=99\nSaveBits=64\n", "Invalid bit count: 64"},
+        {"[DataSet]\nVersion=2\n[]\n", "Empty section name not allowed"},
+        {view + "ViewTyp=7\n", "invalid map<K, T> key"},
+        {view + "ViewTyp=-1\n", "invalid map<K, T> key"},
+        {view + "LineOp=6\n", "invalid map<K, T> key"},
+        {view + "ViewMode=2\n", "invalid map<K, T> key"},
+        {view + "GraphMode=3\n", "invalid map<K, T> key"},
+        {view + "ParCount=18446744073709551615\n", badContent},
+        {view + "ZRange=5\n", "invalid vector<T> subscript"},
+        {view + "ParCount=1\nPar0=one,a,b\n", "invalid stoi argument"},
+        {view + "ParCount=1\nPar0=2147483648,a,b\n", "stoi argument out of range"},
+        {processor + "x\n", "invalid map<K, T> key"},
+        {processor + "{ab0b4062-81af-464b-a7f7-75b11891acf8}\n", "invalid map<K, T> key"}, // not with its case
+        {slope + "InputCount=65537\n", badContent},
+        {slope + "OutputCount=18446744073709551615\n", badContent},
+        // More than the file has, or may ask for.
+        {list + "[A]\nPoints=2147483647\nLines=2147483647\nSaveBits=32\n", "basic_ios::clear: iostream error"},
+        {list + "[A]\nPoints=9\nLines=1\n", "basic_ios::clear: iostream error"},
+        {list + "[A]\nPoints=0\nLines=2147483647\n", badContent},
+        {list + "[A]\nPoints=2147483648\nLines=1\n", ""}, // no int: the default
+        {list + "[A]\nPoints=2147483647\nLines=0\n", ""},
+        {"[DataSet]\nVersion=2\nGroupCount=65537\n", badContent},
+        {"[DataSet]\nVersion=2\nGroupCount=65536\n", ""},
+        {"[DataSet]\nVersion=2\nGroupCount=-1\n", ""},
+        {"[DataSet]\nVersion=2\nGroupCount=2\nGr0-Count=1048576\nGr1-Count=1\n", badContent},
+        {"[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1048576\n", ""},
+    };
+    for (const auto& [header, reason] : cases) {
+        const std::string actual = ReasonOfOpening(WriteOxd(header, "12345678"));
+        EXPECT_TRUE(actual.starts_with(reason) && actual.empty() == reason.empty()) << header << '\n' << actual;
+    }
+    OpenOxdFile(WriteOxd("[DataSet]\nVersion=1234567\n").c_str());
+    const std::string text = VELGetLastError();
+    EXPECT_NE(text.find("tag_fileversion*] = 1234567\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("tag_filename*] = " + Path("in.oxd") + "\n"), std::string::npos) << text;
+}
+
+TEST_F(Version2Test, NumbersThatAreNoneOrNotZeroButLookAlikeStayWithTheirLines)
+{
+    const auto handle =
+        Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=3\nPoints=2\nLines=2\n"
+                      "Dim0Range=nan\nLineDim0Points=1\nLineDim1Min=-0\n",
+                      "1234"));
+    SetChannelData_PointAxisRange(handle, 0, 0, 5);
+    EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, 0, 0, 0), 5) << "it was as undefined as the channel's";
+    EXPECT_TRUE(std::signbit(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 1)));
+}
+
+} // namespace
