@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::uint64_t handlesToClose = 64;
 constexpr std::size_t longestText = 8192; // of all that a script can make
-constexpr int mostFiles = 2;
+constexpr int mostFiles = 4;              // that a script opens, saves and closes
 
 void Require(bool holds, const char* what)
 {
@@ -171,7 +171,7 @@ private:
     std::vector<std::uint64_t> m_numbers; // of the current call
     std::optional<std::uint64_t> m_room;  // of a buffer whose size is the next number
     bool m_namesFile = false;             // the texts of the current call do
-    int m_filesNamed = 0;
+    int m_filesUsed = 0;
     std::array<std::uint64_t, 16> m_results{};
     std::size_t m_resultCount = 0;
     std::vector<std::shared_ptr<void>> m_memory;
@@ -206,7 +206,7 @@ const std::array<CMemoryFile, contents.size()>& Files()
 const char* CScript::FileName()
 {
     const auto choice = Byte() % 8U;
-    if (choice == 6 || ++m_filesNamed > mostFiles)
+    if (choice == 6)
         return "/proc/self/fd/none";
     return choice == 7 ? nullptr : Files()[choice % Files().size()].Path().c_str();
 }
@@ -218,7 +218,8 @@ void CScript::Run()
     while (!m_bytes.empty()) {
         const Function& function = functions[Byte() % std::size(functions)];
         m_namesFile = function.name.find("OxdFile") != std::string_view::npos;
-        function.apply(*this);
+        if (!m_namesFile || ++m_filesUsed <= mostFiles)
+            function.apply(*this);
     }
     if (m_resultCount % 2 == 0) // which is as good as any half of the scripts
         CheckFile();
