@@ -20,9 +20,9 @@ protected:
     // The diagnostic of a file-open failure.
     static void ExpectOpenFailure(const std::string& path, int error, const std::string& function)
     {
-        const std::string text = VELGetLastError();
+        const std::string text = LastDiagnostics();
         EXPECT_NE(text.find("CVELFileOpenException"), std::string::npos) << text;
-        EXPECT_NE(text.find("Throw in function " + function), std::string::npos) << text;
+        EXPECT_NE(text.find(ThrownIn(function)), std::string::npos) << text;
         EXPECT_NE(text.find("errinfo_errno_*] = " + std::to_string(error) + ","), std::string::npos) << text;
         EXPECT_NE(text.find("errinfo_api_function_*] = open"), std::string::npos) << text;
         EXPECT_NE(text.find("tag_filename*] = " + path + "\n"), std::string::npos) << text;

@@ -30,7 +30,7 @@ struct CTerms
             ofPower[k] = ofPower[k - 1] * x;
     }
 
-    Doubles ofPower[Degree + 1];
+    Doubles ofPower[Degree + 1] = {};
 };
 
 // Sums over all x of v C(u + k - 1, k), for k = 0 .. 4, to sums of v u^k, each a row of factors of these.

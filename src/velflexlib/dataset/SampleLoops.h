@@ -63,7 +63,7 @@ void ToReal(const std::int32_t* from, std::size_t count, const CSignalAxis& axis
     const double min = axis.min;
     const double extent = axis.max - min;
     const CDivision overSpan(rawSpan);
-    Transform(from, count, to, [=](const std::int32_t* raw) -> Doubles {
+    Transform(from, count, to, [&](const std::int32_t* raw) -> Doubles {
         const Doubles aboveLowest = __builtin_convertvector(Load<Ints>(raw), Doubles) - static_cast<double>(lowestRaw);
         return min + overSpan(extent * aboveLowest);
     });
@@ -77,7 +77,7 @@ void ToRawAlong(const double* from, std::size_t count, const CSignalAxis& axis, 
     const double min = axis.min;
     const double max = axis.max;
     const CDivision overExtent(max - min);
-    Transform(from, count, to, [=](const double* real) -> Ints {
+    Transform(from, count, to, [&](const double* real) -> Ints {
         const auto value = Load<Doubles>(real);
         Doubles steps = overExtent((value - min) * rawSpan);
         steps = steps > 0.0 ? steps : Doubles{};
