@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::uint64_t handlesToClose = 64;
 constexpr std::size_t longestText = 8192; // of all that a script can make
-constexpr int mostFiles = 4;              // that a script opens, saves and closes
+constexpr int mostFiles = 3;              // that a script opens, saves and closes
 
 void Require(bool holds, const char* what)
 {
@@ -221,7 +221,7 @@ void CScript::Run()
         if (!m_namesFile || ++m_filesUsed <= mostFiles)
             function.apply(*this);
     }
-    if (m_resultCount % 2 == 0) // which is as good as any half of the scripts
+    if (m_resultCount % 4 == 0) // which is as good as any quarter of the scripts
         CheckFile();
     for (std::uint64_t handle = 1; handle < handlesToClose; ++handle)
         CloseOxdFile(handle);
