@@ -119,7 +119,8 @@ private:
     {
         if (m_namesFile)
             return FileName();
-        const auto length = std::min<std::size_t>(Byte() % 32U, m_bytes.size());
+        const std::size_t wanted = Byte() % 32U;
+        const std::size_t length = std::min(wanted, m_bytes.size());
         auto* const text = New<char>(length + 1);
         m_bytes.copy(text, length);
         m_bytes.remove_prefix(length);
