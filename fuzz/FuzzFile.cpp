@@ -1,5 +1,5 @@
 // Any bytes open and can be read, or fail with an error.
-#include "Counts.h"
+#include "LargeNumbers.h"
 #include "support/FileChecks.h"
 
 #include <cstddef>
@@ -9,7 +9,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    if (!HasLargeCount(bytes))
+    if (!HasLargeNumber(bytes))
         CheckOpening(bytes);
     return 0;
 }
