@@ -123,6 +123,18 @@ TEST_F(InfoFileTest, HeaderLinesBeginGroups)
     EXPECT_EQ(TreeOf("[DataSet]\nVersion=2\nSetInfos=missing\n"), "");
 }
 
+TEST_F(InfoFileTest, HandlesOfNodesThatWereReadEndWithThem)
+{
+    const auto handle =
+        Open(WriteOxd("[DataSet]\nVersion=2\nSetInfos=I\nInfoSetCount=1\nInfoSet0=T\n[I]\n-- G --=\na=1\n"
+                      "[DataSet\\T]\nb=2\n"));
+    for (int group = 0; group < 2; ++group) {
+        const auto item = SelectFirstChildMetaInfoItem(handle, SelectFirstChildMetaInfoItem(handle, 1));
+        DeleteInfoGroup(handle, 0);
+        EXPECT_EQ(ReasonOf([&] { IsMetaInfoItemAGroup(handle, item); }), "Unable to evaluate info item. Unknown error");
+    }
+}
+
 TEST_F(InfoFileTest, TreesAreReadWithMissingRepeatedAndCircularLinks)
 {
     const std::string begin = "[DataSet]\nVersion=2\nInfoSetCount=";

@@ -107,6 +107,7 @@ std::uint64_t CInfoSet::GetHandle(CInfoSetItem& item)
         const std::uint64_t handle = NextHandle();
         m_handles.emplace(handle, &item);
         item.m_handle = handle;
+        item.m_owner = this; // is told when the node goes, whether or not its tree was given an owner as a whole
     }
     return item.m_handle;
 }
