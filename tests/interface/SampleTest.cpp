@@ -1,6 +1,7 @@
 // Raw and real values, line by line and pixel by pixel.
 #include "support/OxdTest.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -88,6 +89,24 @@ TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
     SetSignalAxis(0, 1e308);
     SetChannelData_PixelReal(handle, group, 0, 0, 0, 5e307);
     EXPECT_NEAR(GetChannelData_PixelReal(handle, group, 0, 0, 0, 0) / 5e307, 1, 1e-8) << "huge, but finite";
+}
+
+TEST_F(SampleTest, LongLinesOfRealValuesAreThoseOfTheirPixels)
+{
+    const auto long16 = CreateChannel(handle, 16, 5001, 2);
+    SetChannelData_SignalAxisRange(handle, long16, 0, 1);
+    std::vector<double> line(5001), read(5001);
+    for (std::size_t x = 0; x < line.size(); ++x)
+        line[x] = static_cast<double>(x) / 4000 - 0.1; // both ends are exceeded
+    SetChannelData_LineReal(handle, long16, 0, 0, line.data());
+    for (std::uint64_t x = 0; x < line.size(); ++x)
+        SetChannelData_PixelReal(handle, long16, 0, x, 1, line[x]);
+    EXPECT_EQ(LineRaw(handle, long16, 0, 0), LineRaw(handle, long16, 0, 1));
+    GetChannelData_LineReal(handle, long16, 0, 0, 0, read.data());
+    for (std::uint64_t x = 0; x < line.size(); x += 100)
+        EXPECT_NEAR(read[x], std::clamp(line[x], 0.0, 1.0), 1e-9) << x;
+    EXPECT_EQ(ReasonOf([&] { SetChannelData_LineReal(handle, long16, 0, 2, line.data()); }),
+              "Unable to set channel line. Unknown error");
 }
 
 TEST_F(SampleTest, WhatWasReadAndWrittenBackAsRealStaysTheSame)

@@ -110,4 +110,22 @@ TEST(InfoSetTest, DepthIsLimitedByMemoryOnly)
     pthread_attr_destroy(&attributes);
 }
 
+TEST(InfoSetTest, WhatIsNotThereIsNeitherMovedNorDeleted)
+{
+    CInfoSet infoSet;
+    infoSet.AddGroup(std::make_unique<CInfoSetItem>("A"));
+    EXPECT_FALSE(infoSet.InsertGroup(std::make_unique<CInfoSetItem>("B"), 2));
+    EXPECT_FALSE(infoSet.DeleteGroup("B"));
+    EXPECT_FALSE(infoSet.DeleteGroup(1U));
+    EXPECT_FALSE(infoSet.MoveGroup(0, 1));
+    EXPECT_FALSE(infoSet.MoveGroup(-1, 0));
+    EXPECT_EQ(infoSet.GetGroups().size(), 1U);
+
+    CInfoSetItem loose("L");
+    loose.SetName("M");
+    EXPECT_EQ(loose.GetName(), "M");
+    EXPECT_EQ(loose.GetNext(), nullptr);
+    EXPECT_FALSE(infoSet.GetGroup(0)->DeleteSubItem(&loose));
+}
+
 } // namespace
