@@ -22,10 +22,10 @@ void Write(const fs::path& path, std::string_view bytes)
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-// A call of OpenOxdFile for a file that has everything, and then some functions in the order of the interface.
+// A call of OpenOxdFile for a file of version 2, and then some functions in the order of the interface.
 std::string Calls(int first, int arguments, int step)
 {
-    std::string bytes{0, 1, 0};
+    std::string bytes{0, 1};
     for (int function = first; function < std::min(first + functionsOfScript, functions); ++function) {
         bytes.push_back(static_cast<char>(function));
         for (int i = 0; i < 8; ++i)

@@ -252,7 +252,8 @@ bool CDataBuffer::IsRangeOwed(std::uint64_t line) const
 
 void CDataBuffer::WidenRange(const CStoredSamples& samples) const
 {
-    WidenRange(samples.Kernels().survey(samples.From(0), samples.Count()));
+    if (samples.Count() > 0)
+        WidenRange(samples.Kernels().survey(samples.From(0), samples.Count()));
 }
 
 void CDataBuffer::WidenRange(const CSampleSurvey& survey) const

@@ -39,8 +39,8 @@ constexpr std::int64_t powersOfRising[5][5] = {
 
 // With integers, of which the sums of sums of samples take nothing but additions. In sample i of n of a lane, counted
 // from 0, these sums have the factor C(u + k - 1, k), where u = n - i. The index of the sample in its line is that of
-// the lane plus i times the number of lanes. All of it is right modulo 2^64, and so are the results, which are less
-// than that.
+// the lane plus i times the number of lanes. All of it is right modulo 2^64, and so are the results, whose magnitude is
+// below 2^63.
 template <class Stored, int Degree>
 void MomentsInAnyOrder(const std::byte* stored, std::size_t count, double* moments)
 {
@@ -57,7 +57,7 @@ void MomentsInAnyOrder(const std::byte* stored, std::size_t count, double* momen
     for (int k = 0; k <= Degree; ++k) {
         for (int i = 0; i <= k; ++i)
             ofPower[k] += sums[i] * static_cast<std::uint64_t>(powersOfRising[k][i]);
-        ofPower[k] *= scale; // now with (index of the lane + lanes n - x)^k
+        ofPower[k] *= scale; // now with (x - lanes n - index of the lane)^k
         scale *= -lanes;
     }
     const Longs origin = __builtin_convertvector(Ascending(), Longs) + lanes * n;
@@ -169,7 +169,7 @@ void SubtractPolynomial(const std::byte* stored, std::size_t count, double first
         *corrected = CorrectedSample<Degree>(RawOf<Stored>(std::int32_t{*samples}), first, coefficients);
         return;
     }
-    const double end = first + static_cast<double>(count);
+    const double end = first + static_cast<double>(count + lanes); // what fills the last vector up counts, too
     double bound = 0;
     for (int k = Degree; k >= 0; --k)
         bound = bound * end + __builtin_fabs(coefficients[k]);

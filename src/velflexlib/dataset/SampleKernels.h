@@ -15,7 +15,7 @@ struct CSampleSurvey
 };
 
 // The real values of the ends of the raw range: two different ones, so far from infinity that nothing overflows, and so
-// far from each other that nothing underflows.
+// far from each other that nothing that shows underflows.
 struct CSignalAxis
 {
     double min;

@@ -174,8 +174,9 @@ const Stored* As(const std::byte* bytes)
 
 // Divides by the same number again and again. Where multiplying and adding are one instruction, which rounds once, that
 // takes no division: the quotient by way of the reciprocal is off by two units in its last place at most, the first
-// correction makes it one of the two nearest numbers, and the second one the nearest, as a division would, since the
-// remainders are exact. No remainder may be less than the least normal number.
+// correction makes it one of the two nearest numbers, and the second one, whose remainder is exact, the nearest, as a
+// division would. Quotients that are so small that their remainders are no normal numbers may be off by a unit. A -0
+// stays one as long as the divisor is positive.
 class CDivision
 {
 public:
@@ -196,11 +197,11 @@ private:
     [[gnu::always_inline]] Doubles Corrected(const Doubles& dividend, const Doubles& quotient) const
     {
 #if defined(__AVX512F__)
-        const Doubles rest = _mm512_fnmadd_pd(quotient, m_divisor, dividend);
-        return _mm512_fmadd_pd(rest, m_reciprocal, quotient);
+        const Doubles excess = _mm512_fmsub_pd(quotient, m_divisor, dividend);
+        return _mm512_fnmadd_pd(excess, m_reciprocal, quotient);
 #else
-        const Doubles rest = _mm256_fnmadd_pd(quotient, m_divisor, dividend);
-        return _mm256_fmadd_pd(rest, m_reciprocal, quotient);
+        const Doubles excess = _mm256_fmsub_pd(quotient, m_divisor, dividend);
+        return _mm256_fnmadd_pd(excess, m_reciprocal, quotient);
 #endif
     }
 #endif

@@ -45,7 +45,7 @@ private:
 
     void WriteZerosOwed() const
     {
-        if (m_owesZeros)
+        if (m_owesZeros && m_bytes) // none is left when it was moved from
             WriteZeros();
     }
     void WriteZeros() const;

@@ -15,7 +15,7 @@ namespace veltaris::velstdlib::util {
 
 namespace {
 
-constexpr std::size_t mostAtOnce = std::size_t{1} << 30U; // what every system takes
+constexpr std::size_t mostAtOnce = std::size_t{1} << 24U; // more fails on some network drives
 
 int OpenEmpty(const std::filesystem::path& path)
 {
