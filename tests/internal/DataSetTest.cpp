@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 using namespace veltaris::velflexlib::dataset;
@@ -162,6 +165,29 @@ TEST_F(DatabufferTest, ModeTwoKeepsTheTopThirtyBitsOfAnInteger)
     const double values[] = {4.0, -1.0, 1e300};
     EXPECT_TRUE(buffer.SetLineReal(0, values, RealToRawMode::FullScale));
     EXPECT_EQ(Line(0), (std::vector{1, -1, 536870911}));
+}
+
+TEST_F(DatabufferTest, LoadedSamplesEnterTheRangeWhenItIsAskedForAndAFailedLoadLeavesZeros)
+{
+    buffer.Restore(2, 3, {{1, CLineAxis{0, 0, 0}}}, 0); // line 1 holds no samples
+    const auto fill = [](std::span<std::byte> bytes, SampleWidth) { std::ranges::fill(bytes, std::byte{1}); };
+    EXPECT_THROW(buffer.LoadSamples([&](std::span<std::byte> bytes, SampleWidth width) {
+        fill(bytes.first(3), width);
+        throw std::runtime_error("the file ends");
+    }),
+                 std::runtime_error);
+    EXPECT_EQ(Line(2), (std::vector{0, 0}));
+
+    buffer.LoadSamples(fill);
+    buffer.SetLineRaw(0, std::array{-5, 7});
+    const CRawRange range = buffer.GetDataRange();
+    EXPECT_EQ(range.lowest, -5);
+    EXPECT_EQ(range.highest, 0x0101 << 14);
+
+    constexpr auto noMode = static_cast<RealToRawMode>(9);
+    EXPECT_FALSE(buffer.SetLineReal(0, std::array{0.5}, noMode));
+    EXPECT_FALSE(buffer.SetPixelReal(0, 0, 0.5, noMode));
+    EXPECT_FALSE(buffer.SetLineReal(9, std::array{0.5}, RealToRawMode::FullScale));
 }
 
 } // namespace
