@@ -74,11 +74,11 @@ private:
     }
 
     // Handles, positions and sizes: mostly small, now and then what was returned before, of which handles of nodes are
-    // had by no other way, or too large.
+    // had by no other way, or too large. No two sizes make a channel whose save takes long.
     std::uint64_t Make(const std::uint64_t*)
     {
         constexpr std::array<std::uint64_t, 8> wrong{
-            40, 1000, 0x8000'0000, 0x1'0000'0000, 0x1'0000'0001, std::uint64_t{1} << 63U, ~1ULL, ~0ULL};
+            40, 130, 0x8000'0000, 0x1'0000'0000, 0x1'0000'0001, std::uint64_t{1} << 63U, ~1ULL, ~0ULL};
         std::uint64_t number = m_room.value_or(Byte());
         if (!m_room && number >= 0xF0)
             number = wrong[number % wrong.size()];

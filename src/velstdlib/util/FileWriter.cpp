@@ -22,7 +22,11 @@ int OpenEmpty(const std::filesystem::path& path)
 #ifdef _WIN32
     return _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
 #else
-    return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    int descriptor = 0;
+    do // a signal may come while a network drive answers
+        descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    while (descriptor < 0 && errno == EINTR);
+    return descriptor;
 #endif
 }
 
