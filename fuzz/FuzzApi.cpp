@@ -73,8 +73,8 @@ private:
         Require(!VELHasLastError() || *VELGetLastError() != '\0', "a failure has a text");
     }
 
-    // Handles, positions and sizes: mostly small, now and then what was returned before, of which handles of nodes are
-    // had by no other way, or too large. No two sizes make a channel whose save takes long.
+    // Handles, positions and sizes: mostly small, now and then too large, or what was returned before, since handles of
+    // nodes, which are never behind the second place, are had by no other way. No two sizes make a long save.
     std::uint64_t Make(const std::uint64_t*)
     {
         constexpr std::array<std::uint64_t, 8> wrong{
@@ -82,7 +82,7 @@ private:
         std::uint64_t number = m_room.value_or(Byte());
         if (!m_room && number >= 0xF0)
             number = wrong[number % wrong.size()];
-        else if (!m_room && number >= 0x80)
+        else if (!m_room && number >= 0x80 && m_numbers.size() < 2)
             number = m_results[number % m_results.size()];
         else if (!m_room)
             number = m_numbers.empty() ? 1 + number % 2 : number % 8; // the first one is a file's
