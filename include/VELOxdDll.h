@@ -136,7 +136,8 @@ VELOXD_API bool VELHasLastError(void);
 /* Result: the number of groups. */
 VELOXD_API uint64_t GetGroupCount(uint64_t handle);
 
-/* Writes all group ids, ascending, to `ids`, which must have room for GetGroupCount elements. */
+/* Writes all group ids, ascending, to `ids`, which must have room for GetGroupCount elements and, even without groups, be
+ * no null pointer. */
 VELOXD_API void GetAllGroupIds(uint64_t handle, uint64_t* ids);
 
 /* Makes a group named "Group" and its id, without channels. `bitCount` (8, 16 or 32) is the number of bits in
@@ -253,7 +254,8 @@ VELOXD_API void SetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t
 VELOXD_API void SetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line, const double* values);
 
 /* Reads one line of raw samples through `lineOp` into `values`, as many as the operator gives: GetChannelData_PointsPerLine
- * of that line, or none (and no error) when a fit finds fewer samples than it needs. Action "get channel line". */
+ * of that line, or none (and no error) when a fit finds fewer samples than it needs. Never more than GetChannelData_Points: a
+ * line of which a damaged file says that it has more cannot be read ("Unknown error"). Action "get channel line". */
 VELOXD_API void GetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line, int32_t lineOp, int32_t* values);
 
 /* The same as real values (conventions 7 and 9). Action "get channel line". */

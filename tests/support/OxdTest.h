@@ -1,6 +1,7 @@
 // What tests of the C interface share: files in a folder of the test's own, handles that get closed, failures as texts.
 #pragma once
 
+#include "support/Bytes.h"
 #include "support/Lines.h"
 
 #include <VELOxdDll.h>
@@ -10,8 +11,6 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -82,16 +81,6 @@ protected:
     }
 
     std::string Path(const std::string& name) const { return (m_folder / name).string(); }
-
-    static void WriteBytes(const std::string& path, std::string_view bytes)
-    {
-        std::ofstream(path, std::ios::binary) << bytes;
-    }
-    static std::string ReadBytes(const std::string& path)
-    {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
 
     // A header with LF line ends, written with CR LF, the mark behind it, and samples.
     std::string WriteOxd(std::string_view header, std::string_view samples = {},
