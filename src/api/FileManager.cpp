@@ -16,6 +16,7 @@
 #include <map>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 using veltaris::velflexlib::dataset::CDataSetToVELConfig;
 
@@ -37,17 +38,21 @@ std::uint64_t FindFreeHandle()
     return lowestFreeHandle;
 }
 
-void SetFileName(FileHandleStruct& file, const char* fileName)
+// For the record and for its document: made ahead, so that either both have the name or, without memory, none has.
+using FileNames = std::pair<std::string, std::string>;
+
+void SetFileNames(FileHandleStruct& file, FileNames names)
 {
-    file.fileName = fileName;
-    file.config.SetFileName(fileName);
+    file.fileName = std::move(names.first);
+    file.config.SetFileName(std::move(names.second));
 }
 
 std::uint64_t RegisterFile(const CCall& call, const char* fileName)
 {
     call.NotNull(fileName);
+    FileNames names(fileName, fileName);
     const std::uint64_t handle = FindFreeHandle();
-    SetFileName(RegisterFileHandle(handle), fileName);
+    SetFileNames(RegisterFileHandle(handle), std::move(names));
     return handle;
 }
 
@@ -151,7 +156,7 @@ void ChangeOxdFilename(uint64_t handle, const char* filename)
     Export([&](const CCall& call) {
         FileHandleStruct& file = GetFileHandleStruct(handle);
         call.NotNull(filename);
-        SetFileName(file, filename);
+        SetFileNames(file, FileNames(filename, filename));
     });
 }
 

@@ -48,6 +48,6 @@ COpenFile::COpenFile(const std::string& path, const boost::source_location& wher
 void CheckWritable(const std::string& path, const boost::source_location& where)
 {
     if (veltaris::velstdlib::util::IsWriteProtected(path))
-        ThrowFileOpen(path, EACCES, where);
+        veltaris::velstdlib::util::ThrowProtectedOpen(path, where);
     CheckIsNoDirectory(path, where);
 }

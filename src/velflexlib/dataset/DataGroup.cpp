@@ -65,13 +65,12 @@ void CDataGroup::SetName(const std::string& name)
         if (m_name == name)
             return;
         buffers = m_buffers;
+        std::erase(buffers, nullptr);
         copies.assign(buffers.size() + 1, name);
         m_name.swap(copies.back());
     }
-    for (std::size_t slot = 0; slot < buffers.size(); ++slot) {
-        if (buffers[slot])
-            buffers[slot]->SetGroupName(std::move(copies[slot]));
-    }
+    for (std::size_t i = 0; i < buffers.size(); ++i)
+        buffers[i]->SetGroupName(std::move(copies[i]));
     AnnounceName(name);
 }
 
@@ -150,8 +149,14 @@ auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
         }
         relay = m_bufferRelay;
     }
-    if (isNew && m_relays) // connected without the lock: a slot that runs meanwhile may call back
-        OnBufferChanged.connect(m_relays->bufferChanged);
+    try {
+        if (isNew && m_relays) // connected without the lock: a slot that runs meanwhile may call back
+            OnBufferChanged.connect(m_relays->bufferChanged);
+    } catch (const std::bad_alloc&) { // made anew, and connected, the next time
+        const std::lock_guard lock(m_mutex);
+        m_bufferRelay.reset();
+        throw;
+    }
     return relay;
 }
 

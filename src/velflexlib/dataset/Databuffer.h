@@ -122,7 +122,7 @@ public:
     void SetBitCount(std::int64_t bitCount);
     std::uint64_t GetCurrentLine() const;
 
-    // Shortens all lines to the longest valid one.
+    // Shortens all lines to the longest valid one, and leaves those that hold no samples without storage.
     void PrepareForSave();
 
     // While notifications are held back, OnChanged and OnAfterReshape are not emitted; releasing them emits each once
@@ -141,7 +141,7 @@ public:
     CLineAxis GetCommonLineAxis() const;
     // The lines whose axis is another.
     std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
-    // How many samples a file holds of this channel: those of every line that holds any.
+    // How many samples a file holds of this channel, which was prepared for that: those of every line that holds any.
     std::uint64_t GetStoredSampleCount() const;
     // Calls load(std::span<std::byte>, SampleWidth) under the lock, to write all samples as they are held, which then
     // count as written and unchanged. They are zeros when it throws.
@@ -202,6 +202,7 @@ private:
     // Leaves in `shape` what is to be freed, without the lock.
     void Take(CShape& shape);
     std::uint64_t LongestLine() const;
+    void RemoveEmptyLines();
     bool IsReadable(std::uint64_t line) const { return line < m_lineCount && ValidCount(line) <= m_points; }
     CStoredSamples ValidSamples(std::uint64_t line) const { return m_samples.Line(line).First(ValidCount(line)); }
     std::uint64_t ValidCount(std::uint64_t line) const

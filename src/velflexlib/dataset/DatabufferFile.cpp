@@ -6,6 +6,20 @@
 
 namespace veltaris::velflexlib::dataset {
 
+namespace {
+
+std::vector<std::uint64_t> LinesWithoutSamples(const std::map<std::uint64_t, CLineAxis>& ownLineAxes)
+{
+    std::vector<std::uint64_t> lines;
+    for (const auto& [line, axis] : ownLineAxes) {
+        if (axis.count == 0)
+            lines.push_back(line);
+    }
+    return lines;
+}
+
+} // namespace
+
 // A line that has the channel's axis is as long as lines can be.
 std::uint64_t CDataBuffer::LongestLine() const
 {
@@ -21,28 +35,34 @@ void CDataBuffer::PrepareForSave()
 {
     {
         const std::lock_guard lock(m_mutex);
+        RemoveEmptyLines();
         if (LongestLine() == m_points)
             return;
     }
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
-        m_points = LongestLine(); // asked again: a slot may have written a longer one
+        RemoveEmptyLines(); // both again: a slot may have written lines
+        m_points = LongestLine();
         m_samples.ShortenLines(m_points);
         m_latestFit = {};
     }
     AnnounceReshape();
 }
 
+// When one line without storage is written all of them get some, so that writing them one by one moves the samples
+// once.
+void CDataBuffer::RemoveEmptyLines()
+{
+    auto empty = LinesWithoutSamples(m_ownLineAxes);
+    if (empty.size() > m_samples.AbsentCount())
+        m_samples.RemoveLines(std::move(empty));
+}
+
 void CDataBuffer::Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
                           std::uint64_t currentLine)
 {
-    std::vector<std::uint64_t> linesWithoutSamples;
-    for (const auto& [line, axis] : ownLineAxes) {
-        if (axis.count == 0)
-            linesWithoutSamples.push_back(line);
-    }
-    CSampleBlock samples(points, lines, WidthOfBits(GetBitCount()), std::move(linesWithoutSamples));
+    CSampleBlock samples(points, lines, WidthOfBits(GetBitCount()), LinesWithoutSamples(ownLineAxes));
     CShape shape{std::move(samples), points, lines, std::move(ownLineAxes), currentLine};
     OnBeforeReshape.emit();
     {

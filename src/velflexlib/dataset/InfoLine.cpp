@@ -3,6 +3,8 @@
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/HeaderText.h"
 
+#include <boost/current_function.hpp>
+
 namespace veltaris::velflexlib::dataset {
 
 CInfoLine WrittenLine(std::string_view name, std::string_view value)
@@ -13,8 +15,10 @@ CInfoLine WrittenLine(std::string_view name, std::string_view value)
         line.value = line.key.substr(equals + 1).append("=").append(line.value);
         line.key.resize(equals);
     }
-    if (line.key.starts_with('[') && line.value.ends_with(']'))
+    if (line.key.starts_with('[') && line.value.ends_with(']')) {
         line.key.insert(line.key.begin(), ' ');
+        velstdlib::util::LogChangedText(BOOST_CURRENT_FUNCTION, line.key);
+    }
     if (line.key.empty())
         line.key.push_back(' '); // the shortest name that there is
     return line;

@@ -51,11 +51,11 @@ void CInfoSiblings::Insert(std::unique_ptr<CInfoSetItem> node, std::size_t place
 // The node is there: what cannot take it up is dropped, and made again when it is needed.
 void CInfoSiblings::TakeUp(CInfoSetItem& node) noexcept
 try {
+    TakeUpName(node);
     if (node.m_place + 1 < m_nodes.size())
         m_itemPlaces.reset();
     else if (m_itemPlaces && !node.IsGroup())
         m_itemPlaces->push_back(static_cast<std::uint32_t>(node.m_place));
-    TakeUpName(node);
 } catch (const std::bad_alloc&) {
     m_itemPlaces.reset();
 }

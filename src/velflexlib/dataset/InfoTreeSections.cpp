@@ -105,7 +105,8 @@ public:
         while (!m_waiting.empty() && !m_abort) {
             const Waiting next = std::move(m_waiting.back());
             m_waiting.pop_back();
-            LoadGroup(next);
+            if (m_loaded.insert(next.keys).second)
+                LoadGroup(next);
         }
     }
 
@@ -120,6 +121,7 @@ private:
     template <class Add>
     void LoadGroups(const CLinks& links, const std::string& section, Add add)
     {
+        const auto alreadyWaiting = static_cast<std::ptrdiff_t>(m_waiting.size());
         std::unordered_set<std::string_view> added;
         for (const auto& [index, name] : links.GetNames()) {
             if (m_abort || !added.insert(name).second)
@@ -128,6 +130,7 @@ private:
             LoadLater(*group, PathBelow(section, name));
             add(std::move(group));
         }
+        std::reverse(m_waiting.begin() + alreadyWaiting, m_waiting.end());
     }
 
     // A group whose section is missing has nothing in it. No written file has such links: they may not cost more than
@@ -140,9 +143,7 @@ private:
             m_missingBytes -= section.size();
             return;
         }
-        const CVELKeyToValueList& keys = m_document.GetContent().GetActiveSection();
-        if (m_loaded.insert(&keys).second)
-            m_waiting.push_back({&group, &keys, std::move(section)});
+        m_waiting.push_back({&group, &m_document.GetContent().GetActiveSection(), std::move(section)});
     }
 
     void LoadGroup(const Waiting& next)
@@ -164,7 +165,7 @@ private:
     const std::atomic<bool>& m_abort;
     std::uint64_t m_missingBytes; // that paths to missing sections may still have
     std::unordered_set<const CVELKeyToValueList*> m_loaded;
-    std::vector<Waiting> m_waiting;
+    std::vector<Waiting> m_waiting; // the next one last
 };
 
 // Finds for each name the first form of it that is not taken.
@@ -235,6 +236,8 @@ private:
     {
         const std::string clean = velstdlib::util::CleanHeaderText(group.GetName());
         const std::string name(velstdlib::string::WithoutTrailingSpace(clean));
+        if (name.size() < clean.size())
+            velstdlib::util::LogChangedText(BOOST_CURRENT_FUNCTION, name);
         return m_sections.Take(name, [&](const std::string& form) { return PathBelow(section, form); });
     }
 
@@ -246,16 +249,19 @@ private:
                 subGroups.push_back(item.get());
         }
         SaveLinks(subGroups, section, subGroupLinks);
-        SaveItems(group);
+        SaveItems(group, subGroups.size());
     }
 
-    // The group's section is the active one, and holds its links only.
-    void SaveItems(const CInfoSetItem& group)
+    // The group's section is the active one, and holds its links only. The keys of links are theirs also where a group
+    // without a name has none.
+    void SaveItems(const CInfoSetItem& group, std::size_t linkCount)
     {
         CVELKeyToValueList& keys = m_content.GetActiveSection();
         const auto asItIs = [](const std::string& form) { return form; };
         CUniqueNames names;
-        keys.ForEach([&](std::string_view key, std::string_view) { names.Take(std::string(key), asItIs); });
+        names.Take(std::string(subGroupLinks).append(countSuffix), asItIs);
+        for (std::size_t link = 0; link < linkCount; ++link)
+            names.Take(std::string(subGroupLinks).append(std::to_string(link)), asItIs);
         for (const auto& item : group.GetSubItems()) {
             const CInfoLine line = item->IsGroup() ? CInfoLine() : WrittenLine(item->GetName(), item->GetValue());
             if (!line.value.empty())

@@ -74,4 +74,19 @@ void CSampleBlock::ShortenLines(std::uint64_t points)
     m_count = lines * points;
 }
 
+void CSampleBlock::RemoveLines(std::vector<std::uint64_t> absentLines)
+{
+    const std::size_t lineBytes = m_points * BytesPerSample(m_width);
+    std::byte* to = m_memory.Bytes().data();
+    for (std::uint64_t line = 0; line < m_lines; ++line) {
+        if (std::ranges::binary_search(absentLines, line))
+            continue;
+        if (lineBytes > 0)
+            std::memmove(to, AddressOf(line, 0), lineBytes);
+        to += lineBytes;
+    }
+    m_absentLines.swap(absentLines);
+    m_count = (m_lines - m_absentLines.size()) * m_points;
+}
+
 } // namespace veltaris::velflexlib::dataset

@@ -94,6 +94,11 @@ public:
     // Keeps the first `points` samples of each line; there must be as many.
     void ShortenLines(std::uint64_t points);
 
+    // Takes the storage of these lines away, in ascending order, which are all that are to have none: zeros stood
+    // there.
+    void RemoveLines(std::vector<std::uint64_t> absentLines);
+    std::size_t AbsentCount() const { return m_absentLines.size(); }
+
 private:
     bool IsAbsent(std::uint64_t line) const
     {

@@ -33,8 +33,13 @@ std::string CleanHeaderText(std::string_view text)
     std::ranges::replace_if(clean, BreaksLine, ' ');
     boost::algorithm::replace_all(clean, "#!", "# !");
     if (clean != text)
-        LogWarning(BOOST_CURRENT_FUNCTION, "A text was changed to fit into a header: " + clean);
+        LogChangedText(BOOST_CURRENT_FUNCTION, clean);
     return clean;
+}
+
+void LogChangedText(const char* function, const std::string& written)
+{
+    LogWarning(function, "A text was changed to fit into a header: " + written);
 }
 
 } // namespace veltaris::velstdlib::util

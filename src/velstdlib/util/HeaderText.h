@@ -10,4 +10,7 @@ namespace veltaris::velstdlib::util {
 // bytes (blanks instead), and never "#!", which would end the header ("# !" instead). A change is logged.
 std::string CleanHeaderText(std::string_view text);
 
+// The log record of such a change, for functions that have their own reasons to change a text.
+void LogChangedText(const char* function, const std::string& written);
+
 } // namespace veltaris::velstdlib::util

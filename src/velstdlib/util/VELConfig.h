@@ -10,6 +10,7 @@
 #include <istream>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace veltaris::velstdlib::util {
 
@@ -25,7 +26,7 @@ public:
 
     // The file that the document belongs to: SaveKeys writes it, and failures to read the document name it.
     const std::string& GetFileName() const { return m_fileName; }
-    void SetFileName(const std::string& fileName) { m_fileName = fileName; }
+    void SetFileName(std::string fileName) { m_fileName = std::move(fileName); }
 
     // True until a header was read.
     bool IsNew() const { return m_isNew; }

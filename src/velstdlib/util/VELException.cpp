@@ -1,7 +1,5 @@
 #include "velstdlib/util/VELException.h"
 
-#include "velstdlib/util/FileAccess.h"
-
 #include <boost/exception/errinfo_api_function.hpp>
 #include <boost/exception/errinfo_errno.hpp>
 #include <boost/exception/info.hpp>
@@ -13,30 +11,39 @@ namespace veltaris::velstdlib::util {
 
 namespace {
 
-std::string OpenText(const std::string& filename, int error)
+constexpr const char* writeProtected = "The specified file is write protected.";
+
+std::string FileText(const std::string& reason, const std::string& filename)
 {
-    std::string reason = "The specified file cannot be opened.";
-    if (error == ENOENT)
-        reason = "The specified file was not found.";
-    else if (IsWriteProtected(filename))
-        reason = "The specified file is write protected.";
     return reason + " Filename: " + filename;
+}
+
+[[noreturn]] void ThrowOpen(const char* reason, const std::string& filename, int error,
+                            const boost::source_location& where)
+{
+    boost::throw_exception(CVELFileOpenException(FileText(reason, filename))
+                               << boost::errinfo_api_function("open") << boost::errinfo_errno(error)
+                               << errinfo_filename(filename),
+                           where);
 }
 
 } // namespace
 
 void ThrowFileOpen(const std::string& filename, int error, const boost::source_location& where)
 {
-    boost::throw_exception(CVELFileOpenException(OpenText(filename, error))
-                               << boost::errinfo_api_function("open") << boost::errinfo_errno(error)
-                               << errinfo_filename(filename),
-                           where);
+    const bool isMissing = error == ENOENT;
+    ThrowOpen(isMissing ? "The specified file was not found." : "The specified file cannot be opened.", filename, error,
+              where);
+}
+
+void ThrowProtectedOpen(const std::string& filename, const boost::source_location& where)
+{
+    ThrowOpen(writeProtected, filename, EACCES, where);
 }
 
 void ThrowFileSave(const std::string& filename, const std::string& reason, const boost::source_location& where)
 {
-    boost::throw_exception(CVELFileSaveException(reason + " Filename: " + filename) << errinfo_filename(filename),
-                           where);
+    boost::throw_exception(CVELFileSaveException(FileText(reason, filename)) << errinfo_filename(filename), where);
 }
 
 std::string to_string(const errinfo_fileversion& version)
@@ -65,8 +72,8 @@ void ThrowBadContent(const std::string& filename, const boost::source_location& 
 
 void ThrowWriteProtected(const std::string& filename, const boost::source_location& where)
 {
-    const std::string text = "The specified file is write protected. Filename: " + filename;
-    boost::throw_exception(CVELFileWriteProtectedException(text) << errinfo_filename(filename), where);
+    boost::throw_exception(
+        CVELFileWriteProtectedException(FileText(writeProtected, filename)) << errinfo_filename(filename), where);
 }
 
 } // namespace veltaris::velstdlib::util

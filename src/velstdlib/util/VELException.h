@@ -62,6 +62,8 @@ class CVELFileBadContentException : public CVELFileException
 // The ways in which these are raised. `where` is reported as the place of the failure: the caller's, by default.
 [[noreturn]] void ThrowFileOpen(const std::string& filename, int error,
                                 const boost::source_location& where = BOOST_CURRENT_LOCATION);
+// To be written, by a caller that has found that it must not be.
+[[noreturn]] void ThrowProtectedOpen(const std::string& filename, const boost::source_location& where);
 inline constexpr const char* tooMuchText = "There is too much text for one file.";
 [[noreturn]] void ThrowFileSave(const std::string& filename, const std::string& reason,
                                 const boost::source_location& where = BOOST_CURRENT_LOCATION);

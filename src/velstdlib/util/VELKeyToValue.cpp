@@ -83,8 +83,10 @@ void CVELKeyToValueList::CheckOrder() const
         BOOST_THROW_EXCEPTION(std::runtime_error("Internal order value overflow"));
 }
 
+// Only keys that the model does not have next are searched for: from here on the list is unlike it.
 void CVELKeyToValueList::Set(const CFoldedName& key, std::string_view line)
 {
+    m_model = nullptr;
     if (key.text.size() > limits::headerBytes)
         ThrowFileSave({}, tooMuchText);
     const auto replaced = m_index.Find(key);
