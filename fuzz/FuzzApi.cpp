@@ -193,7 +193,8 @@ constexpr std::array<std::string_view, 3> contents{
     "[SetInfos]\r\nGap=2 V\r\n#!abcdefgh",
     "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=2\r\nGr0-Ch0=A\r\nSetInfos=I\r\nInfoSetCount=1\r\nInfoSet0="
     "T\r\n"
-    "[A]\r\nVersion=3\r\nPoints=3\r\nLines=2\r\nLineDim0Min=0.5\r\nLineDim1Points=1\r\nSaveBits=16\r\n"
+    "[A]\r\nVersion=3\r\nPoints=3\r\nLines=4\r\nLineDim0Min=0.5\r\nLineDim1Points=1\r\nLineDim2Points=0\r\n"
+    "LineDim3Points=0\r\nSaveBits=16\r\n"
     "[I]\r\n-- Scan --=--------\r\nTime=1 s\r\n[DataSet\\T]\r\nGain=5\r\n#!abcdefghijkl",
     "[DataSet]"};
 
@@ -227,7 +228,35 @@ void CScript::Run()
         CloseOxdFile(handle);
 }
 
-// What can be saved can be opened. A script may ask for a bit count with which nothing can be saved.
+// What every width keeps of all samples of a file, line by line.
+std::vector<std::int32_t> TopBits(std::uint64_t handle)
+{
+    std::vector<std::uint64_t> groups(GetGroupCount(handle) + 1); // one more, so that there is an address
+    GetAllGroupIds(handle, groups.data());
+    groups.pop_back();
+    std::vector<std::int32_t> bits;
+    const auto add = [&](std::uint64_t group, std::uint64_t channel) {
+        for (std::uint64_t line = 0; line < GetChannelData_Lines(handle, group, channel); ++line) {
+            const auto count = GetChannelData_PointsPerLine(handle, group, channel, line);
+            std::vector<std::int32_t> samples(count + 1);
+            GetChannelData_LineRaw(handle, group, channel, line, 0, samples.data());
+            for (std::uint64_t i = 0; i < count; ++i)
+                bits.push_back(samples[i] >> 22);
+            bits.push_back(static_cast<std::int32_t>(count) + 1000); // no sample
+        }
+    };
+    for (const auto group : groups) {
+        for (std::uint64_t channel = 0; channel < GetChannelCount(handle, group); ++channel) {
+            if (HasChannelBuffer(handle, group, channel))
+                add(group, channel);
+        }
+    }
+    Require(!VELHasLastError(), "what is there can be read");
+    return bits;
+}
+
+// What can be saved can be opened, with the same samples. A script may ask for a bit count with which nothing can be
+// saved.
 void CScript::CheckFile()
 {
     VELGetLastError();
@@ -238,6 +267,7 @@ void CScript::CheckFile()
     const auto opened = OpenOxdFile(Files()[0].Path().c_str());
     Require(opened != 0, "what was saved opens");
     Require(GetGroupCount(opened) == GetGroupCount(1), "what was saved opens with all groups");
+    Require(TopBits(opened) == TopBits(1), "what was saved opens with all samples");
 }
 
 } // namespace

@@ -124,6 +124,15 @@ std::vector<Scenario> Scenarios(Kind kind)
                        handle = CreateOxdFile(FileName("made.oxd").c_str());
                    },
                    EditsAndReads, [] { return SaveBytes(handle); }});
+    all.push_back({"create and rename", [] { handle = 0; },
+                   [] {
+                       if (handle == 0)
+                           handle = CreateOxdFile(FileName("made.oxd").c_str());
+                       if (handle != 0)
+                           ChangeOxdFilename(handle, FileName("renamed.oxd").c_str());
+                       return !VELHasLastError();
+                   },
+                   [] { return std::to_string(handle); }});
     all.push_back({"close", MakeDataSet,
                    [] {
                        CloseOxdFile(handle);

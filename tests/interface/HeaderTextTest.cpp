@@ -66,6 +66,8 @@ TEST_F(HeaderTextTest, LinesAreTakenAsTheyAre)
     };
     for (const auto& [lines, name] : cases)
         EXPECT_EQ(NameIn("Gr0-Name=before every section\n", lines), name);
+    EXPECT_EQ(NameIn("[x]\nVersion=1\nGroupCount=1\nG=1\nGr0-Name=x\n", "Gr0-Name=old\nGr0-Name=new"), "new")
+        << "a section that is nearly like the one ahead";
     WriteBytes(Path("in.oxd"), "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=unended#!");
     EXPECT_EQ(GroupName(Open(Path("in.oxd")), 0), "Group0");
 }

@@ -95,6 +95,12 @@ TEST_F(InfoFileTest, CollidingNamesGetNumbersAndNothingIsLost)
     Save(handle);
     ExpectStable("A{B_2{i=1;}b_3{i=2;}k=k;K_2=K;k_2_2=k_2;SubSection0_2=SubSection0;SubSectionCount_2=SubSectionCount;"
                  " [head=x]; =unnamed;line break=a# !b;}A\\B{}");
+    DeleteAllInfoGroups(handle);
+    const auto g = AddMetaInfoItemGroup(handle, root, "G");
+    AddMetaInfoItem(handle, AddMetaInfoItemGroup(handle, g, ""), "i", "1");
+    AddMetaInfoItem(handle, g, "SubSection0", "no link");
+    Save(handle);
+    ExpectStable("G{{i=1;}SubSection0_2=no link;}");
 }
 
 TEST_F(InfoFileTest, ListsWithoutHeaderLinesAreSortedIntoGroups)
@@ -148,6 +154,9 @@ TEST_F(InfoFileTest, TreesAreReadWithMissingRepeatedAndCircularLinks)
     EXPECT_EQ(TreeOf(begin + "1\n[DataSet\\]\nSubSectionCount=1\n"), "{{}}");
     EXPECT_TRUE(ReasonOfOpening(WriteOxd(begin + "2147483647\n")).starts_with("The hed file is corrupted."));
     EXPECT_EQ(TreeOf(begin + "65536\nInfoSet9=A\n"), "{}A{}");
+    EXPECT_EQ(TreeOf(begin + "2\nInfoSet0=A\nInfoSet1=A\\B\n[DataSet\\A]\nSubSectionCount=1\nSubSection0=B\n"
+                             "[DataSet\\A\\B]\nq=1\n"),
+              "A{B{q=1;}}A\\B{}");
 }
 
 // Each of these would be thousands of millions of steps, and as many entries, if a count alone drove them.

@@ -121,6 +121,31 @@ TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
     EXPECT_EQ(LineRaw(handle, 0, 0, 3), std::vector(3, 0x01010101)) << "the others stay";
 }
 
+TEST_F(RoundTripTest, AScanThatGoesOnKeepsItsEmptyLinesEmpty)
+{
+    const std::string path = WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=2\nGr0-Ch0=C\nGr0-Ch1=D\n"
+                                      "[C]\nVersion=3\nPoints=2\nLines=5\nSaveBits=32\nLineDim0Points=0\n"
+                                      "LineDim2Points=0\nLineDim3Points=0\nLineDim4Points=0\n"
+                                      "[D]\nPoints=1\nLines=1\nSaveBits=32\n",
+                                      {"\4\0\0\0\4\0\0\0\4\0\0\0", 12});
+    std::vector<std::vector<std::int32_t>> lines{{}, {1, 1}, {}, {}, {}};
+    for (const std::uint64_t line : {3U, 0U, 4U}) {
+        const auto handle = Open(path);
+        if (line == 3)
+            SetChannelData_PixelRaw(handle, 0, 0, 1, line, 7);
+        else
+            SetChannelData_LineRaw(handle, 0, 0, line, std::array{0, 7}.data());
+        lines[line] = {0, 7};
+        Save(handle);
+        CloseOxdFile(handle);
+        const auto opened = Open(path);
+        for (std::uint64_t y = 0; y < lines.size(); ++y)
+            EXPECT_EQ(LineRaw(opened, 0, 0, y), lines[y]) << y << " after writing " << line;
+        EXPECT_EQ(LineRaw(opened, 0, 1, 0), std::vector{1}) << "the channel behind stays where it is";
+        CloseOxdFile(opened);
+    }
+}
+
 TEST_F(RoundTripTest, SavingShortensAChannelToItsLongestLine)
 {
     const std::string path =

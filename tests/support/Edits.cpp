@@ -3,6 +3,7 @@
 #include <VELOxdDll.h>
 
 #include <array>
+#include <string>
 
 namespace {
 
@@ -21,63 +22,88 @@ std::uint64_t Child(std::uint64_t h)
     return SelectFirstChildMetaInfoItem(h, Top(h));
 }
 
+constexpr std::size_t many = 40; // nodes of a group are found by an index
+
+std::string NameOfMany(std::uint64_t number)
+{
+    return "one of many, " + std::to_string(number);
+}
+
+void CreateOneOfMany(std::uint64_t h)
+{
+    CreateInfoItem(h, 0, NameOfMany(GetInfoItemCount(h, 0)).c_str(), "-");
+}
+
+void DeleteOneOfMany(std::uint64_t h)
+{
+    const auto item = GetInfoItemIndex(h, 0, NameOfMany(GetInfoItemCount(h, 0) - 1).c_str());
+    if (!VELHasLastError())
+        DeleteInfoItem(h, 0, item);
+}
+
 } // namespace
 
 const std::vector<Edit>& Edits()
 {
-    static const std::vector<Edit> edits{
-        [](auto h) { CreateGroup(h, 16); },
-        [](auto h) { CreateGroup(h, 32); },
-        [](auto h) { CreateGroup(h, 8); },
-        [](auto h) { DeleteGroup(h, 2); },
-        [](auto h) { SetLogicalGroupId(h, 1, 77); },
-        [](auto h) { SetChannelCount(h, 0, 3); },
-        [](auto h) { SetChannelCount(h, 1, 1); },
-        [](auto h) { SetChannelXYDimension(h, 0, 0, 5, 4); },
-        [](auto h) { SetChannelXYDimension(h, 0, 1, 9, 9); },
-        [](auto h) { SetChannelXYDimension(h, 1, 0, 1000, 10); },
-        [](auto h) { SetGroupName(h, 0, "a name too long to be kept inside a string object"); },
-        [](auto h) { DeleteChannelBuffer(h, 0, 1); },
-        [](auto h) { SetChannelData_Points(h, 1, 0, 4000); },
-        [](auto h) { SetChannelData_Lines(h, 1, 0, 3); },
-        [](auto h) { SetChannelData_PointAxisName(h, 0, 0, "X"); },
-        [](auto h) { SetChannelData_PointAxisUnit(h, 0, 0, "m"); },
-        [](auto h) { SetChannelData_PointAxisMin(h, 0, 0, -1e-6); },
-        [](auto h) { SetChannelData_PointAxisRange(h, 0, 0, 2e-6); },
-        [](auto h) { SetChannelData_LineAxisName(h, 0, 0, "Y #! \xB5"); },
-        [](auto h) { SetChannelData_LineAxisUnit(h, 0, 0, "m"); },
-        [](auto h) { SetChannelData_LineAxisMin(h, 0, 0, 0.5); },
-        [](auto h) { SetChannelData_LineAxisRange(h, 0, 0, 1e-6); },
-        [](auto h) { SetChannelData_SignalAxisName(h, 0, 0, "Topography"); },
-        [](auto h) { SetChannelData_SignalAxisUnit(h, 0, 0, "\xC2\xB5m, a unit of many letters"); },
-        [](auto h) { SetChannelData_SignalAxisMin(h, 0, 0, -1e-7); },
-        [](auto h) { SetChannelData_SignalAxisRange(h, 0, 0, 2e-7); },
-        [](auto h) { SetChannelData_LineRaw(h, 0, 0, 0, raw.data()); },
-        [](auto h) { SetChannelData_LineReal(h, 0, 0, 1, real.data()); },
-        [](auto h) { SetChannelData_PixelRaw(h, 1, 0, 3999, 2, 123'456'789); },
-        [](auto h) { SetChannelData_PixelReal(h, 0, 0, 4, 3, 5e-8); },
-        [](auto h) { CreateInfoGroup(h); },
-        [](auto h) { CreateInfoGroupWithName(h, "Scan"); },
-        [](auto h) { CreateInfoGroupWithName(h, "unwanted"); },
-        [](auto h) { DeleteInfoGroup(h, 2); },
-        [](auto h) { SetInfoGroupName(h, 0, "a group of settings with a long name"); },
-        [](auto h) { SetInfoGroupNewIndex(h, 0, 1); },
-        [](auto h) { CreateInfoItem(h, 0, "Time per line of the scan", "1 second, more or less"); },
-        [](auto h) { CreateInfoItem(h, 0, "unwanted", "-"); },
-        [](auto h) { CreateInfoItem(h, 1, "alone", "-"); },
-        [](auto h) { SetInfoItemValue(h, 0, 0, "2 seconds, measured with a watch"); },
-        [](auto h) { SetInfoItemName(h, 0, 0, "Time for each line of the scan"); },
-        [](auto h) { DeleteInfoItem(h, 0, 1); },
-        [](auto h) { DeleteAllInfoItems(h, 1); },
-        [](auto h) { AddMetaInfoItemGroup(h, root, "Instrument"); },
-        [](auto h) { SetInfoGroupNewIndex(h, 2, 0); },
-        [](auto h) { AddMetaInfoItemGroup(h, Top(h), "Scanner"); },
-        [](auto h) { AddMetaInfoItem(h, Top(h), "Serial number of the instrument", "4711"); },
-        [](auto h) { AddMetaInfoItem(h, Child(h), "Range", "90 \xC2\xB5m"); },
-        [](auto h) { AddMetaInfoItem(h, Top(h), "unwanted", "-"); },
-        [](auto h) { SetMetaInfoItemName(h, Top(h), "Instrument and all that belongs to it"); },
-        [](auto h) { SetMetaInfoItemValue(h, SelectNextMetaInfoItem(h, Child(h)), "4712, as the label has it"); },
-        [](auto h) { DeleteMetaInfoItem(h, SelectNextMetaInfoItem(h, SelectNextMetaInfoItem(h, Child(h)))); },
-    };
+    static const std::vector<Edit> edits = [] {
+        std::vector<Edit> all{
+            [](auto h) { CreateGroup(h, 16); },
+            [](auto h) { CreateGroup(h, 32); },
+            [](auto h) { CreateGroup(h, 8); },
+            [](auto h) { DeleteGroup(h, 2); },
+            [](auto h) { SetLogicalGroupId(h, 1, 77); },
+            [](auto h) { SetChannelCount(h, 0, 3); },
+            [](auto h) { SetChannelCount(h, 1, 1); },
+            [](auto h) { SetChannelXYDimension(h, 0, 0, 5, 4); },
+            [](auto h) { SetChannelXYDimension(h, 0, 1, 9, 9); },
+            [](auto h) { SetChannelXYDimension(h, 1, 0, 1000, 10); },
+            [](auto h) { SetGroupName(h, 0, "a name too long to be kept inside a string object"); },
+            [](auto h) { DeleteChannelBuffer(h, 0, 1); },
+            [](auto h) { SetChannelData_Points(h, 1, 0, 4000); },
+            [](auto h) { SetChannelData_Lines(h, 1, 0, 3); },
+            [](auto h) { SetChannelData_PointAxisName(h, 0, 0, "X"); },
+            [](auto h) { SetChannelData_PointAxisUnit(h, 0, 0, "m"); },
+            [](auto h) { SetChannelData_PointAxisMin(h, 0, 0, -1e-6); },
+            [](auto h) { SetChannelData_PointAxisRange(h, 0, 0, 2e-6); },
+            [](auto h) { SetChannelData_LineAxisName(h, 0, 0, "Y #! \xB5"); },
+            [](auto h) { SetChannelData_LineAxisUnit(h, 0, 0, "m"); },
+            [](auto h) { SetChannelData_LineAxisMin(h, 0, 0, 0.5); },
+            [](auto h) { SetChannelData_LineAxisRange(h, 0, 0, 1e-6); },
+            [](auto h) { SetChannelData_SignalAxisName(h, 0, 0, "Topography"); },
+            [](auto h) { SetChannelData_SignalAxisUnit(h, 0, 0, "\xC2\xB5m, a unit of many letters"); },
+            [](auto h) { SetChannelData_SignalAxisMin(h, 0, 0, -1e-7); },
+            [](auto h) { SetChannelData_SignalAxisRange(h, 0, 0, 2e-7); },
+            [](auto h) { SetChannelData_LineRaw(h, 0, 0, 0, raw.data()); },
+            [](auto h) { SetChannelData_LineReal(h, 0, 0, 1, real.data()); },
+            [](auto h) { SetChannelData_PixelRaw(h, 1, 0, 3999, 2, 123'456'789); },
+            [](auto h) { SetChannelData_PixelReal(h, 0, 0, 4, 3, 5e-8); },
+            [](auto h) { CreateInfoGroup(h); },
+            [](auto h) { CreateInfoGroupWithName(h, "Scan"); },
+            [](auto h) { CreateInfoGroupWithName(h, "unwanted"); },
+            [](auto h) { DeleteInfoGroup(h, 2); },
+            [](auto h) { SetInfoGroupName(h, 0, "a group of settings with a long name"); },
+            [](auto h) { SetInfoGroupNewIndex(h, 0, 1); },
+            [](auto h) { CreateInfoItem(h, 0, "Time per line of the scan", "1 second, more or less"); },
+            [](auto h) { CreateInfoItem(h, 0, "unwanted", "-"); },
+            [](auto h) { CreateInfoItem(h, 1, "alone", "-"); },
+            [](auto h) { SetInfoItemValue(h, 0, 0, "2 seconds, measured with a watch"); },
+            [](auto h) { SetInfoItemName(h, 0, 0, "Time for each line of the scan"); },
+            [](auto h) { DeleteInfoItem(h, 0, 1); },
+            [](auto h) { DeleteAllInfoItems(h, 1); },
+            [](auto h) { AddMetaInfoItemGroup(h, root, "Instrument"); },
+            [](auto h) { SetInfoGroupNewIndex(h, 2, 0); },
+            [](auto h) { AddMetaInfoItemGroup(h, Top(h), "Scanner"); },
+            [](auto h) { AddMetaInfoItem(h, Top(h), "Serial number of the instrument", "4711"); },
+            [](auto h) { AddMetaInfoItem(h, Child(h), "Range", "90 \xC2\xB5m"); },
+            [](auto h) { AddMetaInfoItem(h, Top(h), "unwanted", "-"); },
+            [](auto h) { SetMetaInfoItemName(h, Top(h), "Instrument and all that belongs to it"); },
+            [](auto h) { SetMetaInfoItemValue(h, SelectNextMetaInfoItem(h, Child(h)), "4712, as the label has it"); },
+            [](auto h) { DeleteMetaInfoItem(h, SelectNextMetaInfoItem(h, SelectNextMetaInfoItem(h, Child(h)))); },
+            [](auto h) { SetInfoItemValue(h, 0, 0, "4713"); },
+        };
+        all.insert(all.end(), many, CreateOneOfMany);
+        all.insert(all.end(), many, DeleteOneOfMany);
+        return all;
+    }();
     return edits;
 }
