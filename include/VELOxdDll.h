@@ -107,9 +107,10 @@ VELOXD_API uint64_t OpenOxdFile(const char* filename);
 VELOXD_API uint64_t CreateOxdFile(const char* filename);
 
 /* Writes the data set to its file, in place: an existing file is removed and written anew, without a backup.
- * Lines are cut to the longest one in use first, and stay so if the save fails then. A file without any write permission is refused and untouched,
- * as is every file when a channel's bit count is not 8, 16 or 32 ("Invalid bit count: "). When writing fails half-way (a full
- * disk), a partial file stays, the data set in memory is whole, and saving may be tried again. */
+ * Lines are cut to the longest one in use first, and stay so if the save fails then. A file without any write
+ * permission is refused and untouched, as is every file when a channel's bit count is not 8, 16 or 32 ("Invalid bit count: ").
+ * When writing fails half-way (a full disk), a partial file stays, the data set in memory is whole, and saving may be tried
+ * again. */
 VELOXD_API void SaveOxdFile(uint64_t handle);
 
 /* Drops the data set and everything in it without saving. An unknown handle is ignored. */
