@@ -10,7 +10,7 @@ namespace {
 // without a line.
 constexpr const char* raggedHeader = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Rag\x1B[31mged\nGr0-Count=3\n"
                                      "InfoSetCount=1\nInfoSet0=A\n[DataSet\\A]\nSubSectionCount=1\nSubSection0=B\n"
-                                     "Thirteen=\x1B[32m\n[DataSet]\n"
+                                     "Thirteen=\x1B[32m\xC2\x9B\n[DataSet]\n"
                                      "Gr0-Ch0=C0\nGr0-Ch2=C2\n"
                                      "[C0]\nVersion=3\nPoints=4\nLines=3\nSaveBits=8\n"
                                      "Dim2Name=Height\nDim2Unit=m\nDim2Range=1\nDim2Min=0\n"
@@ -37,7 +37,7 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
     EXPECT_NE(table.diagnostics.find("group 0, channel 0: 1 line cannot be read, the first is line 0"),
               std::string::npos);
     for (const char* const part :
-         {"4 x 3, 2 valid", "1        (empty)", "Rag?[31mged", "\nInformation\n  A\n    B\n    Thirteen  ?[32m\n"})
+         {"4 x 3, 2 valid", "1        (empty)", "Rag?[31mged", "\nInformation\n  A\n    B\n    Thirteen  ?[32m?\n"})
         EXPECT_NE(table.results.find(part), std::string::npos) << table.results;
 
     const auto told = nlohmann::json::parse(Run("info --json ragged.oxd").results);
@@ -48,7 +48,7 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
     EXPECT_TRUE(channels[1].is_null());
     EXPECT_TRUE(channels[2]["significantBits"].is_null());
     EXPECT_TRUE(channels[2]["values"].is_null());
-    EXPECT_EQ(told["info"][0]["items"][0]["value"], "\x1B[32m");
+    EXPECT_EQ(told["info"][0]["items"][0]["value"], "\x1B[32m\xC2\x9B");
 }
 
 TEST_F(InfoTest, CountsTheBitsThatHoldEverySample)
@@ -137,5 +137,10 @@ TEST_F(MetaValueTest, CreatesWhatIsMissing)
         ResultsOf("set sample.oxd " + path + " 'a = b' --create -o out.oxd");
         ExpectValue("out.oxd " + path, "a = b");
         ExpectValue("out.oxd Scan/Lines", "256");
+    }
+    for (const std::string clash : {"Scan/rotation", "instrument/Gain", "Instrument/SubSection0"}) {
+        const Outcome outcome = Run("set sample.oxd " + clash + " 5 --create -o out.oxd");
+        EXPECT_EQ(outcome.exitCode, 2) << clash;
+        EXPECT_NE(outcome.diagnostics.find("another name or value"), std::string::npos) << outcome.diagnostics;
     }
 }

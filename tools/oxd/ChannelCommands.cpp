@@ -82,7 +82,7 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
 {
     const auto correction = std::make_shared<Correction>();
     CLI::App& command = *app.add_subcommand("correct", "Correct a channel line by line and save it as another file");
-    command.footer(DescribeOperators());
+    command.footer(DescribeOperators() + "\n\n" + notInSavedFiles);
     AddSelection(command, correction->selection);
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output);

@@ -64,7 +64,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     app.allow_windows_style_options(false); // a leading slash is part of a path
     app.set_version_flag("--version", "oxd " OXD_VERSION);
     app.footer(exitCodes);
-    app.callback([&app] { // CLI11 has a check of its own, which hides that a command is misspelt
+    app.require_subcommand(0, 1); // each has an outcome of its own
+    app.callback([&app] {         // CLI11 has a check of its own, which hides that a command is misspelt
         if (app.get_subcommands().empty()) {
             throw CLI::RequiredError("A command");
         }

@@ -11,6 +11,9 @@ namespace oxd {
 
 class Results;
 
+// What is to be known of commands that save .oxd files.
+inline constexpr const char* notInSavedFiles = "OUT has no views and no processors, and what was in 8 bits is in 16.";
+
 // Adds all commands and options. Parsing then runs the command that was given and sets `outcome`.
 void AddCommands(CLI::App& app, Results& results, ExitCode& outcome);
 

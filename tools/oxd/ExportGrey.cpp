@@ -48,8 +48,8 @@ void WriteGreyPicture(ExportJob& job)
         throw Failure(ExitCode::No, job.file, "the channel has no samples to show");
     }
     PngWriter picture(job.output, source.Points(), source.Lines());
-    picture.WriteHeader(
-        {{"Value of level 1", ToText(range.From()) + unit}, {"Value of level 65535", ToText(range.To()) + unit}});
+    picture.WriteHeader({{"Value of level 1", ToExactText(range.From()) + unit},
+                         {"Value of level 65535", ToExactText(range.To()) + unit}});
     for (std::uint64_t line = source.Lines(); line-- > 0;) {
         picture.WriteRow(Levels(source.ReadReal(line), range));
     }

@@ -1,5 +1,6 @@
 #include "MetaCommands.h"
 
+#include "Commands.h"
 #include "MetaValue.h"
 #include "Results.h"
 #include "Text.h"
@@ -61,6 +62,7 @@ void AddSet(CLI::App& app)
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information in another file");
     options->AddTo(command);
+    command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
     command.add_option("VALUE", options->value, "New value")->type_name("")->required();
     command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
     command.add_option("-o,--output", options->output, "File to write; an existing one is replaced")

@@ -3,6 +3,7 @@
 #include "Failure.h"
 #include "MetaNode.h"
 #include "OutputFile.h"
+#include "Text.h"
 
 #include <algorithm>
 
@@ -61,7 +62,10 @@ void CreateItem(const DataSet& dataSet, const MetaChange& change)
 
 bool IsKept(const std::string& text)
 {
-    return !text.empty() && text.back() != ' ' && text.find_first_of("\r\n") == std::string::npos;
+    constexpr const char* dropped = " \t\v\f"; // at the end
+    return !text.empty() && text.find_last_not_of(dropped) + 1 == text.size() &&
+           text.find_first_of("\r\n") == std::string::npos && text.find("#!") == std::string::npos &&
+           text == ValidUtf8(text);
 }
 
 void RequireKept(const std::string& what, const std::string& text, bool kept)
@@ -85,6 +89,21 @@ void RequireKept(const MetaChange& change)
     }
     if (change.path.groups.empty()) {
         throw Failure(ExitCode::Usage, change.path.text, "a value can only be in a group");
+    }
+}
+
+// Some names are changed for what stands beside them: one that differs from another in case only, for example.
+void RequireArrived(const MetaChange& change)
+{
+    const DataSet saved = DataSet::Open(change.output);
+    std::string arrived;
+    try {
+        arrived = FindItem(saved, change.output, change.path).Value();
+    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): under that name nothing has
+    }
+    if (arrived != change.value) {
+        throw Failure(ExitCode::Usage, change.output,
+                      "\"" + change.path.text + "\" has another name or value there, since a file cannot keep it");
     }
 }
 
@@ -117,6 +136,7 @@ void SetMetaValue(const MetaChange& change)
         FindItem(dataSet, change.file, change.path).SetValue(change.value);
     }
     dataSet.SaveAs(change.output);
+    RequireArrived(change);
 }
 
 } // namespace oxd

@@ -4,6 +4,8 @@
 #include "LineTally.h"
 #include "MetaNode.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace oxd {
@@ -24,8 +26,10 @@ public:
             m_bitsInUse |= static_cast<std::uint32_t>(sample);
         }
         for (const double value : values) {
-            m_range.min = value < m_range.min ? value : m_range.min;
-            m_range.max = value > m_range.max ? value : m_range.max;
+            if (std::isfinite(value)) {
+                m_range.min = std::min(m_range.min, value);
+                m_range.max = std::max(m_range.max, value);
+            }
         }
         m_count += samples.size();
     }
@@ -36,7 +40,7 @@ public:
         if (m_count > 0) {
             info.significantBits = (m_bitsInUse & bitsBelow8) == 0 ? 8 : (m_bitsInUse & bitsBelow16) == 0 ? 16 : 32;
         }
-        if (m_range.min <= m_range.max) { // not so if an axis without a meaning makes all values NaN
+        if (m_range.min <= m_range.max) { // not so if an axis without a meaning gives no numbers
             info.values = m_range;
         }
     }

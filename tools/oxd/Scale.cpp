@@ -27,7 +27,9 @@ constexpr std::array prefixes{Prefix{-18, "a"}, Prefix{-15, "f"}, Prefix{-12, "p
 int Exponent(double magnitude)
 {
     constexpr double roundingError = 1e-9;
-    return magnitude > 0 ? 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3 + roundingError)) : 0;
+    return magnitude > 0 && std::isfinite(magnitude)
+               ? 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3 + roundingError))
+               : 0;
 }
 
 // 1, 2 or 5 times a power of ten that is no less than `step`.
@@ -68,6 +70,9 @@ double Scale::Fraction(double value) const
 
 std::vector<double> Scale::Ticks(int wanted) const
 {
+    if (!IsFinite()) {
+        return {};
+    }
     const double low = std::min(m_from, m_to);
     const double high = std::max(m_from, m_to);
     const double step = RoundStep((high - low) / wanted);

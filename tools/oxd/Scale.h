@@ -28,7 +28,7 @@ public:
     // From 0 to 1; values outside give the nearer end, all of them the middle if the range is none.
     double Fraction(double value) const;
 
-    // Round values in the range, about as many as wanted. At least one.
+    // Round values in the range, about as many as wanted. At least one, but none in a range that is not finite.
     std::vector<double> Ticks(int wanted) const;
 
 private:

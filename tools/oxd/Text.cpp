@@ -68,6 +68,12 @@ bool IsControl(char byte)
     return (byte >= 0 && byte < ' ') || byte == 0x7F;
 }
 
+// U+0080 to U+009F, of two bytes.
+bool BeginsControl(std::string_view text)
+{
+    return text.size() > 1 && text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0;
+}
+
 } // namespace
 
 std::string ToText(double number)
@@ -78,10 +84,21 @@ std::string ToText(double number)
     return {buffer.data(), end.ptr};
 }
 
+std::string ToExactText(double number)
+{
+    std::array<char, 32> buffer{};
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
+}
+
 std::string Printable(const std::string& text)
 {
     std::string printable = text;
     std::replace_if(printable.begin(), printable.end(), IsControl, '?');
+    for (std::size_t i = 0; i < printable.size(); ++i) {
+        if (BeginsControl(std::string_view(printable).substr(i))) {
+            printable.replace(i, 2, "?");
+        }
+    }
     return printable;
 }
 

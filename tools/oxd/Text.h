@@ -11,6 +11,9 @@ namespace oxd {
 // Up to six significant digits, as many as a file keeps of an axis.
 std::string ToText(double number);
 
+// As few digits as tell the number from any other.
+std::string ToExactText(double number);
+
 // `text` with its control characters replaced, so that what a file holds cannot command the terminal.
 std::string Printable(const std::string& text);
 
