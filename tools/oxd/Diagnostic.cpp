@@ -56,6 +56,9 @@ std::string Reason(std::string_view text)
     const auto what = RestOfLine(text, "std::exception::what: ");
     const auto reason = SystemError(text).value_or(what.value_or(text));
     const auto line = reason.substr(0, reason.find_first_of("\r\n"));
+    if (line == "std::bad_alloc") {
+        return "not enough memory";
+    }
     return std::string(line.substr(0, line.find(" Filename: ")));
 }
 

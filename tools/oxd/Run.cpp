@@ -1,6 +1,7 @@
 #include "Run.h"
 
 #include "Commands.h"
+#include "Diagnostic.h"
 #include "Failure.h"
 #include "Results.h"
 #include "Text.h"
@@ -11,6 +12,14 @@
 namespace oxd {
 
 namespace {
+
+// The file that the command is about.
+std::string NamedFile(const CLI::App& app)
+{
+    const auto commands = app.get_subcommands();
+    const CLI::Option* const file = commands.empty() ? nullptr : commands.front()->get_option_no_throw("FILE");
+    return file != nullptr && file->count() > 0 ? file->as<std::string>() : std::string("a file");
+}
 
 // CLI11 takes the arguments last first.
 ExitCode Parse(CLI::App& app, std::vector<std::string> arguments, Results& results)
@@ -25,6 +34,10 @@ ExitCode Parse(CLI::App& app, std::vector<std::string> arguments, Results& resul
     } catch (const CLI::ParseError& error) {
         Complain(std::string(error.what()) + " (see oxd --help)");
         return ExitCode::Usage;
+    } catch (const Failure&) {
+        throw;
+    } catch (const std::exception& error) { // the library could not do what a sound file lets it do
+        throw Failure(ExitCode::Damaged, NamedFile(app), diagnostic::Reason(error.what()));
     }
     return ExitCode::Done;
 }
@@ -54,7 +67,7 @@ int Run(std::vector<std::string> arguments, Results& results)
     } catch (const Failure& failure) {
         Complain(failure.what());
         code = failure.Code();
-    } catch (const std::exception& error) { // the library could not do what a sound file lets it do
+    } catch (const std::exception& error) {
         Complain(error.what());
     }
     return static_cast<int>(code);
