@@ -16,25 +16,6 @@ namespace {
 
 constexpr int rounds = 300;
 
-// Where threads wait for each other. They ask again and again: on Windows, those that a std::barrier has sent to sleep
-// are not always woken.
-class CMeeting
-{
-public:
-    explicit CMeeting(int threads) : m_threads(threads) {}
-
-    void Wait()
-    {
-        const int present = (m_arrived++ / m_threads + 1) * m_threads;
-        while (m_arrived < present)
-            std::this_thread::yield();
-    }
-
-private:
-    const int m_threads;
-    std::atomic<int> m_arrived = 0;
-};
-
 // Runs every job in a thread of its own, `rounds` times, all at once.
 void RunTogether(const std::vector<std::function<void(int)>>& jobs)
 {
@@ -59,10 +40,6 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
     buffer.OnBeforeReshape.connect([&] { buffer.CanReadLine(0); });
     buffer.OnAfterReshape.connect([&] { buffer.SetPixelRaw(0, 0, 1); });
     const auto writeLine = [&](int round) { buffer.SetLineRaw(1, std::vector(8, round)); };
-    const auto holdBack = [&](int) {
-        buffer.HoldNotifications();
-        buffer.ReleaseNotifications();
-    };
     const auto readLine = [&](int) {
         std::array<std::int32_t, 8> samples{};
         buffer.ReadLineRaw(1, GetLineOperator(LineOpID::RawData), samples.data());
@@ -74,7 +51,11 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
     RunTogether({writeLine, writeLine, readLine, readLine,
                  [&](int round) { buffer.SetXYDimension(8, 4 + static_cast<std::uint64_t>(round % 2)); },
                  [&](int round) { buffer.SetAxisMin(pointAxis, round); }, [&](int) { buffer.PrepareForSave(); },
-                 [&](int) { buffer.GetLineAxis(0); }, holdBack});
+                 [&](int) { buffer.GetLineAxis(0); },
+                 [&](int) {
+                     buffer.HoldNotifications();
+                     buffer.ReleaseNotifications();
+                 }});
     EXPECT_EQ(torn, 0) << "a line is read as it was written, whole";
     EXPECT_EQ(buffer.GetPoints(), 8U);
 }
@@ -113,31 +94,35 @@ TEST(ConcurrencyTest, WhatSeveralSetAtOnceIsSetOnce)
     constexpr int threads = 4;
     const auto group = std::make_shared<CDataGroup>(0, "", 0, 16);
     CDataBuffer buffer(16, 1, threads);
-    std::atomic<int> names = 0;
-    std::atomic<int> counts = 0;
+    std::atomic<int> announced = 0;
     std::atomic<int> lost = 0;
-    group->OnNameChanged.connect([&](const std::string&) { ++names; });
-    group->OnChanged.connect([&](CDataGroup&) { ++counts; });
+    group->OnNameChanged.connect([&](const std::string&) { ++announced; });
+    group->OnChanged.connect([&](CDataGroup&) { ++announced; });
     buffer.OnBeforeReshape.connect([] { std::this_thread::yield(); });
-    CMeeting together(threads);
+    // They ask again and again: on Windows, those that a std::barrier has sent to sleep are not always woken.
+    std::atomic<int> arrived = 0;
+    const auto meet = [&] {
+        const int present = (arrived++ / threads + 1) * threads;
+        while (arrived < present)
+            std::this_thread::yield();
+    };
     std::vector<std::function<void(int)>> jobs;
     for (std::uint64_t line = 0; line < threads; ++line) {
         jobs.emplace_back([&, line](int round) {
             const auto number = static_cast<std::uint64_t>(round) + 1;
-            together.Wait();
+            meet();
             group->SetName(std::to_string(number));
             group->SetChannelCount(number);
             buffer.SetXYDimension(1, threads + number);
             buffer.SetPixelRaw(0, line, 5);
-            together.Wait();
+            meet();
             std::int32_t value = 0;
             buffer.ReadPixelRaw(0, line, GetLineOperator(LineOpID::RawData), value);
             lost += value == 5 ? 0 : 1;
         });
     }
     RunTogether(jobs);
-    EXPECT_EQ(names, rounds);
-    EXPECT_EQ(counts, rounds);
+    EXPECT_EQ(announced, 2 * rounds) << "the name and the count of slots";
     EXPECT_EQ(lost, 0) << "a size that is there already discards nothing";
 }
 

@@ -9,6 +9,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 
 using namespace veltaris::velflexlib::fx;
 using namespace veltaris::velstdlib;
@@ -48,17 +49,15 @@ TEST(NumberTextTest, DoublesAreDecimalWhateverTheLocale)
         {"+1.E-3", 1e-3},
         {"5e-324", 5e-324},
         {"+INFINITY", infinity},
-        {"-Infinity", -infinity},
+        {"-inf", -infinity},
+        {"1.#INF", infinity},
+        {"-1.#INF", -infinity},
         {"1e-99999999999999999999", 0.0},
         {"1" + zeros + "e-500", 1.0}, // neither decides alone
         {"1" + zeros + "e-1", std::nullopt},
         {"0." + zeros + "1", 0.0}};
     for (const auto& [text, value] : cases)
         EXPECT_EQ(Parse<double>(text), value) << text;
-    for (const std::string text : {"inf", "1.#INF"}) {
-        EXPECT_EQ(Parse<double>(text), infinity) << text;
-        EXPECT_EQ(Parse<double>("-" + text), -infinity) << text;
-    }
     for (const char* text : {"1,5", "1.5 ", " 1.5", "", ".", "1e", "1e+", "--1", "0x1p3", "1.#inf", "nano", "nan(",
                              "1e999", "-1e999", "1e99999999999999999999"})
         EXPECT_EQ(Parse<double>(text), std::nullopt) << text;
@@ -76,47 +75,29 @@ TEST(NumberTextTest, DoublesAreWrittenWithSixDigits)
     EXPECT_EQ(text, "1.23457e-05 0.1 1.23457e+06 100000 -0 1e+100 inf ");
 }
 
-TEST(NumberTextTest, PrefixesScaleNumbers)
-{
-    std::string text;
-    for (const char* number : {"2.5n", "2.5", "2 ", "3\u00B5", "3\u03BC", "1e3k", "1y", "1Y", "-inf"})
-        text += string::FormatDouble(math::ParseSINumber(number).value_or(0)) + " ";
-    EXPECT_EQ(text, "2.5e-09 2.5 2 3e-06 3e-06 1e+06 1e-24 1e+24 -inf ");
-    for (const char* number : {"k", "", "1nn", "1x", "1 n"})
-        EXPECT_EQ(math::ParseSINumber(number), std::nullopt) << number;
-}
-
-struct Case
-{
-    const char* text;
-    double value;
-    const char* unit;
-};
-
-constexpr Case cases[] = {
-    {"2.5 nm", 2.5e-9, "m"}, {"2.5nm", 2.5e-9, "m"},   {" +2.5\tnm ", 2.5e-9, "m"},   {"-3e-9 m", -3e-9, "m"},
-    {"5n", 5e-9, ""},        {"5 \u03BCV", 5e-6, "V"}, {"5 m\u03A9", 5e-3, "\u03A9"}, {"1e3 kHz", 1e6, "Hz"},
-    {"5eV", 5, "eV"},        {"5 m/s", 5, "m/s"},      {"5 m\u00B2", 5, "m\u00B2"},   {"5 ppm", 5, "ppm"},
-    {"1e-999 m", 0, "m"}};
-
 TEST(FxPropertyTest, ATextIsANumberAndPerhapsAPrefixAndAUnit)
 {
-    for (const auto& [text, value, unit] : cases) {
+    const std::pair<const char*, CFxProperty> cases[] = {{"2.5nm", {2.5e-9, "m"}},   {" +2.5\tnm ", {2.5e-9, "m"}},
+                                                         {"5 \u00B5V", {5e-6, "V"}}, {"5 m\u03A9", {5e-3, "\u03A9"}},
+                                                         {"1e3 kHz", {1e6, "Hz"}},   {"1 YV", {1e24, "V"}},
+                                                         {"1 yV", {1e-24, "V"}},     {"5eV", {5, "eV"}},
+                                                         {"5 m/s", {5, "m/s"}},      {"5 ppm", {5, "ppm"}},
+                                                         {"5n", {5e-9, ""}}};
+    for (const auto& [text, expected] : cases) {
         const auto property = ParseFxProperty(text);
         ASSERT_TRUE(property) << text;
-        EXPECT_DOUBLE_EQ(property->value, value) << text;
-        EXPECT_EQ(property->unit, unit) << text;
+        EXPECT_DOUBLE_EQ(property->value, expected.value) << text;
+        EXPECT_EQ(property->unit, expected.unit) << text;
         EXPECT_EQ(ParseFxProperty(FormatFxProperty(*property)), property) << text;
     }
-    EXPECT_EQ(FormatFxProperty({1.5e-9, "m"}), "1.5e-09 m");
-    EXPECT_EQ(FormatFxProperty({0.5, ""}), "0.5");
-}
-
-TEST(FxPropertyTest, OtherTextsAreNone)
-{
+    EXPECT_EQ(FormatFxProperty({1.5e-9, "m"}) + FormatFxProperty({0.5, ""}), "1.5e-09 m0.5");
     for (const char* text : {"", " ", "nm", "+", "+-5", "--5 m", "2,5 nm", "1 2", ".", "inf m", "nan", "nanom",
                              "1e999 m", "1e300 Ym", "1.#INF"})
         EXPECT_FALSE(ParseFxProperty(text)) << text;
+
+    EXPECT_EQ(math::ParseSINumber("-inf"), -infinity) << "which ends like a prefix";
+    for (const char* text : {"k", "1nn", "1x"})
+        EXPECT_EQ(math::ParseSINumber(text), std::nullopt) << text;
 }
 
 } // namespace

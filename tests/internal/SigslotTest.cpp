@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -33,23 +32,22 @@ TEST_F(SigslotTest, AConnectionSwitchesItsSlotOffAndOn)
 {
     const auto a = Connect('a');
     Connect('b');
-    const auto answers = [&](std::initializer_list<Operation> operations) {
-        return std::ranges::all_of(operations, [&](auto operation) { return a(operation); });
+    const auto state = [&] {
+        std::string text;
+        for (const auto operation : {Operation::IsConnected, Operation::IsBlocked, Operation::IsPending})
+            text += a(operation) ? '1' : '0';
+        return text;
     };
-    EXPECT_TRUE(answers({Operation::IsPending, Operation::IsConnected}));
-    EXPECT_EQ(Emit(), "ab");
-    EXPECT_FALSE(a(Operation::IsPending));
-    EXPECT_TRUE(answers({Operation::Block, Operation::IsBlocked, Operation::IsConnected}));
-    EXPECT_EQ(Emit(), "b");
+    EXPECT_EQ(state(), "101");
+    EXPECT_EQ(Emit() + state(), "ab100");
+    EXPECT_TRUE(a(Operation::Block));
+    EXPECT_EQ(state() + Emit(), "110b");
     EXPECT_TRUE(a(Operation::Unblock));
-    EXPECT_FALSE(a(Operation::IsBlocked));
-    EXPECT_EQ(Emit(), "ab");
+    EXPECT_EQ(state() + Emit(), "100ab");
     EXPECT_TRUE(a(Operation::Disconnect));
-    for (const auto operation : {Operation::IsConnected, Operation::Block, Operation::Unblock, Operation::IsBlocked})
-        EXPECT_FALSE(a(operation));
-    EXPECT_EQ(Emit(), "b");
-    for (int operation = 0; operation < 6; ++operation)
-        EXPECT_FALSE(a(static_cast<Operation>(operation))) << "the clean-up has removed it";
+    EXPECT_FALSE(a(Operation::Block) || a(Operation::Unblock));
+    EXPECT_EQ(state() + Emit(), "000b");
+    EXPECT_FALSE(a(Operation::Disconnect)) << "the clean-up has removed it";
     EXPECT_THROW(a(static_cast<Operation>(6)), std::runtime_error);
 }
 
@@ -80,8 +78,7 @@ TEST_F(SigslotTest, AConnectionAndARelayMayOutliveTheirSignalWhichASlotMayDestro
         (*relay)(0);
         EXPECT_EQ(log, "ab");
     }
-    EXPECT_FALSE(a(Operation::IsConnected));
-    EXPECT_FALSE(a(Operation::Disconnect));
+    EXPECT_FALSE(a(Operation::IsConnected) || a(Operation::Disconnect));
 }
 
 TEST_F(SigslotTest, OrderedSlotsAreCalledByRank)
