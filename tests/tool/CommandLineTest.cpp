@@ -29,14 +29,9 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         const char* part;
     } cases[] = {
         {2, "", "A command is required"},
-        {2, "inform x.oxd", "inform"},
         {2, "info", "FILE is required"},
         {2, "info x.oxd y.oxd", "y.oxd"},
-        {2, "info --xml x.oxd", "--xml"},
-        {2, "make-sample", "FILE is required"},
         {2, "correct x.oxd --group G --channel 0 --op mean", "--output is required"},
-        {2, "correct x.oxd --group G --channel 0 --op cubic -o y.oxd", "cubic"},
-        {2, "export x.oxd --group G --channel 0", "--output is required"},
         {2, "export x.oxd --group G --channel 0 --op raw -o y.csv", "raw"},
         {2, "get x.oxd", "PATH is required"},
         {2, "set x.oxd A/B -o y.oxd", "VALUE is required"},
@@ -51,7 +46,6 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {2, "set sample.oxd -o out.oxd Scan/Rotation ''", "value"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation '5 '", "value"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation '5\n6'", "value"},
-        {2, "set sample.oxd -o out.oxd Scan/Rotation '5\t'", "value"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation 'see #!1'", "value"},
         {2, "info sample.oxd info sample.oxd", "info"},
         {2, "set sample.oxd -o out.oxd Scan//Gain 5 --create", "name"},
@@ -60,31 +54,18 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {1, "set sample.oxd -o out.oxd Scan/Rotation/X 5 --create", "no group"},
         {1, "set sample.oxd -o out.oxd Instrument/Scanner 5 --create", "is a group"},
         {1, "set sample.oxd -o out.oxd Scan/X-Position 0", "no information named"},
-        {1, "set sample.oxd -o out.oxd Scan 0", "is a group"},
         {1, "get sample.oxd Scan/rotation", "no information named"},
-        {1, "get sample.oxd Scan/Time/Line", "no information named"},
-        {1, "get sample.oxd Rotation", "no information named"},
         {1, "get sample.oxd /Scan/Rotation", "no information named"},
-        {1, "get sample.oxd Scan/", "no information named"},
-        {1, "get sample.oxd ''", "no information named"},
         {1, "get sample.oxd Instrument/Scanner", "\"Instrument/Scanner\" is a group"},
-        {1, "export sample.oxd --group ForwardScan --channel Height -o sample.csv", "no channel"},
-        {1, "export sample.oxd --group Scan --channel 0 -o sample.csv", "no group"},
         {1, "correct sample.oxd --op mean -o out.oxd --group Scan --channel 0", "no group"},
-        {1, "correct sample.oxd --op mean -o out.oxd --group ForwardScan --channel 3", "no channel"},
         {1, "correct sample.oxd --op mean -o out.oxd --group ForwardScan --channel Height", "no channel"},
         {1, "correct sample.oxd --op mean -o out.oxd --group ForwardScan --channel 1x", "no channel"},
         {1, "export empty.oxd --group Group0 --channel 0 -o old.png", "no samples"},
         {1, "export empty.oxd --group Group0 --channel 0 -o old.png --grey", "no samples"},
         {3, "info missing.oxd", "oxd: missing.oxd: No such file"},
-        {3, "correct missing.oxd --op mean -o out.oxd" + scan, "oxd: missing.oxd: No such file"},
-        {3, "export missing.oxd -o out.csv" + scan, "oxd: missing.oxd: No such file"},
-        {3, "get missing.oxd A/B", "oxd: missing.oxd: No such file"},
-        {3, "set missing.oxd A/B 1 -o out.oxd", "oxd: missing.oxd: No such file"},
         {3, "info folder.csv", "oxd: folder.csv: "},
         {5, "make-sample nowhere/sample.oxd", "oxd: nowhere/sample.oxd: No such file"},
         {5, "correct sample.oxd --op mean -o ." + scan, "oxd: .: "},
-        {5, "export sample.oxd -o nowhere/out.csv" + scan, "nowhere/out.csv: No such file"},
         {5, "export sample.oxd -o folder.csv" + scan, "oxd: folder.csv: Is a directory\n"},
     };
     for (const auto& [exitCode, arguments, part] : cases)
@@ -95,32 +76,19 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
     EXPECT_FALSE(std::filesystem::exists("out.oxd"));
 }
 
-TEST_F(CommandLineTest, TellsForeignFilesFromItsOwn)
+TEST_F(CommandLineTest, TellsForeignAndDamagedFilesFromItsOwn)
 {
     for (const char* const content : {"", "#!/bin/sh\n", "[DataSet]\r\nVersion=2\r\n", "\xFF\xD8\xFF\xE0"}) {
         WriteBytes("foreign.oxd", content);
-        for (const char* const command : {"info foreign.oxd", "get foreign.oxd A/B", "set foreign.oxd A/B 1 -o out.oxd",
-                                          "export foreign.oxd --group G --channel 0 -o out.csv"})
-            ExpectFailure(command, 4, "oxd: foreign.oxd: not an .oxd file");
+        ExpectFailure("info foreign.oxd", 4, "oxd: foreign.oxd: not an .oxd file");
     }
     WriteOxd("[DataSet]\nVersion=3\n", {}, "future.oxd");
     ExpectFailure("info future.oxd", 4, "unknown version");
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=999999999\n", {}, "damaged.oxd");
     ExpectFailure("info damaged.oxd", 4, "to get a correct hed file.\n");
-}
 
-TEST_F(CommandLineTest, NoticesWhereverASampleIsCutOff)
-{
-    ResultsOf("make-sample whole.oxd");
-    const std::string whole = ReadBytes("whole.oxd");
-    constexpr std::size_t cuts = 24;
-    for (std::size_t cut = 0; cut < cuts; ++cut) {
-        WriteBytes("cut.oxd", whole.substr(0, whole.size() * cut / cuts));
-        ExpectFailure("info cut.oxd", 4, "oxd: cut.oxd: ");
-        ExpectFailure("export cut.oxd --group ForwardScan --channel 0 -o out.csv", 4, "oxd: cut.oxd: ");
-    }
-    WriteBytes("cut.oxd", whole.substr(0, whole.size() - 1));
-    ExpectFailure("info cut.oxd", 4, "ends before its samples do");
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n[C]\nPoints=9\nLines=1\n", "cut", "cut.oxd");
+    ExpectFailure("info cut.oxd", 4, "oxd: cut.oxd: damaged, it ends before its samples do");
 }
 
 TEST_F(CommandLineTest, TakesNamesInEveryScript)
@@ -134,7 +102,4 @@ TEST_F(CommandLineTest, TakesNamesInEveryScript)
     ResultsOf("export " + german + " --group ForwardScan --channel 0 -o " + chinese + ".csv");
     ResultsOf("make-sample " + chinese);
     EXPECT_NE(ResultsOf("info " + chinese).find("Topography"), std::string::npos);
-
-    WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=\xB5m\n", {}, "old.oxd");
-    EXPECT_NE(ResultsOf("info old.oxd").find("\xC2\xB5m"), std::string::npos) << "as earlier programs wrote it";
 }

@@ -31,12 +31,10 @@ TEST_F(PosixStreamTest, NoticesAFullDisk)
     ResultsOf("make-sample sample.oxd");
     for (const char* const command : {"make-sample /dev/full", "set sample.oxd Scan/Lines 1 -o /dev/full"})
         ExpectFailure(command, 5, "oxd: /dev/full: not written whole");
-    for (const std::string output : {"full.csv", "full.raw", "full.f64", "full.png", "full.png --grey"}) {
-        const std::string link = output.substr(0, 8);
-        std::filesystem::remove(link);
+    for (const std::string link : {"full.csv", "full.raw", "full.f64", "full.png"}) {
         std::filesystem::create_symlink("/dev/full", link);
-        ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o " + output, 5, "No space left");
-        EXPECT_TRUE(std::filesystem::exists(link)) << output; // a device is not removed
+        ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o " + link, 5, "No space left");
+        EXPECT_TRUE(std::filesystem::exists(link)) << link; // a device is not removed
     }
 }
 

@@ -22,35 +22,23 @@ std::wstring Line(const std::string& arguments)
     return boost::nowide::widen(line);
 }
 
-// Sends what this process writes to `descriptor`, and what those that it starts do, to a file while it lives.
-class Redirection
-{
-public:
-    Redirection(int descriptor, const char* file) : m_descriptor(descriptor), m_before(_dup(descriptor))
-    {
-        const int there = _open(file, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
-        _dup2(there, m_descriptor);
-        _close(there);
-    }
-    ~Redirection()
-    {
-        _dup2(m_before, m_descriptor);
-        _close(m_before);
-    }
-    Redirection(const Redirection&) = delete;
-    Redirection& operator=(const Redirection&) = delete;
-
-private:
-    int m_descriptor;
-    int m_before;
-};
-
 } // namespace
 
+// What it writes goes where this process writes, which is to files meanwhile.
 int RunTool(const std::string& arguments, const char* tool)
 {
-    const Redirection results(1, "results.txt");
-    const Redirection diagnostics(2, "diagnostics.txt");
-    return static_cast<int>(
-        _wspawnl(_P_WAIT, boost::nowide::widen(tool).c_str(), L"oxd", Line(arguments).c_str(), nullptr));
+    const std::wstring program = boost::nowide::widen(tool), line = Line(arguments);
+    const int before[] = {_dup(1), _dup(2)};
+    for (const int descriptor : {1, 2}) {
+        const int there = _open(descriptor == 1 ? "results.txt" : "diagnostics.txt",
+                                _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+        _dup2(there, descriptor);
+        _close(there);
+    }
+    const auto exitCode = _wspawnl(_P_WAIT, program.c_str(), L"oxd", line.c_str(), nullptr);
+    for (const int descriptor : {1, 2}) {
+        _dup2(before[descriptor - 1], descriptor);
+        _close(before[descriptor - 1]);
+    }
+    return static_cast<int>(exitCode);
 }

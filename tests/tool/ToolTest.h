@@ -41,15 +41,22 @@ protected:
         return outcome.results;
     }
 
-    // Runs the tool, which must end with `exitCode`, give no results and one message, that holding `part`.
+    // Runs the tool, which must end with `exitCode`, and with a message that holds `part`.
+    static Outcome ExpectMessage(const std::string& arguments, int exitCode, const std::string& part)
+    {
+        Outcome outcome = Run(arguments);
+        EXPECT_EQ(outcome.exitCode, exitCode) << arguments;
+        EXPECT_NE(outcome.diagnostics.find(part), std::string::npos) << outcome.diagnostics;
+        return outcome;
+    }
+
+    // The same, with no results and no other message.
     static void ExpectFailure(const std::string& arguments, int exitCode, const std::string& part)
     {
-        const Outcome outcome = Run(arguments);
-        EXPECT_EQ(outcome.exitCode, exitCode) << arguments;
+        const Outcome outcome = ExpectMessage(arguments, exitCode, part);
         EXPECT_EQ(outcome.results, "") << arguments;
         EXPECT_TRUE(outcome.diagnostics.starts_with("oxd: ")) << outcome.diagnostics;
         EXPECT_EQ(std::ranges::count(outcome.diagnostics, '\n'), 1) << outcome.diagnostics;
-        EXPECT_NE(outcome.diagnostics.find(part), std::string::npos) << outcome.diagnostics;
     }
 
 private:
