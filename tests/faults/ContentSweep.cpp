@@ -18,47 +18,42 @@ namespace {
 int failures = 0;
 std::size_t every = 1; // of so many bytes, and values for numbers, one is tried
 
-struct Tally
-{
-    std::size_t points = 0;
-    std::size_t opened = 0;
-};
+std::size_t points = 0;
+std::size_t opened = 0;
 
 // Whether the bytes open; anything else is a failure.
-bool Opens(Tally& tally, const std::string& bytes, const std::string& what)
-{
-    ++tally.points;
-    try {
-        const bool opens = CheckRoundTrip(bytes);
-        tally.opened += opens ? 1 : 0;
-        return opens;
-    } catch (const std::exception& e) {
-        if (++failures <= 5)
-            std::printf("  %s: %s\n", what.c_str(), e.what());
-        for (std::uint64_t handle = 1; handle < 8; ++handle)
-            CloseOxdFile(handle);
-        return false;
-    }
+bool Opens(const std::string& bytes, const std::string& what)
+try {
+    ++points;
+    const bool opens = CheckRoundTrip(bytes);
+    opened += opens ? 1 : 0;
+    return opens;
+} catch (const std::exception& e) {
+    if (++failures <= 5)
+        std::printf("  %s: %s\n", what.c_str(), e.what());
+    for (std::uint64_t handle = 1; handle < 8; ++handle)
+        CloseOxdFile(handle);
+    return false;
 }
 
 // Without its mark a file is empty, without all of its samples it does not open.
-void CutShort(Tally& tally, const Seed& seed)
+void CutShort(const Seed& seed)
 {
     const auto headerEnd = seed.bytes.find("#!") + 2;
     for (std::size_t length = 0; length <= seed.bytes.size(); ++length) {
         const bool shouldOpen = length < headerEnd || length == seed.bytes.size();
-        if (Opens(tally, seed.bytes.substr(0, length), "cut to " + std::to_string(length)) != shouldOpen)
+        if (Opens(seed.bytes.substr(0, length), "cut to " + std::to_string(length)) != shouldOpen)
             std::printf("  %s, cut to %zu (failure %d)\n", seed.name.c_str(), length, ++failures);
     }
 }
 
-void ReplaceBytes(Tally& tally, const Seed& seed)
+void ReplaceBytes(const Seed& seed)
 {
     for (std::size_t at = 0; at < seed.bytes.size(); at += every) {
         for (const char damage : {'\0', '9', '-', '\n', ']', '=', '#', '\xFF'}) {
             std::string bytes = seed.bytes;
             bytes[at] = damage;
-            Opens(tally, bytes, "byte " + std::to_string(at));
+            Opens(bytes, "byte " + std::to_string(at));
         }
     }
 }
@@ -71,26 +66,25 @@ constexpr std::string_view extremes[] = {
     "4294967296", "1e308",      "-1e999",     "1e-400",      "nan",         "18446744073709551616"};
 
 // Of every line whose value is a number.
-void ReplaceNumbers(Tally& tally, const Seed& seed)
+void ReplaceNumbers(const Seed& seed)
 {
     for (auto at = seed.bytes.find('='); at != std::string::npos; at = seed.bytes.find('=', at + 1)) {
         const auto end = seed.bytes.find('\r', at);
         if (end == std::string::npos || end == at + 1 || !std::isdigit(static_cast<unsigned char>(seed.bytes[end - 1])))
             continue;
         for (std::size_t i = at % every; i < std::size(extremes); i += every)
-            Opens(tally, std::string(seed.bytes).replace(at + 1, end - at - 1, extremes[i]),
+            Opens(std::string(seed.bytes).replace(at + 1, end - at - 1, extremes[i]),
                   "number at " + std::to_string(at) + " is " + std::string(extremes[i]));
     }
 }
 
-void Sweep(const char* name, void (*damage)(Tally&, const Seed&))
+void Sweep(const char* name, void (*damage)(const Seed&))
 {
-    Tally tally;
+    points = opened = 0;
     const int before = failures;
     for (const Seed& seed : Seeds())
-        damage(tally, seed);
-    std::printf("%s: %zu points, of which %zu open, %d failures\n", name, tally.points, tally.opened,
-                failures - before);
+        damage(seed);
+    std::printf("%s: %zu points, of which %zu open, %d failures\n", name, points, opened, failures - before);
 }
 
 } // namespace

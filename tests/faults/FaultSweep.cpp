@@ -103,15 +103,13 @@ bool EditsAndReads()
 constexpr std::string_view unknownVersion = "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n"
                                             "[C]\r\nVersion=9\r\n\r\n#!";
 
-Scenario Saving()
-{
-    return {"save", MakeDataSet, Saves, [] { return ReadBytes(FileName("made.oxd")); }, false, true};
-}
-
 std::vector<Scenario> Scenarios(Kind kind)
 {
-    std::vector<Scenario> all{Opening("open version 1", Seeds()[0].bytes), Opening("open version 2", Seeds()[1].bytes),
-                              OpeningLarge(), Saving()};
+    std::vector<Scenario> all{
+        Opening("open version 1", Seeds()[0].bytes),
+        Opening("open version 2", Seeds()[1].bytes),
+        OpeningLarge(),
+        {"save", MakeDataSet, Saves, [] { return ReadBytes(FileName("made.oxd")); }, false, true}};
     if (kind == Kind::File)
         return all;
     all.push_back({"edit and read",
