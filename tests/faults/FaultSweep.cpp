@@ -10,6 +10,10 @@
 
 #include <VELOxdDll.h>
 
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -39,7 +43,7 @@ struct Scenario
     std::function<std::string()> result; // what it was done for
     // A file that cannot be read where its header is sought counts as one without a header.
     bool mayOpenEmpty = false;
-    bool replacesFile = false; // which holds the old bytes, and then the result
+    std::string withoutMemory{}; // the result when there was none to act with, if that is sure
 };
 
 std::string FileName(const char* name)
@@ -103,13 +107,15 @@ bool EditsAndReads()
 constexpr std::string_view unknownVersion = "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n"
                                             "[C]\r\nVersion=9\r\n\r\n#!";
 
+Scenario Saving()
+{
+    return {"save", MakeDataSet, Saves, [] { return ReadBytes(FileName("made.oxd")); }, false, oldBytes};
+}
+
 std::vector<Scenario> Scenarios(Kind kind)
 {
-    std::vector<Scenario> all{
-        Opening("open version 1", Seeds()[0].bytes),
-        Opening("open version 2", Seeds()[1].bytes),
-        OpeningLarge(),
-        {"save", MakeDataSet, Saves, [] { return ReadBytes(FileName("made.oxd")); }, false, true}};
+    std::vector<Scenario> all{Opening("open version 1", Seeds()[0].bytes), Opening("open version 2", Seeds()[1].bytes),
+                              OpeningLarge(), Saving()};
     if (kind == Kind::File)
         return all;
     all.push_back({"edit and read",
@@ -182,13 +188,6 @@ std::ptrdiff_t OpenDescriptors()
     return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
 }
 
-// Without memory the old file stays. A disk that fails may have nothing of it, or a part of the new one: where all
-// calls fail from some point on, that is what a process leaves that is killed there.
-bool IsWhatAFailureLeaves(const std::string& bytes, Kind kind, const std::string& expected)
-{
-    return bytes == oldBytes || (kind == Kind::File && expected.starts_with(bytes));
-}
-
 Outcome Run(const Scenario& scenario, const faults::Plan& plan, const std::string& expected)
 {
     Outcome outcome;
@@ -198,8 +197,9 @@ Outcome Run(const Scenario& scenario, const faults::Plan& plan, const std::strin
     faults::Arm(plan);
     const bool done = Try(scenario, outcome);
     outcome.count = faults::Disarm();
-    if (!done && scenario.replacesFile && !IsWhatAFailureLeaves(scenario.result(), plan.kind, expected))
-        outcome.fault = "leaves something else than the old file or the beginning of the new one";
+    if (!done && plan.kind == Kind::Memory && !scenario.withoutMemory.empty() &&
+        scenario.result() != scenario.withoutMemory)
+        outcome.fault = "harms the old file";
     const bool silent = done && scenario.mayOpenEmpty && outcome.count.struckRead && GetGroupCount(handle) == 0;
     if ((!done || silent) && !Try(scenario, outcome))
         outcome.fault = "fails again";
@@ -241,6 +241,49 @@ int SweepAll(Kind kind, const std::map<const char*, Effect>& effects)
     return failures;
 }
 
+// Ends a process within its save; the file that it leaves, or nothing when there is none.
+struct Killed
+{
+    bool atAll = false;
+    bool hasFile = false;
+    std::string bytes;
+};
+
+Killed KillSaving(const faults::Plan& plan)
+{
+    const Scenario saving = Saving();
+    saving.prepare();
+    std::fflush(stdout);
+    const pid_t child = fork();
+    if (child == 0) {
+        faults::Arm(plan);
+        saving.act();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    CloseAll();
+    return {WIFSIGNALED(status), fs::exists(FileName("made.oxd")), ReadBytes(FileName("made.oxd"))};
+}
+
+// What is left is the old file, none, or the beginning of the new one.
+int SweepKills(Effect effect, const char* effectName)
+{
+    const std::string whole = KillSaving({Kind::File}).bytes;
+    std::uint64_t points = 0;
+    int failures = 0;
+    for (bool killed = true; killed; ++points) {
+        const Killed left = KillSaving({Kind::File, points, effect});
+        killed = left.atAll;
+        const bool good = !left.hasFile || left.bytes == oldBytes || whole.starts_with(left.bytes);
+        if (!good || (!killed && left.bytes != whole))
+            std::printf("  point %ju: left %zu bytes (failure %d)\n", std::uintmax_t{points}, left.bytes.size(),
+                        ++failures);
+    }
+    std::printf("save, %s: %ju points, %d failures\n", effectName, std::uintmax_t{points - 1}, failures);
+    return failures;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -249,14 +292,19 @@ int main(int argc, char** argv)
         return 2;
     folder = argv[2];
     fs::create_directories(folder);
-    const bool ofMemory = argv[1] == std::string_view("memory");
-    const int failures =
-        ofMemory
-            ? SweepAll(Kind::Memory, {{"no memory once", Effect::Fail}, {"no memory from then on", Effect::FailOn}})
-            : SweepAll(Kind::File, {{"a call fails", Effect::Fail},
-                                    {"all calls fail from then on", Effect::FailOn},
-                                    {"half of the bytes", Effect::Shorten},
-                                    {"interrupted", Effect::Interrupt}});
+    const std::string_view what = argv[1];
+    int failures = 1;
+    if (what == "memory")
+        failures =
+            SweepAll(Kind::Memory, {{"no memory once", Effect::Fail}, {"no memory from then on", Effect::FailOn}});
+    else if (what == "files")
+        failures = SweepAll(Kind::File, {{"a call fails", Effect::Fail},
+                                         {"all calls fail from then on", Effect::FailOn},
+                                         {"half of the bytes", Effect::Shorten},
+                                         {"interrupted", Effect::Interrupt}});
+    else if (what == "kills")
+        failures = SweepKills(Effect::Kill, "killed ahead of a call") +
+                   SweepKills(Effect::KillWithin, "killed within a write");
     fs::remove_all(folder);
     return failures > 0 ? 1 : 0;
 }

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -39,6 +40,8 @@ bool Strikes(Kind kind)
     const auto index = counted.calls++;
     const bool strikes = index == current.at || (index > current.at && current.effect == Effect::FailOn);
     counted.struck |= strikes;
+    if (strikes && current.effect == Effect::Kill)
+        std::raise(SIGKILL);
     return strikes;
 }
 
@@ -63,10 +66,17 @@ ssize_t Transfer(std::size_t size, int failure, Move move)
 {
     if (!Strikes(Kind::File))
         return move(size);
-    if (current.effect == Effect::Shorten)
+    switch (current.effect) {
+    case Effect::Shorten:
         return move((size + 1) / 2);
-    errno = current.effect == Effect::Interrupt ? EINTR : failure;
-    return -1;
+    case Effect::KillWithin:
+        move((size + 1) / 2);
+        std::raise(SIGKILL);
+        [[fallthrough]];
+    default:
+        errno = current.effect == Effect::Interrupt ? EINTR : failure;
+        return -1;
+    }
 }
 
 // Of calls that move no bytes only failing makes a difference, and being interrupted, which is a way of failing.

@@ -17,6 +17,8 @@ enum class Effect
     FailOn,    // from then on
     Shorten,   // half of what was asked for is read or written
     Interrupt, // EINTR, once
+    Kill,      // the process, ahead of the call
+    KillWithin // the process, when half is written
 };
 
 // Calls are counted from 0.
