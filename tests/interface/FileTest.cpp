@@ -71,10 +71,12 @@ TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoesIfThereCanBeAFile)
     EXPECT_EQ(GroupName(Open(Path("new.oxd")), 0), "Group0");
 
     fs::create_directory(Path("folder"));
+    const auto old = Open(WriteOxd("[DataSet]\nChannelCount=1\nFrameCount=1\nCh0-Fr0=A\n"));
     for (const auto& [path, error] : {std::pair(Path("folder"), EISDIR), {Path("nowhere/out.oxd"), ENOENT}}) {
-        ChangeOxdFilename(handle, path.c_str());
-        SaveOxdFile(handle);
+        ChangeOxdFilename(old, path.c_str());
+        SaveOxdFile(old);
         ExpectOpenFailure(path, error, "void SaveOxdFile(uint64_t)");
+        EXPECT_EQ(GetOxdVersion(old), 1) << "that of the file which was read";
     }
     EXPECT_TRUE(fs::is_directory(Path("folder")));
 }
@@ -123,17 +125,6 @@ TEST_F(FileTest, WhatNoFileMayAskForIsFoundBeforeTheOldFileIsTouched)
     EXPECT_EQ(ReadBytes(Path("out.oxd")), "precious");
 }
 
-TEST_F(FileTest, AFailedSaveLeavesTheVersionThatWasReadOrSaved)
-{
-    const auto created = Create("nowhere/out.oxd");
-    EXPECT_NE(ReasonOf([&] { SaveOxdFile(created); }), "");
-    EXPECT_EQ(ReasonOf([&] { GetOxdVersion(created); }), "m_pActiveSection == nullptr");
-    const auto old = Open(WriteOxd("[DataSet]\nChannelCount=1\nFrameCount=1\nCh0-Fr0=A\n"));
-    ChangeOxdFilename(old, Path("nowhere/out.oxd").c_str());
-    EXPECT_NE(ReasonOf([&] { SaveOxdFile(old); }), "");
-    EXPECT_EQ(GetOxdVersion(old), 1);
-}
-
 #ifdef _WIN32
 using WindowsFileTest = FileTest;
 
@@ -154,7 +145,7 @@ TEST_F(WindowsFileTest, AFileThatOthersHaveOpenIsWrittenOrLeftWhole)
 #else // links take a right there, and there are no disks that are always full
 using PosixFileTest = FileTest;
 
-TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFile)
+TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFileOrAFullDisk)
 {
     const auto handle = Create("link.oxd");
     WriteBytes(Path("target.oxd"), "old");
@@ -168,25 +159,10 @@ TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFile)
     SaveOxdFile(handle);
     ExpectOpenFailure(Path("link.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
     EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
-}
 
-TEST_F(PosixFileTest, AFullDiskIsNoticedAndTheDataSetStaysWhole)
-{
-    const auto handle = Create();
-    const auto group = CreateChannel(handle, 32, 300, 40);
-    const std::vector<std::int32_t> line(300, 123456);
-    SetChannelData_LineRaw(handle, group, 0, 39, line.data());
-    for (const bool large : {true, false}) {
-        ChangeOxdFilename(handle, "/dev/full");
-        EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "basic_ios::clear: iostream error");
-        EXPECT_TRUE(fs::exists("/dev/full"));
-        ChangeOxdFilename(handle, Path("out.oxd").c_str());
-        Save(handle);
-        if (large) {
-            EXPECT_EQ(LineRaw(Open(Path("out.oxd")), 0, 0, 39), line);
-            DeleteAllGroups(handle); // so that the whole file fits into the stream's buffer: closing fails
-        }
-    }
+    fs::remove(Path("link.oxd"));
+    fs::create_symlink("/dev/full", Path("link.oxd"));
+    EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "basic_ios::clear: iostream error");
 }
 #endif
 
