@@ -127,11 +127,7 @@ std::vector<Function> Functions()
     return all;
 }
 
-class ArgumentTest : public OxdTest
-{
-protected:
-    const std::uint64_t handle = Create();
-};
+using ArgumentTest = NewDataSetTest;
 
 TEST_F(ArgumentTest, TheFirstProblemIsNamed)
 {
@@ -212,14 +208,15 @@ TEST_F(ArgumentTest, TheFirstProblemIsNamed)
 TEST_F(ArgumentTest, TextGettersNameTheSizeThatTheyNeed)
 {
     SetGroupName(handle, CreateGroup(handle, 16), "Name");
-    const auto read = [&](std::uint64_t size, const char* reason) {
-        std::string buffer = "#######";
-        EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, 0, buffer.data(), size); }), reason);
-        return buffer;
-    };
-    EXPECT_EQ(read(4, "Unable to get group name. Buffer to small. Minimum buffer size: 5"), "#######");
-    for (const std::uint64_t size : {5U, 0U}) // 0 disables the check
-        EXPECT_EQ(read(size, ""), std::string("Name\0##", 7));
+    std::string buffer = "#######";
+    EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, 0, buffer.data(), 4); }),
+              "Unable to get group name. Buffer to small. Minimum buffer size: 5");
+    EXPECT_EQ(buffer, "#######");
+    for (const std::uint64_t size : {5U, 0U}) { // 0 disables the check
+        buffer = "#######";
+        EXPECT_EQ(ReasonOf([&] { GetGroupName(handle, 0, buffer.data(), size); }), "");
+        EXPECT_EQ(buffer, std::string("Name\0##", 7));
+    }
 }
 
 TEST_F(ArgumentTest, TheErrorFlagStaysUntilTheTextIsRead)
@@ -241,8 +238,7 @@ TEST_F(ArgumentTest, DiagnosticsNameThePlaceOfTheFailure)
     GetGroupName(handle, 9, nullptr, 1);
     const std::string text = VELGetLastError();
     EXPECT_TRUE(text.starts_with("src/api/VELOxdDll.cpp(")) << text;
-    const std::string place = ": " + ThrownIn("void GetGroupName(uint64_t, uint64_t, char*, uint64_t)");
-    EXPECT_NE(text.find(place + "Dynamic exception type: "), std::string::npos) << text;
+    EXPECT_NE(text.substr(0, text.find("\nDynamic exception type: ")).find("GetGroupName"), std::string::npos) << text;
     GetGroupCount(77);
     EXPECT_TRUE(std::string(VELGetLastError()).starts_with("src/api/FileManager.cpp("));
     GetChannelData_PixelRaw(handle, CreateChannel(handle, 16, 1, 1), 0, 0, 0, 6);

@@ -21,11 +21,11 @@ protected:
     static void ExpectOpenFailure(const std::string& path, int error, const std::string& function)
     {
         const std::string text = LastDiagnostics();
-        EXPECT_NE(text.find("CVELFileOpenException"), std::string::npos) << text;
-        EXPECT_NE(text.find(ThrownIn(function)), std::string::npos) << text;
-        EXPECT_NE(text.find("errinfo_errno_*] = " + std::to_string(error) + ","), std::string::npos) << text;
-        EXPECT_NE(text.find("errinfo_api_function_*] = open"), std::string::npos) << text;
-        EXPECT_NE(text.find("tag_filename*] = " + path + "\n"), std::string::npos) << text;
+        EXPECT_NE(text.substr(0, text.find('\n')).find(function), std::string::npos) << text;
+        for (const std::string& part :
+             {std::string("CVELFileOpenException"), "tag_filename*] = " + path + "\n",
+              "errinfo_errno_*] = " + std::to_string(error) + ",", std::string("errinfo_api_function_*] = open")})
+            EXPECT_NE(text.find(part), std::string::npos) << text;
     }
 };
 
@@ -35,7 +35,7 @@ TEST_F(FileTest, TheSmallestFreeHandleIsTakenAndAFailedOpenKeepsOneUntilThatIsCl
     for (const auto& [path, error] :
          {std::pair(Path("missing"), ENOENT), {Path("folder"), EISDIR}, {aDevice, EINVAL}}) {
         EXPECT_EQ(OpenOxdFile(path.c_str()), 0U);
-        ExpectOpenFailure(path, error, "uint64_t OpenOxdFile(const char*)");
+        ExpectOpenFailure(path, error, " OpenOxdFile");
     }
     EXPECT_EQ(Create("a"), 4U);
     EXPECT_EQ(Create("b"), 5U);
@@ -75,7 +75,7 @@ TEST_F(FileTest, AChangedNameIsWhereTheNextSaveGoesIfThereCanBeAFile)
     for (const auto& [path, error] : {std::pair(Path("folder"), EISDIR), {Path("nowhere/out.oxd"), ENOENT}}) {
         ChangeOxdFilename(old, path.c_str());
         SaveOxdFile(old);
-        ExpectOpenFailure(path, error, "void SaveOxdFile(uint64_t)");
+        ExpectOpenFailure(path, error, " SaveOxdFile");
         EXPECT_EQ(GetOxdVersion(old), 1) << "that of the file which was read";
     }
     EXPECT_TRUE(fs::is_directory(Path("folder")));
@@ -99,7 +99,7 @@ TEST_F(FileTest, NamesAreInTheSystemsCodePageOrPlainBytesAndProtectedFilesStay)
     DeleteAllGroups(handle);
     fs::permissions(onDisk, fs::perms::owner_read);
     SaveOxdFile(handle);
-    ExpectOpenFailure(name, EACCES, "void SaveOxdFile(uint64_t)");
+    ExpectOpenFailure(name, EACCES, " SaveOxdFile");
     EXPECT_EQ(ReasonIn(VELGetLastError()), "The specified file is write protected. Filename: " + name);
     EXPECT_EQ(GetGroupCount(Open(name)), 1U);
     fs::permissions(onDisk, fs::perms::owner_all); // else Windows would keep it
@@ -157,7 +157,7 @@ TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFileOrAFullD
     fs::permissions(Path("target.oxd"), fs::perms::owner_read);
     CreateGroup(handle, 16);
     SaveOxdFile(handle);
-    ExpectOpenFailure(Path("link.oxd"), EACCES, "void SaveOxdFile(uint64_t)");
+    ExpectOpenFailure(Path("link.oxd"), EACCES, " SaveOxdFile");
     EXPECT_EQ(ReadBytes(Path("target.oxd")), emptyFile);
 
     fs::remove(Path("link.oxd"));

@@ -71,16 +71,11 @@ TEST_F(RoundTripTest, GroupsAreNumberedAnewAndSlotsStayEmpty)
 
     const auto opened = Open(Path("out.oxd"));
     EXPECT_EQ(GetGroupCount(opened), 2U);
-    EXPECT_EQ(GroupName(opened, 1), "Spectroscopy");
     EXPECT_EQ(GetLogicalGroupId(opened, 0), 256U);
     EXPECT_EQ(GetLogicalGroupId(opened, 1), 0xFFFFFFF0);
     EXPECT_FALSE(HasChannelBuffer(opened, 1, 0));
-    EXPECT_FALSE(HasChannelBuffer(opened, 1, 2));
     EXPECT_EQ(GetChannelData_PointAxisRange(opened, 1, 1), 1.23457e-05) << "headers keep six digits";
     EXPECT_EQ(GetLogicalGroupId(opened, CreateGroup(opened, 16)), 257U) << "the counter goes on behind the ids read";
-    SetChannelXYDimension(opened, 1, 0, 1, 1);
-    ChangeOxdFilename(opened, Path("grown.oxd").c_str());
-    Save(opened);
 }
 
 TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
@@ -112,12 +107,8 @@ TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
     SetChannelData_PointAxisMin(handle, 0, 0, 0.25);
     EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 1), 0.25);
     EXPECT_EQ(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 3), 0.5);
-    SetChannelData_PixelRaw(handle, 0, 0, 1, 2, 5);
-    EXPECT_EQ(LineRaw(handle, 0, 0, 2), (std::vector{0, 5}));
-    const std::int32_t line[] = {1, 2, 3};
-    SetChannelData_LineRaw(handle, 0, 0, 1, line);
+    SetChannelData_LineRaw(handle, 0, 0, 1, std::array{1, 2, 3}.data());
     EXPECT_EQ(LineRaw(handle, 0, 0, 1), (std::vector{1, 2, 3}));
-    EXPECT_EQ(LineRaw(handle, 0, 0, 2), (std::vector{0, 5}));
     EXPECT_EQ(LineRaw(handle, 0, 0, 3), std::vector(3, 0x01010101)) << "the others stay";
 }
 

@@ -6,11 +6,7 @@
 
 namespace {
 
-class StructureTest : public OxdTest
-{
-protected:
-    const std::uint64_t handle = Create();
-};
+using StructureTest = NewDataSetTest;
 
 TEST_F(StructureTest, GroupIdsAreReusedAndLogicalIdsAreNot)
 {
