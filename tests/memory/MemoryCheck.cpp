@@ -58,10 +58,8 @@ const Case cases[] = {
     // 512 MiB of 16 bits are as much in memory.
     {"large", [] { return oneSlot + "Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"; }, 512 * mebi, true,
      512 * mebi},
-    {"promises", [] { return oneSlot + "Version=2\nPoints=1000000\nLines=1000000\nSaveBits=32\n"; }, 1000},
     {"groups", [] { return std::string("GroupCount=65536\nGr0-Count=1048576\n"); }, 0, true},
     {"shared_text", [] { return SharedSection(100'000, "Frame=" + std::string(100'000, 'n') + "\n"); }},
-    {"shared_lines", [] { return SharedSection(4000, LinesWithoutSamples(4000)); }, 100'000},
     {"channels", [] { return SharedSection(1'000'000, ""); }},
     {"frames", [] { return "Version=1\nChannelCount=1\nFrameCount=1000000\n" + Lines(1'000'000, "Ch0-Fr#=A\n"); }},
     {"empty_lines", [] { return oneSlot + LinesWithoutSamples(2000); }, 100'000, true, 400'000, true},
