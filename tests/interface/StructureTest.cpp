@@ -52,10 +52,6 @@ TEST_F(StructureTest, AnotherSlotCountDropsAllChannelsAndTheSameOneNone)
     EXPECT_FALSE(HasChannelBuffer(handle, group, 0));
     EXPECT_EQ(ReasonOf([&] { SetChannelCount(handle, group, 1'048'577); }), "std::bad_alloc");
     EXPECT_EQ(GetChannelCount(handle, group), 2U);
-    SetChannelXYDimension(handle, group, 1, 2, 2);
-    DeleteChannelBuffer(handle, group, 1);
-    EXPECT_FALSE(HasChannelBuffer(handle, group, 1));
-    EXPECT_EQ(GetChannelCount(handle, group), 2U);
 }
 
 TEST_F(StructureTest, OnlyAnotherSizeWithinTheLimitsDiscardsTheSamples)

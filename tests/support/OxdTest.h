@@ -31,15 +31,6 @@ inline std::string ReasonIn(const std::string& errorText)
     return errorText.substr(from, errorText.find('\n', from) - from);
 }
 
-// The last error, with the asterisks of pointers as GCC writes them: clang puts a blank ahead.
-inline std::string LastDiagnostics()
-{
-    std::string text = VELGetLastError();
-    for (auto blank = text.find(" *]"); blank != std::string::npos; blank = text.find(" *]"))
-        text.erase(blank, 1);
-    return text;
-}
-
 // The reason for which the call failed, empty when it did not.
 template <class Call>
 std::string ReasonOf(Call&& call)
