@@ -8,27 +8,20 @@ namespace {
 
 constexpr std::string_view badContent = "The hed file is corrupted.";
 
-constexpr std::string_view lists = "ChannelCount=2\nFrameCount=2\nCh0-Fr0=A\nCh0-Fr1=B\nCh1-Fr0=C\nCh1-Fr1=D\n";
-constexpr std::string_view channels =
+constexpr std::string_view frames =
+    "ChannelCount=2\nFrameCount=2\nCh0-Fr0=A\nCh0-Fr1=B\nCh1-Fr0=C\nCh1-Fr1=D\n"
     "[A]\nPoints=1\nLines=1\nFrame=First\nDim0Unit=nm\nDim0Range=2.5\nDim0Min=-1\nDim1Unit=m\nDim2Unit="
     "\xC2\xB5V\nDim2Range=3\n"
     "[B]\nPoints=1\nLines=1\nFrame=backwardscan\nDim0Unit=\xCE\xBCm\nDim1Unit= "
     "m\nDim1Range=7\nDim2Unit=MHz\nDim2Range=bad\n"
     "[C]\nPoints=1\nLines=1\nFrame=forwardSCAN\nCurLine=3\n[D]\nPoints=1\nLines=1\nFrame=Last\n";
 
-class Version1Test : public OxdTest
-{
-protected:
-    std::uint64_t OpenFrames(const std::string& version = "")
-    {
-        return Open(WriteOxd(("[DataSet]\n" + version).append(lists).append(channels), "\x01\x02\x03\x04"));
-    }
-};
+using VersionTest = OxdTest;
 
-TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
+TEST_F(VersionTest, FramesBecomeGroupsNamedByTheirLastChannelAndAreSavedAsVersion2)
 {
     for (const char* const version : {"", "Version=1\n"}) {
-        const auto handle = OpenFrames(version);
+        const auto handle = Open(WriteOxd(("[DataSet]\n" + std::string(version)).append(frames), "\x01\x02\x03\x04"));
         EXPECT_EQ(GetOxdVersion(handle), 1);
         ASSERT_EQ(GetGroupCount(handle), 2U);
         EXPECT_EQ(GroupName(handle, 0), "forwardSCAN");
@@ -38,13 +31,18 @@ TEST_F(Version1Test, FramesBecomeGroupsNamedByTheirLastChannel)
         for (std::uint64_t i = 0; i < 4; ++i)
             EXPECT_EQ(GetChannelData_PixelRaw(handle, i % 2, i / 2, 0, 0, 0), (i + 1) << 22U)
                 << "samples come channel by channel, each through all frames";
-        CloseOxdFile(handle);
+        Save(handle);
+        EXPECT_EQ(GetOxdVersion(handle), 2);
+        const std::string saved = ReadBytes(Path("in.oxd"));
+        for (const char* line :
+             {"Frame=First\r\nCurLine=0", "Frame=forwardSCAN\r\nCurLine=3", "Frame=backwardscan", "Frame=Last"})
+            EXPECT_NE(saved.find(line), std::string::npos) << line << ": each channel keeps its frame's name";
     }
 }
 
-TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
+TEST_F(VersionTest, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
 {
-    const auto handle = OpenFrames();
+    const auto handle = Open(WriteOxd("[DataSet]\n" + std::string(frames), "1234"));
     EXPECT_EQ(Text(GetChannelData_PointAxisUnit, handle, 0, 0), "m");
     EXPECT_DOUBLE_EQ(GetChannelData_PointAxisRange(handle, 0, 0), 2.5e-9);
     EXPECT_DOUBLE_EQ(GetChannelData_PointAxisMin(handle, 0, 0), -1e-9);
@@ -58,42 +56,13 @@ TEST_F(Version1Test, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
     EXPECT_EQ(GetChannelData_SignalAxisRange(handle, 1, 0), 1e6) << "an unreadable number counts as missing";
 }
 
-TEST_F(Version1Test, AnyChannelOfAWellKnownNameGivesTheGroupItsLogicalId)
+TEST_F(VersionTest, LogicalIdsGoOnBehindTheNumbersOfFrames)
 {
-    const std::string header = "[DataSet]\nChannelCount=2\nFrameCount=300\n" + Lines(300, "Ch0-Fr#=A\nCh1-Fr#=B\n");
-    const auto handle = Open(WriteOxd(header + "[A]\nFrame=BackwardScan\n[B]\nFrame=Other\n"));
-    EXPECT_EQ(GetLogicalGroupId(handle, 7), 0U);
-    EXPECT_EQ(GroupName(handle, 7), "Other");
-    EXPECT_EQ(GetLogicalGroupId(handle, CreateGroup(handle, 16)), 300U) << "frames use the numbers up to 299";
+    const auto handle = Open(WriteOxd("[DataSet]\nChannelCount=1\nFrameCount=300\n" + Lines(300, "Ch0-Fr#=A\n")));
+    EXPECT_EQ(GetLogicalGroupId(handle, CreateGroup(handle, 16)), 300U);
 }
 
-TEST_F(Version1Test, ItIsSavedAsVersion2AndKeepsEachChannelsFrameName)
-{
-    const auto handle = OpenFrames();
-    Save(handle);
-    EXPECT_EQ(GetOxdVersion(handle), 2);
-    const std::string saved = ReadBytes(Path("in.oxd"));
-    for (const char* line :
-         {"Frame=First\r\nCurLine=0", "Frame=forwardSCAN\r\nCurLine=3", "Frame=backwardscan", "Frame=Last"})
-        EXPECT_NE(saved.find(line), std::string::npos) << line;
-    const auto opened = Open(Path("in.oxd"));
-    EXPECT_EQ(GetChannelData_PixelRaw(opened, 1, 0, 0, 0, 0), 2 << 22);
-    EXPECT_DOUBLE_EQ(GetChannelData_PointAxisRange(opened, 0, 0), 2.5e-9);
-}
-
-TEST_F(Version1Test, IncompleteListsAreRefused)
-{
-    for (const char* const header : {"[DataSet]\n", "[DataSet]\nChannelCount=1\n", "[DataSet]\nFrameCount=1\n",
-                                     "[DataSet]\nChannelCount=1\nFrameCount=1\n", "[Other]\nVersion=2\n",
-                                     "[DataSet]\nChannelCount=1\nFrameCount=2\nCh0-Fr0=A\n[A]\n",
-                                     "[DataSet]\nChannelCount=2147483647\nFrameCount=2147483647\n"})
-        EXPECT_TRUE(ReasonOfOpening(WriteOxd(header)).starts_with(badContent)) << header;
-}
-
-// What a file may leave out, and what it may not ask for.
-using Version2Test = OxdTest;
-
-TEST_F(Version2Test, MissingKeysHaveDefaults)
+TEST_F(VersionTest, MissingKeysHaveDefaults)
 {
     const auto handle =
         Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=6\nGr0-Count=2\nGr0-Ch1=A\nGr1-Name=backwardscan\n"
@@ -117,7 +86,7 @@ TEST_F(Version2Test, MissingKeysHaveDefaults)
     EXPECT_NE(saved.find("SaveBits=16\r\n"), std::string::npos);
 }
 
-TEST_F(Version2Test, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
+TEST_F(VersionTest, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
 {
     const auto handle = Open(WriteOxd(
         "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=G\nGr0-Count=2\nGr0-Ch0=A\n[A]\nFrame=F\nSaveBits=16\n"));
@@ -131,7 +100,7 @@ TEST_F(Version2Test, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
     }
 }
 
-TEST_F(Version2Test, WhatCannotBeReadIsRefused)
+TEST_F(VersionTest, WhatCannotBeReadIsRefused)
 {
     const std::string list = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n";
     const std::string processor =
@@ -139,8 +108,10 @@ TEST_F(Version2Test, WhatCannotBeReadIsRefused)
     const std::string slope = processor + "{AB0B4062-81AF-464B-A7F7-75B11891ACF8}\n[ProcessorSet-Slope:0]\n";
     const std::string view = "[DataSet]\nVersion=2\n[SetView]\nViewCount=1\nView0=V\n[V]\n";
     const std::pair<std::string, std::string_view> cases[] = {
+        {"[Other]\nVersion=2\n", badContent},
+        {"[DataSet]\nChannelCount=1\nFrameCount=2\nCh0-Fr0=A\n[A]\n", badContent},
+        {"[DataSet]\nChannelCount=2147483647\nFrameCount=2147483647\n", badContent},
         {"[DataSet]\nVersion=3\n", "The hed file has an unknown version."},
-        {"[DataSet]\nVersion=0\n", "The hed file has an unknown version."},
         {"[DataSet]\nVersion=2\n[SetView]\nVersion=2\n", "The hed file has an unknown version."},
         {"[DataSet]\nVersion=2\n[SetView]\nViewCount=65537\n", badContent},
         {"[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=65537\n", badContent},
@@ -148,19 +119,13 @@ TEST_F(Version2Test, WhatCannotBeReadIsRefused)
         {list + "[A]\nPoints=-1\n", badContent},
         {list + "[A]\nLines=-1\n", badContent},
         {list + "[A]\nVersion=3\nLines=1\nPoints=1\nLineDim0Points=-1\n", badContent},
-        {list + "[A]\nLines=1\nPoints=1\nSaveBits=12\n", "Invalid bit count: 12"},
         {list + "[A]\nLines=99\nPoints=99\nSaveBits=64\n", "Invalid bit count: 64"},
         {"[DataSet]\nVersion=2\n[]\n", "Empty section name not allowed"},
         {view + "ViewTyp=7\n", "invalid map<K, T> key"},
-        {view + "ViewTyp=-1\n", "invalid map<K, T> key"},
-        {view + "LineOp=6\n", "invalid map<K, T> key"},
-        {view + "ViewMode=2\n", "invalid map<K, T> key"},
-        {view + "GraphMode=3\n", "invalid map<K, T> key"},
         {view + "ParCount=18446744073709551615\n", badContent},
         {view + "ZRange=5\n", "invalid vector<T> subscript"},
         {view + "ParCount=1\nPar0=one,a,b\n", "invalid stoi argument"},
         {view + "ParCount=1\nPar0=2147483648,a,b\n", "stoi argument out of range"},
-        {processor + "x\n", "invalid map<K, T> key"},
         {processor + "{ab0b4062-81af-464b-a7f7-75b11891acf8}\n", "invalid map<K, T> key"}, // not with its case
         {slope + "InputCount=65537\n", badContent},
         {slope + "OutputCount=18446744073709551615\n", badContent},
@@ -186,7 +151,7 @@ TEST_F(Version2Test, WhatCannotBeReadIsRefused)
     EXPECT_NE(text.find("tag_filename*] = " + Path("in.oxd") + "\n"), std::string::npos) << text;
 }
 
-TEST_F(Version2Test, NumbersThatAreNoneOrNotZeroButLookAlikeStayWithTheirLines)
+TEST_F(VersionTest, NumbersThatAreNoneOrNotZeroButLookAlikeStayWithTheirLines)
 {
     const auto handle =
         Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=3\nPoints=2\nLines=2\n"

@@ -38,12 +38,6 @@ std::string SharedSection(int count, const std::string& section)
     return "GroupCount=1\nGr0-Count=" + std::to_string(count) + "\n" + Lines(count, "Gr0-Ch#=A\n") + "[A]\n" + section;
 }
 
-std::string LinesWithoutSamples(int count)
-{
-    return "Version=3\nPoints=100000\nLines=" + std::to_string(count) + "\n" + Lines(count, "LineDim#Points=0\n") +
-           "LineDim0Points=10\n";
-}
-
 // Links to groups that have no section, below one with a very long name.
 std::string LongPaths(std::size_t length, int links)
 {
@@ -58,13 +52,16 @@ const Case cases[] = {
     // 512 MiB of 16 bits are as much in memory.
     {"large", [] { return oneSlot + "Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"; }, 512 * mebi, true,
      512 * mebi},
-    {"promises", [] { return oneSlot + "Version=2\nPoints=1000000\nLines=1000000\nSaveBits=32\n"; }, 1000},
     {"groups", [] { return std::string("GroupCount=65536\nGr0-Count=1048576\n"); }, 0, true},
     {"shared_text", [] { return SharedSection(100'000, "Frame=" + std::string(100'000, 'n') + "\n"); }},
-    {"shared_lines", [] { return SharedSection(4000, LinesWithoutSamples(4000)); }, 100'000},
     {"channels", [] { return SharedSection(1'000'000, ""); }},
     {"frames", [] { return "Version=1\nChannelCount=1\nFrameCount=1000000\n" + Lines(1'000'000, "Ch0-Fr#=A\n"); }},
-    {"empty_lines", [] { return oneSlot + LinesWithoutSamples(2000); }, 100'000, true, 400'000, true},
+    {"empty_lines",
+     [] {
+         return oneSlot + "Version=3\nPoints=100000\nLines=2000\n" + Lines(2000, "LineDim#Points=0\n") +
+                "LineDim0Points=10\n";
+     },
+     100'000, true, 400'000, true},
     {"long_paths", [] { return LongPaths(300'000, 20'000); }},
     {"tiny_groups", [] { return "GroupCount=1000000\n" + Lines(1'000'000, "#=x\n"); }, 0, true},
     {"items", [] { return "SetInfos=I\n[I]\n" + Lines(1'000'000, "#=x\n"); }, 0, true},

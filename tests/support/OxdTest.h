@@ -15,7 +15,6 @@
 #include <string_view>
 #include <utility>
 #include <vector>
-#include <version>
 
 // What raw samples range over.
 constexpr std::int32_t lowest = -536870912;
@@ -30,27 +29,6 @@ inline std::string ReasonIn(const std::string& errorText)
         return errorText;
     const auto from = begin + label.size();
     return errorText.substr(from, errorText.find('\n', from) - from);
-}
-
-// The last error, with the asterisks of pointers as GCC writes them: clang puts a blank ahead.
-inline std::string LastDiagnostics()
-{
-    std::string text = VELGetLastError();
-    for (auto blank = text.find(" *]"); blank != std::string::npos; blank = text.find(" *]"))
-        text.erase(blank, 1);
-    return text;
-}
-
-// How diagnostics name the function in which a failure was raised: a compiler without std::source_location knows no
-// more than its name.
-inline std::string ThrownIn(const std::string& signature)
-{
-#ifdef __cpp_lib_source_location
-    return "Throw in function " + signature + "\n";
-#else
-    const std::string start = signature.substr(0, signature.find('('));
-    return "Throw in function " + start.substr(start.rfind(' ') + 1) + "\n";
-#endif
 }
 
 // The reason for which the call failed, empty when it did not.
@@ -176,4 +154,11 @@ private:
     }
 
     std::filesystem::path m_folder;
+};
+
+// With a new data set.
+class NewDataSetTest : public OxdTest
+{
+protected:
+    const std::uint64_t handle = Create();
 };
