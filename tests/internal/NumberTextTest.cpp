@@ -80,9 +80,8 @@ TEST(FxPropertyTest, ATextIsANumberAndPerhapsAPrefixAndAUnit)
     const std::pair<const char*, CFxProperty> cases[] = {{"2.5nm", {2.5e-9, "m"}},   {" +2.5\tnm ", {2.5e-9, "m"}},
                                                          {"5 \u00B5V", {5e-6, "V"}}, {"5 m\u03A9", {5e-3, "\u03A9"}},
                                                          {"1e3 kHz", {1e6, "Hz"}},   {"1 YV", {1e24, "V"}},
-                                                         {"1 yV", {1e-24, "V"}},     {"5eV", {5, "eV"}},
-                                                         {"5 m/s", {5, "m/s"}},      {"5 ppm", {5, "ppm"}},
-                                                         {"5n", {5e-9, ""}}};
+                                                         {"5eV", {5, "eV"}},         {"5 m/s", {5, "m/s"}},
+                                                         {"5 ppm", {5, "ppm"}},      {"5n", {5e-9, ""}}};
     for (const auto& [text, expected] : cases) {
         const auto property = ParseFxProperty(text);
         ASSERT_TRUE(property) << text;

@@ -31,8 +31,9 @@ void ExpectSame(Apply apply)
     const auto expected = apply(baselineKernels);
     EXPECT_EQ(apply(Kernels()), expected) << expected.size();
 #if defined(__linux__) && defined(__x86_64__)
-    if (__builtin_cpu_supports("avx2"))
+    if (__builtin_cpu_supports("avx2")) {
         EXPECT_EQ(apply(avx2Kernels), expected) << expected.size();
+    }
 #endif
 }
 

@@ -1,4 +1,4 @@
-// Creates, edits, saves, opens and closes over and over: neither memory nor descriptors may grow.
+// Opens, edits, saves and closes over and over: neither memory nor descriptors may grow.
 #include "support/Edits.h"
 
 #include <VELOxdDll.h>
@@ -31,18 +31,20 @@ Usage Measure()
     return {4 * pages, std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator())};
 }
 
+// Its other half is the next cycle: what is saved here is opened there.
 bool Cycle(const std::string& path)
 {
-    const auto made = CreateOxdFile(path.c_str());
-    for (const Edit edit : Edits())
-        edit(made);
-    SetGroupName(made, 77, "fails");
+    const auto handle = OpenOxdFile(path.c_str());
+    SetGroupName(handle, 0, "renamed");
+    SetChannelXYDimension(handle, 1, 0, 100, 3);
+    SetChannelData_PixelRaw(handle, 0, 0, 0, 0, 1);
+    SetChannelData_SignalAxisUnit(handle, 0, 0, "V");
+    DeleteInfoGroup(handle, CreateInfoGroupWithName(handle, "unwanted"));
+    SetGroupName(handle, 77, "fails");
     const bool failed = std::string(VELGetLastError()).find("Index: 77") == std::string::npos;
-    SaveOxdFile(made);
-    const auto opened = OpenOxdFile(path.c_str());
-    CloseOxdFile(opened);
-    CloseOxdFile(made);
-    return opened == 2 && !failed && !VELHasLastError();
+    SaveOxdFile(handle);
+    CloseOxdFile(handle);
+    return handle == 1 && !failed && !VELHasLastError();
 }
 
 } // namespace
@@ -53,6 +55,12 @@ int main(int argc, char** argv)
         return 2;
     const std::int64_t cycles = std::strtoll(argv[1], nullptr, 10);
     const std::string path = argv[2];
+    const auto made = CreateOxdFile(path.c_str());
+    for (const Edit edit : Edits())
+        edit(made);
+    SaveOxdFile(made);
+    CloseOxdFile(made);
+
     Usage first{};
     for (std::int64_t i = 0; i <= cycles; ++i) {
         if (!Cycle(path)) {
