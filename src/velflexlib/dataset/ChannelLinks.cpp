@@ -1,6 +1,6 @@
 #include "velflexlib/dataset/ChannelLinks.h"
 
-#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/util/ListCount.h"
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"

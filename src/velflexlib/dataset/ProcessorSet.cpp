@@ -1,6 +1,6 @@
 #include "velflexlib/dataset/ProcessorSet.h"
 
-#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/util/ListCount.h"
 #include "velflexlib/dataset/ProcessorFactory.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"

@@ -1,6 +1,6 @@
 #include "velflexlib/dataset/View.h"
 
-#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/util/ListCount.h"
 #include "velstdlib/string/NumberText.h"
 #include "velstdlib/util/BiMapper.h"
 #include "velstdlib/util/ContainerHelper.h"

@@ -1,6 +1,6 @@
 #include "velflexlib/dataset/ViewSet.h"
 
-#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 

@@ -1,31 +1,31 @@
-#include "velflexlib/dataset/ListCount.h"
+#include "velstdlib/util/ListCount.h"
 
 #include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/VELException.h"
 
-namespace veltaris::velflexlib::dataset {
+namespace veltaris::velstdlib::util {
 
-std::uint64_t ReadListCount(const velstdlib::util::CVELKeyToValueList& keys, std::string_view key, std::uint64_t limit,
+std::uint64_t ReadListCount(const CVELKeyToValueList& keys, std::string_view key, std::uint64_t limit,
                             const std::string& fileName)
 {
     if (keys.GetValue(key).starts_with('-'))
         return 0; // as an unsigned number it would wrap around
     const auto count = keys.GetValueT<std::uint64_t>(key, 0);
     if (count > limit)
-        velstdlib::util::ThrowBadContent(fileName);
+        ThrowBadContent(fileName);
     return count;
 }
 
-std::map<std::uint64_t, std::string_view> ReadNumberedValues(const velstdlib::util::CVELKeyToValueList& keys,
+std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys,
                                                              std::string_view prefix, std::uint64_t count)
 {
     std::map<std::uint64_t, std::string_view> values;
     keys.ForEach([&](std::string_view key, std::string_view value) {
-        const auto numbered = velstdlib::util::SplitIndexedKey(key, prefix);
+        const auto numbered = SplitIndexedKey(key, prefix);
         if (numbered && numbered->index < count && numbered->rest.empty())
             values.emplace(numbered->index, value);
     });
     return values;
 }
 
-} // namespace veltaris::velflexlib::dataset
+} // namespace veltaris::velstdlib::util
