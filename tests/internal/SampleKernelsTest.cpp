@@ -1,5 +1,5 @@
 // Loops over samples in every width of instructions that the machine has.
-#include "velflexlib/dataset/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #include <gtest/gtest.h>
 

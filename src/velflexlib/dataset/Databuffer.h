@@ -6,7 +6,7 @@
 #include "velflexlib/dataset/LineOperator.h"
 #include "velflexlib/dataset/LineStates.h"
 #include "velflexlib/dataset/SampleBlock.h"
-#include "velflexlib/dataset/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 #include "velflexlib/dataset/SignalScale.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // span the whole of their type.
 #pragma once
 
-#include "velflexlib/dataset/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #include <algorithm>
 #include <array>

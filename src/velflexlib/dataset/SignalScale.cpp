@@ -1,7 +1,7 @@
 #include "velflexlib/dataset/SignalScale.h"
 
 #include "velflexlib/dataset/DataRange.h"
-#include "velflexlib/dataset/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #include <algorithm>
 #include <cmath>

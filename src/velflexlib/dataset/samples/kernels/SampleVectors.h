@@ -1,7 +1,7 @@
 // Vectors of samples, as wide as the compiler options allow, for the loops over samples: see SampleLoops.h.
 #pragma once
 
-#include "velflexlib/dataset/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #if defined(__AVX2__)
 #include <immintrin.h>

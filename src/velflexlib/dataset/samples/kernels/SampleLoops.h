@@ -4,8 +4,8 @@
 // and the processor may lack the instructions of the one that it keeps.
 #pragma once
 
-#include "velflexlib/dataset/FitLoops.h"
-#include "velflexlib/dataset/SampleVectors.h"
+#include "velflexlib/dataset/samples/kernels/FitLoops.h"
+#include "velflexlib/dataset/samples/kernels/SampleVectors.h"
 
 namespace veltaris::velflexlib::dataset {
 

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 namespace veltaris::velflexlib::dataset {
 

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/SampleLoops.h"
+#include "velflexlib/dataset/samples/kernels/SampleLoops.h"
 
 namespace veltaris::velflexlib::dataset {
 

@@ -1,7 +1,7 @@
 // The loops of line operators, for the loops over samples: see SampleLoops.h.
 #pragma once
 
-#include "velflexlib/dataset/SampleVectors.h"
+#include "velflexlib/dataset/samples/kernels/SampleVectors.h"
 
 namespace veltaris::velflexlib::dataset {
 
