@@ -1,7 +1,7 @@
 #include "velflexlib/dataset/DataBufferToVELConfig.h"
 
 #include "velflexlib/dataset/ChannelSection.h"
-#include "velflexlib/dataset/SampleCodec.h"
+#include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/VELException.h"
 

@@ -3,7 +3,7 @@
 #include "velflexlib/dataset/DataBufferToVELConfig.h"
 #include "velflexlib/dataset/DataSetSection.h"
 #include "velflexlib/dataset/InfoSetToVELConfig.h"
-#include "velflexlib/dataset/SampleCodec.h"
+#include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 

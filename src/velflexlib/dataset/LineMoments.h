@@ -1,7 +1,7 @@
 // The sums that a polynomial is fitted to a line by.
 #pragma once
 
-#include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/samples/SampleBlock.h"
 
 #include <array>
 #include <cstddef>

@@ -1,7 +1,7 @@
 // Corrections of one line of raw samples.
 #pragma once
 
-#include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/samples/SampleBlock.h"
 #include "velstdlib/util/BiMapper.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // Least-squares polynomials through lines of equidistant samples.
 #pragma once
 
-#include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/samples/SampleBlock.h"
 
 #include <array>
 #include <cstddef>

@@ -1,8 +1,8 @@
 // Where the samples of a channel are held.
 #pragma once
 
-#include "velflexlib/dataset/SampleCodec.h"
-#include "velflexlib/dataset/ZeroedMemory.h"
+#include "velflexlib/dataset/samples/SampleCodec.h"
+#include "velflexlib/dataset/samples/ZeroedMemory.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/ZeroedMemory.h"
+#include "velflexlib/dataset/samples/ZeroedMemory.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/SampleCodec.h"
+#include "velflexlib/dataset/samples/SampleCodec.h"
 
 #include <boost/throw_exception.hpp>
 

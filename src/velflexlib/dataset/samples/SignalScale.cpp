@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/SignalScale.h"
+#include "velflexlib/dataset/samples/SignalScale.h"
 
-#include "velflexlib/dataset/DataRange.h"
+#include "velflexlib/dataset/samples/DataRange.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/SampleBlock.h"
+#include "velflexlib/dataset/samples/SampleBlock.h"
 
 #include "velstdlib/math/Product.h"
 #include "velstdlib/util/Limits.h"
