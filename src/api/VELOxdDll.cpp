@@ -4,7 +4,7 @@
 
 #include "api/Boundary.h"
 #include "api/FileManager.h"
-#include "velflexlib/dataset/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperator.h"
 #include "velstdlib/util/Limits.h"
 
 #include <algorithm>

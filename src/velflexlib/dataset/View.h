@@ -1,7 +1,7 @@
 // How the acquiring application shows one channel.
 #pragma once
 
-#include "velflexlib/dataset/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperator.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // The line operators.
 #pragma once
 
-#include "velflexlib/dataset/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperator.h"
 
 namespace veltaris::velflexlib::dataset {
 

@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/LineOperators.h"
+#include "velflexlib/dataset/operators/LineOperators.h"
 
-#include "velflexlib/dataset/NormalEquations.h"
+#include "velflexlib/dataset/operators/NormalEquations.h"
 
 #include <algorithm>
 #include <cmath>

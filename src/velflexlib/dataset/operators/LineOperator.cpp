@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperator.h"
 
-#include "velflexlib/dataset/LineOperators.h"
+#include "velflexlib/dataset/operators/LineOperators.h"
 
 #include <array>
 #include <cstddef>

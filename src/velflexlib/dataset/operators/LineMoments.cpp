@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/LineMoments.h"
+#include "velflexlib/dataset/operators/LineMoments.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/NormalEquations.h"
+#include "velflexlib/dataset/operators/NormalEquations.h"
 
-#include "velflexlib/dataset/LineMoments.h"
+#include "velflexlib/dataset/operators/LineMoments.h"
 
 #include <algorithm>
 #include <cmath>
