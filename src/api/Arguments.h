@@ -1,7 +1,7 @@
 // The checks that exports make of their arguments, each with the text that its failure has.
 #pragma once
 
-#include "velflexlib/dataset/DataGroup.h"
+#include "velflexlib/dataset/channels/DataGroup.h"
 #include "velflexlib/dataset/DataSet.h"
 
 #include <boost/assert/source_location.hpp>

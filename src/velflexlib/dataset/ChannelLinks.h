@@ -1,7 +1,7 @@
 // The channels that a processor reads from or writes to.
 #pragma once
 
-#include "velflexlib/dataset/Databuffer.h"
+#include "velflexlib/dataset/channels/Databuffer.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <cstdint>

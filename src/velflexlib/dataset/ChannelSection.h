@@ -1,7 +1,7 @@
 // The axes of a channel in its section of the header.
 #pragma once
 
-#include "velflexlib/dataset/Databuffer.h"
+#include "velflexlib/dataset/channels/Databuffer.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 // One channel to and from a file: its section of the header and its samples.
 #pragma once
 
-#include "velflexlib/dataset/Databuffer.h"
+#include "velflexlib/dataset/channels/Databuffer.h"
 #include "velflexlib/dataset/LoadBudget.h"
 #include "velstdlib/util/VELConfig.h"
 

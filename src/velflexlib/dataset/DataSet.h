@@ -2,7 +2,7 @@
 #pragma once
 
 #include "lumox/sigslot.h"
-#include "velflexlib/dataset/DataGroup.h"
+#include "velflexlib/dataset/channels/DataGroup.h"
 #include "velflexlib/dataset/InfoSet.h"
 #include "velflexlib/dataset/ProcessorSet.h"
 #include "velflexlib/dataset/ViewSet.h"

@@ -1,7 +1,7 @@
 // The keys of the data-set section of a header, in both versions.
 #pragma once
 
-#include "velflexlib/dataset/DataGroup.h"
+#include "velflexlib/dataset/channels/DataGroup.h"
 #include "velstdlib/math/Product.h"
 #include "velstdlib/util/VELKeyToValue.h"
 

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/Databuffer.h"
+#include "velflexlib/dataset/channels/Databuffer.h"
 
 #include "velstdlib/util/ContainerHelper.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "lumox/sigslot.h"
-#include "velflexlib/dataset/Databuffer.h"
+#include "velflexlib/dataset/channels/Databuffer.h"
 
 #include <cstddef>
 #include <cstdint>

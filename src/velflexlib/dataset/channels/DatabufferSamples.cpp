@@ -1,5 +1,5 @@
 // Reading and writing the samples of a channel.
-#include "velflexlib/dataset/Databuffer.h"
+#include "velflexlib/dataset/channels/Databuffer.h"
 
 #include <algorithm>
 #include <utility>

@@ -4,7 +4,7 @@
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/samples/DataRange.h"
 #include "velflexlib/dataset/operators/LineOperator.h"
-#include "velflexlib/dataset/LineStates.h"
+#include "velflexlib/dataset/channels/LineStates.h"
 #include "velflexlib/dataset/samples/SampleBlock.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 #include "velflexlib/dataset/samples/SignalScale.h"

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/DataGroup.h"
+#include "velflexlib/dataset/channels/DataGroup.h"
 
 #include "velstdlib/util/ContainerHelper.h"
 #include "velstdlib/util/Limits.h"
