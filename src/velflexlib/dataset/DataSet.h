@@ -3,7 +3,7 @@
 
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/channels/DataGroup.h"
-#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/information/InfoSet.h"
 #include "velflexlib/dataset/ProcessorSet.h"
 #include "velflexlib/dataset/ViewSet.h"
 

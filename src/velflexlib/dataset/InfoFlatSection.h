@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/InfoLine.h"
-#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/information/InfoSet.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <atomic>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "velflexlib/dataset/InfoLine.h"
-#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/information/InfoSet.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>

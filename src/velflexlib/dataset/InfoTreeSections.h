@@ -3,7 +3,7 @@
 #pragma once
 
 #include "velflexlib/dataset/InfoFlatSection.h"
-#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/information/InfoSet.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>

@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/InfoSiblings.h"
+#include "velflexlib/dataset/information/InfoSiblings.h"
 
-#include "velflexlib/dataset/InfoSetItem.h"
+#include "velflexlib/dataset/information/InfoSetItem.h"
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/ContainerHelper.h"
 

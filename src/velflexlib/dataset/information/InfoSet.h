@@ -2,7 +2,7 @@
 #pragma once
 
 #include "lumox/sigslot.h"
-#include "velflexlib/dataset/InfoSetItem.h"
+#include "velflexlib/dataset/information/InfoSetItem.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 

@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/InfoSetItem.h"
+#include "velflexlib/dataset/information/InfoSetItem.h"
 
-#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/information/InfoSet.h"
 
 #include <boost/range/adaptor/reversed.hpp>
 #include <boost/throw_exception.hpp>

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/InfoSet.h"
+#include "velflexlib/dataset/information/InfoSet.h"
 
 #include <atomic>
 

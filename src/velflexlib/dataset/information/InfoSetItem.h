@@ -1,7 +1,7 @@
 // A node of the tree of measurement information.
 #pragma once
 
-#include "velflexlib/dataset/InfoSiblings.h"
+#include "velflexlib/dataset/information/InfoSiblings.h"
 
 #include <cstddef>
 #include <cstdint>
