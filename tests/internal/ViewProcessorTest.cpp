@@ -2,7 +2,7 @@
 // read.
 #include "velflexlib/dataset/ProcessorSet.h"
 #include "velflexlib/dataset/Processors.h"
-#include "velflexlib/dataset/ViewSet.h"
+#include "velflexlib/dataset/views/ViewSet.h"
 
 #include <gtest/gtest.h>
 

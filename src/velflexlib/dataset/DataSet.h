@@ -5,7 +5,7 @@
 #include "velflexlib/dataset/channels/DataGroup.h"
 #include "velflexlib/dataset/information/InfoSet.h"
 #include "velflexlib/dataset/ProcessorSet.h"
-#include "velflexlib/dataset/ViewSet.h"
+#include "velflexlib/dataset/views/ViewSet.h"
 
 #include <cstddef>
 #include <cstdint>

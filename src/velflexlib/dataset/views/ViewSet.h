@@ -1,7 +1,7 @@
 // The views that the acquiring application has opened on a data set.
 #pragma once
 
-#include "velflexlib/dataset/View.h"
+#include "velflexlib/dataset/views/View.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <memory>

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/View.h"
+#include "velflexlib/dataset/views/View.h"
 
 #include "velstdlib/util/ListCount.h"
 #include "velstdlib/string/NumberText.h"

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/ViewSet.h"
+#include "velflexlib/dataset/views/ViewSet.h"
 
 #include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/Limits.h"
