@@ -1,7 +1,7 @@
 // What a file tells of views and processors. Files are written without them, so that no other interface shows what was
 // read.
-#include "velflexlib/dataset/ProcessorSet.h"
-#include "velflexlib/dataset/Processors.h"
+#include "velflexlib/dataset/processors/ProcessorSet.h"
+#include "velflexlib/dataset/processors/Processors.h"
 #include "velflexlib/dataset/views/ViewSet.h"
 
 #include <gtest/gtest.h>

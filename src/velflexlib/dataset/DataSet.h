@@ -4,7 +4,7 @@
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/channels/DataGroup.h"
 #include "velflexlib/dataset/information/InfoSet.h"
-#include "velflexlib/dataset/ProcessorSet.h"
+#include "velflexlib/dataset/processors/ProcessorSet.h"
 #include "velflexlib/dataset/views/ViewSet.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/ProcessorBase.h"
+#include "velflexlib/dataset/processors/ProcessorBase.h"
 
 #include "velstdlib/string/FoldedText.h"
 

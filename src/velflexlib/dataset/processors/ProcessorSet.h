@@ -1,7 +1,7 @@
 // The processors that derive a data set's channels.
 #pragma once
 
-#include "velflexlib/dataset/ProcessorBase.h"
+#include "velflexlib/dataset/processors/ProcessorBase.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <memory>

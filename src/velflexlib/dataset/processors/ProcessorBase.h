@@ -1,7 +1,7 @@
 // Derives channels from measured ones. Here processors are only kept: files are opened without running them.
 #pragma once
 
-#include "velflexlib/dataset/ChannelLinks.h"
+#include "velflexlib/dataset/processors/ChannelLinks.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <cstdint>

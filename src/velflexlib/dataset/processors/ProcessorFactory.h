@@ -1,7 +1,7 @@
 // Makes processors by the identifiers of their classes.
 #pragma once
 
-#include "velflexlib/dataset/ProcessorBase.h"
+#include "velflexlib/dataset/processors/ProcessorBase.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 // The processors.
 #pragma once
 
-#include "velflexlib/dataset/ProcessorBase.h"
+#include "velflexlib/dataset/processors/ProcessorBase.h"
 #include "velflexlib/fx/FxProperty.h"
 
 namespace veltaris::velflexlib::dataset {

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/ChannelLinks.h"
+#include "velflexlib/dataset/processors/ChannelLinks.h"
 
 #include "velstdlib/util/ListCount.h"
 #include "velstdlib/string/FoldedText.h"

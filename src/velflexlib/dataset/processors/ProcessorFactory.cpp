@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/ProcessorFactory.h"
+#include "velflexlib/dataset/processors/ProcessorFactory.h"
 
-#include "velflexlib/dataset/Processors.h"
+#include "velflexlib/dataset/processors/Processors.h"
 #include "velstdlib/util/ContainerHelper.h"
 
 #include <map>

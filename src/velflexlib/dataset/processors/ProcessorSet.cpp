@@ -1,7 +1,7 @@
-#include "velflexlib/dataset/ProcessorSet.h"
+#include "velflexlib/dataset/processors/ProcessorSet.h"
 
 #include "velstdlib/util/ListCount.h"
-#include "velflexlib/dataset/ProcessorFactory.h"
+#include "velflexlib/dataset/processors/ProcessorFactory.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/Processors.h"
+#include "velflexlib/dataset/processors/Processors.h"
 
 #include "velflexlib/fx/FxPropertyHelpers.h"
 
