@@ -5,7 +5,7 @@
 #include "api/Boundary.h"
 #include "api/LastError.h"
 #include "api/OpenFile.h"
-#include "velflexlib/dataset/DataSetToVELConfig.h"
+#include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
 #include "velstdlib/util/FileWriter.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"

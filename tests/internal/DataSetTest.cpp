@@ -1,7 +1,7 @@
 // What channels tell their listeners and know of themselves, how that travels up to the data set, and who may outlive
 // whom.
 #include "velflexlib/dataset/DataSet.h"
-#include "velflexlib/dataset/DataSetToVELConfig.h"
+#include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The info tree where the C interface cannot show it: insertion, paths, selection, signals, and depth.
 #include "velflexlib/dataset/DataSet.h"
-#include "velflexlib/dataset/InfoSetToVELConfig.h"
+#include "velflexlib/dataset/serialisers/InfoSetToVELConfig.h"
 
 #include <gtest/gtest.h>
 #include <pthread.h>

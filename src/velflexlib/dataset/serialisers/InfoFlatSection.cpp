@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/InfoFlatSection.h"
+#include "velflexlib/dataset/serialisers/InfoFlatSection.h"
 
-#include "velflexlib/dataset/InfoLine.h"
+#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velstdlib/string/FoldedText.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>

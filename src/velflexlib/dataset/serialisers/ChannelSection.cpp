@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/ChannelSection.h"
+#include "velflexlib/dataset/serialisers/ChannelSection.h"
 
 #include "velstdlib/math/SIPrefix.h"
 #include "velstdlib/string/NumberText.h"

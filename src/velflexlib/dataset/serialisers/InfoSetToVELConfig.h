@@ -2,7 +2,7 @@
 // sections. Which of the two a top-level group is stored in, it knows itself.
 #pragma once
 
-#include "velflexlib/dataset/InfoLine.h"
+#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velflexlib/dataset/information/InfoSet.h"
 #include "velstdlib/util/VELConfig.h"
 

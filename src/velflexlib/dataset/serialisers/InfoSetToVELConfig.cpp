@@ -1,7 +1,7 @@
-#include "velflexlib/dataset/InfoSetToVELConfig.h"
+#include "velflexlib/dataset/serialisers/InfoSetToVELConfig.h"
 
-#include "velflexlib/dataset/InfoFlatSection.h"
-#include "velflexlib/dataset/InfoTreeSections.h"
+#include "velflexlib/dataset/serialisers/InfoFlatSection.h"
+#include "velflexlib/dataset/serialisers/InfoTreeSections.h"
 #include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/VELException.h"
 

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/InfoLine.h"
+#include "velflexlib/dataset/serialisers/InfoLine.h"
 
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/HeaderText.h"

@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/InfoTreeSections.h"
+#include "velflexlib/dataset/serialisers/InfoTreeSections.h"
 
-#include "velflexlib/dataset/InfoLine.h"
+#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/IndexedKey.h"

@@ -1,6 +1,6 @@
-#include "velflexlib/dataset/DataBufferToVELConfig.h"
+#include "velflexlib/dataset/serialisers/DataBufferToVELConfig.h"
 
-#include "velflexlib/dataset/ChannelSection.h"
+#include "velflexlib/dataset/serialisers/ChannelSection.h"
 #include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/VELException.h"

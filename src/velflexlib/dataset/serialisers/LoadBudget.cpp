@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/LoadBudget.h"
+#include "velflexlib/dataset/serialisers/LoadBudget.h"
 
 #include "velstdlib/math/Product.h"
 #include "velstdlib/util/Limits.h"

@@ -1,4 +1,4 @@
-#include "velflexlib/dataset/DataSetSection.h"
+#include "velflexlib/dataset/serialisers/DataSetSection.h"
 
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/HeaderText.h"

@@ -2,7 +2,7 @@
 // and a line for each of its items.
 #pragma once
 
-#include "velflexlib/dataset/InfoFlatSection.h"
+#include "velflexlib/dataset/serialisers/InfoFlatSection.h"
 #include "velflexlib/dataset/information/InfoSet.h"
 #include "velstdlib/util/VELConfig.h"
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/channels/Databuffer.h"
-#include "velflexlib/dataset/LoadBudget.h"
+#include "velflexlib/dataset/serialisers/LoadBudget.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>
