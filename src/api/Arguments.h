@@ -1,8 +1,8 @@
 // The checks that exports make of their arguments, each with the text that its failure has.
 #pragma once
 
-#include "velflexlib/dataset/channels/DataGroup.h"
 #include "velflexlib/dataset/DataSet.h"
+#include "velflexlib/dataset/channels/DataGroup.h"
 
 #include <boost/assert/source_location.hpp>
 

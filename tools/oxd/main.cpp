@@ -1,6 +1,6 @@
-#include "Platform.h"
-#include "Results.h"
-#include "Run.h"
+#include "oxd/commands/Run.h"
+#include "oxd/system/Platform.h"
+#include "oxd/system/Results.h"
 
 #include <boost/nowide/args.hpp>
 

@@ -16,8 +16,8 @@ std::uint64_t ReadListCount(const CVELKeyToValueList& keys, std::string_view key
     return count;
 }
 
-std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys,
-                                                             std::string_view prefix, std::uint64_t count)
+std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys, std::string_view prefix,
+                                                             std::uint64_t count)
 {
     std::map<std::uint64_t, std::string_view> values;
     keys.ForEach([&](std::string_view key, std::string_view value) {

@@ -17,7 +17,7 @@ std::uint64_t ReadListCount(const CVELKeyToValueList& keys, std::string_view key
 
 // The values of the keys that are the prefix and a number below `count`, in the order of the numbers. The keys that
 // there are bound the work: the count alone would not.
-std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys,
-                                                             std::string_view prefix, std::uint64_t count);
+std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys, std::string_view prefix,
+                                                             std::uint64_t count);
 
 } // namespace veltaris::velstdlib::util

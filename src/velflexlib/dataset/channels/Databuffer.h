@@ -2,12 +2,12 @@
 #pragma once
 
 #include "lumox/sigslot.h"
-#include "velflexlib/dataset/samples/DataRange.h"
-#include "velflexlib/dataset/operators/LineOperator.h"
 #include "velflexlib/dataset/channels/LineStates.h"
+#include "velflexlib/dataset/operators/LineOperator.h"
+#include "velflexlib/dataset/samples/DataRange.h"
 #include "velflexlib/dataset/samples/SampleBlock.h"
-#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 #include "velflexlib/dataset/samples/SignalScale.h"
+#include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #include <algorithm>
 #include <array>

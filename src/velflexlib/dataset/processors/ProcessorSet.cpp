@@ -1,8 +1,8 @@
 #include "velflexlib/dataset/processors/ProcessorSet.h"
 
-#include "velstdlib/util/ListCount.h"
 #include "velflexlib/dataset/processors/ProcessorFactory.h"
 #include "velstdlib/util/Limits.h"
+#include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/VELException.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "velflexlib/dataset/serialisers/DataBufferToVELConfig.h"
 
-#include "velflexlib/dataset/serialisers/ChannelSection.h"
 #include "velflexlib/dataset/samples/SampleCodec.h"
+#include "velflexlib/dataset/serialisers/ChannelSection.h"
 #include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/VELException.h"
 

@@ -1,9 +1,9 @@
 #include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
 
+#include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velflexlib/dataset/serialisers/DataBufferToVELConfig.h"
 #include "velflexlib/dataset/serialisers/DataSetSection.h"
 #include "velflexlib/dataset/serialisers/InfoSetToVELConfig.h"
-#include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 

@@ -1,8 +1,8 @@
 // The section that holds groups and items as a flat list: a header line for each group, then its items.
 #pragma once
 
-#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velflexlib/dataset/information/InfoSet.h"
+#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velstdlib/util/VELKeyToValue.h"
 
 #include <atomic>

@@ -2,8 +2,8 @@
 // sections. Which of the two a top-level group is stored in, it knows itself.
 #pragma once
 
-#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velflexlib/dataset/information/InfoSet.h"
+#include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>

@@ -2,8 +2,8 @@
 // and a line for each of its items.
 #pragma once
 
-#include "velflexlib/dataset/serialisers/InfoFlatSection.h"
 #include "velflexlib/dataset/information/InfoSet.h"
+#include "velflexlib/dataset/serialisers/InfoFlatSection.h"
 #include "velstdlib/util/VELConfig.h"
 
 #include <atomic>

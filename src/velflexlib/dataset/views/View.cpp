@@ -1,10 +1,10 @@
 #include "velflexlib/dataset/views/View.h"
 
-#include "velstdlib/util/ListCount.h"
 #include "velstdlib/string/NumberText.h"
 #include "velstdlib/util/BiMapper.h"
 #include "velstdlib/util/ContainerHelper.h"
 #include "velstdlib/util/Limits.h"
+#include "velstdlib/util/ListCount.h"
 
 #include <stdexcept>
 #include <string_view>

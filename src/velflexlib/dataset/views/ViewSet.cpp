@@ -1,7 +1,7 @@
 #include "velflexlib/dataset/views/ViewSet.h"
 
-#include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/Limits.h"
+#include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/VELException.h"
 
 #include <cstdint>

@@ -1,0 +1,113 @@
+#include "oxd/commands/ChannelCommands.h"
+
+#include "oxd/commands/Commands.h"
+#include "oxd/edit/Correct.h"
+#include "oxd/export/Export.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace oxd {
+
+namespace {
+
+constexpr const char* exportKinds = "The suffix of OUT, in any case, says what is written:\n"
+                                    "  .png        picture in colours with axes and a colour bar\n"
+                                    "  .png --grey picture of 16 bits, a pixel for each sample, 0 where there is none\n"
+                                    "  .csv        table with a row for each line, headed by positions\n"
+                                    "  .raw        raw samples, 32-bit little-endian integers, line by line\n"
+                                    "  .f64 .real  real values, 64-bit little-endian, NaN where there is none\n\n";
+
+std::string DescribeOperators()
+{
+    std::string text = "Operators:";
+    for (const LineOperator& known : lineOperators) {
+        const std::string padding(12 - known.name.size(), ' ');
+        text.append("\n  ").append(known.name).append(padding).append(known.description);
+    }
+    return text;
+}
+
+CLI::Validator IsOperator()
+{
+    std::vector<std::string> names;
+    std::transform(lineOperators.begin(), lineOperators.end(), std::back_inserter(names),
+                   [](const LineOperator& known) { return std::string(known.name); });
+    return CLI::IsMember(names);
+}
+
+LineOperator FindOperator(const std::string& name)
+{
+    const auto* const found = std::find_if(lineOperators.begin(), lineOperators.end(),
+                                           [&](const LineOperator& known) { return known.name == name; });
+    return found == lineOperators.end() ? rawData : *found;
+}
+
+void AddSelection(CLI::App& command, ChannelSelection& selection)
+{
+    command.add_option("FILE", selection.file, "File to read; stays as it is")->type_name("")->required();
+    command.add_option("--group", selection.group, "Name of the group")->type_name("NAME")->required();
+    command.add_option("--channel", selection.channel, "Index of the channel, or its name")
+        ->type_name("INDEX|NAME")
+        ->required();
+}
+
+CLI::Option& AddOperator(CLI::App& command, LineOperator& lineOperator, const char* description)
+{
+    const auto choose = [&lineOperator](const std::string& name) { lineOperator = FindOperator(name); };
+    return *command.add_option_function<std::string>("--op", choose, description)->type_name("OP")->check(IsOperator());
+}
+
+void AddOutput(CLI::App& command, std::string& output)
+{
+    command.add_option("-o,--output", output, "File to write; an existing one is replaced")
+        ->type_name("OUT")
+        ->required();
+}
+
+// Complains of lines that have come out otherwise than asked for.
+ExitCode Report(const std::string& file, const LineTally& tooShort, const LineTally& damaged, const char* consequence)
+{
+    for (const LineTally& tally : {tooShort, damaged}) {
+        if (tally.Count() > 0) {
+            Complain(file + ": " + tally.Sentence(consequence));
+        }
+    }
+    return damaged.Count() > 0 ? ExitCode::Damaged : ExitCode::Done;
+}
+
+} // namespace
+
+void AddCorrect(CLI::App& app, ExitCode& outcome)
+{
+    const auto correction = std::make_shared<Correction>();
+    CLI::App& command = *app.add_subcommand("correct", "Correct a channel line by line and save it as another file");
+    command.footer(DescribeOperators() + "\n\n" + notInSavedFiles);
+    AddSelection(command, correction->selection);
+    AddOperator(command, correction->lineOperator, "Operator, see below").required();
+    AddOutput(command, correction->output);
+    command.callback([correction, &outcome] {
+        const UntouchedLines untouched = Correct(*correction);
+        outcome = Report(correction->selection.file, untouched.tooShort, untouched.damaged, "left as before");
+    });
+}
+
+void AddExport(CLI::App& app, ExitCode& outcome)
+{
+    const auto wanted = std::make_shared<Export>();
+    CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
+    command.footer(exportKinds + DescribeOperators());
+    AddSelection(command, wanted->selection);
+    AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
+    command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
+    AddOutput(command, wanted->output);
+    command.callback([wanted, &outcome] {
+        const ExportGaps gaps = ExportChannel(*wanted);
+        outcome = Report(wanted->selection.file, gaps.tooShort, gaps.damaged, "left out");
+        for (const std::string& note : gaps.notes) {
+            Complain(wanted->selection.file + ": " + note);
+        }
+    });
+}
+
+} // namespace oxd

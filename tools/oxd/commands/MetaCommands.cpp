@@ -1,0 +1,76 @@
+#include "oxd/commands/MetaCommands.h"
+
+#include "oxd/commands/Commands.h"
+#include "oxd/edit/MetaValue.h"
+#include "oxd/system/Results.h"
+#include "oxd/system/Text.h"
+
+#include <memory>
+
+namespace oxd {
+
+namespace {
+
+constexpr const char* pathShape = "PATH joins the names of the groups and of the item, for example Scan/Rotation.\n"
+                                  "The first match counts, and case matters.";
+
+struct PathOptions
+{
+    std::string file;
+    std::string path;
+    std::string separator = "/";
+
+    void AddTo(CLI::App& command)
+    {
+        command.footer(pathShape);
+        command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required();
+        command.add_option("PATH", path, "Where the value is, see below")->type_name("")->required();
+        command.add_option("--separator", separator, "What parts the names in PATH, instead of /")->type_name("TEXT");
+    }
+
+    // An empty separator parts nothing: there is no such place.
+    MetaPath Path() const
+    {
+        if (separator.empty()) {
+            throw CLI::ValidationError("--separator", "must not be empty");
+        }
+        return {path, separator};
+    }
+};
+
+} // namespace
+
+void AddGet(CLI::App& app, Results& results)
+{
+    const auto options = std::make_shared<PathOptions>();
+    CLI::App& command = *app.add_subcommand("get", "Print one value of the measurement information");
+    options->AddTo(command);
+    command.callback([options, &results] {
+        const std::string value = GetMetaValue(options->file, options->Path());
+        results.Write((results.IsTerminal() ? Printable(value) : value) + "\n");
+    });
+}
+
+void AddSet(CLI::App& app)
+{
+    struct Options : PathOptions
+    {
+        std::string value;
+        bool create = false;
+        std::string output;
+    };
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information in another file");
+    options->AddTo(command);
+    command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
+    command.add_option("VALUE", options->value, "New value")->type_name("")->required();
+    command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
+    command.add_option("-o,--output", options->output, "File to write; an existing one is replaced")
+        ->type_name("OUT")
+        ->required();
+    command.callback([options] {
+        SetMetaValue({options->file, options->Path(), options->value, options->create, options->output});
+    });
+}
+
+} // namespace oxd

@@ -1,0 +1,40 @@
+#include "oxd/edit/Correct.h"
+
+#include "oxd/system/OutputFile.h"
+
+namespace oxd {
+
+namespace {
+
+UntouchedLines CorrectLines(Channel channel, std::int32_t lineOperator)
+{
+    UntouchedLines untouched;
+    const std::uint64_t lines = channel.Lines();
+    for (std::uint64_t line = 0; line < lines; ++line) {
+        try {
+            const std::vector<std::int32_t> corrected = channel.ReadRaw(line, lineOperator);
+            if (corrected.empty()) {
+                untouched.tooShort.Add(line, "too few samples for this operator");
+            } else {
+                channel.WriteRaw(line, corrected);
+            }
+        } catch (const LibraryError& error) {
+            untouched.damaged.Add(line, error.what());
+        }
+    }
+    return untouched;
+}
+
+} // namespace
+
+UntouchedLines Correct(const Correction& correction)
+{
+    const ChannelSelection& wanted = correction.selection;
+    DataSet dataSet = DataSet::Open(wanted.file);
+    RequireOtherFile(wanted.file, correction.output);
+    UntouchedLines untouched = CorrectLines(FindChannel(dataSet, wanted), correction.lineOperator.code);
+    dataSet.SaveAs(correction.output);
+    return untouched;
+}
+
+} // namespace oxd

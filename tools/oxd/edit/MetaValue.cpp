@@ -1,0 +1,142 @@
+#include "oxd/edit/MetaValue.h"
+
+#include "oxd/library/MetaNode.h"
+#include "oxd/system/Failure.h"
+#include "oxd/system/OutputFile.h"
+#include "oxd/system/Text.h"
+
+#include <algorithm>
+
+namespace oxd {
+
+namespace {
+
+Failure NoItem(const std::string& file, const MetaPath& path)
+{
+    return {ExitCode::No, file, "no information named \"" + path.text + "\""};
+}
+
+Failure WrongKind(const std::string& file, const std::string& name, const char* kind)
+{
+    return {ExitCode::No, file, "\"" + name + "\" is " + kind};
+}
+
+MetaNode FindItem(const DataSet& dataSet, const std::string& file, const MetaPath& path)
+{
+    MetaNode group = MetaNode::Root(dataSet);
+    for (const std::string& name : path.groups) {
+        const auto next = group.FindGroup(name);
+        if (!next) {
+            throw NoItem(file, path);
+        }
+        group = *next;
+    }
+    const auto item = group.FindItem(path.item);
+    if (!item) {
+        throw group.FindGroup(path.item) ? WrongKind(file, path.text, "a group") : NoItem(file, path);
+    }
+    return *item;
+}
+
+// An item that becomes a group, or the other way round, would share its name with one that is there.
+void CreateItem(const DataSet& dataSet, const MetaChange& change)
+{
+    MetaNode group = MetaNode::Root(dataSet);
+    for (const std::string& name : change.path.groups) {
+        if (group.FindItem(name)) {
+            throw WrongKind(change.file, name, "no group");
+        }
+        const auto next = group.FindGroup(name);
+        group = next ? *next : group.AddGroup(name);
+    }
+    if (group.FindGroup(change.path.item)) {
+        throw WrongKind(change.file, change.path.text, "a group");
+    }
+    auto item = group.FindItem(change.path.item);
+    if (item) {
+        item->SetValue(change.value);
+    } else {
+        group.AddItem(change.path.item, change.value);
+    }
+}
+
+bool IsKept(const std::string& text)
+{
+    constexpr const char* dropped = " \t\v\f"; // at the end
+    return !text.empty() && text.find_last_not_of(dropped) + 1 == text.size() &&
+           text.find_first_of("\r\n") == std::string::npos && text.find("#!") == std::string::npos &&
+           text == ValidUtf8(text);
+}
+
+void RequireKept(const std::string& what, const std::string& text, bool kept)
+{
+    if (!kept) {
+        throw Failure(ExitCode::Usage, what + " \"" + text + "\"", "a file would not keep it");
+    }
+}
+
+// A file would drop or change some texts without a word.
+void RequireKept(const MetaChange& change)
+{
+    RequireKept("value", change.value, IsKept(change.value));
+    if (!change.create) {
+        return;
+    }
+    std::vector<std::string> names = change.path.groups;
+    names.push_back(change.path.item);
+    for (const std::string& name : names) {
+        RequireKept("name", name, IsKept(name) && name.find('=') == std::string::npos);
+    }
+    if (change.path.groups.empty()) {
+        throw Failure(ExitCode::Usage, change.path.text, "a value can only be in a group");
+    }
+}
+
+// Some names are changed for what stands beside them: one that differs from another in case only, for example.
+void RequireArrived(const MetaChange& change)
+{
+    const DataSet saved = DataSet::Open(change.output);
+    std::string arrived;
+    try {
+        arrived = FindItem(saved, change.output, change.path).Value();
+    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): under that name nothing has
+    }
+    if (arrived != change.value) {
+        throw Failure(ExitCode::Usage, change.output,
+                      "\"" + change.path.text + "\" has another name or value there, since a file cannot keep it");
+    }
+}
+
+} // namespace
+
+MetaPath::MetaPath(std::string pathText, const std::string& separator) : text(std::move(pathText))
+{
+    std::size_t begin = 0;
+    for (std::size_t end = text.find(separator); end != std::string::npos; end = text.find(separator, begin)) {
+        groups.push_back(text.substr(begin, end - begin));
+        begin = end + separator.size();
+    }
+    item = text.substr(begin);
+}
+
+std::string GetMetaValue(const std::string& file, const MetaPath& path)
+{
+    const DataSet dataSet = DataSet::Open(file);
+    return FindItem(dataSet, file, path).Value();
+}
+
+void SetMetaValue(const MetaChange& change)
+{
+    RequireKept(change);
+    DataSet dataSet = DataSet::Open(change.file);
+    RequireOtherFile(change.file, change.output);
+    if (change.create) {
+        CreateItem(dataSet, change);
+    } else {
+        FindItem(dataSet, change.file, change.path).SetValue(change.value);
+    }
+    dataSet.SaveAs(change.output);
+    RequireArrived(change);
+}
+
+} // namespace oxd

@@ -1,0 +1,59 @@
+#include "oxd/export/ExportKinds.h"
+
+#include "oxd/export/PngWriter.h"
+#include "oxd/export/Scale.h"
+#include "oxd/system/Failure.h"
+#include "oxd/system/Text.h"
+
+#include <cmath>
+
+namespace oxd {
+
+namespace {
+
+// Level 0 means missing, so that it cannot be taken for a value.
+constexpr double firstLevel = 1;
+constexpr double lastLevel = 65535;
+
+Scale RangeOfValues(LineSource source)
+{
+    Scale range = Scale::Nothing();
+    for (std::uint64_t line = 0; line < source.Lines(); ++line) {
+        for (const double value : source.ReadReal(line)) {
+            range.Include(value);
+        }
+    }
+    return range;
+}
+
+std::vector<std::uint16_t> Levels(const std::vector<double>& values, const Scale& range)
+{
+    std::vector<std::uint16_t> levels;
+    levels.reserve(values.size());
+    for (const double value : values) {
+        const double level = firstLevel + std::round(range.Fraction(value) * (lastLevel - firstLevel));
+        levels.push_back(std::isnan(value) ? 0 : static_cast<std::uint16_t>(level));
+    }
+    return levels;
+}
+
+} // namespace
+
+void WriteGreyPicture(ExportJob& job)
+{
+    LineSource& source = job.source;
+    const Scale range = RangeOfValues(source);
+    const std::string unit = " " + source.GetChannel().ReadAxis(signalAxis).unit;
+    if (!range.IsFinite()) {
+        throw Failure(ExitCode::No, job.file, "the channel has no samples to show");
+    }
+    PngWriter picture(job.output, source.Points(), source.Lines());
+    picture.WriteHeader({{"Value of level 1", ToExactText(range.From()) + unit},
+                         {"Value of level 65535", ToExactText(range.To()) + unit}});
+    for (std::uint64_t line = source.Lines(); line-- > 0;) {
+        picture.WriteRow(Levels(source.ReadReal(line), range));
+    }
+    picture.Finish();
+}
+
+} // namespace oxd

@@ -1,0 +1,37 @@
+// The kinds of files that a channel is exported to.
+#pragma once
+
+#include "oxd/library/LineSource.h"
+#include "oxd/system/OutputFile.h"
+
+#include <string>
+#include <vector>
+
+namespace oxd {
+
+struct ExportJob
+{
+    LineSource& source;
+    OutputFile& output;
+    std::string file;               // that the channel is in
+    std::string title;              // of a picture
+    std::vector<std::string> notes; // what the reader of the output should know, a sentence each
+};
+
+// Values as text: a row for each line, and positions on the axes in the first row and column.
+void WriteCsv(ExportJob& job);
+
+// Little-endian numbers, line by line: 32-bit raw samples, and 64-bit real values.
+void WriteRawNumbers(ExportJob& job);
+void WriteRealNumbers(ExportJob& job);
+
+// Both kinds of pictures show the first line at the bottom, where the line axis begins. They throw a Failure if there
+// is nothing to show.
+
+// A picture of as many pixels as the channel has samples, in 16 bits of grey.
+void WriteGreyPicture(ExportJob& job);
+
+// A picture in colours with axes and a colour bar.
+void WriteColourPicture(ExportJob& job);
+
+} // namespace oxd

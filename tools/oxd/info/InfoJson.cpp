@@ -1,0 +1,86 @@
+#include "oxd/info/FileInfo.h"
+
+#include <nlohmann/json.hpp>
+
+namespace oxd {
+
+namespace {
+
+// Keys keep the order in which they are written here. A number that is not finite becomes null.
+using Json = nlohmann::ordered_json;
+
+Json ToJson(const Axis& axis)
+{
+    return {{"name", axis.name}, {"unit", axis.unit}, {"min", axis.min}, {"range", axis.range}};
+}
+
+Json ToJson(const ChannelInfo& channel)
+{
+    Json json{{"name", channel.signalAxis.name},
+              {"points", channel.points},
+              {"lines", channel.lines},
+              {"validSamples", channel.validSamples},
+              {"unreadableLines", channel.unreadableLines},
+              {"significantBits", nullptr},
+              {"values", nullptr},
+              {"signalAxis", ToJson(channel.signalAxis)},
+              {"pointAxis", ToJson(channel.pointAxis)},
+              {"lineAxis", ToJson(channel.lineAxis)}};
+    if (channel.significantBits) {
+        json["significantBits"] = *channel.significantBits;
+    }
+    if (channel.values) {
+        json["values"] = {{"min", channel.values->min}, {"max", channel.values->max}};
+    }
+    return json;
+}
+
+Json ToJson(const GroupInfo& group)
+{
+    Json channels = Json::array();
+    for (const auto& channel : group.channels) {
+        channels.push_back(channel ? ToJson(*channel) : Json(nullptr));
+    }
+    return {{"id", group.id}, {"logicalId", group.logicalId}, {"name", group.name}, {"channels", channels}};
+}
+
+Json ToJson(const InfoNode& node)
+{
+    if (!node.isGroup) {
+        return {{"name", node.name}, {"value", node.value}};
+    }
+    Json group{{"name", node.name}, {"groups", Json::array()}, {"items", Json::array()}};
+    if (node.isCut) {
+        group["cut"] = true;
+    }
+    return group;
+}
+
+// `path` leads to the group that is being filled. An array that grows moves none of these: they are in other ones.
+Json ToJson(const std::vector<InfoNode>& nodes)
+{
+    Json root{{"groups", Json::array()}};
+    std::vector<Json*> path{&root};
+    for (const InfoNode& node : nodes) {
+        path.resize(node.depth + 1);
+        Json& list = path.back()->at(node.isGroup ? "groups" : "items");
+        list.push_back(ToJson(node));
+        path.push_back(&list.back());
+    }
+    return std::move(root["groups"]);
+}
+
+} // namespace
+
+std::string ToJson(const FileInfo& info)
+{
+    Json groups = Json::array();
+    for (const GroupInfo& group : info.groups) {
+        groups.push_back(ToJson(group));
+    }
+    const Json json{{"file", info.file}, {"version", info.version}, {"groups", groups}, {"info", ToJson(info.nodes)}};
+    constexpr int indent = 2;
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace oxd

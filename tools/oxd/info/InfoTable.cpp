@@ -1,0 +1,98 @@
+#include "oxd/info/FileInfo.h"
+
+#include "oxd/system/Text.h"
+
+#include <utility>
+
+namespace oxd {
+
+namespace {
+
+constexpr const char* none = "-";
+
+std::string RangeText(double min, double max, const std::string& unit)
+{
+    return Printable(ToText(min) + " .. " + ToText(max) + (unit.empty() ? "" : " " + unit));
+}
+
+std::string AxisText(const Axis& axis)
+{
+    return RangeText(axis.min, axis.min + axis.range, axis.unit);
+}
+
+std::string SizeText(const ChannelInfo& channel)
+{
+    const std::string size = std::to_string(channel.points) + " x " + std::to_string(channel.lines);
+    const bool full = channel.validSamples == channel.points * channel.lines;
+    return full ? size : size + ", " + std::to_string(channel.validSamples) + " valid";
+}
+
+std::vector<std::string> Row(const std::string& slot, const std::optional<ChannelInfo>& channel)
+{
+    if (!channel) {
+        return {slot, "(empty)"};
+    }
+    const Axis& signal = channel->signalAxis;
+    return {slot,
+            Printable(signal.name),
+            SizeText(*channel),
+            channel->significantBits ? std::to_string(*channel->significantBits) : none,
+            channel->values ? RangeText(channel->values->min, channel->values->max, signal.unit) : none,
+            AxisText(signal),
+            Printable(channel->pointAxis.name) + ": " + AxisText(channel->pointAxis),
+            Printable(channel->lineAxis.name) + ": " + AxisText(channel->lineAxis)};
+}
+
+std::string GroupText(const GroupInfo& group)
+{
+    const std::string heading = "\nGroup " + std::to_string(group.id) + ": " + Printable(group.name) + " (logical id " +
+                                std::to_string(group.logicalId) + ")\n";
+    if (group.channels.empty()) {
+        return heading + "  no channels\n";
+    }
+    Table table({"Channel", "Name", "Points x lines", "Bits", "Values", "Signal axis", "Point axis", "Line axis"});
+    for (std::size_t slot = 0; slot < group.channels.size(); ++slot) {
+        table.Add(Row(std::to_string(slot), group.channels[slot]));
+    }
+    return heading + table.Render("  ");
+}
+
+std::string NodeHeading(const InfoNode& group)
+{
+    return Printable(group.name) + (group.isCut ? " (what is inside is not shown)" : "") + "\n";
+}
+
+// Names and values of items in a row stand in columns.
+std::string InformationText(const std::vector<InfoNode>& nodes)
+{
+    std::string text = nodes.empty() ? "" : "\nInformation\n";
+    Table items;
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const InfoNode& node = nodes[i];
+        const std::string indent(2 * node.depth + 2, ' ');
+        if (node.isGroup) {
+            text += indent + NodeHeading(node);
+            continue;
+        }
+        items.Add({Printable(node.name), Printable(node.value)});
+        if (i + 1 == nodes.size() || nodes[i + 1].isGroup || nodes[i + 1].depth != node.depth) {
+            text += std::exchange(items, Table()).Render(indent);
+        }
+    }
+    return text;
+}
+
+} // namespace
+
+std::string ToTable(const FileInfo& info)
+{
+    std::string text = "File:    " + Printable(info.file) + "\nVersion: " + std::to_string(info.version) +
+                       "\nGroups:  " + std::to_string(info.groups.size()) + "\n";
+    for (const GroupInfo& group : info.groups) {
+        text += GroupText(group);
+    }
+    text += "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+    return text + InformationText(info.nodes);
+}
+
+} // namespace oxd

@@ -1,0 +1,97 @@
+// One channel of a data set: its size, axes and lines.
+#pragma once
+
+#include "oxd/library/DataSet.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace oxd {
+
+struct Axis
+{
+    std::string name;
+    std::string unit;
+    double min;
+    double range;
+};
+
+// The functions of the interface for one of the three axes.
+struct AxisAccess
+{
+    using TextGetter = void (*)(std::uint64_t, std::uint64_t, std::uint64_t, char*, std::uint64_t);
+    using TextSetter = void (*)(std::uint64_t, std::uint64_t, std::uint64_t, const char*);
+    using NumberGetter = double (*)(std::uint64_t, std::uint64_t, std::uint64_t);
+    using NumberSetter = void (*)(std::uint64_t, std::uint64_t, std::uint64_t, double);
+
+    TextGetter getName, getUnit;
+    NumberGetter getMin, getRange;
+    TextSetter setName, setUnit;
+    NumberSetter setMin, setRange;
+};
+
+extern const AxisAccess pointAxis;
+extern const AxisAccess lineAxis;
+extern const AxisAccess signalAxis;
+
+// Belongs to a data set that outlives it.
+class Channel
+{
+public:
+    Channel(const DataSet& dataSet, std::uint64_t group, std::uint64_t index)
+        : m_dataSet(&dataSet), m_group(group), m_index(index)
+    {
+    }
+
+    bool Exists() const { return Call(HasChannelBuffer); }
+    std::uint64_t Points() const { return Call(GetChannelData_Points); }
+    std::uint64_t Lines() const { return Call(GetChannelData_Lines); }
+    void Resize(std::uint64_t points, std::uint64_t lines) { Call(SetChannelXYDimension, points, lines); }
+
+    // A channel has no name of its own: that of its signal axis says what it holds.
+    std::string Name() const { return Text(signalAxis.getName); }
+
+    Axis ReadAxis(const AxisAccess& axis) const;
+    void WriteAxis(const AxisAccess& axis, const Axis& values);
+
+    // How many points of a line are valid. A damaged file may claim more than a line holds; this throws then.
+    std::uint64_t ValidPoints(std::uint64_t line) const;
+
+    // Whether the points of a line are elsewhere than the point axis of the channel says.
+    bool HasOwnPointAxis(std::uint64_t line) const;
+
+    // The valid samples of a line. Empty also if it has too few for the operator.
+    std::vector<std::int32_t> ReadRaw(std::uint64_t line, std::int32_t lineOperator) const;
+    std::vector<double> ReadReal(std::uint64_t line, std::int32_t lineOperator) const;
+
+    // Overwrites the leading samples of a line and leaves the others as they are, valid or not.
+    void WriteRaw(std::uint64_t line, const std::vector<std::int32_t>& samples);
+
+    // Writes a whole line.
+    void WriteReal(std::uint64_t line, const std::vector<double>& values)
+    {
+        Call(SetChannelData_LineReal, line, values.data());
+    }
+
+private:
+    template <typename Sample>
+    std::vector<Sample> Read(void (*function)(std::uint64_t, std::uint64_t, std::uint64_t, std::uint64_t, std::int32_t,
+                                              Sample*),
+                             std::uint64_t line, std::int32_t lineOperator) const;
+
+    template <typename Result, typename... Parameters>
+    Result Call(Result (*function)(std::uint64_t, std::uint64_t, std::uint64_t, Parameters...),
+                std::type_identity_t<Parameters>... arguments) const
+    {
+        return m_dataSet->Call(function, m_group, m_index, arguments...);
+    }
+
+    std::string Text(AxisAccess::TextGetter getter) const { return m_dataSet->Text(getter, m_group, m_index); }
+
+    const DataSet* m_dataSet;
+    std::uint64_t m_group;
+    std::uint64_t m_index;
+};
+
+} // namespace oxd

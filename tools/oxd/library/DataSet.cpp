@@ -1,0 +1,79 @@
+#include "oxd/library/DataSet.h"
+
+#include "oxd/library/Diagnostic.h"
+#include "oxd/system/Failure.h"
+#include "oxd/system/Platform.h"
+
+namespace oxd {
+
+namespace {
+
+std::string NameForLibrary(const std::string& file, ExitCode ifImpossible)
+{
+    const auto name = platform::FileName(file);
+    if (!name) {
+        throw Failure(ifImpossible, file, "the system's code page lacks a character of this name");
+    }
+    return *name;
+}
+
+Failure OpenFailure(const std::string& file, const std::string& text)
+{
+    const std::string reason =
+        diagnostic::IsStreamFailure(text) ? "damaged, it ends before its samples do" : diagnostic::Reason(text);
+    return {diagnostic::IsOpenFailure(text) ? ExitCode::CannotOpen : ExitCode::Damaged, file, reason};
+}
+
+Failure SaveFailure(const std::string& file, const std::string& text)
+{
+    const std::string reason =
+        diagnostic::IsStreamFailure(text) ? "not written whole, is the disk full?" : diagnostic::Reason(text);
+    return {ExitCode::CannotWrite, file, reason};
+}
+
+} // namespace
+
+LibraryError::LibraryError(const std::string& text)
+    : std::runtime_error(diagnostic::Reason(text)), m_shortBuffer(diagnostic::IsShortBuffer(text))
+{
+}
+
+void ThrowPendingError()
+{
+    if (VELHasLastError()) {
+        throw LibraryError(VELGetLastError());
+    }
+}
+
+DataSet DataSet::Open(const std::string& file)
+{
+    DataSet opened(OpenOxdFile(NameForLibrary(file, ExitCode::CannotOpen).c_str()));
+    if (opened.m_handle == 0) {
+        throw OpenFailure(file, VELGetLastError());
+    }
+    // A file without a header opens as an empty data set. That it has no version gives it away.
+    GetOxdVersion(opened.m_handle);
+    if (VELHasLastError()) {
+        VELGetLastError();
+        throw Failure(ExitCode::Damaged, file, "not an .oxd file, it has no header");
+    }
+    return opened;
+}
+
+DataSet DataSet::Create()
+{
+    DataSet created(CreateOxdFile(""));
+    ThrowPendingError();
+    return created;
+}
+
+void DataSet::SaveAs(const std::string& file)
+{
+    Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
+    SaveOxdFile(m_handle);
+    if (VELHasLastError()) {
+        throw SaveFailure(file, VELGetLastError());
+    }
+}
+
+} // namespace oxd

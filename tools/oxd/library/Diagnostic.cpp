@@ -1,0 +1,65 @@
+#include "oxd/library/Diagnostic.h"
+
+#include <optional>
+
+namespace oxd::diagnostic {
+
+namespace {
+
+bool Contains(std::string_view text, std::string_view part)
+{
+    return text.find(part) != std::string_view::npos;
+}
+
+// The rest of the line behind `mark`, which may itself be anywhere in a line.
+std::optional<std::string_view> RestOfLine(std::string_view text, std::string_view mark)
+{
+    const std::size_t found = text.find(mark);
+    if (found == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::string_view rest = text.substr(found + mark.size());
+    return rest.substr(0, rest.find_first_of("\r\n"));
+}
+
+// "..." of [boost::errinfo_errno_*] = 2, "..."
+std::optional<std::string_view> SystemError(std::string_view text)
+{
+    const auto item = RestOfLine(text, "errinfo_errno");
+    if (!item) {
+        return std::nullopt;
+    }
+    const std::size_t first = item->find('"');
+    const std::size_t last = item->rfind('"');
+    return first < last ? std::optional(item->substr(first + 1, last - first - 1)) : std::nullopt;
+}
+
+} // namespace
+
+bool IsOpenFailure(std::string_view text)
+{
+    return Contains(text, "CVELFileOpenException");
+}
+
+bool IsStreamFailure(std::string_view text)
+{
+    return Contains(text, "iostream error");
+}
+
+bool IsShortBuffer(std::string_view text)
+{
+    return Contains(text, "Buffer to small");
+}
+
+std::string Reason(std::string_view text)
+{
+    const auto what = RestOfLine(text, "std::exception::what: ");
+    const auto reason = SystemError(text).value_or(what.value_or(text));
+    const auto line = reason.substr(0, reason.find_first_of("\r\n"));
+    if (line == "std::bad_alloc") {
+        return "not enough memory";
+    }
+    return std::string(line.substr(0, line.find(" Filename: ")));
+}
+
+} // namespace oxd::diagnostic

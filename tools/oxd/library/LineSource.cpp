@@ -1,0 +1,39 @@
+#include "oxd/library/LineSource.h"
+
+#include "oxd/system/Progress.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace oxd {
+
+template <typename Sample>
+std::vector<Sample> LineSource::Read(std::uint64_t line, Reader<Sample> read)
+{
+    m_progress->Advance();
+    try {
+        std::vector<Sample> samples = (m_channel.*read)(line, m_operator.code);
+        if (samples.empty() && m_channel.ValidPoints(line) > 0) {
+            m_tooShort.Add(line, "too few samples for this operator");
+        }
+        return samples;
+    } catch (const LibraryError& error) {
+        m_damaged.Add(line, error.what());
+        return {};
+    }
+}
+
+template std::vector<std::int32_t> LineSource::Read(std::uint64_t line, Reader<std::int32_t> read);
+
+std::vector<double> LineSource::ReadReal(std::uint64_t line)
+{
+    constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+    std::vector<double> values = Read(line, &Channel::ReadReal);
+    std::replace_if(
+        values.begin(), values.end(), [](double value) { return !std::isfinite(value); }, missing);
+    values.resize(m_points, missing);
+    return values;
+}
+
+} // namespace oxd

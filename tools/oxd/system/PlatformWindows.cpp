@@ -1,0 +1,122 @@
+#include "oxd/system/Platform.h"
+
+#include <boost/nowide/convert.hpp>
+
+#include <algorithm>
+#include <cerrno>
+
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
+namespace oxd::platform {
+
+namespace {
+
+constexpr int standardOutput = 1;
+constexpr int standardError = 2;
+
+// While it lives, the console takes what is written to it for UTF-8. Programs that come later find it as it was.
+class ConsoleInUtf8
+{
+public:
+    ConsoleInUtf8() : m_before(GetConsoleOutputCP()) { SetConsoleOutputCP(CP_UTF8); }
+    ~ConsoleInUtf8()
+    {
+        if (m_before != 0) { // there is a console
+            SetConsoleOutputCP(m_before);
+        }
+    }
+    ConsoleInUtf8(const ConsoleInUtf8&) = delete;
+    ConsoleInUtf8& operator=(const ConsoleInUtf8&) = delete;
+
+private:
+    UINT m_before;
+};
+
+bool IsFolder(const std::wstring& name)
+{
+    const DWORD attributes = GetFileAttributesW(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+} // namespace
+
+// The library's names are in the system's code page, which lacks most characters. What it has in their place is another
+// file's name.
+std::optional<std::string> FileName(const std::string& name)
+{
+    const std::wstring wide = boost::nowide::widen(name);
+    const int length = static_cast<int>(wide.size());
+    const auto convert = [&](char* out, int size) {
+        return WideCharToMultiByte(CP_ACP, 0, wide.data(), length, out, size, nullptr, nullptr);
+    };
+    std::string narrow(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
+    convert(narrow.data(), static_cast<int>(narrow.size()));
+    std::wstring back(wide.size(), L'\0');
+    const int backLength =
+        MultiByteToWideChar(CP_ACP, 0, narrow.data(), static_cast<int>(narrow.size()), back.data(), length);
+    return backLength == length && back == wide ? std::optional(narrow) : std::nullopt;
+}
+
+void IgnoreBrokenPipes()
+{
+}
+
+int TakeStandardOutput()
+{
+    static const ConsoleInUtf8 untilTheEnd;
+    const int own = _dup(standardOutput);
+    if (own >= 0) {
+        _setmode(own, _O_BINARY); // lines end as they do elsewhere
+    }
+    if (_dup2(standardError, standardOutput) != 0) { // there is no standard error either
+        const int nowhere = _open("NUL", _O_WRONLY);
+        _dup2(nowhere, standardOutput);
+    }
+    return own;
+}
+
+int CreateFileFor(const std::string& name)
+{
+    const std::wstring wide = boost::nowide::widen(name);
+    const int descriptor = _wopen(wide.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
+    if (descriptor < 0 && errno == EACCES && IsFolder(wide)) {
+        errno = EISDIR; // as elsewhere, where a lack of rights is something else
+    }
+    return descriptor;
+}
+
+bool IsRegularFile(int descriptor)
+{
+    struct _stat64 status = {};
+    return _fstat64(descriptor, &status) == 0 && (status.st_mode & _S_IFREG) != 0;
+}
+
+bool IsTerminal(int descriptor)
+{
+    return _isatty(descriptor) != 0;
+}
+
+bool WriteAll(int descriptor, std::string_view text)
+{
+    constexpr std::size_t largestPiece = 1 << 20;
+    while (!text.empty()) {
+        const auto piece = static_cast<unsigned int>(std::min(text.size(), largestPiece));
+        const int written = _write(descriptor, text.data(), piece);
+        if (written < 0) {
+            return false;
+        }
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+bool Close(int descriptor)
+{
+    return _close(descriptor) == 0;
+}
+
+} // namespace oxd::platform

@@ -1,0 +1,137 @@
+#include "oxd/system/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <string_view>
+
+namespace oxd {
+
+namespace {
+
+constexpr int significantDigits = 6;
+constexpr const char* columnGap = "  ";
+
+// Characters, of which all bytes but the first are 10xxxxxx in UTF-8.
+std::size_t Width(const std::string& text)
+{
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+// Bytes of the character that begins with `byte`, 0 if none does.
+std::size_t Utf8Length(unsigned char byte)
+{
+    return byte < 0x80 ? 1 : byte < 0xC2 ? 0 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : byte < 0xF5 ? 4 : 0;
+}
+
+// Characters for which there is a glyph to look for: no halves of pairs, no reserved codes, none in more bytes than it
+// takes.
+bool IsCharacter(std::uint32_t code, std::size_t length)
+{
+    constexpr std::array<std::uint32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
+    const bool isHalf = code >= 0xD800 && code <= 0xDFFF;
+    const bool isReserved = (code & 0xFFFE) == 0xFFFE || (code >= 0xFDD0 && code <= 0xFDEF);
+    return code >= smallest[length] && code <= 0x10FFFF && !isHalf && !isReserved;
+}
+
+// Bytes of the character at the beginning, 0 if there is none.
+std::size_t LeadingCharacter(std::string_view text)
+{
+    const auto first = static_cast<unsigned char>(text.front());
+    const std::size_t length = Utf8Length(first);
+    if (length < 2 || length > text.size()) {
+        return length == 1 ? 1 : 0;
+    }
+    std::uint32_t code = first & (0xFFU >> (length + 1));
+    for (const char byte : text.substr(1, length - 1)) {
+        if ((byte & 0xC0) != 0x80) {
+            return 0;
+        }
+        code = code << 6 | (static_cast<unsigned char>(byte) & 0x3FU);
+    }
+    return IsCharacter(code, length) ? length : 0;
+}
+
+bool IsValidUtf8(std::string_view text)
+{
+    std::size_t length = 1;
+    for (; !text.empty() && length > 0; text.remove_prefix(length)) {
+        length = LeadingCharacter(text);
+    }
+    return length > 0;
+}
+
+bool IsControl(char byte)
+{
+    return (byte >= 0 && byte < ' ') || byte == 0x7F;
+}
+
+// U+0080 to U+009F, of two bytes.
+bool BeginsControl(std::string_view text)
+{
+    return text.size() > 1 && text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0;
+}
+
+} // namespace
+
+std::string ToText(double number)
+{
+    std::array<char, 32> buffer{};
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general,
+                                   significantDigits);
+    return {buffer.data(), end.ptr};
+}
+
+std::string ToExactText(double number)
+{
+    std::array<char, 32> buffer{};
+    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), number).ptr};
+}
+
+std::string Printable(const std::string& text)
+{
+    std::string printable = text;
+    std::replace_if(printable.begin(), printable.end(), IsControl, '?');
+    for (std::size_t i = 0; i < printable.size(); ++i) {
+        if (BeginsControl(std::string_view(printable).substr(i))) {
+            printable.replace(i, 2, "?");
+        }
+    }
+    return printable;
+}
+
+std::string ValidUtf8(const std::string& text)
+{
+    std::string valid = text;
+    if (!IsValidUtf8(text)) {
+        std::replace_if(
+            valid.begin(), valid.end(), [](char byte) { return (byte & 0x80) != 0; }, '?');
+    }
+    return valid;
+}
+
+void Table::Add(std::vector<std::string> cells)
+{
+    m_widths.resize(std::max(m_widths.size(), cells.size()));
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        m_widths[column] = std::max(m_widths[column], Width(cells[column]));
+    }
+    m_rows.push_back(std::move(cells));
+}
+
+std::string Table::Render(const std::string& indent) const
+{
+    std::string text;
+    for (const std::vector<std::string>& row : m_rows) {
+        std::string line = indent;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            line += row[column] + std::string(m_widths[column] - Width(row[column]), ' ') + columnGap;
+        }
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+    }
+    return text;
+}
+
+} // namespace oxd
