@@ -6,9 +6,9 @@
 #include "api/LastError.h"
 #include "api/OpenFile.h"
 #include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
-#include "velstdlib/util/FileWriter.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/files/FileWriter.h"
 
 #include <boost/throw_exception.hpp>
 

@@ -3,7 +3,7 @@
 
 #include "api/LastChannel.h"
 #include "velflexlib/dataset/DataSet.h"
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #include "api/OpenFile.h"
 
-#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/files/FileAccess.h"
 
 #include <cerrno>
 #include <filesystem>

@@ -1,7 +1,7 @@
 // The header store where no file can take it: orders, limits, aborting, its own files.
 #include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/VELConfig.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <gtest/gtest.h>
 

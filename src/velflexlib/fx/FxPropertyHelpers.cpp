@@ -1,7 +1,7 @@
 #include "velflexlib/fx/FxPropertyHelpers.h"
 
-#include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/Log.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include <boost/current_function.hpp>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/fx/FxProperty.h"
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <string_view>
 

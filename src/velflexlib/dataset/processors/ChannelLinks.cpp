@@ -1,9 +1,9 @@
 #include "velflexlib/dataset/processors/ChannelLinks.h"
 
 #include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"
-#include "velstdlib/util/ListCount.h"
+#include "velstdlib/util/header/IndexedKey.h"
+#include "velstdlib/util/header/ListCount.h"
 
 namespace veltaris::velflexlib::dataset {
 

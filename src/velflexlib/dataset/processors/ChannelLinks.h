@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/channels/Databuffer.h"
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <cstdint>
 #include <functional>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/processors/ChannelLinks.h"
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <cstdint>
 #include <string>

@@ -2,8 +2,8 @@
 
 #include "velflexlib/dataset/processors/ProcessorFactory.h"
 #include "velstdlib/util/Limits.h"
-#include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/ListCount.h"
 
 #include <algorithm>
 #include <map>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/processors/ProcessorBase.h"
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <memory>
 #include <vector>

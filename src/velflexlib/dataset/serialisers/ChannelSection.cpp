@@ -2,9 +2,9 @@
 
 #include "velstdlib/math/SIPrefix.h"
 #include "velstdlib/string/NumberText.h"
-#include "velstdlib/util/HeaderText.h"
-#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/HeaderText.h"
+#include "velstdlib/util/header/IndexedKey.h"
 
 #include <array>
 #include <string_view>

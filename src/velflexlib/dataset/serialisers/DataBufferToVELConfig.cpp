@@ -2,8 +2,8 @@
 
 #include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velflexlib/dataset/serialisers/ChannelSection.h"
-#include "velstdlib/util/HeaderText.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -3,7 +3,7 @@
 
 #include "velflexlib/dataset/channels/Databuffer.h"
 #include "velflexlib/dataset/serialisers/LoadBudget.h"
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <atomic>
 #include <cstddef>

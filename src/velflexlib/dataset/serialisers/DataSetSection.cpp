@@ -1,10 +1,10 @@
 #include "velflexlib/dataset/serialisers/DataSetSection.h"
 
 #include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/HeaderText.h"
-#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/HeaderText.h"
+#include "velstdlib/util/header/IndexedKey.h"
 
 #include <algorithm>
 #include <utility>

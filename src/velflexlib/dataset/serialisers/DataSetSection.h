@@ -3,7 +3,7 @@
 
 #include "velflexlib/dataset/channels/DataGroup.h"
 #include "velstdlib/math/Product.h"
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <cstddef>
 #include <cstdint>

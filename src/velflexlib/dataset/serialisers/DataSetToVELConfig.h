@@ -3,7 +3,7 @@
 
 #include "velflexlib/dataset/DataSet.h"
 #include "velflexlib/dataset/serialisers/LoadBudget.h"
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <atomic>
 #include <cstddef>

@@ -3,7 +3,7 @@
 
 #include "velflexlib/dataset/information/InfoSet.h"
 #include "velflexlib/dataset/serialisers/InfoLine.h"
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <atomic>
 #include <optional>

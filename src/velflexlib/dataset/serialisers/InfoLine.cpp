@@ -1,7 +1,7 @@
 #include "velflexlib/dataset/serialisers/InfoLine.h"
 
 #include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/HeaderText.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include <boost/current_function.hpp>
 

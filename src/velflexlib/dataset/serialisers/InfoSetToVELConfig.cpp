@@ -2,8 +2,8 @@
 
 #include "velflexlib/dataset/serialisers/InfoFlatSection.h"
 #include "velflexlib/dataset/serialisers/InfoTreeSections.h"
-#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/files/FileAccess.h"
 
 namespace veltaris::velflexlib::dataset {
 

@@ -4,7 +4,7 @@
 
 #include "velflexlib/dataset/information/InfoSet.h"
 #include "velflexlib/dataset/serialisers/InfoLine.h"
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <atomic>
 #include <string>

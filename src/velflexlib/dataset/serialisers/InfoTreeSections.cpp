@@ -2,11 +2,11 @@
 
 #include "velflexlib/dataset/serialisers/InfoLine.h"
 #include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/HeaderText.h"
-#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/Log.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/HeaderText.h"
+#include "velstdlib/util/header/IndexedKey.h"
 
 #include <boost/current_function.hpp>
 

@@ -1,7 +1,7 @@
 // What one file may still ask for while it is loaded.
 #pragma once
 
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include <cstdint>
 #include <string>

@@ -4,7 +4,7 @@
 #include "velstdlib/util/BiMapper.h"
 #include "velstdlib/util/ContainerHelper.h"
 #include "velstdlib/util/Limits.h"
-#include "velstdlib/util/ListCount.h"
+#include "velstdlib/util/header/ListCount.h"
 
 #include <stdexcept>
 #include <string_view>

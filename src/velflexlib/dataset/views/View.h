@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/operators/LineOperator.h"
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <array>
 #include <cstddef>

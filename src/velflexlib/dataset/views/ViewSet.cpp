@@ -1,8 +1,8 @@
 #include "velflexlib/dataset/views/ViewSet.h"
 
 #include "velstdlib/util/Limits.h"
-#include "velstdlib/util/ListCount.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/ListCount.h"
 
 #include <cstdint>
 #include <string_view>

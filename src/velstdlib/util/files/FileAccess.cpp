@@ -1,4 +1,4 @@
-#include "velstdlib/util/FileAccess.h"
+#include "velstdlib/util/files/FileAccess.h"
 
 #include "velstdlib/string/SystemCodePage.h"
 

@@ -1,4 +1,4 @@
-#include "velstdlib/util/IndexedKey.h"
+#include "velstdlib/util/header/IndexedKey.h"
 
 #include "velstdlib/string/FoldedText.h"
 

@@ -1,7 +1,7 @@
 // Counts that stand beside the numbered keys of a section.
 #pragma once
 
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <cstdint>
 #include <map>

@@ -1,4 +1,4 @@
-#include "velstdlib/util/TextStore.h"
+#include "velstdlib/util/header/TextStore.h"
 
 #include <algorithm>
 #include <utility>

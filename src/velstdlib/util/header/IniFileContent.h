@@ -1,9 +1,9 @@
 // An INI-like text: named sections of keys and values. Every reader and writer of headers works on the active section.
 #pragma once
 
-#include "velstdlib/util/FoldedIndex.h"
-#include "velstdlib/util/TextStore.h"
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/FoldedIndex.h"
+#include "velstdlib/util/header/TextStore.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <boost/assert/source_location.hpp>
 

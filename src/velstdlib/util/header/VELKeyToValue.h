@@ -1,8 +1,8 @@
 // The keys and values of one section of a header.
 #pragma once
 
-#include "velstdlib/util/FoldedIndex.h"
-#include "velstdlib/util/TextStore.h"
+#include "velstdlib/util/header/FoldedIndex.h"
+#include "velstdlib/util/header/TextStore.h"
 
 #include <cstddef>
 #include <cstdint>

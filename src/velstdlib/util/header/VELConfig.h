@@ -1,7 +1,7 @@
 // A header as a document of its own: found inside a data file, read, and written to a file.
 #pragma once
 
-#include "velstdlib/util/IniFileContent.h"
+#include "velstdlib/util/header/IniFileContent.h"
 
 #include <boost/core/noncopyable.hpp>
 

@@ -1,4 +1,4 @@
-#include "velstdlib/util/IniFileContent.h"
+#include "velstdlib/util/header/IniFileContent.h"
 
 #include "velstdlib/string/FoldedText.h"
 

@@ -1,4 +1,4 @@
-#include "velstdlib/util/VELKeyToValue.h"
+#include "velstdlib/util/header/VELKeyToValue.h"
 
 #include "velstdlib/string/NumberText.h"
 #include "velstdlib/util/Limits.h"

@@ -1,7 +1,7 @@
-#include "velstdlib/util/FileWriter.h"
+#include "velstdlib/util/files/FileWriter.h"
 
-#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/files/FileAccess.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,9 +1,9 @@
-#include "velstdlib/util/VELConfig.h"
+#include "velstdlib/util/header/VELConfig.h"
 
 #include "velstdlib/string/Encoding.h"
-#include "velstdlib/util/FileAccess.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/files/FileAccess.h"
 
 #include <algorithm>
 #include <array>

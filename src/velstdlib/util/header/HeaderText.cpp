@@ -1,4 +1,4 @@
-#include "velstdlib/util/HeaderText.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include "velstdlib/string/Encoding.h"
 #include "velstdlib/util/Log.h"

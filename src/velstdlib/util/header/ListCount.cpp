@@ -1,7 +1,7 @@
-#include "velstdlib/util/ListCount.h"
+#include "velstdlib/util/header/ListCount.h"
 
-#include "velstdlib/util/IndexedKey.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/header/IndexedKey.h"
 
 namespace veltaris::velstdlib::util {
 
