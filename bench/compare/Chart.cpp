@@ -88,19 +88,19 @@ void DrawGrid(CCanvas& canvas, double bottom)
     }
 }
 
-void DrawRow(CCanvas& canvas, const Result& result, double floorMedian, double top)
+void DrawRow(CCanvas& canvas, const Result& result, double baselineMedian, double top)
 {
     const bool met = std::ranges::all_of(result.verdicts, &Verdict::Met);
     const double middle = top + rowHeight / 2;
-    canvas.Text(4, middle + 4, result.work);
-    canvas.Bar(labelWidth, top + 4, PositionOf(result.Ours() / floorMedian) - labelWidth, rowHeight - 8,
+    canvas.Text(4, middle + 4, result.benchmark);
+    canvas.Bar(labelWidth, top + 4, PositionOf(result.Ours() / baselineMedian) - labelWidth, rowHeight - 8,
                met ? barColour : missedColour);
     for (const Figure& figure : result.figures) {
-        if (figure.name != ours && figure.name != theFloor)
-            canvas.Dot(PositionOf(figure.median / floorMedian), middle, peerColour);
+        if (figure.name != ours && figure.name != baselineName)
+            canvas.Dot(PositionOf(figure.median / baselineMedian), middle, peerColour);
     }
     for (const Verdict& verdict : result.verdicts) {
-        if (verdict.goal.against == Against::Floor)
+        if (verdict.goal.against == Against::Baseline)
             canvas.Bar(PositionOf(verdict.goal.atMost) - 1, top + 1, 2, rowHeight - 2, textColour);
     }
 }
@@ -111,7 +111,7 @@ void DrawChart(const std::string& path, const std::vector<Result>& results)
 {
     std::vector<const Result*> rows;
     for (const Result& result : results) {
-        if (result.Floor())
+        if (result.Baseline())
             rows.push_back(&result);
     }
     const double bottom = margin + rowHeight * static_cast<double>(rows.size());
@@ -119,11 +119,12 @@ void DrawChart(const std::string& path, const std::vector<Result>& results)
     DrawGrid(canvas, bottom);
     double top = margin;
     for (const Result* row : rows) {
-        DrawRow(canvas, *row, *row->Floor(), top);
+        DrawRow(canvas, *row, *row->Baseline(), top);
         top += rowHeight;
     }
-    canvas.Text(4, bottom + 18,
-                "Time as a multiple of the hand-written floor's. Bars: VELOxd; strokes: goals; dots: other libraries.");
+    canvas.Text(
+        4, bottom + 18,
+        "Time as a multiple of the hand-written baseline's. Bars: VELOxd; strokes: goals; dots: other libraries.");
 }
 
 } // namespace bench

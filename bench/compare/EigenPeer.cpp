@@ -8,7 +8,7 @@ namespace bench {
 
 namespace {
 
-// The decomposition is computed once: for each line there is one product with Q transposed, and one with Q.
+// The decomposition is computed once. Each line then takes one product with the transposed Q and one with Q.
 class CEigenPeer : public CFitPeer
 {
 public:

@@ -14,7 +14,7 @@ class CFits
 public:
     CFits(const std::string& path, bool create)
     {
-        // A "!" overwrites; disk files take no part in the library's extended syntax of names.
+        // A "!" allows overwriting; opening as a disk file turns the library's extended file name syntax off.
         if (create)
             fits_create_file(&m_file, ("!" + path).c_str(), &m_status);
         else
@@ -55,7 +55,7 @@ public:
         std::array<long, 2> size{static_cast<long>(shape.points), static_cast<long>(shape.lines)};
         file.Call(ffcrim, SHORT_IMG, 2, size.data());
         for (std::uint64_t i = 0; i < shape.lines; ++i)
-            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library only reads them
+            // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the library only reads the samples
             file.Call(ffppr, TINT, FirstOf(shape, i), size[0], const_cast<std::int32_t*>(line(i)));
     }
 

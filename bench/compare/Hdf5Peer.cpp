@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-// An identifier of the library's, closed at the end.
+// Owns an identifier of the library and closes it.
 class CId
 {
 public:

@@ -1,7 +1,7 @@
-// Lines of an image, as libraries take and give them.
+// The lines that each contender writes and reads back in the line-by-line benchmarks.
 #pragma once
 
-#include "compare/Floor.h"
+#include "compare/Baseline.h"
 #include "support/Image.h"
 
 #include <algorithm>
@@ -18,8 +18,9 @@ enum class Values
     Real,
 };
 
-// The lines that are written and read back, with the conversions that the library does and all others leave to their
-// caller.
+// Produces the lines of an image and sums up those that are read back. It does the conversions that the library does by
+// itself and that all others leave to their caller. A pointer that it returns is valid until the next call. Not
+// thread-safe.
 class CLines
 {
 public:
@@ -30,7 +31,7 @@ public:
         if (m_values == Values::Raw)
             return RawLine(m_shape, line).data();
         m_raw.resize(m_shape.points);
-        floor::FromReal(RealLine(m_shape, line).data(), m_raw.data(), m_raw.size());
+        baseline::FromReal(RealLine(m_shape, line).data(), m_raw.data(), m_raw.size());
         return m_raw.data();
     }
 
@@ -47,7 +48,7 @@ public:
         if (m_values == Values::Raw)
             return m_checksum.Add(line);
         m_real.resize(line.size());
-        floor::ToReal(line.data(), m_real.data(), line.size());
+        baseline::ToReal(line.data(), m_real.data(), line.size());
         m_checksum.Add(m_real);
     }
 

@@ -26,13 +26,13 @@ double SecondsOf(const std::function<void()>& run, Clock clock)
 class CRunner
 {
 public:
-    CRunner(const Work& work, const Contender& contender) : m_work(work), m_contender(contender) {}
+    CRunner(const Benchmark& benchmark, const Contender& contender) : m_benchmark(benchmark), m_contender(contender) {}
 
     void Run(Clock clock)
     {
         m_contender.prepare();
         const double seconds = SecondsOf(m_contender.run, clock);
-        m_values.push_back(m_contender.figure ? m_contender.figure() : seconds * m_work.unitsPerSecond);
+        m_values.push_back(m_contender.figure ? m_contender.figure() : seconds * m_benchmark.unitsPerSecond);
         m_checksum = m_contender.finish();
     }
 
@@ -46,27 +46,27 @@ public:
     }
 
 private:
-    const Work& m_work;
+    const Benchmark& m_benchmark;
     const Contender& m_contender;
     std::vector<double> m_values;
     double m_checksum = 0;
 };
 
-void CheckSums(const Work& work, const std::vector<CRunner>& runners)
+void CheckSums(const Benchmark& benchmark, const std::vector<CRunner>& runners)
 {
     const double expected = runners.front().Checksum();
     for (const CRunner& runner : runners) {
-        if (!(std::abs(runner.Checksum() - expected) <= work.tolerance * std::abs(expected)))
-            throw std::runtime_error(work.name + ": " + runner.Name() + " gives " + std::to_string(runner.Checksum()) +
-                                     " instead of " + std::to_string(expected));
+        if (!(std::abs(runner.Checksum() - expected) <= benchmark.tolerance * std::abs(expected)))
+            throw std::runtime_error(benchmark.name + ": " + runner.Name() + " gives " +
+                                     std::to_string(runner.Checksum()) + " instead of " + std::to_string(expected));
     }
 }
 
 double Compared(const Result& result, Against against, const Result* before)
 {
     switch (against) {
-    case Against::Floor:
-        return result.Ours() / result.Floor().value_or(NAN);
+    case Against::Baseline:
+        return result.Ours() / result.Baseline().value_or(NAN);
     case Against::BestPeer:
         return result.BestPeer() ? result.Ours() / result.BestPeer()->median : NAN;
     case Against::Figure:
@@ -79,9 +79,9 @@ double Compared(const Result& result, Against against, const Result* before)
 
 } // namespace
 
-std::optional<double> Result::Floor() const
+std::optional<double> Result::Baseline() const
 {
-    const auto found = std::ranges::find(figures, theFloor, &Figure::name);
+    const auto found = std::ranges::find(figures, baselineName, &Figure::name);
     return found == figures.end() ? std::nullopt : std::optional(found->median);
 }
 
@@ -89,29 +89,29 @@ const Figure* Result::BestPeer() const
 {
     const Figure* best = nullptr;
     for (const Figure& figure : figures) {
-        const bool isPeer = figure.name != ours && figure.name != theFloor;
+        const bool isPeer = figure.name != ours && figure.name != baselineName;
         if (isPeer && (!best || figure.median < best->median))
             best = &figure;
     }
     return best;
 }
 
-Result Measure(const Work& work, const Settings& settings, int rounds, const Result* before)
+Result Measure(const Benchmark& benchmark, const Settings& settings, int rounds, const Result* before)
 {
-    const std::vector<Contender> contenders = work.contenders(settings);
+    const std::vector<Contender> contenders = benchmark.contenders(settings);
     std::vector<CRunner> runners;
     runners.reserve(contenders.size());
     for (const Contender& contender : contenders)
-        runners.emplace_back(work, contender);
+        runners.emplace_back(benchmark, contender);
     for (int round = 0; round < rounds; ++round) {
         for (CRunner& runner : runners)
             runner.Run(settings.clock);
-        CheckSums(work, runners);
+        CheckSums(benchmark, runners);
     }
-    Result result{work.name, work.unit, {}, {}};
+    Result result{benchmark.name, benchmark.unit, {}, {}};
     for (CRunner& runner : runners)
         result.figures.push_back(runner.Summary());
-    for (const Goal& goal : work.goals) {
+    for (const Goal& goal : benchmark.goals) {
         if (const double value = Compared(result, goal.against, before); !std::isnan(value))
             result.verdicts.push_back({goal, value});
     }

@@ -1,7 +1,8 @@
-// Times the contenders of one work in turns, so that whatever else the machine does meets them all alike.
+// Runs and times benchmarks. The contenders of one benchmark take turns, so that whatever else the machine does affects
+// all of them alike.
 #pragma once
 
-#include "compare/Work.h"
+#include "compare/Benchmark.h"
 
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 
 namespace bench {
 
+// What was measured for one contender, in the unit of the benchmark.
 struct Figure
 {
     std::string name;
@@ -17,6 +19,7 @@ struct Figure
     double highest;
 };
 
+// Whether a goal was reached.
 struct Verdict
 {
     Goal goal;
@@ -24,19 +27,21 @@ struct Verdict
     bool Met() const { return value <= goal.atMost; }
 };
 
+// The outcome of one benchmark.
 struct Result
 {
-    std::string work;
+    std::string benchmark;
     std::string unit;
-    std::vector<Figure> figures; // ours first
+    std::vector<Figure> figures; // the library's comes first
     std::vector<Verdict> verdicts;
 
     double Ours() const { return figures.front().median; }
-    std::optional<double> Floor() const;
-    const Figure* BestPeer() const; // null without one
+    std::optional<double> Baseline() const; // the median, if the benchmark has a baseline
+    const Figure* BestPeer() const;         // null if there is no peer
 };
 
-// Throws std::runtime_error when checksums differ. `before` is the result of the work before this one, if any.
-Result Measure(const Work& work, const Settings& settings, int rounds, const Result* before);
+// Throws std::runtime_error if the checksums of the contenders differ. `before` is the result of the previous
+// benchmark, or null.
+Result Measure(const Benchmark& benchmark, const Settings& settings, int rounds, const Result* before);
 
 } // namespace bench

@@ -1,4 +1,5 @@
-// Other libraries that do parts of the same. Each is optional: Peers.cpp knows which of them were there to build with.
+// Other libraries that the library is compared with. Each is optional; Peers.cpp knows which of them were installed at
+// build time.
 #pragma once
 
 #include "support/Image.h"
@@ -11,7 +12,8 @@
 
 namespace bench {
 
-// A library that stores images. Samples are stored ones in what the file has, held in 32 bits unless said otherwise.
+// A library that stores images. Its samples have the values that are stored in the file, and the type std::int32_t
+// unless said otherwise. Implementations keep no state between calls and throw std::runtime_error on failure.
 class CImagePeer
 {
 public:
@@ -25,10 +27,10 @@ public:
 
     const std::string& Name() const { return m_name; }
 
-    // A file of 16 bits a sample, written and read line by line.
+    // Write and read a file of 16 bits per sample line by line.
     virtual void Write(const std::string& path, const Shape& shape, const Produce& line) const = 0;
     virtual void Read(const std::string& path, const Shape& shape, const Consume& line) const = 0;
-    // The whole image at once: widened, and as it is stored.
+    // Read the whole image at once, widened to 32 bits or in the type that is stored.
     virtual void Load(const std::string& path, const Shape& shape, std::int32_t* samples) const = 0;
     virtual void LoadStored(const std::string& path, const Shape& shape, std::int16_t* samples) const = 0;
 
@@ -36,7 +38,8 @@ private:
     std::string m_name;
 };
 
-// A library that fits polynomials. Made for one degree and length.
+// A library that fits polynomials. An object serves one degree and one length of line, and reuses its buffers: it is
+// not thread-safe.
 class CFitPeer
 {
 public:
@@ -46,15 +49,17 @@ public:
     virtual ~CFitPeer() = default;
 
     const std::string& Name() const { return m_name; }
+    // Subtracts the fitted polynomial from the line.
     virtual void Apply(std::span<const std::int32_t> line, std::span<std::int32_t> corrected) = 0;
 
 private:
     std::string m_name;
 };
 
+// The peers that were installed at build time.
 std::vector<std::shared_ptr<const CImagePeer>> ImagePeers();
 std::vector<std::shared_ptr<CFitPeer>> FitPeers(int degree, std::uint64_t points);
-// Names of those that were not there.
+// The names of those that were not.
 std::vector<std::string> MissingPeers();
 
 std::unique_ptr<CImagePeer> MakeHdf5Peer();

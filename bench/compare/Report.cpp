@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <fstream>
+#include <stdexcept>
 
 namespace bench {
 
@@ -15,8 +16,8 @@ namespace {
 const char* NameOf(Against against)
 {
     switch (against) {
-    case Against::Floor:
-        return "floor";
+    case Against::Baseline:
+        return "baseline";
     case Against::BestPeer:
         return "best peer";
     case Against::Figure:
@@ -48,7 +49,7 @@ nlohmann::json Machine()
 
 nlohmann::json ToJson(const Result& result)
 {
-    nlohmann::json json{{"work", result.work}, {"unit", result.unit}};
+    nlohmann::json json{{"benchmark", result.benchmark}, {"unit", result.unit}};
     for (const Figure& figure : result.figures)
         json["figures"].push_back(
             {{"name", figure.name}, {"median", figure.median}, {"lowest", figure.lowest}, {"highest", figure.highest}});
@@ -65,14 +66,14 @@ nlohmann::json ToJson(const Result& result)
 void PrintHead()
 {
     for (const std::string& name : MissingPeers())
-        std::printf("%s is not there: not compared with.\n", name.c_str());
-    std::printf("%-34s %13s %8s  %s\n", "work", "median", "spread", "others; goals");
+        std::printf("%s is not installed and not compared with.\n", name.c_str());
+    std::printf("%-34s %13s %8s  %s\n", "benchmark", "median", "spread", "others; goals");
 }
 
 void PrintRow(const Result& result)
 {
     const Figure& our = result.figures.front();
-    std::printf("%-34s %10.4g %s %+5.0f%%  ", result.work.c_str(), our.median, result.unit.c_str(),
+    std::printf("%-34s %10.4g %s %+5.0f%%  ", result.benchmark.c_str(), our.median, result.unit.c_str(),
                 100 * (our.highest - our.lowest) / our.median);
     for (std::size_t i = 1; i < result.figures.size(); ++i)
         std::printf("%s %.4g (x%.2f) ", result.figures[i].name.c_str(), result.figures[i].median,
@@ -88,8 +89,11 @@ void WriteJson(const std::string& path, const std::vector<Result>& results, int 
 {
     nlohmann::json json{{"machine", Machine()}, {"rounds", rounds}, {"missing", MissingPeers()}};
     for (const Result& result : results)
-        json["works"].push_back(ToJson(result));
-    std::ofstream(path) << json.dump(2) << "\n";
+        json["benchmarks"].push_back(ToJson(result));
+    std::ofstream stream(path);
+    stream << json.dump(2) << "\n";
+    if (!stream.flush())
+        throw std::runtime_error("Cannot write " + path);
 }
 
 } // namespace bench

@@ -24,7 +24,7 @@ File Open(const std::string& path, const char* mode)
     return file;
 }
 
-// Strips of about this many bytes.
+// The size of a strip, approximately.
 constexpr std::uint64_t stripBytes = 1'048'576;
 
 class CTiffPeer : public CImagePeer

@@ -1,4 +1,4 @@
-// Compares the library with hand-written code and with other libraries, on the same data, in one run.
+// Compares the library with the hand-written baseline and with other libraries, on the same data, in one run.
 #include "compare/Measure.h"
 #include "compare/Report.h"
 
@@ -9,6 +9,7 @@
 #include <exception>
 #include <iterator>
 #include <regex>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace {
 
 struct Options
 {
-    std::string works = ".";
+    std::string benchmarks = ".";
     std::string folder;
     std::string json;
     std::string chart;
@@ -25,33 +26,36 @@ struct Options
     bool processorTime = false;
 };
 
-std::vector<bench::Work> AllWorks()
+std::vector<bench::Benchmark> AllBenchmarks()
 {
-    std::vector<bench::Work> works;
-    for (const auto make : {bench::FileWorks, bench::HeaderWorks, bench::LineFileWorks, bench::LineWorks})
-        std::ranges::move(make(), std::back_inserter(works));
-    return works;
+    std::vector<bench::Benchmark> benchmarks;
+    for (const auto make :
+         {bench::FileBenchmarks, bench::HeaderBenchmarks, bench::LineFileBenchmarks, bench::CallBenchmarks})
+        std::ranges::move(make(), std::back_inserter(benchmarks));
+    return benchmarks;
 }
 
 std::vector<bench::Result> MeasureAll(const Options& options)
 {
-    const std::regex wanted(options.works);
+    const std::regex wanted(options.benchmarks);
     std::vector<bench::Result> results;
     bench::PrintHead();
     bool hasBefore = false;
-    for (const bench::Work& work : AllWorks()) {
-        if (!std::regex_search(work.name, wanted)) {
+    for (const bench::Benchmark& benchmark : AllBenchmarks()) {
+        if (!std::regex_search(benchmark.name, wanted)) {
             hasBefore = false;
             continue;
         }
         bench::CScratch scratch(options.folder);
         const bench::Settings settings{options.processorTime ? bench::Clock::Processor : bench::Clock::Wall, &scratch,
                                        options.quick ? 64U : 1U};
-        results.push_back(
-            bench::Measure(work, settings, options.quick ? 1 : options.rounds, hasBefore ? &results.back() : nullptr));
+        results.push_back(bench::Measure(benchmark, settings, options.quick ? 1 : options.rounds,
+                                         hasBefore ? &results.back() : nullptr));
         bench::PrintRow(results.back());
         hasBefore = true;
     }
+    if (results.empty())
+        throw std::runtime_error("No benchmark has a name that matches " + options.benchmarks);
     return results;
 }
 
@@ -68,15 +72,17 @@ void Run(const Options& options)
 
 int main(int argc, char** argv)
 try {
-    CLI::App app("Compares the speed of VELOxd with that of hand-written code and of other libraries.");
+    CLI::App app("Compares the speed of VELOxd with that of a hand-written baseline and of other libraries.");
     Options options;
-    app.add_option("--works", options.works, "only works whose name matches this expression");
-    app.add_option("--folder", options.folder, "where to put files (default: the system's temporary folder)");
+    app.add_option("--benchmarks,--works", options.benchmarks,
+                   "run only benchmarks whose name matches this regular expression");
+    app.add_option("--folder", options.folder, "where to put the files (default: the system's temporary folder)");
     app.add_option("--json", options.json, "write the results to this file");
-    app.add_option("--chart", options.chart, "draw them to this SVG file");
-    app.add_option("--rounds", options.rounds, "how often each contender runs")->check(CLI::PositiveNumber);
-    app.add_flag("--quick", options.quick, "small data, one round: shows that everything works, not how fast it is");
-    app.add_flag("--processor-time", options.processorTime, "time what the processor does, not what the clock says");
+    app.add_option("--chart", options.chart, "draw the results to this SVG file");
+    app.add_option("--rounds", options.rounds, "how often to run each contender")->check(CLI::PositiveNumber);
+    app.add_flag("--quick", options.quick,
+                 "small data and one round, to see that everything works, not how fast it is");
+    app.add_flag("--processor-time", options.processorTime, "measure processor time in place of elapsed time");
     CLI11_PARSE(app, argc, argv);
     Run(options);
     return 0;

@@ -1,4 +1,4 @@
-// Opening and saving: headers, and samples of each width.
+// Microbenchmarks of opening and saving: headers, and samples of each width.
 #include "support/Oxd.h"
 #include "support/Scratch.h"
 
@@ -9,7 +9,7 @@ namespace {
 using bench::COxd;
 using bench::Shape;
 
-// A file for one benchmark.
+// The file of one benchmark.
 class CFile
 {
 public:

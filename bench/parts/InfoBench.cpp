@@ -1,4 +1,4 @@
-// The measurement information, as a list and as a tree.
+// Microbenchmarks of the measurement information, as lists and as a tree.
 #include "support/Oxd.h"
 
 #include <benchmark/benchmark.h>

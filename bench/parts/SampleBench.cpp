@@ -1,4 +1,4 @@
-// Lines and pixels of a channel that is open.
+// Microbenchmarks of lines and pixels of an open channel.
 #include "support/Oxd.h"
 #include "support/Scratch.h"
 
@@ -20,7 +20,7 @@ COxd OpenImage(std::int64_t bits)
     return COxd::Open(scratch.Path("image.oxd"));
 }
 
-// The next of a row of lines, and so on.
+// Counts from 0 to `count` - 1 over and over.
 class CNext
 {
 public:

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t period = 65'536;
 
-// Lines are windows into two periods of the same values, each at another offset.
+// Lines are windows at different offsets into two periods of the same values.
 std::size_t OffsetOf(std::uint64_t line)
 {
     return static_cast<std::size_t>(line * 1031 % period);
@@ -58,7 +58,8 @@ std::span<const double> RealLineOf(const Shape& shape, std::uint64_t line)
     static const std::vector<double> values = [&] {
         const std::vector<T> stored = TwoPeriods<T>();
         std::vector<double> real(stored.size());
-        const double halfStep = std::ldexp(0.5, std::max(30 - 8 * static_cast<int>(sizeof(T)), 0)); // survives the cut
+        const double halfStep = std::ldexp(
+            0.5, std::max(30 - 8 * static_cast<int>(sizeof(T)), 0)); // so that truncation gives the same sample
         std::ranges::transform(stored, real.begin(), [&](T value) {
             return (RawOf(value, 8 * sizeof(T)) + halfStep + 0x1p29) / (0x1p30 - 1);
         });
@@ -67,7 +68,7 @@ std::span<const double> RealLineOf(const Shape& shape, std::uint64_t line)
     return std::span(values).subspan(OffsetOf(line), shape.points);
 }
 
-// Calls use with a value of the type that samples are stored as.
+// Calls `use` with a value of the type in which samples are stored.
 template <class Use>
 auto WithStoredType(int bits, Use use)
 {

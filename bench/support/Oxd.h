@@ -1,4 +1,5 @@
-// Data files to measure with, written byte by byte, and the library's interface with its failures as exceptions.
+// Data files for benchmarks, written without the library, and access to the library that turns its failures into
+// exceptions. Like the library's stored error, nothing here may be used by several threads at once.
 #pragma once
 
 #include "support/Image.h"
@@ -11,22 +12,23 @@
 
 namespace bench {
 
-// Throws std::runtime_error with the library's text when a call of it has failed.
+// Throws std::runtime_error with the library's error text if one of its calls has failed since the last check.
 void CheckLibrary();
 
-// The header of a file whose one group has so many channels of this shape, and so many items of information, with the
-// mark at its end.
+// Returns the header of a file with one group of this number of channels of the given shape, and with this number of
+// information items. It ends with the end mark.
 std::string HeaderOf(const Shape& shape, std::uint64_t channels, std::uint64_t infoItems = 0);
+// Writes such a file, with its samples. Throws std::ios_base::failure if that fails.
 void WriteOxd(const std::string& path, const Shape& shape, std::uint64_t channels = 1, std::uint64_t infoItems = 0);
 
-// An open file, closed at the end.
+// Owns the handle of an open file and closes it. A handle of 0 stands for no file.
 class COxd
 {
 public:
     COxd() = default;
     static COxd Open(const std::string& path) { return COxd(OpenOxdFile(path.c_str())); }
     static COxd Create(const std::string& path) { return COxd(CreateOxdFile(path.c_str())); }
-    // With one channel, group 0 and slot 0.
+    // Creates a file with one channel, in group 0 and slot 0.
     static COxd CreateImage(const std::string& path, const Shape& shape);
     COxd(COxd&& other) noexcept : m_handle(std::exchange(other.m_handle, 0)) {}
     COxd& operator=(COxd&& other) noexcept
@@ -46,7 +48,7 @@ private:
     std::uint64_t m_handle = 0;
 };
 
-// Of the samples of channel 0, every `step`th line.
+// Returns the checksum of every `step`th line of channel 0.
 double ChecksumOf(std::uint64_t file, const Shape& shape, std::uint64_t step = 1);
 
 } // namespace bench

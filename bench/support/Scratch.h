@@ -1,4 +1,4 @@
-// A folder for the files of one run, removed with everything in it.
+// A folder for the files of one benchmark, which is removed with everything in it.
 #pragma once
 
 #include <filesystem>
@@ -6,10 +6,11 @@
 
 namespace bench {
 
+// Owns the folder. There is one at a time in a process, since the folder is named for the process.
 class CScratch
 {
 public:
-    // Below `parent`, or, when that is empty, below the system's folder for temporary files.
+    // Creates the folder below `parent`, or below the system's folder for temporary files if `parent` is empty.
     explicit CScratch(const std::filesystem::path& parent = {});
     CScratch(const CScratch&) = delete;
     CScratch& operator=(const CScratch&) = delete;

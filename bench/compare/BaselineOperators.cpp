@@ -1,15 +1,15 @@
-// Fits with orthonormal polynomials: one pass over the line for the coefficients, one to subtract.
-#include "compare/Floor.h"
+// Fits by orthonormal polynomials: one pass over the line computes the coefficients, and another subtracts the fit.
+#include "compare/Baseline.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace bench::floor {
+namespace bench::baseline {
 
 namespace {
 
-// Degrees of the operators' fits, by their codes.
+// The degrees of the fitted polynomials by operator code; -1 where the operator fits none.
 constexpr std::array<int, 6> degrees{-1, 0, 1, -1, 2, 4};
 constexpr int derivative = 3;
 
@@ -105,4 +105,4 @@ void COperator::Fit(std::span<const std::int32_t> line, std::span<std::int32_t> 
     Subtract(line.data(), m_fitted.data(), corrected.data(), line.size());
 }
 
-} // namespace bench::floor
+} // namespace bench::baseline

@@ -1,8 +1,8 @@
-// Opening, reading through and saving whole files.
-#include "compare/Floor.h"
+// Benchmarks of opening, reading and saving whole files.
+#include "compare/Baseline.h"
+#include "compare/Benchmark.h"
 #include "compare/Lines.h"
 #include "compare/Peers.h"
-#include "compare/Work.h"
 #include "support/Oxd.h"
 
 #include <sys/wait.h>
@@ -23,7 +23,7 @@ namespace {
 constexpr std::uint64_t smallFileChannels = 8;
 constexpr Shape smallImage{256, 256, 16};
 
-// The image as one of our files, made anew for each work: nothing is left in memory or on disk of those before.
+// Each benchmark writes its image anew, so that nothing of an earlier one is left in memory or on disk.
 std::string MakeImage(const Settings& settings, const Shape& shape)
 {
     std::string path = settings.scratch->Path("image.oxd");
@@ -39,7 +39,7 @@ std::string MakePeerImage(const Settings& settings, const CImagePeer& peer, cons
     return path;
 }
 
-// Of every 61st line, each sample multiplied by `factor`.
+// Covers every 61st line, with each sample multiplied by `factor`.
 template <class T>
 double ChecksumOfLines(const T* samples, const Shape& shape, std::int32_t factor)
 {
@@ -64,10 +64,10 @@ Contender OpenOurs(const std::string& path, const Shape& shape)
             }};
 }
 
-Contender OpenFloor(const std::string& path, const Shape& shape)
+Contender OpenBaseline(const std::string& path, const Shape& shape)
 {
-    const auto samples = std::make_shared<floor::Samples>();
-    return {theFloor, [=] { *samples = floor::Load(path, shape.Samples(), shape.bits); },
+    const auto samples = std::make_shared<baseline::Samples>();
+    return {baselineName, [=] { *samples = baseline::Load(path, shape.Samples(), shape.bits); },
             [=] {
                 const double sum = ChecksumOfLines(samples->get(), shape, 1);
                 samples->reset();
@@ -95,9 +95,9 @@ Contender OpenPeer(const Settings& settings, const std::shared_ptr<const CImageP
 
 enum class Compared
 {
-    WithFloor,
-    WithWideningPeers, // who give samples of 32 bits
-    WithStoringPeers,  // who give samples as they are stored
+    WithBaseline,
+    WithWideningPeers, // which return samples of 32 bits
+    WithStoringPeers,  // which return samples in the stored type
 };
 
 auto Open(Shape fullShape, Compared compared)
@@ -105,7 +105,7 @@ auto Open(Shape fullShape, Compared compared)
     return [=](const Settings& settings) {
         const Shape shape = Smaller(fullShape, settings);
         const std::string path = MakeImage(settings, shape);
-        std::vector<Contender> contenders{OpenOurs(path, shape), OpenFloor(path, shape)};
+        std::vector<Contender> contenders{OpenOurs(path, shape), OpenBaseline(path, shape)};
         for (const auto& peer : ImagePeers()) {
             if (compared == Compared::WithWideningPeers)
                 contenders.push_back(OpenPeer<std::int32_t>(settings, peer, shape, &CImagePeer::Load));
@@ -123,10 +123,10 @@ auto Close(Shape fullShape)
         const std::string path = MakeImage(settings, shape);
         const auto nothing = [] { return 0.0; };
         const auto file = std::make_shared<COxd>();
-        const auto samples = std::make_shared<floor::Samples>();
+        const auto samples = std::make_shared<baseline::Samples>();
         return std::vector<Contender>{{ours, [=] { file->Close(); }, nothing, [=] { *file = COxd::Open(path); }},
-                                      {theFloor, [=] { samples->reset(); }, nothing,
-                                       [=] { *samples = floor::Load(path, shape.Samples(), shape.bits); }}};
+                                      {baselineName, [=] { samples->reset(); }, nothing,
+                                       [=] { *samples = baseline::Load(path, shape.Samples(), shape.bits); }}};
     };
 }
 
@@ -138,7 +138,8 @@ std::uint64_t ResidentBytes()
     return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
 }
 
-// How much a process grows by opening the file: in one of its own, as memory that was given back may stay with it.
+// How much a process grows by opening the file. This is measured in a child process, since a process may keep memory
+// that was freed earlier.
 std::uint64_t MemoryToOpen(const std::string& path)
 {
     std::array<int, 2> ends{};
@@ -173,7 +174,7 @@ auto Memory(Shape fullShape)
     };
 }
 
-// Opens the file, adds up all lines, and closes it.
+// Opens the file, sums up all lines, and closes it.
 auto WalkLines(Shape fullShape)
 {
     return [=](const Settings& settings) {
@@ -182,10 +183,10 @@ auto WalkLines(Shape fullShape)
         const auto sum = std::make_shared<double>();
         const auto finish = [=] { return *sum; };
         std::vector<Contender> contenders{{ours, [=] { *sum = ChecksumOf(*COxd::Open(path), shape); }, finish},
-                                          {theFloor,
+                                          {baselineName,
                                            [=] {
                                                CChecksum checksum;
-                                               const auto samples = floor::Load(path, shape.Samples(), shape.bits);
+                                               const auto samples = baseline::Load(path, shape.Samples(), shape.bits);
                                                for (std::uint64_t i = 0; i < shape.lines; ++i)
                                                    checksum.Add({samples.get() + i * shape.points, shape.points});
                                                *sum = checksum.Value();
@@ -216,13 +217,13 @@ auto SmallFiles(std::uint64_t fullCount)
                 sum->Add(samples);
             }
         };
-        const auto floorFile = [=](const std::string& path, std::uint64_t line) {
-            const auto samples = floor::Load(path, smallFileChannels * smallImage.Samples(), smallImage.bits);
+        const auto baselineFile = [=](const std::string& path, std::uint64_t line) {
+            const auto samples = baseline::Load(path, smallFileChannels * smallImage.Samples(), smallImage.bits);
             for (std::uint64_t c = 0; c < smallFileChannels; ++c)
                 sum->Add({samples.get() + (c * smallImage.lines + line) * smallImage.points, smallImage.points});
         };
         return std::vector<Contender>{{ours, [=] { forEachFile(ourFile); }, finish},
-                                      {theFloor, [=] { forEachFile(floorFile); }, finish}};
+                                      {baselineName, [=] { forEachFile(baselineFile); }, finish}};
     };
 }
 
@@ -244,7 +245,7 @@ auto Save(Shape fullShape, Change change)
         const std::string path = MakeImage(settings, shape);
         const std::string saved = settings.scratch->Path("saved.oxd");
         const auto file = std::make_shared<COxd>();
-        const auto samples = std::make_shared<floor::Samples>(floor::Load(path, shape.Samples(), shape.bits));
+        const auto samples = std::make_shared<baseline::Samples>(baseline::Load(path, shape.Samples(), shape.bits));
         const auto finish = [=] {
             file->Close();
             return ChecksumOfFile(saved, shape);
@@ -258,13 +259,14 @@ auto Save(Shape fullShape, Change change)
         const std::string header = HeaderOf(shape, 1);
         return std::vector<Contender>{
             {ours, [=] { file->SaveAs(saved); }, finish, open},
-            {theFloor, [=] { floor::Save(saved, header, samples->get(), shape.Samples(), shape.bits); }, finish}};
+            {baselineName, [=] { baseline::Save(saved, header, samples->get(), shape.Samples(), shape.bits); },
+             finish}};
     };
 }
 
 } // namespace
 
-std::vector<Work> FileWorks()
+std::vector<Benchmark> FileBenchmarks()
 {
     constexpr Shape large{16'384, 16'384, 16};
     constexpr Shape bytes{16'384, 8192, 8};
@@ -276,19 +278,19 @@ std::vector<Work> FileWorks()
         {"open 512 MiB of 16 bits",
          "ms",
          milliseconds,
-         {{Floor, 0.60}, {BestPeer, 1 / 1.6}},
+         {{Baseline, 0.60}, {BestPeer, 1 / 1.6}},
          Open(large, Compared::WithWideningPeers)},
         {"the same, peers as stored", "ms", milliseconds, none, Open(large, Compared::WithStoringPeers)},
-        {"open 128 MiB of 8 bits", "ms", milliseconds, {{Floor, 0.40}}, Open(bytes, Compared::WithFloor)},
-        {"open 256 MiB of 32 bits", "ms", milliseconds, {{Floor, 1.0}}, Open(words, Compared::WithFloor)},
-        {"open lines of 128 points", "ms", milliseconds, {{Floor, 0.60}}, Open(narrow, Compared::WithFloor)},
-        {"close 512 MiB of 16 bits", "ms", milliseconds, {{Floor, 2.0}}, Close(large)},
+        {"open 128 MiB of 8 bits", "ms", milliseconds, {{Baseline, 0.40}}, Open(bytes, Compared::WithBaseline)},
+        {"open 256 MiB of 32 bits", "ms", milliseconds, {{Baseline, 1.0}}, Open(words, Compared::WithBaseline)},
+        {"open lines of 128 points", "ms", milliseconds, {{Baseline, 0.60}}, Open(narrow, Compared::WithBaseline)},
+        {"close 512 MiB of 16 bits", "ms", milliseconds, {{Baseline, 2.0}}, Close(large)},
         {"memory, 16 bits", "of 4 B/sample", 1, {{Figure, 0.55}}, Memory(large)},
         {"memory, 8 bits", "of 4 B/sample", 1, {{Figure, 0.30}}, Memory(bytes)},
-        {"open, walk all lines, close", "ms", milliseconds, {{Floor, 0.65}}, WalkLines(large)},
-        {"2 000 small files", "ms", milliseconds, {{Floor, 0.70}}, SmallFiles(2000)},
-        {"save 512 MiB unchanged", "ms", milliseconds, {{Floor, 0.75}}, Save(large, Change::Nothing)},
-        {"save 512 MiB, every line changed", "ms", milliseconds, {{Floor, 1.10}}, Save(large, Change::EveryLine)},
+        {"open, walk all lines, close", "ms", milliseconds, {{Baseline, 0.65}}, WalkLines(large)},
+        {"2 000 small files", "ms", milliseconds, {{Baseline, 0.70}}, SmallFiles(2000)},
+        {"save 512 MiB unchanged", "ms", milliseconds, {{Baseline, 0.75}}, Save(large, Change::Nothing)},
+        {"save 512 MiB, every line changed", "ms", milliseconds, {{Baseline, 1.10}}, Save(large, Change::EveryLine)},
     };
 }
 

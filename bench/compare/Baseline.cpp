@@ -1,4 +1,4 @@
-#include "compare/Floor.h"
+#include "compare/Baseline.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,16 +6,16 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace bench::floor {
+namespace bench::baseline {
 
 namespace {
 
-constexpr std::uint64_t samplesPerPiece = 65'536;
+constexpr std::uint64_t samplesPerChunk = 65'536;
 
 void Require(bool success)
 {
     if (!success)
-        throw std::runtime_error("The floor cannot read or write its file.");
+        throw std::runtime_error("The baseline cannot read or write its file.");
 }
 
 template <class T>
@@ -79,9 +79,9 @@ Samples Load(const std::string& path, std::uint64_t samples, int bits)
     const CFile file = CFile::BehindHeader(path);
     Samples raw = Allocate(samples);
     const auto sampleBytes = static_cast<std::uint64_t>(bits) / 8;
-    std::vector<std::byte> stored(std::min(samples, samplesPerPiece) * sampleBytes);
-    for (std::uint64_t first = 0; first < samples; first += samplesPerPiece) {
-        const std::uint64_t count = std::min(samplesPerPiece, samples - first);
+    std::vector<std::byte> stored(std::min(samples, samplesPerChunk) * sampleBytes);
+    for (std::uint64_t first = 0; first < samples; first += samplesPerChunk) {
+        const std::uint64_t count = std::min(samplesPerChunk, samples - first);
         file.Read(stored.data(), count * sampleBytes);
         Widen(stored.data(), raw.get() + first, count, bits);
     }
@@ -94,11 +94,11 @@ void Save(const std::string& path, std::string_view header, const std::int32_t* 
     const CFile file = CFile::ToWrite(path);
     file.Write(header.data(), header.size());
     const auto sampleBytes = static_cast<std::uint64_t>(bits) / 8;
-    std::vector<std::byte> stored(std::min(count, samplesPerPiece) * sampleBytes);
-    for (std::uint64_t first = 0; first < count; first += samplesPerPiece) {
-        const std::uint64_t piece = std::min(samplesPerPiece, count - first);
-        Narrow(samples + first, stored.data(), piece, bits);
-        file.Write(stored.data(), piece * sampleBytes);
+    std::vector<std::byte> stored(std::min(count, samplesPerChunk) * sampleBytes);
+    for (std::uint64_t first = 0; first < count; first += samplesPerChunk) {
+        const std::uint64_t chunk = std::min(samplesPerChunk, count - first);
+        Narrow(samples + first, stored.data(), chunk, bits);
+        file.Write(stored.data(), chunk * sampleBytes);
     }
 }
 
@@ -159,4 +159,4 @@ void CFile::Write(const void* from, std::uint64_t bytes) const
     }
 }
 
-} // namespace bench::floor
+} // namespace bench::baseline

@@ -1,6 +1,6 @@
-// Reading and writing headers of many channels.
-#include "compare/Floor.h"
-#include "compare/Work.h"
+// Benchmarks of reading and writing headers with many channels.
+#include "compare/Baseline.h"
+#include "compare/Benchmark.h"
 #include "support/Oxd.h"
 
 #include <filesystem>
@@ -10,7 +10,7 @@ namespace bench {
 
 namespace {
 
-// So often that 64 000 channels are worked on.
+// Each run repeats its operation until it has processed this number of channels.
 constexpr std::uint64_t headerChannels = 64'000;
 
 std::function<void()> RepeatedFor(std::uint64_t channels, const std::function<void()>& run)
@@ -31,8 +31,8 @@ auto ReadHeader(std::uint64_t channels)
         const auto nothing = [] { return 0.0; };
         return std::vector<Contender>{
             {ours, RepeatedFor(channels, [=] { COxd::Open(path); }), nothing},
-            {theFloor, RepeatedFor(channels, [=] { floor::ReadHeader(path); }), nothing},
-            {"index alone", RepeatedFor(channels, [=] { floor::IndexHeader(path); }), nothing}};
+            {baselineName, RepeatedFor(channels, [=] { baseline::ReadHeader(path); }), nothing},
+            {"index alone", RepeatedFor(channels, [=] { baseline::IndexHeader(path); }), nothing}};
     };
 }
 
@@ -46,33 +46,33 @@ auto WriteHeader(std::uint64_t channels)
         const auto length = [=] { return static_cast<double>(std::filesystem::file_size(saved)); };
         return std::vector<Contender>{
             {ours, RepeatedFor(channels, [=] { file->SaveAs(saved); }), length},
-            {theFloor, RepeatedFor(channels, [=] { floor::WriteHeader(saved, noSamples, channels); }), length}};
+            {baselineName, RepeatedFor(channels, [=] { baseline::WriteHeader(saved, noSamples, channels); }), length}};
     };
 }
 
 } // namespace
 
-std::vector<Work> HeaderWorks()
+std::vector<Benchmark> HeaderBenchmarks()
 {
     const auto perChannel = 1e6 / headerChannels;
     using enum Against;
     return {
-        {"read header of 1 000 channels", "us/channel", perChannel, {{Floor, 1.6}, {Figure, 3.0}}, ReadHeader(1000)},
+        {"read header of 1 000 channels", "us/channel", perChannel, {{Baseline, 1.6}, {Figure, 3.0}}, ReadHeader(1000)},
         {"read header of 64 000 channels",
          "us/channel",
          perChannel,
-         {{Floor, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
+         {{Baseline, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
          ReadHeader(64'000)},
         {"write header of 1 000 channels",
          "us/channel",
          perChannel,
-         {{Floor, 1.6}, {Figure, 3.0}},
+         {{Baseline, 1.6}, {Figure, 3.0}},
          WriteHeader(1000),
          0.1},
         {"write header of 64 000 channels",
          "us/channel",
          perChannel,
-         {{Floor, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
+         {{Baseline, 1.6}, {Figure, 3.0}, {Growth, 1.6}},
          WriteHeader(64'000),
          0.1},
     };

@@ -1,5 +1,8 @@
-// The least that each work takes: plain system calls, one pass over the samples, nothing checked and nothing kept. The
-// operators and conversions are compiled for the machine at hand.
+// The hand-written baseline that the library is compared with: the least work that each benchmark takes. It uses plain
+// system calls and one pass over the samples, checks nothing and keeps nothing for later. The operators and conversions
+// are compiled for the machine at hand.
+//
+// The functions share no state. An object is used by one thread at a time.
 #pragma once
 
 #include "support/Image.h"
@@ -14,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-namespace bench::floor {
+namespace bench::baseline {
 
 struct Free
 {
@@ -24,23 +27,23 @@ struct Free
     } // NOLINT(cppcoreguidelines-no-malloc): it came from there
 };
 
-// Not initialised.
+// Memory for samples that is not initialised.
 using Samples = std::unique_ptr<std::int32_t[], Free>;
 Samples Allocate(std::uint64_t count);
 
-// Between stored samples and raw ones of 30 bits.
+// Convert between stored samples of `bits` bits and raw samples of 30 bits.
 void Widen(const std::byte* stored, std::int32_t* raw, std::uint64_t count, int bits);
 void Narrow(const std::int32_t* raw, std::byte* stored, std::uint64_t count, int bits);
 
-// Between raw samples and real values on a signal axis from 0 to 1.
+// Convert between raw samples and real values on a signal axis from 0 to 1.
 void ToReal(const std::int32_t* raw, double* real, std::uint64_t count);
 void FromReal(const double* real, std::int32_t* raw, std::uint64_t count);
 
-// The samples behind the header, in pieces that stay in the processor's cache.
+// Read and write all samples of a file, in chunks that stay in the processor's cache. Save replaces the file.
 Samples Load(const std::string& path, std::uint64_t samples, int bits);
 void Save(const std::string& path, std::string_view header, const std::int32_t* samples, std::uint64_t count, int bits);
 
-// A file that is read or written front to back. Failures throw std::runtime_error.
+// An open file that is read or written from front to back. Every failure throws std::runtime_error.
 class CFile
 {
 public:
@@ -59,7 +62,8 @@ private:
     int m_descriptor;
 };
 
-// Line operators 1 to 5, with everything that depends on the length alone worked out beforehand.
+// Line operators 1 to 5. The constructor computes everything that depends on the length of a line alone; Apply reuses a
+// buffer of the object.
 class COperator
 {
 public:
@@ -74,7 +78,7 @@ private:
     mutable std::vector<double> m_fitted;
 };
 
-// What a header says of a channel.
+// What a header says about one channel. The texts point into the header.
 struct Channel
 {
     struct Axis
@@ -93,15 +97,15 @@ struct Channel
     std::uint64_t bits;
 };
 
-// Reads a header, indexes its sections and keys by their folded names, and then takes the channels from the index.
-// Result: how many there are.
+// Reads a header, indexes its sections and keys by their case-folded names, and then takes each channel's properties
+// from the index. Returns the number of channels.
 std::uint64_t ReadHeader(const std::string& path);
-// The first half of that. Result: how many sections there are.
+// Only reads and indexes the header. Returns the number of sections.
 std::uint64_t IndexHeader(const std::string& path);
-// Writes the header of a file with so many channels.
+// Writes the header of a file with this number of channels, all of the given shape.
 void WriteHeader(const std::string& path, const Shape& shape, std::uint64_t channels);
 
-// Calls use(line) for each line.
+// Reads a file line by line and calls use(line) with the raw samples of each.
 template <class Use>
 void LoadLines(const std::string& path, const Shape& shape, Use use)
 {
@@ -115,7 +119,7 @@ void LoadLines(const std::string& path, const Shape& shape, Use use)
     }
 }
 
-// produce(line) gives the samples of a line.
+// Writes a file line by line; produce(line) returns the raw samples of a line.
 template <class Produce>
 void SaveLines(const std::string& path, std::string_view header, const Shape& shape, Produce produce)
 {
@@ -128,4 +132,4 @@ void SaveLines(const std::string& path, std::string_view header, const Shape& sh
     }
 }
 
-} // namespace bench::floor
+} // namespace bench::baseline

@@ -1,8 +1,8 @@
-// Files that are written and read line by line.
-#include "compare/Floor.h"
+// Benchmarks of files that are written and read line by line.
+#include "compare/Baseline.h"
+#include "compare/Benchmark.h"
 #include "compare/Lines.h"
 #include "compare/Peers.h"
-#include "compare/Work.h"
 #include "support/Oxd.h"
 
 #include <memory>
@@ -37,7 +37,7 @@ double ReadOurs(const std::string& path, const Shape& shape, Values values)
     return checksum.Value();
 }
 
-// Makes a file line by line, opens it again, and adds up its lines.
+// Creates a file line by line, opens it again, and sums up its lines.
 auto WriteAndRead(Shape fullShape, Values values)
 {
     return [=](const Settings& settings) {
@@ -46,19 +46,19 @@ auto WriteAndRead(Shape fullShape, Values values)
         const auto sum = std::make_shared<double>();
         const auto lines = std::make_shared<CLines>(shape, values);
         const auto finish = [=] { return lines->TakeChecksum(); };
-        std::vector<Contender> contenders{{ours,
-                                           [=] {
-                                               WriteOurs(path + "oxd", shape, values);
-                                               *sum = ReadOurs(path + "oxd", shape, values);
-                                           },
-                                           [=] { return *sum; }},
-                                          {theFloor,
-                                           [=] {
-                                               floor::SaveLines(path, HeaderOf(shape, 1), shape,
-                                                                [&](std::uint64_t i) { return lines->Raw(i); });
-                                               floor::LoadLines(path, shape, [&](auto line) { lines->AddRaw(line); });
-                                           },
-                                           finish}};
+        std::vector<Contender> contenders{
+            {ours,
+             [=] {
+                 WriteOurs(path + "oxd", shape, values);
+                 *sum = ReadOurs(path + "oxd", shape, values);
+             },
+             [=] { return *sum; }},
+            {baselineName,
+             [=] {
+                 baseline::SaveLines(path, HeaderOf(shape, 1), shape, [&](std::uint64_t i) { return lines->Raw(i); });
+                 baseline::LoadLines(path, shape, [&](auto line) { lines->AddRaw(line); });
+             },
+             finish}};
         for (const auto& peer : ImagePeers()) {
             const auto writeAndRead = [=, file = path + peer->Name()] {
                 peer->Write(file, shape, [&](std::uint64_t i) { return lines->Stored(i); });
@@ -72,7 +72,7 @@ auto WriteAndRead(Shape fullShape, Values values)
 
 } // namespace
 
-std::vector<Work> LineFileWorks()
+std::vector<Benchmark> LineFileBenchmarks()
 {
     constexpr Shape square{4096, 4096, 16};
     using enum Against;
@@ -80,12 +80,12 @@ std::vector<Work> LineFileWorks()
         {"write and read lines, raw",
          "ms",
          milliseconds,
-         {{Floor, 1.3}, {BestPeer, 1.0}},
+         {{Baseline, 1.3}, {BestPeer, 1.0}},
          WriteAndRead(square, Values::Raw)},
         {"write and read lines, real",
          "ms",
          milliseconds,
-         {{Floor, 1.3}, {BestPeer, 1.0}},
+         {{Baseline, 1.3}, {BestPeer, 1.0}},
          WriteAndRead(square, Values::Real),
          1e-9},
     };

@@ -1,5 +1,5 @@
-// A header as text: read in one pass over it, and written into one string.
-#include "compare/Floor.h"
+// Headers as plain text: read in one pass, and written by appending to one string.
+#include "compare/Baseline.h"
 
 #include <array>
 #include <bit>
@@ -10,13 +10,13 @@
 #include <type_traits>
 #include <vector>
 
-namespace bench::floor {
+namespace bench::baseline {
 
 namespace {
 
 using Block = std::uint64_t;
 
-// Letters of both cases become alike; so do a few other characters, which only lengthens the search for those.
+// Folds the case of letters. A few other characters become equal as well, which only makes their searches longer.
 std::uint64_t HashFolded(std::string_view name)
 {
     std::uint64_t state = name.size();
@@ -49,7 +49,8 @@ struct Entry
     std::string_view value;
 };
 
-// Keys of one section, or names of sections: a table of as many slots as it needs, made when all are known.
+// A hash table of the keys of one section, or of the names of all sections. Index() builds it when every entry has been
+// added, so that it never grows.
 class CTable
 {
 public:
@@ -59,10 +60,10 @@ public:
     {
         m_slots.resize(std::bit_ceil(m_entries.size() * 3 / 2 + 1));
         for (std::uint32_t i = 0; i < m_entries.size(); ++i)
-            m_slots[SlotOf(m_entries[i].key)] = i + 1; // a key that is there again counts as it was last
+            m_slots[SlotOf(m_entries[i].key)] = i + 1; // the last of several equal keys counts
     }
 
-    // The number of the entry, or nothing.
+    // Returns the number of the entry, if there is one.
     std::optional<std::uint32_t> Find(std::string_view key) const
     {
         const std::uint32_t found = m_slots[SlotOf(key)];
@@ -226,4 +227,4 @@ void WriteHeader(const std::string& path, const Shape& shape, std::uint64_t chan
     CFile::ToWrite(path).Write(text.data(), text.size());
 }
 
-} // namespace bench::floor
+} // namespace bench::baseline

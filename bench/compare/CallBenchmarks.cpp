@@ -1,7 +1,7 @@
-// Single calls: lines through operators, pixels, and steps through the tree of information.
-#include "compare/Floor.h"
+// Benchmarks of single calls: lines with operators, pixels, and steps through the information tree.
+#include "compare/Baseline.h"
+#include "compare/Benchmark.h"
 #include "compare/Peers.h"
-#include "compare/Work.h"
 #include "support/Oxd.h"
 
 #include <algorithm>
@@ -33,7 +33,7 @@ Lines MakeLines()
     return std::make_shared<std::vector<std::int32_t>>(image.Samples());
 }
 
-// What is left of the samples, which rounding hardly changes.
+// A checksum of corrected lines that rounding hardly changes.
 double MeanMagnitude(const std::vector<std::int32_t>& samples)
 {
     double sum = 0;
@@ -42,7 +42,7 @@ double MeanMagnitude(const std::vector<std::int32_t>& samples)
     return sum / static_cast<double>(samples.size());
 }
 
-// apply(line, corrected) for each line of the image.
+// Calls apply(line, corrected) for each line of the image.
 template <class Apply>
 Contender Correct(const std::string& name, const Lines& corrected, Apply apply)
 {
@@ -54,18 +54,18 @@ Contender Correct(const std::string& name, const Lines& corrected, Apply apply)
             [=] { return MeanMagnitude(*corrected); }};
 }
 
-// `degree` is that of the polynomial that the operator fits, where others can do that, too.
+// `degree` is that of the polynomial that the operator fits, if peers can fit it as well.
 auto Operator(int code, std::optional<int> degree = {})
 {
     return [=](const Settings& settings) {
         const auto file = OpenImage(settings, image);
         const Lines corrected = MakeLines();
-        const auto floorOperator = std::make_shared<floor::COperator>(code, image.points);
+        const auto baselineOperator = std::make_shared<baseline::COperator>(code, image.points);
         std::vector<Contender> contenders{
             Correct(ours, corrected,
                     [=](std::uint64_t i, auto out) { GetChannelData_LineRaw(**file, 0, 0, i, code, out.data()); }),
-            Correct(theFloor, corrected,
-                    [=](std::uint64_t i, auto out) { floorOperator->Apply(RawLine(image, i), out); })};
+            Correct(baselineName, corrected,
+                    [=](std::uint64_t i, auto out) { baselineOperator->Apply(RawLine(image, i), out); })};
         if (degree) {
             for (const auto& peer : FitPeers(*degree, image.points))
                 contenders.push_back(Correct(peer->Name(), corrected,
@@ -100,7 +100,7 @@ std::vector<Position> Scattered()
     return positions;
 }
 
-// use(file, position) answers a sample.
+// use(file, position) returns a sample.
 template <class Use>
 auto Pixels(const Shape& shape, std::vector<Position> (*order)(), Use use)
 {
@@ -138,7 +138,7 @@ std::int32_t SetPixel(std::uint64_t file, const Position& at)
 
 constexpr std::uint64_t steps = 1'000'000;
 
-// Walks along so many groups of a level, again and again.
+// Walks along this number of sibling groups, again and again.
 auto NextSibling(std::uint64_t siblings)
 {
     return [=](const Settings& settings) {
@@ -159,7 +159,7 @@ auto NextSibling(std::uint64_t siblings)
     };
 }
 
-// Makes so many items in a group, and finds each by its name.
+// Creates this number of items in a group, and finds each by its name.
 auto CreateItems(std::uint64_t items)
 {
     return [=](const Settings& settings) {
@@ -181,7 +181,7 @@ auto CreateItems(std::uint64_t items)
 
 } // namespace
 
-std::vector<Work> LineWorks()
+std::vector<Benchmark> CallBenchmarks()
 {
     constexpr double perLine = 1e6 / image.lines;
     constexpr double perPixel = nanoseconds / pixelCount;
@@ -192,16 +192,16 @@ std::vector<Work> LineWorks()
         {"pixels in order, written", "ns", perPixel, {{Figure, 30}}, Pixels(image, InOrder, SetPixel)},
         {"pixels scattered, read", "ns", perPixel, {{Figure, 55}}, Pixels(largeImage, Scattered, GetPixel)},
         {"pixels scattered, written", "ns", perPixel, {{Figure, 55}}, Pixels(largeImage, Scattered, SetPixel)},
-        {"pixels of lines less a line", "ns", perPixel, {{Figure, 35}}, Pixels(image, InOrder, GetCorrectedPixel)},
-        {"mean of 1 024 points", "us", perLine, {{Floor, 1.3}}, Operator(1, 0), 1e-4},
-        {"line of 1 024 points", "us", perLine, {{Floor, 1.3}, {BestPeer, 1.0}}, Operator(2, 1), 1e-4},
-        {"parabola of 1 024 points", "us", perLine, {{Floor, 1.3}, {BestPeer, 1.0}}, Operator(4, 2), 1e-4},
-        {"polynomial of 1 024 points", "us", perLine, {{Floor, 1.3}, {BestPeer, 1.0}}, Operator(5, 4), 1e-4},
-        {"derivative of 1 024 points", "us", perLine, {{Floor, 1.3}}, Operator(3), 1e-4},
+        {"pixels of lines minus a line", "ns", perPixel, {{Figure, 35}}, Pixels(image, InOrder, GetCorrectedPixel)},
+        {"mean of 1 024 points", "us", perLine, {{Baseline, 1.3}}, Operator(1, 0), 1e-4},
+        {"line of 1 024 points", "us", perLine, {{Baseline, 1.3}, {BestPeer, 1.0}}, Operator(2, 1), 1e-4},
+        {"parabola of 1 024 points", "us", perLine, {{Baseline, 1.3}, {BestPeer, 1.0}}, Operator(4, 2), 1e-4},
+        {"polynomial of 1 024 points", "us", perLine, {{Baseline, 1.3}, {BestPeer, 1.0}}, Operator(5, 4), 1e-4},
+        {"derivative of 1 024 points", "us", perLine, {{Baseline, 1.3}}, Operator(3), 1e-4},
         {"next of 1 000 siblings", "ns", perStep, {{Figure, 40}}, NextSibling(1000)},
         {"next of 16 000 siblings", "ns", perStep, {{Figure, 40}, {Growth, 1.6}}, NextSibling(16'000)},
-        {"make and find 1 000 items", "ns", nanoseconds / 1000, {}, CreateItems(1000)},
-        {"make and find 50 000 items", "ns", nanoseconds / 50'000, {{Growth, 2}}, CreateItems(50'000)},
+        {"create and find 1 000 items", "ns", nanoseconds / 1000, {}, CreateItems(1000)},
+        {"create and find 50 000 items", "ns", nanoseconds / 50'000, {{Growth, 2}}, CreateItems(50'000)},
     };
 }
 
