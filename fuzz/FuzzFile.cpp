@@ -1,4 +1,4 @@
-// Any bytes open and can be read, or fail with an error.
+// Files of any bytes must open and be readable, or fail with an error.
 #include "LargeNumbers.h"
 #include "support/FileChecks.h"
 

@@ -1,4 +1,4 @@
-// What opens can be saved, reads as before, and is saved in the same bytes again.
+// Any file that opens can be saved, then opens and reads as before, and saving it again writes the same bytes.
 #include "LargeNumbers.h"
 #include "support/FileChecks.h"
 

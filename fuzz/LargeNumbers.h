@@ -1,4 +1,5 @@
-// Which files a fuzzer leaves to others.
+// Keeps a fuzzer from inputs with large numbers, which take so long that it would try little else. The content sweep
+// covers such numbers.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +7,7 @@
 #include <cstddef>
 #include <string_view>
 
-// What is replayed is tried whatever it has.
+// Only a fuzzer skips inputs; a replay tries all of them.
 constexpr bool IsFuzzing()
 {
 #ifdef VELOXD_FUZZ
@@ -16,9 +17,8 @@ constexpr bool IsFuzzing()
 #endif
 }
 
-// Whether a count or a size, whose key ends with "Count", "Lines" or "Points" in any case, begins with four digits or
-// more. So many groups, or lines that are all saved, take so long that little else would be tried; what large numbers
-// do is looked at by the sweep of numbers.
+// Returns whether a count or a size begins with four or more digits. Its key ends with "Count", "Lines" or "Points" in
+// any case.
 inline bool HasLargeNumber(std::string_view bytes)
 {
     constexpr std::array<std::string_view, 3> ends{"count", "lines", "points"};

@@ -1,4 +1,4 @@
-// Fuzzing makes thousands of warnings a second, which nobody reads.
+// Turns the log off: fuzzing would write thousands of warnings per second that nobody reads.
 #include <boost/log/core/core.hpp>
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
