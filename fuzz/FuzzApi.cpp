@@ -1,5 +1,7 @@
-// Bytes as a series of calls of the whole interface, with good arguments, wrong ones and null pointers: every call
-// fails with a text and a neutral result, or not at all. Of some scripts, what can be saved then can be opened.
+// Interprets the input as a script: a series of calls of any exported functions with valid arguments, invalid ones and
+// null pointers. Every call must succeed, or fail with an error text and a neutral result. After a quarter of the
+// scripts, the data set is saved if possible and must open again.
+#include "support/Bytes.h"
 #include "support/MemoryFile.h"
 
 #include <VELOxdDll.h>
@@ -22,13 +24,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 namespace {
 
 constexpr std::uint64_t handlesToClose = 64;
-constexpr std::size_t longestText = 8192; // of all that a script can make
+constexpr std::size_t longestText = 8192; // longer than any text that a script can make
 constexpr int mostFiles = 2;              // that a script opens, saves and closes
 
 void Require(bool holds, const char* what)
 {
     if (!holds)
-        throw std::logic_error(std::string("does not hold: ") + what + "\n" + VELGetLastError());
+        throw std::logic_error(std::string("violated: ") + what + "\n" + VELGetLastError());
 }
 
 class CScript
@@ -38,12 +40,12 @@ public:
 
     void Run();
 
-    // Arguments are made in their order, since some depend on those ahead of them.
+    // Makes the arguments in order, since some depend on earlier ones, and calls the function.
     template <class Result, class... Arguments>
     void Apply(Result (*function)(Arguments...))
     {
         m_numbers.clear();
-        m_room.reset();
+        m_bufferSize.reset();
         const std::tuple<Arguments...> arguments{Make(static_cast<Arguments*>(nullptr))...};
         VELGetLastError();
         if constexpr (std::is_void_v<Result>) {
@@ -58,7 +60,7 @@ public:
     }
 
 private:
-    std::uint8_t Byte() // 0 at the end
+    std::uint8_t Byte() // 0 at the end of the script
     {
         if (m_bytes.empty())
             return 0;
@@ -69,24 +71,25 @@ private:
 
     static void CheckResult(bool neutral)
     {
-        Require(!VELHasLastError() || neutral, "a failure has a neutral result");
-        Require(!VELHasLastError() || *VELGetLastError() != '\0', "a failure has a text");
+        Require(!VELHasLastError() || neutral, "a failed call returns a neutral result");
+        Require(!VELHasLastError() || *VELGetLastError() != '\0', "a failed call has an error text");
     }
 
-    // Handles, positions and sizes: mostly small, now and then too large, or what was returned before, since handles of
-    // nodes, which are never behind the second place, are had by no other way. No two sizes make a long save.
+    // Handles, indices and sizes are mostly small and sometimes too large. The first two arguments may also be an
+    // earlier result: this is the only way to get a valid handle of an information node. Sizes are small enough to save
+    // quickly.
     std::uint64_t Make(const std::uint64_t*)
     {
         constexpr std::array<std::uint64_t, 8> wrong{
             40, 130, 0x8000'0000, 0x1'0000'0000, 0x1'0000'0001, std::uint64_t{1} << 63U, ~1ULL, ~0ULL};
-        std::uint64_t number = m_room.value_or(Byte());
-        if (!m_room && number >= 0xF0)
+        std::uint64_t number = m_bufferSize.value_or(Byte());
+        if (!m_bufferSize && number >= 0xF0)
             number = wrong[number % wrong.size()];
-        else if (!m_room && number >= 0x80 && m_numbers.size() < 2)
+        else if (!m_bufferSize && number >= 0x80 && m_numbers.size() < 2)
             number = m_results[number % m_results.size()];
-        else if (!m_room)
+        else if (!m_bufferSize)
             number = m_numbers.empty() ? 1 + number % 2 : number % 8; // the first one is a file's
-        m_room.reset();
+        m_bufferSize.reset();
         return m_numbers.emplace_back(number);
     }
 
@@ -127,16 +130,17 @@ private:
         return OrNull(text);
     }
 
-    // The size is the next number. 0 disables the check: then there must be room for any text.
+    // The next number is the size of the buffer. A size of 0 disables the library's check, so the buffer must then be
+    // large enough for any text.
     char* Make(char* const*)
     {
-        m_room = Byte() % 64U;
-        return OrNull(New<char>(*m_room > 0 ? *m_room : longestText));
+        m_bufferSize = Byte() % 64U;
+        return OrNull(New<char>(*m_bufferSize > 0 ? *m_bufferSize : longestText));
     }
 
     std::uint64_t* Make(std::uint64_t* const*) { return OrNull(New<std::uint64_t>(GetGroupCount(m_numbers.at(0)))); }
 
-    // A line's samples: as many as are stored, or are valid.
+    // A buffer for a line: all its points when the line is written, the valid ones when it is read.
     template <class Value>
     Value* Make(Value* const*)
     {
@@ -146,13 +150,13 @@ private:
         return OrNull(New<std::remove_const_t<Value>>(count));
     }
 
-    // Lives until the end of the script, at an address from which no byte beyond `count` values can be used unnoticed.
+    // Allocates exactly `count` values, so that sanitizers see any access beyond them, until the end of the script.
     template <class Value>
     Value* New(std::size_t count)
     {
         Require(count < 1'000'000, "scripts make no long lines");
         auto values = std::make_shared<std::vector<Value>>(count);
-        values->reserve(1); // no null pointer, even for nothing
+        values->reserve(1); // the pointer is not null even for no values
         m_memory.push_back(values);
         return values->data();
     }
@@ -163,14 +167,14 @@ private:
         return Byte() == 0xFF ? nullptr : pointer;
     }
 
-    // Of one of the script's files, of one that does not exist, of none at all.
+    // The name of one of the script's files or of a file that cannot exist, or null.
     const char* FileName();
     static void CheckFile();
 
     std::string_view m_bytes;
-    std::vector<std::uint64_t> m_numbers; // of the current call
-    std::optional<std::uint64_t> m_room;  // of a buffer whose size is the next number
-    bool m_namesFile = false;             // the texts of the current call do
+    std::vector<std::uint64_t> m_numbers;      // of the current call
+    std::optional<std::uint64_t> m_bufferSize; // of a buffer whose size is the next number
+    bool m_namesFile = false;                  // whether texts of the current call are file names
     int m_filesUsed = 0;
     std::array<std::uint64_t, 16> m_results{};
     std::size_t m_resultCount = 0;
@@ -187,7 +191,7 @@ constexpr Function functions[] = {
 #include "functions.inc"
 };
 
-// Files of both versions and what is none, small, since opening them is what takes the time.
+// A file of each version and one that is not valid. They are small, since opening them takes most of the time.
 constexpr std::array<std::string_view, 3> contents{
     "[DataSet]\r\nChannelCount=1\r\nFrameCount=1\r\nCh0-Fr0=A\r\n[A]\r\nPoints=2\r\nLines=2\r\nDim2Range=1\r\n"
     "[SetInfos]\r\nGap=2 V\r\n#!abcdefgh",
@@ -198,10 +202,11 @@ constexpr std::array<std::string_view, 3> contents{
     "[I]\r\n-- Scan --=--------\r\nTime=1 s\r\n[DataSet\\T]\r\nGain=5\r\n#!abcdefghijkl",
     "[DataSet]"};
 
-const std::array<CMemoryFile, contents.size()>& Files()
+const std::array<std::string, contents.size()>& Files()
 {
-    static const std::array<CMemoryFile, contents.size()> files;
-    return files;
+    static const std::array<std::string, contents.size()> paths{CreateMemoryFile(), CreateMemoryFile(),
+                                                                CreateMemoryFile()};
+    return paths;
 }
 
 const char* CScript::FileName()
@@ -209,29 +214,29 @@ const char* CScript::FileName()
     const auto choice = Byte() % 8U;
     if (choice == 6)
         return "/proc/self/fd/none";
-    return choice == 7 ? nullptr : Files()[choice % Files().size()].Path().c_str();
+    return choice == 7 ? nullptr : Files()[choice % Files().size()].c_str();
 }
 
 void CScript::Run()
 {
     for (std::size_t i = 0; i < Files().size(); ++i)
-        Files()[i].Write(contents[i]);
+        WriteBytes(Files()[i], contents[i]);
     while (!m_bytes.empty()) {
         const Function& function = functions[Byte() % std::size(functions)];
         m_namesFile = function.name.find("OxdFile") != std::string_view::npos;
         if (!m_namesFile || ++m_filesUsed <= mostFiles)
             function.apply(*this);
     }
-    if (m_resultCount % 4 == 0) // which is as good as any quarter of the scripts
+    if (m_resultCount % 4 == 0) // an arbitrary quarter of the scripts
         CheckFile();
     for (std::uint64_t handle = 1; handle < handlesToClose; ++handle)
         CloseOxdFile(handle);
 }
 
-// What every width keeps of all samples of a file, line by line.
+// Returns the bits of all samples that every stored width keeps, line by line.
 std::vector<std::int32_t> TopBits(std::uint64_t handle)
 {
-    std::vector<std::uint64_t> groups(GetGroupCount(handle) + 1); // one more, so that there is an address
+    std::vector<std::uint64_t> groups(GetGroupCount(handle) + 1); // one more, so that the pointer is not null
     GetAllGroupIds(handle, groups.data());
     groups.pop_back();
     std::vector<std::int32_t> bits;
@@ -242,7 +247,7 @@ std::vector<std::int32_t> TopBits(std::uint64_t handle)
             GetChannelData_LineRaw(handle, group, channel, line, 0, samples.data());
             for (std::uint64_t i = 0; i < count; ++i)
                 bits.push_back(samples[i] >> 22);
-            bits.push_back(static_cast<std::int32_t>(count) + 1000); // no sample
+            bits.push_back(static_cast<std::int32_t>(count) + 1000); // ends a line; differs from all samples
         }
     };
     for (const auto group : groups) {
@@ -251,23 +256,23 @@ std::vector<std::int32_t> TopBits(std::uint64_t handle)
                 add(group, channel);
         }
     }
-    Require(!VELHasLastError(), "what is there can be read");
+    Require(!VELHasLastError(), "all samples can be read");
     return bits;
 }
 
-// What can be saved can be opened, with the same samples. A script may ask for a bit count with which nothing can be
-// saved.
+// A data set that can be saved must open again with the same samples. Saving may fail, since a script may ask for a bit
+// count that no file can have.
 void CScript::CheckFile()
 {
     VELGetLastError();
-    ChangeOxdFilename(1, Files()[0].Path().c_str());
+    ChangeOxdFilename(1, Files()[0].c_str());
     SaveOxdFile(1);
     if (VELHasLastError())
         return;
-    const auto opened = OpenOxdFile(Files()[0].Path().c_str());
-    Require(opened != 0, "what was saved opens");
-    Require(GetGroupCount(opened) == GetGroupCount(1), "what was saved opens with all groups");
-    Require(TopBits(opened) == TopBits(1), "what was saved opens with all samples");
+    const auto opened = OpenOxdFile(Files()[0].c_str());
+    Require(opened != 0, "a saved file opens");
+    Require(GetGroupCount(opened) == GetGroupCount(1), "a saved file opens with all groups");
+    Require(TopBits(opened) == TopBits(1), "a saved file opens with all samples");
 }
 
 } // namespace

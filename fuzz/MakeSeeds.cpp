@@ -1,4 +1,4 @@
-// Writes what fuzzing starts from: whole files, one of them made by the library, and series of calls.
+// Writes the seed corpus of the fuzz targets: whole files, one of them made by the library, and scripts of calls.
 #include "support/Edits.h"
 #include "support/Seeds.h"
 
@@ -14,15 +14,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A fuzzer is fast with small inputs only, so there are many of them.
-constexpr int functions = 94, functionsOfScript = 3;
+// Fuzzing is only fast with small inputs, so there are many short scripts.
+constexpr int functions = OXD_FUNCTION_COUNT, functionsOfScript = 3;
 
 void Write(const fs::path& path, std::string_view bytes)
 {
-    std::ofstream(path, std::ios::binary) << bytes;
+    std::ofstream stream(path, std::ios::binary);
+    stream.exceptions(std::ios::failbit | std::ios::badbit);
+    stream << bytes << std::flush;
 }
 
-// A call of OpenOxdFile for a file of version 2, and then some functions in the order of the interface.
+// Calls OpenOxdFile for a file of version 2, and then some functions in the order of the interface.
 std::string Calls(int first, int arguments, int step)
 {
     std::string bytes{0, 1};
@@ -34,7 +36,7 @@ std::string Calls(int first, int arguments, int step)
     return bytes;
 }
 
-// The arguments are 0, which is small and good, and then what comes.
+// The arguments are all 0, which is valid, in the first scripts, and grow in different steps in the others.
 void WriteCalls(const fs::path& folder)
 {
     for (int step = 0; step < 4; ++step) {
@@ -44,7 +46,7 @@ void WriteCalls(const fs::path& folder)
     }
 }
 
-// The first section with each of the others, and the samples.
+// Writes files of the first section, one of the others, and the samples.
 void WriteParts(const fs::path& folder, const std::string& name, std::string_view bytes)
 {
     const auto mark = bytes.find("\r\n#!");
@@ -72,8 +74,7 @@ int main(int argc, char** argv)
         WriteParts(files, seed.name, seed.bytes);
     }
     const auto made = CreateOxdFile((files / "made.oxd").c_str());
-    for (const Edit edit : Edits())
-        edit(made);
+    ApplyEdits(made);
     SetChannelXYDimension(made, 1, 0, 2, 2);
     SaveOxdFile(made);
     WriteCalls(calls);

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int rounds = 300;
 
-// Runs every job in a thread of its own, `rounds` times, all at once.
+// Runs all jobs concurrently, each in a thread of its own and `rounds` times.
 void RunTogether(const std::vector<std::function<void(int)>>& jobs)
 {
     std::vector<std::jthread> threads;
@@ -29,7 +29,7 @@ void RunTogether(const std::vector<std::function<void(int)>>& jobs)
     }
 }
 
-TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
+TEST(ConcurrencyTest, BufferIsReadWrittenAndReshapedConcurrently)
 {
     CDataBuffer buffer(16, 8, 4);
     std::atomic<int> torn = 0;
@@ -56,11 +56,11 @@ TEST(ConcurrencyTest, ABufferIsReadWrittenAndReshapedAtOnce)
                      buffer.HoldNotifications();
                      buffer.ReleaseNotifications();
                  }});
-    EXPECT_EQ(torn, 0) << "a line is read as it was written, whole";
+    EXPECT_EQ(torn, 0) << "a line must be read as it was written, as a whole";
     EXPECT_EQ(buffer.GetPoints(), 8U);
 }
 
-TEST(ConcurrencyTest, GroupsAreCreatedEditedAndDeletedAtOnce)
+TEST(ConcurrencyTest, GroupsAreCreatedEditedAndDeletedConcurrently)
 {
     CDataSet dataSet;
     dataSet.OnGroupChanged.connect([&](CDataGroup& group) { group.GetName(); });
@@ -88,8 +88,8 @@ TEST(ConcurrencyTest, GroupsAreCreatedEditedAndDeletedAtOnce)
     EXPECT_EQ(dataSet.GetAllGroupIds().size(), dataSet.GetGroupCount());
 }
 
-// Whoever finds a value set already neither sets it again nor tells of it.
-TEST(ConcurrencyTest, WhatSeveralSetAtOnceIsSetOnce)
+// A thread that finds a value already set neither sets it again nor announces it.
+TEST(ConcurrencyTest, ValueThatSeveralThreadsSetIsSetOnce)
 {
     constexpr int threads = 4;
     const auto group = std::make_shared<CDataGroup>(0, "", 0, 16);
@@ -99,7 +99,7 @@ TEST(ConcurrencyTest, WhatSeveralSetAtOnceIsSetOnce)
     group->OnNameChanged.connect([&](const std::string&) { ++announced; });
     group->OnChanged.connect([&](CDataGroup&) { ++announced; });
     buffer.OnBeforeReshape.connect([] { std::this_thread::yield(); });
-    // They ask again and again: on Windows, those that a std::barrier has sent to sleep are not always woken.
+    // Threads spin until all have arrived: on Windows, std::barrier does not always wake those that sleep.
     std::atomic<int> arrived = 0;
     const auto meet = [&] {
         const int present = (arrived++ / threads + 1) * threads;
@@ -122,11 +122,11 @@ TEST(ConcurrencyTest, WhatSeveralSetAtOnceIsSetOnce)
         });
     }
     RunTogether(jobs);
-    EXPECT_EQ(announced, 2 * rounds) << "the name and the count of slots";
-    EXPECT_EQ(lost, 0) << "a size that is there already discards nothing";
+    EXPECT_EQ(announced, 2 * rounds) << "once for the name and once for the number of slots in each round";
+    EXPECT_EQ(lost, 0) << "setting the current size again must discard nothing";
 }
 
-TEST(ConcurrencyTest, SlotsComeAndGoWhileASignalIsEmitted)
+TEST(ConcurrencyTest, SlotsAreConnectedAndDisconnectedDuringEmission)
 {
     lumox::sigslot_orderedslots<int> signal;
     std::atomic<int> calls = 0;

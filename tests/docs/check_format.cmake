@@ -1,5 +1,5 @@
-# Compares the file that the format document's program makes with the bytes that the document shows: the header as
-# text, and from its end on every byte of the dump.
+# Compares the file that the program in the format document writes with the bytes that the document shows: the header as
+# text, and everything behind it as a hex dump.
 
 include("${CMAKE_CURRENT_LIST_DIR}/extract.cmake")
 
@@ -13,12 +13,12 @@ extract_block("${document}" text header)
 string(REPLACE "\n" "\r\n" header "${header}")
 string(HEX "${header}" shown)
 
-# Lines of an offset, bytes, and what they mean, parted by two blanks or more. Each must stand at its offset.
+# Each line of the dump has an offset, bytes and their meaning, separated by two or more blanks. Offsets must be right.
 extract_block("${document}" hexdump dump)
 string(REGEX MATCHALL "[^\n]+" dump "${dump}")
 foreach(line IN LISTS dump)
   if(NOT line MATCHES "^([0-9a-f]+)  ([0-9a-f ]+)(  .*)?$")
-    message(FATAL_ERROR "No line of a dump: ${line}")
+    message(FATAL_ERROR "Not a line of a hex dump: ${line}")
   endif()
   math(EXPR offset "0x${CMAKE_MATCH_1}")
   string(REPLACE " " "" bytes "${CMAKE_MATCH_2}")
@@ -31,5 +31,5 @@ foreach(line IN LISTS dump)
 endforeach()
 
 if(NOT shown STREQUAL written)
-  message(FATAL_ERROR "The library writes other bytes than ${document} shows.\nshown:   ${shown}\nwritten: ${written}")
+  message(FATAL_ERROR "The library does not write the bytes that ${document} shows.\nshown:   ${shown}\nwritten: ${written}")
 endif()

@@ -1,4 +1,4 @@
-# Runs the README's program on a small file, and on one that does not exist.
+# Runs the program in the README on a small file, and on a file that does not exist.
 
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}")
@@ -23,11 +23,11 @@ endif()
 
 file(READ "${work}/old.oxd" after HEX)
 if(NOT after STREQUAL before)
-  message(FATAL_ERROR "The old file is another one now.")
+  message(FATAL_ERROR "The program changed the old file.")
 endif()
 file(STRINGS "${work}/new.oxd" unit REGEX "^Dim2Unit=")
 if(NOT unit STREQUAL "Dim2Unit=V")
-  message(FATAL_ERROR "The new file has no new unit: ${unit}")
+  message(FATAL_ERROR "The new file does not have the new unit: ${unit}")
 endif()
 
 run(missing.oxd)

@@ -1,6 +1,6 @@
-# The code blocks of the documents: what a reader copies is what the tests use.
+# Extracts code blocks from documents, so that tests use exactly what a reader copies.
 
-# Puts the content of the only code block of the given language in a Markdown document into `result`.
+# Stores the content of the only code block of this language in a Markdown document in `result`.
 function(extract_block document language result)
   file(READ "${document}" text)
   string(REPLACE "\r\n" "\n" text "${text}")

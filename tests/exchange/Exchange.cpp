@@ -1,5 +1,5 @@
-// Writes a set of files to a folder, or prints what is in those that stand there: what two builds of the library must
-// do alike.
+// Writes a set of files to a folder, or prints the content of those in a folder. Two builds of the library must do both
+// in the same way.
 //
 //   exchange write FOLDER
 //   exchange read FOLDER
@@ -20,7 +20,7 @@ constexpr std::array texts{"plain", "\xC2\xB5m \xE6\xB8\xAC", "\xB5 no UTF-8", "
 constexpr std::array bitCounts{8, 16, 32};
 constexpr std::uint64_t points = 67;
 
-// Samples over the whole range, in no order.
+// Adds samples of the whole range in a mixed order.
 void AddChannel(std::uint64_t file, int bits, const char* text)
 {
     const auto group = CreateGroup(file, bits);
@@ -38,11 +38,10 @@ void AddChannel(std::uint64_t file, int bits, const char* text)
 
 void Write(std::uint64_t file, const char* text)
 {
-    for (const Edit edit : Edits())
-        edit(file);
+    ApplyEdits(file);
     for (const int bits : bitCounts)
         AddChannel(file, bits, text);
-    CreateInfoItem(file, 1, text, text); // of a flat list
+    CreateInfoItem(file, 1, text, text); // in a flat group
     AddMetaInfoItem(file, AddMetaInfoItemGroup(file, GetMetaInfoTreeRootHandle(file), text), text, text);
     SaveOxdFile(file);
 }

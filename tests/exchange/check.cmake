@@ -1,4 +1,4 @@
-# Lets `program` and `other` write their files, compares these, and lets each read those of the other.
+# Lets `program` and `other` write their files, compares them, and lets each program read the files of the other.
 
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}/ours" "${work}/theirs")
@@ -26,7 +26,7 @@ endforeach()
 
 run(ours ${program} read theirs)
 run(theirs ${other} read ours)
-if(NOT ours STREQUAL theirs)
+if(NOT ours STREQUAL theirs OR ours STREQUAL "")
   file(WRITE "${work}/ours.txt" "${ours}")
   file(WRITE "${work}/theirs.txt" "${theirs}")
   message(FATAL_ERROR "The two builds read different data from the same files, see ours.txt and theirs.txt in ${work}")

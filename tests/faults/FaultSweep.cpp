@@ -1,5 +1,6 @@
-// Every allocation and every call of the system that opening, editing and saving makes fails once: each failure is
-// stored, nothing is lost or leaks, and the same call gives the right result when it is made again.
+// Fault injection: every allocation and every system call that opening, editing and saving make fails once. Each
+// failure must be reported, lose nothing and leak nothing, and the same call must give the right result when it is
+// repeated.
 #include "Interpose.h"
 
 #include "support/Bytes.h"
@@ -13,9 +14,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <iterator>
@@ -29,21 +31,23 @@ using faults::Kind;
 
 namespace {
 
-constexpr const char* oldBytes = "old"; // of the file that is saved over
+constexpr const char* oldBytes = "old"; // content of the file that a save replaces
+constexpr const char* noFile = "none";  // what stands for the content of a file that does not exist
 
 fs::path folder;
 std::uint64_t handle = 0;
 std::size_t nextEdit = 0;
+std::string failure;
 
 struct Scenario
 {
     const char* name;
     std::function<void()> prepare;
-    std::function<bool()> act;           // whether it is done; if not, it may go on from where it is
-    std::function<std::string()> result; // what it was done for
-    // A file that cannot be read where its header is sought counts as one without a header.
+    std::function<void()> act; // fails with a stored error; may continue from where it failed when called again
+    std::function<std::string()> result; // compared with the result without faults
+    // Whether a file that cannot be read while its header is searched may open as one without a header.
     bool mayOpenEmpty = false;
-    std::string withoutMemory{}; // the result when there was none to act with, if that is sure
+    std::string resultWithoutMemory{}; // the result while `act` fails for lack of memory, if that is certain
 };
 
 std::string FileName(const char* name)
@@ -54,8 +58,7 @@ std::string FileName(const char* name)
 void MakeDataSet()
 {
     handle = CreateOxdFile(FileName("made.oxd").c_str());
-    for (const Edit edit : Edits())
-        edit(handle);
+    ApplyEdits(handle);
     WriteBytes(FileName("made.oxd"), oldBytes);
     VELGetLastError();
 }
@@ -63,15 +66,11 @@ void MakeDataSet()
 Scenario Opening(const char* name, std::string_view bytes)
 {
     const std::string path = FileName(name);
-    return {name, [=] { WriteBytes(path, bytes); },
-            [=] {
-                handle = OpenOxdFile(path.c_str());
-                return handle != 0;
-            },
+    return {name, [=] { WriteBytes(path, bytes); }, [=] { handle = OpenOxdFile(path.c_str()); },
             [] { return Describe(handle); }, true};
 }
 
-// Enough samples for memory that comes from the system by pages, and for more than one read.
+// The file has enough samples for memory that is mapped from the system, and for more than one read.
 Scenario OpeningLarge()
 {
     static const std::string bytes =
@@ -86,30 +85,43 @@ Scenario OpeningLarge()
     return scenario;
 }
 
-bool Saves()
+// Whichever failure is stored, its text names the reason.
+Scenario FailingToOpen()
 {
-    SaveOxdFile(handle);
-    return !VELHasLastError();
+    Scenario scenario = Opening("fail to open", "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n"
+                                                "[C]\r\nVersion=9\r\n\r\n#!");
+    scenario.act = [open = scenario.act] {
+        open();
+        failure = VELGetLastError();
+    };
+    scenario.result = [] {
+        constexpr std::array reasons{"Version: 9", "bad_alloc", "Cannot allocate memory"};
+        const auto isNamed = [](const char* reason) { return failure.find(reason) != std::string::npos; };
+        return handle == 0 && std::ranges::any_of(reasons, isNamed) ? "failed" : "no reason: " + failure;
+    };
+    scenario.mayOpenEmpty = false;
+    return scenario;
 }
 
-// All that can be changed, and all that can be read.
-bool EditsAndReads()
+// Creates a data set, makes every change and then every query.
+void CreateEditAndRead()
 {
-    for (; nextEdit < Edits().size(); ++nextEdit) {
+    if (handle == 0)
+        handle = CreateOxdFile(FileName("made.oxd").c_str());
+    if (handle != 0)
+        ChangeOxdFilename(handle, FileName("renamed.oxd").c_str());
+    while (nextEdit < Edits().size() && !VELHasLastError()) {
         Edits()[nextEdit](handle);
-        if (VELHasLastError())
-            return false;
+        nextEdit += VELHasLastError() ? 0 : 1; // a failed edit is repeated
     }
-    Describe(handle);
-    return !VELHasLastError();
+    if (!VELHasLastError())
+        Describe(handle);
 }
-
-constexpr std::string_view unknownVersion = "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n"
-                                            "[C]\r\nVersion=9\r\n\r\n#!";
 
 Scenario Saving()
 {
-    return {"save", MakeDataSet, Saves, [] { return ReadBytes(FileName("made.oxd")); }, false, oldBytes};
+    return {"save", MakeDataSet, [] { SaveOxdFile(handle); }, [] { return ReadBytes(FileName("made.oxd")); },
+            false,  oldBytes};
 }
 
 std::vector<Scenario> Scenarios(Kind kind)
@@ -118,69 +130,27 @@ std::vector<Scenario> Scenarios(Kind kind)
                               OpeningLarge(), Saving()};
     if (kind == Kind::File)
         return all;
-    all.push_back({"edit and read",
-                   [] {
-                       nextEdit = 0;
-                       handle = CreateOxdFile(FileName("made.oxd").c_str());
-                   },
-                   EditsAndReads, [] { return SaveBytes(handle); }});
-    all.push_back({"create and rename", [] { handle = 0; },
-                   [] {
-                       if (handle == 0)
-                           handle = CreateOxdFile(FileName("made.oxd").c_str());
-                       if (handle != 0)
-                           ChangeOxdFilename(handle, FileName("renamed.oxd").c_str());
-                       return !VELHasLastError();
-                   },
-                   [] { return std::to_string(handle); }});
-    all.push_back({"close", MakeDataSet,
-                   [] {
-                       CloseOxdFile(handle);
-                       return !VELHasLastError();
-                   },
-                   [] { return std::string(); }});
-    // Whichever failure is stored, it says what it is.
-    all.push_back({"fail to open", [] { WriteBytes(FileName("bad.oxd"), unknownVersion); },
-                   [] {
-                       handle = OpenOxdFile(FileName("bad.oxd").c_str());
-                       return handle == 0 && VELHasLastError();
-                   },
-                   [] {
-                       std::string text = VELGetLastError();
-                       for (const char* const reason : {"Version: 9", "bad_alloc", "Cannot allocate memory"}) {
-                           if (text.find(reason) != std::string::npos)
-                               return std::string("failed");
-                       }
-                       return text;
-                   }});
+    const auto reset = [] { handle = nextEdit = 0; };
+    all.push_back({"create, edit and read", reset, CreateEditAndRead, [] { return SaveBytes(handle); }});
+    all.push_back(FailingToOpen());
     return all;
 }
 
 struct Outcome
 {
-    faults::Count count;
-    std::string result;
-    const char* fault = nullptr; // what should not be
+    bool struck = false;         // whether a fault was injected
+    const char* fault = nullptr; // what went wrong, if anything
+    std::string result{};
 };
 
-// Whether it is done. Our own reading may run out of memory, too, and then it may be made again.
-bool Try(const Scenario& scenario, Outcome& outcome)
-{
+// Returns whether the scenario succeeded. Reading the result may run out of memory as well.
+bool Try(const Scenario& scenario)
+try {
     VELGetLastError();
-    try {
-        if (scenario.act())
-            return true;
-        if (!VELHasLastError())
-            outcome.fault = "fails without an error";
-    } catch (const std::bad_alloc&) { // NOLINT(bugprone-empty-catch): not done
-    }
+    scenario.act();
+    return !VELHasLastError();
+} catch (const std::bad_alloc&) {
     return false;
-}
-
-void CloseAll()
-{
-    for (std::uint64_t used = 1; used < 8; ++used)
-        CloseOxdFile(used);
 }
 
 std::ptrdiff_t OpenDescriptors()
@@ -195,61 +165,59 @@ Outcome Run(const Scenario& scenario, const faults::Plan& plan, const std::strin
     const auto descriptors = OpenDescriptors();
     scenario.prepare();
     faults::Arm(plan);
-    const bool done = Try(scenario, outcome);
-    outcome.count = faults::Disarm();
-    if (!done && plan.kind == Kind::Memory && !scenario.withoutMemory.empty() &&
-        scenario.result() != scenario.withoutMemory)
+    const bool done = Try(scenario);
+    const faults::Count count = faults::Disarm();
+    outcome.struck = count.struck;
+    if (!done && plan.kind == Kind::Memory && !scenario.resultWithoutMemory.empty() &&
+        scenario.result() != scenario.resultWithoutMemory)
         outcome.fault = "harms the old file";
-    const bool silent = done && scenario.mayOpenEmpty && outcome.count.struckRead && GetGroupCount(handle) == 0;
-    if ((!done || silent) && !Try(scenario, outcome))
+    const bool openedEmpty = done && scenario.mayOpenEmpty && count.struckRead && GetGroupCount(handle) == 0;
+    if ((!done || openedEmpty) && !Try(scenario))
         outcome.fault = "fails again";
     outcome.result = scenario.result();
     if (!expected.empty() && outcome.result != expected)
         outcome.fault = "gives another result";
     CloseAll();
-    if (faults::LiveBlocks() - blocks != (outcome.result.capacity() > 15 ? 1 : 0))
+    const int resultBlocks = outcome.result.capacity() > 15 ? 1 : 0; // short texts are kept in the string object
+    if (faults::LiveBlocks() - blocks != resultBlocks)
         outcome.fault = "leaks memory";
     if (OpenDescriptors() != descriptors)
         outcome.fault = "leaks a descriptor";
     return outcome;
 }
 
-// Strikes at every call in turn, until there are no more; the number of failures.
-int Sweep(const Scenario& scenario, Kind kind, Effect effect, const char* effectName)
+// Injects a fault at every call in turn, until there are no more calls. Returns the number of failures; a sweep without
+// any call counts as one.
+int Sweep(const char* scenario, const char* effect, const std::function<Outcome(std::uint64_t)>& run)
 {
-    Run(scenario, {kind}, {}); // what is made once is made here
-    const std::string expected = Run(scenario, {kind}, {}).result;
     std::uint64_t points = 0;
     int failures = 0;
     for (bool struck = true; struck; ++points) {
-        const Outcome outcome = Run(scenario, {kind, points, effect}, expected);
-        struck = outcome.count.struck;
+        const Outcome outcome = run(points);
+        struck = outcome.struck;
         if (outcome.fault && ++failures <= 5)
             std::printf("  point %ju: %s (%s)\n", std::uintmax_t{points}, outcome.fault, VELGetLastError());
     }
-    std::printf("%s, %s: %ju points, %d failures\n", scenario.name, effectName, std::uintmax_t{points - 1}, failures);
-    return failures;
+    std::printf("%s, %s: %ju points, %d failures\n", scenario, effect, std::uintmax_t{points - 1}, failures);
+    return points > 1 ? failures : failures + 1;
 }
 
 int SweepAll(Kind kind, const std::map<const char*, Effect>& effects)
 {
     int failures = 0;
     for (const Scenario& scenario : Scenarios(kind)) {
+        Run(scenario, {kind}, {}); // allocates what is allocated only once
+        const std::string expected = Run(scenario, {kind}, {}).result;
         for (const auto& [name, effect] : effects)
-            failures += Sweep(scenario, kind, effect, name);
+            failures += Sweep(scenario.name, name, [&](std::uint64_t point) {
+                return Run(scenario, {kind, point, effect}, expected);
+            });
     }
     return failures;
 }
 
-// Ends a process within its save; the file that it leaves, or nothing when there is none.
-struct Killed
-{
-    bool atAll = false;
-    bool hasFile = false;
-    std::string bytes;
-};
-
-Killed KillSaving(const faults::Plan& plan)
+// Saves in a child process that the plan kills. The result is the content of the file that is left.
+Outcome KillSaving(const faults::Plan& plan)
 {
     const Scenario saving = Saving();
     saving.prepare();
@@ -263,25 +231,22 @@ Killed KillSaving(const faults::Plan& plan)
     int status = 0;
     waitpid(child, &status, 0);
     CloseAll();
-    return {WIFSIGNALED(status), fs::exists(FileName("made.oxd")), ReadBytes(FileName("made.oxd"))};
+    return {WIFSIGNALED(status), nullptr, fs::exists(FileName("made.oxd")) ? saving.result() : noFile};
 }
 
-// What is left is the old file, none, or the beginning of the new one.
+// A killed save leaves the old file, no file, or the beginning of the new one.
 int SweepKills(Effect effect, const char* effectName)
 {
-    const std::string whole = KillSaving({Kind::File}).bytes;
-    std::uint64_t points = 0;
-    int failures = 0;
-    for (bool killed = true; killed; ++points) {
-        const Killed left = KillSaving({Kind::File, points, effect});
-        killed = left.atAll;
-        const bool good = !left.hasFile || left.bytes == oldBytes || whole.starts_with(left.bytes);
-        if (!good || (!killed && left.bytes != whole))
-            std::printf("  point %ju: left %zu bytes (failure %d)\n", std::uintmax_t{points}, left.bytes.size(),
-                        ++failures);
-    }
-    std::printf("save, %s: %ju points, %d failures\n", effectName, std::uintmax_t{points - 1}, failures);
-    return failures;
+    const std::string whole = KillSaving({Kind::File}).result;
+    return Sweep("save", effectName, [&](std::uint64_t point) {
+        Outcome outcome = KillSaving({Kind::File, point, effect});
+        const std::string& left = outcome.result;
+        const bool isAllowed = outcome.struck ? left == noFile || left == oldBytes || whole.starts_with(left)
+                                              : left == whole && whole != noFile && whole != oldBytes;
+        if (!isAllowed)
+            outcome.fault = "leaves a damaged file";
+        return outcome;
+    });
 }
 
 } // namespace
@@ -303,8 +268,8 @@ int main(int argc, char** argv)
                                          {"half of the bytes", Effect::Shorten},
                                          {"interrupted", Effect::Interrupt}});
     else if (what == "kills")
-        failures = SweepKills(Effect::Kill, "killed ahead of a call") +
-                   SweepKills(Effect::KillWithin, "killed within a write");
+        failures =
+            SweepKills(Effect::Kill, "killed before a call") + SweepKills(Effect::KillWithin, "killed within a write");
     fs::remove_all(folder);
     return failures > 0 ? 1 : 0;
 }

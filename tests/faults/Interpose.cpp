@@ -1,4 +1,4 @@
-// The definitions of an executable come before those of the libraries that it is linked to.
+// The dynamic linker prefers the definitions of an executable to those of its libraries.
 #include "Interpose.h"
 
 #include <dlfcn.h>
@@ -14,7 +14,7 @@
 #include <cstdlib>
 
 extern "C" {
-// What the C library's own allocator is called besides malloc and so on.
+// Other names of the C library's own allocation functions.
 void* __libc_malloc(std::size_t size);                          // NOLINT(bugprone-reserved-identifier)
 void* __libc_calloc(std::size_t count, std::size_t size);       // NOLINT(bugprone-reserved-identifier)
 void* __libc_realloc(void* block, std::size_t size);            // NOLINT(bugprone-reserved-identifier)
@@ -32,7 +32,7 @@ Count counted;
 std::int64_t liveBlocks = 0;
 std::int64_t livePages = 0;
 
-// Whether this call is to have the effect.
+// Counts a call. Returns whether the planned effect applies to it.
 bool Strikes(Kind kind)
 {
     if (!armed || kind != current.kind)
@@ -45,22 +45,19 @@ bool Strikes(Kind kind)
     return strikes;
 }
 
-void* Counted(void* block)
+template <class Allocate>
+void* AllocateOrFail(Allocate allocate)
 {
+    if (Strikes(Kind::Memory)) {
+        errno = ENOMEM;
+        return nullptr;
+    }
+    void* const block = allocate();
     liveBlocks += block ? 1 : 0;
     return block;
 }
 
-template <class Allocate>
-void* AllocateOrFail(Allocate allocate)
-{
-    if (!Strikes(Kind::Memory))
-        return Counted(allocate());
-    errno = ENOMEM;
-    return nullptr;
-}
-
-// Moves up to `size` bytes by move(size), or as the plan has it.
+// Transfers up to `size` bytes by move(size), unless the plan says otherwise.
 template <class Move>
 ssize_t Transfer(std::size_t size, int failure, Move move)
 {
@@ -79,7 +76,7 @@ ssize_t Transfer(std::size_t size, int failure, Move move)
     }
 }
 
-// Of calls that move no bytes only failing makes a difference, and being interrupted, which is a way of failing.
+// Calls that transfer no bytes can only fail; being interrupted is one way to.
 bool FailsAltogether(int failure)
 {
     return Transfer(0, failure, [](std::size_t) { return ssize_t{0}; }) < 0;
@@ -141,7 +138,7 @@ void* aligned_alloc(std::size_t alignment, std::size_t size)
 
 void* realloc(void* block, std::size_t size)
 {
-    liveBlocks -= block ? 1 : 0; // which is counted again, moved or not
+    liveBlocks -= block ? 1 : 0; // counted again below, moved or not
     void* const moved = AllocateOrFail([&] { return __libc_realloc(block, size); });
     liveBlocks += block && !moved ? 1 : 0;
     return moved;
@@ -153,7 +150,7 @@ void free(void* block)
     __libc_free(block);
 }
 
-// Large pieces of memory come from the system by pages, of which some are given back early.
+// Large blocks of memory are mapped by pages, some of which are returned early.
 void* mmap(void* address, std::size_t size, int protection, int flags, int descriptor, off_t offset)
 {
     if (Strikes(Kind::Memory)) {
@@ -200,7 +197,7 @@ int open(const char* path, int flags, ...)
     return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, 0666));
 }
 
-// The descriptor is gone, whatever the result.
+// The descriptor is closed even if the call fails.
 int close(int descriptor)
 {
     const bool fails = FailsAltogether(EIO);

@@ -1,4 +1,5 @@
-// Opens, edits and saves files whose headers grow in one way each, and tells callgrind where each step ends.
+// Opens, edits and saves files whose headers grow in one way each, and dumps callgrind's counts after each step.
+#include "support/Bytes.h"
 #include "support/Lines.h"
 #include "support/MemoryFile.h"
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-// The beginning of a header, which may end with a key whose value is n, and lines of which there are n.
+// The beginning of a header, which may end with a key whose value is n, and lines that are repeated n times.
 struct Shape
 {
     const char* name;
@@ -52,14 +53,14 @@ void Edit(std::uint64_t handle)
 
 bool Run(const Shape& shape, int n)
 {
-    const CMemoryFile file;
-    file.Write(Header(shape, n) + std::string(static_cast<std::size_t>(n), '\0'));
+    static const std::string path = CreateMemoryFile();
+    WriteBytes(path, Header(shape, n) + std::string(static_cast<std::size_t>(n), '\0'));
     const auto step = [&](const char* name) {
         const std::string label = std::string(shape.name) + "|" + std::to_string(n) + "|" + name;
         CALLGRIND_DUMP_STATS_AT(label.c_str());
     };
     CALLGRIND_ZERO_STATS;
-    const auto handle = OpenOxdFile(file.Path().c_str());
+    const auto handle = OpenOxdFile(path.c_str());
     step("open");
     Edit(handle);
     step("edit");
@@ -68,7 +69,7 @@ bool Run(const Shape& shape, int n)
     CloseOxdFile(handle);
     if (!VELHasLastError())
         return true;
-    std::printf("%s: %s\n", shape.name, VELGetLastError()); // which lowers the flag
+    std::printf("%s: %s\n", shape.name, VELGetLastError()); // also clears the flag
     return false;
 }
 
@@ -79,6 +80,8 @@ int main(int argc, char** argv)
     if (argc != 2)
         return 2;
     const int n = static_cast<int>(std::strtol(argv[1], nullptr, 10));
+    if (n < 1)
+        return 2;
     for (const Shape& shape : shapes) {
         if (!Run(shape, n) || !Run(shape, 2 * n))
             return 1;

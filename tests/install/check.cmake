@@ -1,10 +1,10 @@
-# Run with the variables that CMakeLists.txt passes, or with `prefix` in place of `build` to use what is installed
-# there. `work` is emptied first.
+# Takes the variables that CMakeLists.txt passes; `prefix` in place of `build` uses an installed library. The folder
+# `work` is emptied first.
 
 file(REMOVE_RECURSE "${work}")
 file(MAKE_DIRECTORY "${work}")
 
-# Runs a command in `work`; stops with its output when it fails. What it printed is left in `output`.
+# Runs a command in `work` and stores its output in `output`. Stops with the output if the command fails.
 function(run)
   execute_process(COMMAND ${ARGV} WORKING_DIRECTORY "${work}"
     RESULT_VARIABLE result OUTPUT_VARIABLE printed ERROR_VARIABLE printed)
@@ -28,8 +28,8 @@ if(build)
   run("${CMAKE_COMMAND}" --install "${build}" --config "${config}" --prefix "${prefix}")
 endif()
 
-# A program that uses the CMake package. It finds the library through the run path that CMake gives it; on Windows there
-# is no such thing, and Wine is told where to look.
+# A program that uses the CMake package. It finds the library through the run path that CMake sets; Windows has no run
+# paths, so Wine is told where to look.
 set(ENV{WINEPATH} "${prefix}/bin")
 run("${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/consumer" -G "${generator}"
   "-DCMAKE_SYSTEM_NAME=${system}" "-DCMAKE_C_COMPILER=${c_compiler}" "-DCMAKE_BUILD_TYPE=${config}" "-DCMAKE_PREFIX_PATH=${prefix}"
@@ -37,7 +37,7 @@ run("${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${work}/consu
 run("${CMAKE_COMMAND}" --build "${work}/consumer")
 run_consumer("${work}/consumer/consumer" package.oxd)
 
-# One that uses pkg-config, and a compiler as strict about the header as a user's may be.
+# A program that uses pkg-config, compiled as strictly as a user may compile it.
 set(ENV{PKG_CONFIG_PATH} "${prefix}/${libdir}/pkgconfig")
 run("${pkg_config}" --cflags --libs "VELOxdDll = ${version}")
 separate_arguments(flags UNIX_COMMAND "${output}")

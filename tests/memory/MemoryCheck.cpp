@@ -1,4 +1,4 @@
-// Opens a file, in one case saves it, too, and compares the peak memory of doing so with what that may take.
+// Opens a file, in one case saves it as well, and compares the peak memory with what is allowed.
 #include "support/Lines.h"
 
 #include <VELOxdDll.h>
@@ -26,19 +26,19 @@ struct Case
     std::string (*header)() = nullptr;
     std::uintmax_t dataBytes = 0;
     bool opens = false;
-    std::uintmax_t samplesInMemory = 0; // bytes that are allowed for these
+    std::uintmax_t samplesInMemory = 0; // bytes that are allowed for samples
     bool savesToo = false;
 };
 
 const std::string oneSlot = "GroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\n";
 
-// `count` slots that all name section A.
+// `count` slots that all refer to section A.
 std::string SharedSection(int count, const std::string& section)
 {
     return "GroupCount=1\nGr0-Count=" + std::to_string(count) + "\n" + Lines(count, "Gr0-Ch#=A\n") + "[A]\n" + section;
 }
 
-// Links to groups that have no section, below one with a very long name.
+// Links to groups without a section, below a group with a very long name.
 std::string LongPaths(std::size_t length, int links)
 {
     const std::string name(length, 'a');
@@ -49,7 +49,7 @@ std::string LongPaths(std::size_t length, int links)
 constexpr std::uintmax_t mebi = 1U << 20U;
 
 const Case cases[] = {
-    // 512 MiB of 16 bits are as much in memory.
+    // 512 MiB of samples of 16 bits take the same size in memory.
     {"large", [] { return oneSlot + "Version=2\nPoints=16384\nLines=16384\nSaveBits=16\n"; }, 512 * mebi, true,
      512 * mebi},
     {"groups", [] { return std::string("GroupCount=65536\nGr0-Count=1048576\n"); }, 0, true},
@@ -67,7 +67,7 @@ const Case cases[] = {
     {"items", [] { return "SetInfos=I\n[I]\n" + Lines(1'000'000, "#=x\n"); }, 0, true},
 };
 
-// What any opening may take, and little for those that ask for little.
+// What opening a file may take, which is less for files with a small header.
 std::uintmax_t AllowedBytes(const Case& c, std::uintmax_t headerBytes)
 {
     return c.samplesInMemory + (headerBytes < 4096 && c.samplesInMemory > 0 ? 16 * mebi : 64 * mebi + 40 * headerBytes);
@@ -90,7 +90,7 @@ int Check(const Case& c, const std::string& path)
 {
     const std::string header = "[DataSet]\nVersion=2\n" + c.header() + "\r\n#!";
     std::ofstream(path, std::ios::binary) << header;
-    std::filesystem::resize_file(path, header.size() + c.dataBytes); // a hole reads as zeros
+    std::filesystem::resize_file(path, header.size() + c.dataBytes); // the sparse end of the file reads as zeros
     const auto before = PeakBytes();
     const auto handle = OpenOxdFile(path.c_str());
     if (handle != 0 && c.savesToo)

@@ -1,4 +1,4 @@
-// Opens, edits, saves and closes over and over: neither memory nor descriptors may grow.
+// Opens, edits, saves and closes a file over and over: neither memory nor the number of descriptors may grow.
 #include "support/Edits.h"
 
 #include <VELOxdDll.h>
@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::int64_t allowedKiB = 512; // pages that the allocator happens to touch late
+constexpr std::int64_t allowedKiB = 512; // for pages that the allocator touches late
 
 struct Usage
 {
@@ -31,7 +31,7 @@ Usage Measure()
     return {4 * pages, std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator())};
 }
 
-// Its other half is the next cycle: what is saved here is opened there.
+// Edits and saves the file, which the next cycle opens again.
 bool Cycle(const std::string& path)
 {
     const auto handle = OpenOxdFile(path.c_str());
@@ -54,10 +54,11 @@ int main(int argc, char** argv)
     if (argc != 3)
         return 2;
     const std::int64_t cycles = std::strtoll(argv[1], nullptr, 10);
+    if (cycles < 10)
+        return 2; // nothing would be compared
     const std::string path = argv[2];
     const auto made = CreateOxdFile(path.c_str());
-    for (const Edit edit : Edits())
-        edit(made);
+    ApplyEdits(made);
     SaveOxdFile(made);
     CloseOxdFile(made);
 
@@ -67,7 +68,7 @@ int main(int argc, char** argv)
             std::cout << "cycle " << i << ": " << VELGetLastError() << '\n';
             return 1;
         }
-        if (i == cycles / 10) // when whatever is made once has been made
+        if (i == cycles / 10) // when everything that is allocated once has been allocated
             first = Measure();
     }
     const Usage last = Measure();

@@ -1,4 +1,4 @@
-// The texts and numbers that every axis of a channel has, with their functions.
+// The texts and numbers of every axis of a channel, with the functions that set and get them.
 #pragma once
 
 #include <VELOxdDll.h>
@@ -7,7 +7,7 @@
 
 struct AxisProperty
 {
-    const char* text; // as failures name them
+    const char* text; // its name in failures
     void (*setText)(std::uint64_t, std::uint64_t, std::uint64_t, const char*);
     void (*getText)(std::uint64_t, std::uint64_t, std::uint64_t, char*, std::uint64_t);
     const char* number;

@@ -1,4 +1,4 @@
-// Files as their bytes.
+// Writing and reading whole files as bytes.
 #pragma once
 
 #include <fstream>

@@ -17,7 +17,7 @@ namespace {
 constexpr std::uint64_t most = 20;
 constexpr char untouched = '\x7F';
 
-// Lowers the error flag.
+// Takes a pending failure. Returns whether there was one whose text contains `expected`.
 bool TakeFailure(std::string_view expected)
 {
     if (!VELHasLastError())
@@ -28,7 +28,7 @@ bool TakeFailure(std::string_view expected)
     return text.find(expected) != std::string_view::npos;
 }
 
-// What the getter wrote to a buffer of this size, with zeros inside the text, or nothing when that is too small.
+// Returns what the getter writes to a buffer of this size, with any zeros inside the text; nothing if it is too small.
 template <class Getter, class... Where>
 std::string TextOf(std::size_t size, Getter getter, Where... where)
 {
@@ -39,8 +39,8 @@ std::string TextOf(std::size_t size, Getter getter, Where... where)
     return text;
 }
 
-// What is left of a text when a file made it fit: no zeros, no line ends, no blanks at the end, and no number behind a
-// name that another one has.
+// Returns what a file keeps of a text: zeros and line ends become blanks, blanks at the end are dropped, and so is a
+// number that tells equal names apart.
 std::string Lasting(std::string text)
 {
     std::ranges::replace_if(
@@ -59,13 +59,20 @@ class CDescription
 public:
     explicit CDescription(std::uint64_t handle) : m_handle(handle) {}
 
-    std::string Take() && { return std::move(m_text); }
+    std::string All()
+    {
+        Groups();
+        InfoGroups();
+        Tree();
+        return std::move(m_text);
+    }
 
+private:
     void Groups()
     {
         Number("groups", GetGroupCount(m_handle));
         std::vector<std::uint64_t> ids(GetGroupCount(m_handle));
-        ids.reserve(1); // no null pointer, even without groups
+        ids.reserve(1); // the pointer is not null even without groups
         GetAllGroupIds(m_handle, ids.data());
         ids.resize(std::min<std::size_t>(ids.size(), most));
         for (const auto group : ids) {
@@ -105,7 +112,11 @@ public:
         }
     }
 
-private:
+    void Append(std::string_view label, std::string_view value)
+    {
+        m_text.append(label).append("=").append(value).append(TakeFailure({}) ? " failed\n" : "\n");
+    }
+
     template <class Value>
     Value Number(std::string_view label, Value value)
     {
@@ -115,7 +126,7 @@ private:
             end = std::to_chars(text.begin(), text.end(), value, std::chars_format::general, 6).ptr;
         else
             end = std::to_chars(text.begin(), text.end(), static_cast<std::int64_t>(value)).ptr;
-        m_text.append(label).append("=").append(text.data(), end).append(TakeFailure({}) ? " failed\n" : "\n");
+        Append(label, {text.data(), end});
         return value;
     }
 
@@ -129,7 +140,7 @@ private:
             text =
                 TextOf(std::stoul(needed.substr(needed.find(tooSmall) + tooSmall.size())), getter, m_handle, where...);
         }
-        m_text.append(label).append("=").append(Lasting(std::move(text))).append(TakeFailure({}) ? " failed\n" : "\n");
+        Append(label, Lasting(std::move(text)));
     }
 
     void Channel(std::uint64_t group, std::uint64_t slot)
@@ -153,7 +164,7 @@ private:
             return; // cannot be read
         std::vector<std::int32_t> raw(valid);
         std::vector<double> real(valid);
-        raw.reserve(1); // no null pointer, even for an empty line
+        raw.reserve(1); // the pointers are not null even for an empty line
         real.reserve(1);
         for (std::int32_t lineOp = 5; lineOp >= 0; --lineOp) {
             GetChannelData_LineRaw(m_handle, group, slot, line, lineOp, raw.data());
@@ -166,7 +177,7 @@ private:
         if (valid > 0)
             Number("pixel", GetChannelData_PixelRaw(m_handle, group, slot, valid - 1, line, 0));
         if (valid > 0 && GetChannelData_PixelReal(m_handle, group, slot, valid - 1, line, 0) != real.back())
-            Number("real", std::isnan(real.back())); // a pixel is part of its line
+            Number("real", std::isnan(real.back())); // a pixel equals the sample of its line
     }
 
     void AddChildren(std::uint64_t node, std::vector<std::uint64_t>& nodes)
@@ -189,9 +200,5 @@ private:
 
 std::string Describe(std::uint64_t handle)
 {
-    CDescription description(handle);
-    description.Groups();
-    description.InfoGroups();
-    description.Tree();
-    return std::move(description).Take();
+    return CDescription(handle).All();
 }

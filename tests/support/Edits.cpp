@@ -11,7 +11,7 @@ constexpr std::uint64_t root = 1;
 constexpr std::array<std::int32_t, 5> raw{-536'870'912, -1, 0, 1, 536'870'911};
 constexpr std::array<double, 5> real{-1e-7, 0, 2.5e-8, 1e-7, 5};
 
-// The first node of the tree, and the first one in that; 0, which is no node, when there is none.
+// The first node of the tree and its first child; 0, which is no node, if there is none.
 std::uint64_t Top(std::uint64_t h)
 {
     return SelectFirstChildMetaInfoItem(h, root);
@@ -22,7 +22,7 @@ std::uint64_t Child(std::uint64_t h)
     return SelectFirstChildMetaInfoItem(h, Top(h));
 }
 
-constexpr std::size_t many = 40; // nodes of a group are found by an index
+constexpr std::size_t many = 40; // enough items for a group to index them
 
 std::string NameOfMany(std::uint64_t number)
 {
@@ -106,4 +106,10 @@ const std::vector<Edit>& Edits()
         return all;
     }();
     return edits;
+}
+
+void ApplyEdits(std::uint64_t handle)
+{
+    for (const Edit edit : Edits())
+        edit(handle);
 }

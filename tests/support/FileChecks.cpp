@@ -1,5 +1,6 @@
 #include "support/FileChecks.h"
 
+#include "support/Bytes.h"
 #include "support/Describe.h"
 #include "support/MemoryFile.h"
 
@@ -13,21 +14,18 @@ namespace {
 void Require(bool holds, const char* what, const std::string& details = {})
 {
     if (!holds)
-        throw std::logic_error(std::string("does not hold: ") + what + "\n" + VELGetLastError() + "\n" + details);
+        throw std::logic_error(std::string("violated: ") + what + "\n" + VELGetLastError() + "\n" + details);
 }
 
-// Where two texts begin to differ, in characters that can be printed.
+// Shows where two texts begin to differ.
 std::string Difference(const std::string& a, const std::string& b)
 {
     const auto at = static_cast<std::size_t>(std::ranges::mismatch(a, b).in1 - a.begin());
     const std::size_t from = at - std::min<std::size_t>(at, 60);
-    std::string text = a.substr(from, 120) + "\n--- not ---\n" + b.substr(from, 120);
-    std::ranges::replace_if(
-        text, [](unsigned char c) { return c < ' ' && c != '\n'; }, '?');
-    return text;
+    return a.substr(from, 120) + "\n--- not ---\n" + b.substr(from, 120);
 }
 
-// A zero byte in a header reads as such and becomes a blank when saved; at the end of a text, blanks do not last.
+// A zero byte in a header is read as such but saved as a blank, and blanks at the end of a text are lost.
 bool HasZeroInHeader(std::string_view bytes)
 {
     return bytes.substr(0, bytes.find("#!")).find('\0') != std::string_view::npos;
@@ -37,23 +35,29 @@ bool HasZeroInHeader(std::string_view bytes)
 
 std::uint64_t OpenBytes(std::string_view bytes)
 {
-    static const CMemoryFile file;
-    file.Write(bytes);
+    static const std::string path = CreateMemoryFile();
+    WriteBytes(path, bytes);
     VELGetLastError();
-    const auto handle = OpenOxdFile(file.Path().c_str());
-    Require((handle == 0) == VELHasLastError(), "a handle or an error, not both");
+    const auto handle = OpenOxdFile(path.c_str());
+    Require((handle == 0) == VELHasLastError(), "opening returns either a handle or an error");
     if (handle == 0)
-        CloseOxdFile(1); // which a failed open keeps
+        CloseOxdFile(1); // a failed open keeps its handle
     return handle;
 }
 
 std::string SaveBytes(std::uint64_t handle)
 {
-    static const CMemoryFile file;
-    ChangeOxdFilename(handle, file.Path().c_str());
+    static const std::string path = CreateMemoryFile();
+    ChangeOxdFilename(handle, path.c_str());
     SaveOxdFile(handle);
-    Require(!VELHasLastError(), "what opened can be saved");
-    return file.Read();
+    Require(!VELHasLastError(), "an opened file can be saved");
+    return ReadBytes(path);
+}
+
+void CloseAll()
+{
+    for (std::uint64_t handle = 1; handle < 8; ++handle)
+        CloseOxdFile(handle);
 }
 
 bool CheckOpening(std::string_view bytes)
@@ -66,7 +70,7 @@ bool CheckOpening(std::string_view bytes)
     return true;
 }
 
-// NOLINTNEXTLINE(misc-no-recursion): what is saved has none
+// NOLINTNEXTLINE(misc-no-recursion): a saved file has no zeros in its header
 bool CheckRoundTrip(std::string_view bytes)
 {
     const auto handle = OpenBytes(bytes);
@@ -79,11 +83,11 @@ bool CheckRoundTrip(std::string_view bytes)
         return CheckRoundTrip(saved);
 
     const auto again = OpenBytes(saved);
-    Require(again != 0, "what was saved opens", saved);
+    Require(again != 0, "a saved file opens", saved);
     const std::string seenAgain = Describe(again);
-    Require(seenAgain == seen, "what was saved reads as before", Difference(seen, seenAgain));
+    Require(seenAgain == seen, "a saved file reads as before", Difference(seen, seenAgain));
     const std::string savedAgain = SaveBytes(again);
-    Require(savedAgain == saved, "the second save gives the bytes of the first", Difference(saved, savedAgain));
+    Require(savedAgain == saved, "the second save writes the bytes of the first", Difference(saved, savedAgain));
     CloseOxdFile(again);
     return true;
 }

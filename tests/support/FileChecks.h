@@ -1,20 +1,23 @@
-// What must hold for any bytes at all that a file may consist of.
+// Checks of the library for files of any bytes at all. They throw std::logic_error with the property that is violated.
+// Not thread-safe: they share one file for opening and one for saving.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-// A handle, or 0 with an error stored, which is not lowered. No other file must be open.
+// Opens a file with these bytes. Returns its handle, or 0 with the error stored. No other file may be open.
 std::uint64_t OpenBytes(std::string_view bytes);
 
-// Saves the data set as another file; its bytes.
+// Saves the data set under another name and returns the bytes of that file.
 std::string SaveBytes(std::uint64_t handle);
 
-// Each throws std::logic_error, saying what does not hold. The result is whether the bytes open.
-//
-// They open and can be read, or fail with an error.
+// Closes every file that the checks and the fault sweeps may have left open.
+void CloseAll();
+
+// Checks that the bytes open and can be read, or fail with an error. Returns whether they open.
 bool CheckOpening(std::string_view bytes);
 
-// What opens can be saved and opened again and reads as before, and its second save gives the bytes of the first.
+// Also checks that a file that opens can be saved, that the saved file opens and reads as before, and that saving that
+// one writes the same bytes again. Returns whether the bytes open.
 bool CheckRoundTrip(std::string_view bytes);

@@ -1,10 +1,10 @@
-// Headers as lines: many that differ by a number, and as files have them.
+// Making texts of headers: many lines that differ by a number, and line ends as files have them.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-// The line once for every number from 0, which stands where it has a #.
+// Repeats the line `count` times, with each # replaced by the number of the repetition, from 0.
 inline std::string Lines(int count, std::string_view line)
 {
     std::string lines;
@@ -15,7 +15,7 @@ inline std::string Lines(int count, std::string_view line)
     return lines;
 }
 
-// With the line ends that files have.
+// Replaces each LF by CR LF.
 inline std::string WithCrLf(std::string_view text)
 {
     std::string result;

@@ -1,4 +1,4 @@
-// Runs the tests in the locale that the environment asks for, set as a host program may set it: for C and for C++.
+// Runs the tests in the locale that VELOXD_TEST_LOCALE names, set for C and for C++ as a host program may do.
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -9,7 +9,7 @@
 
 namespace {
 
-// Numbers as 1'234,5: a program may also have set a locale of its own making.
+// Numbers such as 1'234,5: a program may also set a locale of its own making.
 class CGrouping : public std::numpunct<char>
 {
     char do_decimal_point() const override { return ','; }
@@ -24,10 +24,10 @@ bool UseLocale(const std::string& name)
         return true;
     }
     if (!std::setlocale(LC_ALL, name.c_str())) {
-        std::cerr << "There is no locale " << name << '\n';
+        std::cerr << "Missing locale: " << name << '\n';
         return false;
     }
-#ifndef _WIN32 // where the C++ library has no locales by name
+#ifndef _WIN32 // the C++ library has no named locales there
     std::locale::global(std::locale(name));
 #endif
     return true;
@@ -41,5 +41,6 @@ int main(int argc, char** argv)
     const char* const localeName = std::getenv("VELOXD_TEST_LOCALE");
     if (localeName && !UseLocale(localeName))
         return EXIT_FAILURE;
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    return ::testing::UnitTest::GetInstance()->test_to_run_count() > 0 ? result : EXIT_FAILURE;
 }

@@ -1,22 +1,17 @@
-// A file that is nowhere but in memory, with a path that it can be opened and saved by.
+// Files that exist only in memory, for checks that open and save very often.
 #pragma once
 
+#include <sys/mman.h>
+
+#include <cerrno>
 #include <string>
-#include <string_view>
+#include <system_error>
 
-class CMemoryFile
+// Creates such a file, which lasts until the program ends. Returns a path by which it can be opened and saved.
+inline std::string CreateMemoryFile()
 {
-public:
-    CMemoryFile();
-    CMemoryFile(const CMemoryFile&) = delete;
-    CMemoryFile& operator=(const CMemoryFile&) = delete;
-    ~CMemoryFile();
-
-    const std::string& Path() const { return m_path; }
-    void Write(std::string_view bytes) const;
-    std::string Read() const;
-
-private:
-    int m_descriptor;
-    std::string m_path;
-};
+    const int descriptor = memfd_create("oxd", MFD_CLOEXEC);
+    if (descriptor < 0)
+        throw std::system_error(errno, std::generic_category(), "memfd_create");
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}

@@ -1,4 +1,5 @@
-// What tests of the C interface share: files in a folder of the test's own, handles that get closed, failures as texts.
+// The fixture of all tests through the C interface: each test has a folder of its own, its files are closed when it
+// ends, and failures are compared as texts. The stored error is one for the process, so that tests use a single thread.
 #pragma once
 
 #include "support/Bytes.h"
@@ -16,11 +17,11 @@
 #include <utility>
 #include <vector>
 
-// What raw samples range over.
+// The range of raw samples.
 constexpr std::int32_t lowest = -536870912;
 constexpr std::int32_t highest = 536870911;
 
-// Of a diagnostic text the message, else the text itself.
+// Returns the message in a diagnostic text, or the whole text if it is not one.
 inline std::string ReasonIn(const std::string& errorText)
 {
     constexpr std::string_view label = "std::exception::what: ";
@@ -31,7 +32,7 @@ inline std::string ReasonIn(const std::string& errorText)
     return errorText.substr(from, errorText.find('\n', from) - from);
 }
 
-// The reason for which the call failed, empty when it did not.
+// Returns the reason why the call failed, or an empty text if it succeeded.
 template <class Call>
 std::string ReasonOf(Call&& call)
 {
@@ -45,9 +46,7 @@ class OxdTest : public ::testing::Test
 protected:
     OxdTest()
     {
-        const auto* const info = ::testing::UnitTest::GetInstance()->current_test_info();
-        m_folder = std::filesystem::temp_directory_path() / (std::string("veloxd-") + info->test_suite_name() + "." +
-                                                             info->name() + "." + std::to_string(::getpid()));
+        m_folder = std::filesystem::temp_directory_path() / ("veloxd-" + std::to_string(::getpid()));
         std::filesystem::remove_all(m_folder);
         std::filesystem::create_directories(m_folder);
     }
@@ -60,7 +59,7 @@ protected:
 
     std::string Path(const std::string& name) const { return (m_folder / name).string(); }
 
-    // A header with LF line ends, written with CR LF, the mark behind it, and samples.
+    // Writes a file of a header, given with LF line ends and written with CR LF, the end mark, and samples.
     std::string WriteOxd(std::string_view header, std::string_view samples = {},
                          const std::string& name = "in.oxd") const
     {
@@ -68,7 +67,7 @@ protected:
         return Path(name);
     }
 
-    // Each fails the test when the call fails, and the handle is closed with the test.
+    // Each of these fails the test if its call fails. The handles are closed when the test ends.
     std::uint64_t Create(const std::string& name = "out.oxd") const
     {
         return Succeed(CreateOxdFile, Path(name).c_str());
@@ -87,7 +86,7 @@ protected:
         return group;
     }
 
-    // Why the file does not open, and nothing else stays open.
+    // Returns the reason why the file does not open, and closes all files.
     static std::string ReasonOfOpening(const std::string& path)
     {
         std::uint64_t handle = 0;
@@ -101,11 +100,11 @@ protected:
                                              std::uint64_t line, int lineOp = 0)
     {
         std::vector<std::int32_t> values(GetChannelData_PointsPerLine(handle, group, channel, line));
-        values.reserve(1); // no null pointer, even for an empty line
+        values.reserve(1); // the pointer is not null even for an empty line
         EXPECT_EQ(ReasonOf([&] { GetChannelData_LineRaw(handle, group, channel, line, lineOp, values.data()); }), "");
         return values;
     }
-    // What a text getter writes to the buffer that comes behind these arguments.
+    // Returns the text that a getter with these leading arguments writes to its buffer.
     template <class Getter, class... Arguments>
     static std::string Text(Getter getter, Arguments... arguments)
     {
@@ -118,9 +117,9 @@ protected:
         return Text(GetGroupName, handle, group);
     }
 
-    static constexpr std::uint64_t root = 1; // of the information's tree
+    static constexpr std::uint64_t root = 1; // of the information tree
 
-    // All information as one text: groups in braces behind their names.
+    // Returns all information as one text, with the content of each group in braces behind its name.
     // NOLINTNEXTLINE(misc-no-recursion): the trees of these tests are shallow
     static std::string Tree(std::uint64_t handle, std::uint64_t node = root)
     {
@@ -146,7 +145,7 @@ private:
         return result;
     }
 
-    // More handles than any test uses: numbers of failed opens are among them.
+    // No test uses more handles than this, including those of failed opens.
     static void CloseAll()
     {
         for (std::uint64_t handle = 1; handle < 64; ++handle)
@@ -156,7 +155,7 @@ private:
     std::filesystem::path m_folder;
 };
 
-// With a new data set.
+// A fixture with a new data set.
 class NewDataSetTest : public OxdTest
 {
 protected:

@@ -1,4 +1,4 @@
-// Small whole files which together have every section and every key, for others to damage.
+// Seed files for fuzzing and for sweeps: small valid files that together have every section and every key.
 #pragma once
 
 #include <string>

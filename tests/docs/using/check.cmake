@@ -1,5 +1,5 @@
-# Runs the program of one page as the index of the pages describes it. `library_folder` is for programs that load the
-# library by its name.
+# Runs the program of one page as the index of the pages describes it. Programs that load the library by its name find it
+# in `library_folder`.
 
 include("${CMAKE_CURRENT_LIST_DIR}/../extract.cmake")
 set(ENV{LD_LIBRARY_PATH} "${library_folder}:$ENV{LD_LIBRARY_PATH}")
@@ -25,7 +25,7 @@ if(NOT result EQUAL 0 OR NOT printed STREQUAL shown)
   message(FATAL_ERROR "Ended with ${result}: ${error}\nshown:\n${shown}\nprinted:\n${printed}")
 endif()
 
-# The group's name is all that changes: once as its own, once as that of its channel's frame.
+# Only the group's name changes, in two places: the group and the frame of its channel.
 string(HEX "ForwardScan" old_name)
 string(HEX "Scan at 25 °C" new_name)
 string(REPLACE "${old_name}" "${new_name}" expected "${before}")
@@ -35,10 +35,10 @@ if(NOT written STREQUAL expected)
 endif()
 file(READ "${work}/old.oxd" after HEX)
 if(NOT after STREQUAL before)
-  message(FATAL_ERROR "The old file is another one now.")
+  message(FATAL_ERROR "The program changed the old file.")
 endif()
 
-# A failure ends the program with what the library stored, and nothing is printed of a file that is not there.
+# A failure ends the program with the stored error, and nothing is printed about a missing file.
 run(missing.oxd unused.oxd)
 if(NOT result EQUAL 1 OR NOT error MATCHES "The specified file was not found" OR NOT printed STREQUAL "")
   message(FATAL_ERROR "A missing file went unnoticed: ${result} ${printed}${error}")

@@ -1,4 +1,4 @@
-/* Reads the MATLAB page's header as a compiler does. Flags are a type that MATLAB knows. */
+/* Compiles the header of the MATLAB page. Flags must have a type that MATLAB knows. */
 #include "VELOxdMatlab.h"
 
 unsigned char (*const hasLastError)(void) = VELHasLastError;

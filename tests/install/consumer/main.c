@@ -1,4 +1,4 @@
-/* Makes the file named by the argument, opens it again and prints "ok" when it holds what was put in. */
+/* Creates the file named by the argument, opens it again and prints "ok" if it holds what was written. */
 
 #include <VELOxdDll.h>
 
@@ -12,5 +12,5 @@ int main(int argc, char** argv)
     SaveOxdFile(created);
     const bool same = GetLogicalGroupId(OpenOxdFile(path), 0) == 4711;
     puts(same && !VELHasLastError() ? "ok" : VELGetLastError());
-    return same ? 0 : 1;
+    return same && !VELHasLastError() ? 0 : 1;
 }
