@@ -4,11 +4,12 @@
 #include "api/Arguments.h"
 #include "api/Boundary.h"
 #include "api/LastError.h"
-#include "api/OpenFile.h"
 #include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
+#include "velstdlib/util/files/FileReader.h"
 #include "velstdlib/util/files/FileWriter.h"
+#include "velstdlib/util/files/OpenChecks.h"
 
 #include <boost/throw_exception.hpp>
 
@@ -59,7 +60,7 @@ std::uint64_t RegisterFile(const CCall& call, const char* fileName)
 void Load(FileHandleStruct& file, const boost::source_location& where)
 {
     const std::atomic<bool> abort = false;
-    COpenFile opened(file.fileName, where);
+    veltaris::velstdlib::util::CFileReader opened(file.fileName, where);
     if (file.config.ReadHeader(opened.Stream(), abort)) {
         CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
         serialiser.LoadHeader(file.config, dataSetSection, abort);
@@ -80,7 +81,7 @@ std::string RenderHeader(const veltaris::velstdlib::util::CVELOXDConfig& documen
 // header of the last opening or saving is kept until the new one is being written.
 void Save(FileHandleStruct& file, const boost::source_location& where)
 {
-    CheckWritable(file.fileName, where);
+    veltaris::velstdlib::util::CheckWritable(file.fileName, where);
     CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
     serialiser.CheckSavable(file.fileName);
     file.dataSet.PrepareForSave();
