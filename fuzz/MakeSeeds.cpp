@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 // A fuzzer is fast with small inputs only, so there are many of them.
-constexpr int functions = 94, functionsOfScript = 3;
+constexpr int functions = VELOXD_EXPORT_COUNT, functionsOfScript = 3;
 
 void Write(const fs::path& path, std::string_view bytes)
 {
