@@ -1,5 +1,6 @@
-// The exported functions that work on an open file. Each checks its arguments in the order of the header's conventions,
-// calls one operation of the data set and copies the result out.
+// The exported functions that work on an open file. Each checks its arguments in the order that the public header
+// gives, calls one operation of the data set and copies the result out. They share one file because callers know its
+// name: it is in the texts of their failures.
 #include "VELOxdDll.h"
 
 #include "api/Boundary.h"
@@ -22,9 +23,9 @@ using dataset::RealToRawMode;
 
 namespace {
 
-constexpr std::uint64_t rootItem = 1; // stands for the list of top-level groups, which is no node
+constexpr std::uint64_t rootItem = 1; // stands for the list of top-level groups, which has no node of its own
 
-// The span of a whole line in the caller's memory, when there is such a line.
+// The whole line in the caller's memory. Fails when the channel has no such line.
 template <class Value>
 std::span<const Value> LineToStore(const CCall& call, const CDataBuffer& buffer, std::uint64_t line,
                                    const Value* values)
@@ -34,7 +35,8 @@ std::span<const Value> LineToStore(const CCall& call, const CDataBuffer& buffer,
     return {values, buffer.GetPoints()};
 }
 
-// That there is such a line to read, and somewhere to write it to.
+// Fails for a null pointer, after the failures that reading the line would have. With memory to write to, reading
+// itself checks the line.
 void CheckLineRead(const CCall& call, const CDataBuffer& buffer, std::uint64_t line, const void* values)
 {
     if (!values) {
@@ -52,11 +54,11 @@ std::uint64_t CreateInfo(std::uint64_t handle, const std::string& name)
     return infoSet.GetGroups().size() - 1;
 }
 
-// Adds the node to the parent's sub-items; the result is its handle.
+// Adds the node to the parent's sub-items. The result is the handle of the node.
 std::uint64_t AddNode(CInfoSet& infoSet, CInfoSetItem& parent, std::unique_ptr<CInfoSetItem> node)
 {
     node->SetOwner(&infoSet);
-    const std::uint64_t handle = infoSet.GetHandle(*node); // first: what fails here leaves no node behind
+    const std::uint64_t handle = infoSet.GetHandle(*node); // taken first, so that a failure leaves no node behind
     parent.AddSubItem(std::move(node));
     return handle;
 }
@@ -129,7 +131,7 @@ void SetGroupName(uint64_t handle, uint64_t group, const char* name)
     Export("set group name", [&](const CCall& call) { GroupOf(call, handle, group)->SetName(call.Text(name)); });
 }
 
-// The action is the getter's: callers know the text.
+// The failures name the action of the getter. Callers may depend on that text, so it stays.
 void SetChannelCount(uint64_t handle, uint64_t group, uint64_t count)
 {
     Export("get channel count", [&](const CCall& call) { GroupOf(call, handle, group)->SetChannelCount(count); });
@@ -319,7 +321,7 @@ double GetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t ch
     });
 }
 
-// For a missing channel the action has a letter less: callers know the text.
+// The failure for a missing channel misspells the action. Callers may depend on that text, so it stays.
 void SetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t channel, const char* name)
 {
     Export("set channel signal axis name", [&](const CCall& call) {
@@ -495,7 +497,7 @@ void DeleteAllInfoGroups(uint64_t handle)
     Export([&](const CCall&) { InfoSetOf(handle).DeleteAllGroups(); });
 }
 
-// A buffer that is too short is reported as it is for the value of an item: callers know the text.
+// The failure for a short buffer names the action of GetInfoItemValue. Callers may depend on that text, so it stays.
 void GetInfoGroupName(uint64_t handle, uint64_t info, char* buffer, uint64_t size)
 {
     Export("get info name", [&](const CCall& call) {
