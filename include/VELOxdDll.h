@@ -84,9 +84,10 @@
  *     number that was free, can read what was loaded; CloseOxdFile frees it.
  *
  * 13. Saving. SaveOxdFile DROPS views, processors and all sections that the library does not know. They are
- *     settings of the acquiring application. The file is replaced in place, without a backup: the new file takes over
- *     the permission bits of the old one, and its owner and group where the system allows that. Hard links to the old
- *     file keep the old content, and access control lists are lost. To keep the old file, call ChangeOxdFilename first.
+ *     settings of the acquiring application. The file is replaced in place, without a backup. On POSIX systems the new
+ *     file takes over the permission bits of the old one, and its owner and group where the system allows that; other
+ *     hard links keep the old content, and access control lists are lost. To keep the old file, call ChangeOxdFilename
+ *     first.
  *
  * 14. What a file does not keep. Empty texts: an empty group name comes back as "Group" and the group's id, an
  *     empty axis name as "Noname", an item without a name as " ", and an item without a value not at all. Blanks at the
