@@ -25,7 +25,8 @@
  *       "Unknown error": the line or point is outside the channel, or the point is outside what an operator gave
  *     Arguments are checked in the order handle, group, channel, line operator, line and point, texts and arrays.
  *     Only SetChannelData_Points and SetChannelData_Lines check their limit of 65536 before the handle. A failed check
- *     changes nothing. When memory runs out, a function fails with "std::bad_alloc" and the data set is unchanged.
+ *     changes nothing. When memory runs out, a function fails with "std::bad_alloc" and, unless its comment says
+ *     otherwise, the data set is unchanged.
  *
  *  3. Texts in. A text ends with a zero byte, is in UTF-8 and is copied during the call. File names are in the
  *     system's code page on Windows and plain bytes elsewhere.
@@ -36,7 +37,7 @@
  *     is. Always pass the true size.
  *
  *  5. Groups and channels. `group` is a group id: the smallest number from 0 that was free when the group was
- *     made. It is free again after the group is deleted, and ids are renumbered from 0 when the file is saved and
+ *     made. It is free again after the group is deleted. Groups are renumbered from 0 when the file is saved and
  *     opened again. The logical group id is a second number, which callers may set and the file stores. `channel` is
  *     the position of a slot in its group, from 0. A slot holds one channel or is empty.
  *
@@ -65,7 +66,7 @@
  *     line for fewer. Samples of -536870912 and 536870911 mark saturation: fits leave them unchanged, and clamp
  *     their results to the raw range. Operators work on raw samples; a real value that is read through one is the real
  *     value of the corrected raw sample, so a line minus its mean centres on the middle of the signal axis.
- *     Any other code fails with "invalid map<K, T> key".
+ *     Any other `lineOp` fails with "invalid map<K, T> key".
  *
  * 10. Threads. The library creates no threads and the interface has no lock. Make one call at a time, from any thread,
  *     even for different files.
@@ -73,20 +74,20 @@
  * 11. Information. A data set has groups of named texts, for example the settings of a scan. There is one ordered list
  *     of top-level groups; the info functions see it as groups with items, the meta-information functions as a tree of
  *     any depth. A group that the former made is saved in a flat list, one that the latter made as a tree, and each
- *     comes back in its own form, flat groups first. When the flat list could not hold what is in the groups, they are
- *     saved as trees, too.
+ *     comes back in its own form, flat groups first. When the flat list could not hold the content of the flat
+ *     groups, these are saved as trees, too.
  *
  * 12. Opening. A file without the bytes "#!" that end a header, or that cannot be read up to them, opens as an empty
  *     data set without an error. GetOxdVersion tells such a file from a valid one, because it fails for it.
- *     A file with a fault opens as far as it can be read, and then OpenOxdFile fails: the whole header is read
- *     first, then the samples line by line, and lines that the file lacks hold no samples. The handle number that the
- *     open file would have had stays in use, as one that no function returned. Who knows it, being the smallest
- *     number that was free, can read what was loaded; CloseOxdFile frees it.
+ *     For a file with a fault, OpenOxdFile loads what it can and then fails. The whole header is read first, then
+ *     the samples line by line; lines that the file lacks hold no samples. What was loaded stays in memory under the
+ *     handle that the function would have returned, the smallest number that was free before the call. That handle
+ *     works like any other, and only CloseOxdFile frees it.
  *
- * 13. Saving. SaveOxdFile DROPS views, processors and all sections that the library does not know. They are
- *     settings of the acquiring application. The file is replaced in place, without a backup. On POSIX systems the new
- *     file takes over the permission bits of the old one, and its owner and group where the system allows that; other
- *     hard links keep the old content, and access control lists are lost. To keep the old file, call ChangeOxdFilename
+ * 13. Saving. SaveOxdFile DROPS views and processors, which are settings of the acquiring application, and all sections
+ *     that the library does not know. The file is replaced in place, without a backup. On POSIX systems the new file
+ *     takes over the permission bits of the old one, and its owner and group where the system allows that; other hard
+ *     links keep the old content, and access control lists are lost. To keep the old file, call ChangeOxdFilename
  *     first.
  *
  * 14. What a file does not keep. Empty texts: an empty group name comes back as "Group" and the group's id, an
