@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 // Fuzzing is only fast with small inputs, so there are many short scripts.
-constexpr int functions = OXD_FUNCTION_COUNT, functionsOfScript = 3;
+constexpr int functions = VELOXD_EXPORT_COUNT, functionsOfScript = 3;
 
 void Write(const fs::path& path, std::string_view bytes)
 {

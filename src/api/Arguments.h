@@ -1,18 +1,16 @@
-// The checks that exports make of their arguments, each with the text that its failure has.
+// What every export does with its arguments before it looks anything up with them, and the wording of its failures.
 #pragma once
-
-#include "velflexlib/dataset/DataSet.h"
-#include "velflexlib/dataset/channels/DataGroup.h"
 
 #include <boost/assert/source_location.hpp>
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
-// What one call of an export checks its arguments with. Failures read "Unable to <action>. <reason>", or "<reason>"
-// where an export has no action, and are raised at the place that the call was made: in the export.
+// One call of an export: how its failures begin and where they are raised. A failure reads "Unable to <action>.
+// <reason>", or "<reason>" alone where the export has no action, and names the export as the place that it comes from.
+// A failed check throws std::runtime_error. The action must outlive the call.
+// Not thread-safe: lives on the stack of the export.
 class CCall
 {
 public:
@@ -20,46 +18,28 @@ public:
 
     const boost::source_location& Where() const { return m_where; }
 
-    using CDataBuffer = veltaris::velflexlib::dataset::CDataBuffer;
-    using CDataGroup = veltaris::velflexlib::dataset::CDataGroup;
-    using CInfoSet = veltaris::velflexlib::dataset::CInfoSet;
-    using CInfoSetItem = veltaris::velflexlib::dataset::CInfoSetItem;
-
-    // Each throws when there is no such thing; the file handle is checked first.
-    std::shared_ptr<CDataGroup> Group(std::uint64_t handle, std::uint64_t group) const;
-    // The channel lives until an export takes it out of its slot.
-    CDataBuffer& Channel(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const;
-    // The group, when it has the slot, be it empty.
-    std::shared_ptr<CDataGroup> GroupWithSlot(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const;
-
-    // A top-level group and an item in it, by position, of which the low 32 bits count.
-    CInfoSetItem& Info(std::uint64_t handle, std::uint64_t info) const;
-    CInfoSetItem& InfoItem(std::uint64_t handle, std::uint64_t info, std::uint64_t item) const;
-    // A node by its handle.
-    CInfoSetItem& MetaItem(std::uint64_t handle, std::uint64_t item) const;
-
     void NotNull(const void* pointer) const;
+    // A copy of the text, which must not be null.
     std::string Text(const char* text) const;
     void AtMost(std::uint64_t limit, std::uint64_t value) const;
-    // That an operation was successful.
+    // Fails with "Unknown error" unless an operation that gives no reason of its own succeeded.
     void Done(bool success) const
     {
         if (!success)
             FailUnknown();
     }
-    // That a buffer of this size can take the text.
+    // Fails unless a buffer of `size` bytes can take the text and the zero that ends it. A size of 0 always passes.
     void HasRoom(const std::string& text, std::uint64_t size) const;
+    // Writes the text and the zero that ends it to the caller's buffer, after the check for room.
     void CopyText(const std::string& text, char* buffer, std::uint64_t size) const;
 
-    // "Unable to <action>. <reason><value>".
+    // Fails with "Unable to <action>. <reason><value>".
     [[noreturn]] void Fail(std::string_view reason, std::string_view value = {}) const;
-    // "<text><value>": for the failures that stand alone.
+    // Fails with "<text><value>", whatever the action.
     [[noreturn]] void FailAlone(std::string_view text, std::string_view value = {}) const;
+    [[noreturn]] void FailUnknown() const;
 
 private:
-    [[noreturn]] void FailUnknown() const;
-    [[noreturn]] void FailNoChannel(std::uint64_t channel) const;
-
     std::string_view m_action;
     boost::source_location m_where;
 };

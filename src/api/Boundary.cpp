@@ -9,15 +9,15 @@
 
 namespace {
 
-// The diagnostic text takes memory. Where there is none the text is not made, or cut short without a word: then the
-// failure's own text must do.
+// Making the diagnostic text takes memory. Without it, making the text throws or silently cuts it short; then what() is
+// stored instead, which holds the reason.
 void StoreDiagnostics(const boost::exception& failure) noexcept
 {
     const auto* const standard = dynamic_cast<const std::exception*>(&failure);
     try {
         const std::string text = boost::diagnostic_information(failure, true);
-        const bool tellsReason = !standard || text.find(standard->what()) != std::string::npos;
-        StoreLastError(tellsReason ? text.c_str() : standard->what());
+        const bool hasReason = !standard || text.find(standard->what()) != std::string::npos;
+        StoreLastError(hasReason ? text.c_str() : standard->what());
     } catch (...) {
         StoreLastError(standard ? standard->what() : "Unknown error");
     }

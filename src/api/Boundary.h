@@ -1,4 +1,5 @@
-// The one barrier that every export runs its body behind: nothing that is thrown reaches a caller of the library.
+// The barrier between exceptions and the C interface. Every export runs its body behind it, so that no exception
+// reaches a caller of the library. It is stateless; the last error that it stores is for one thread at a time.
 #pragma once
 
 #include "api/Arguments.h"
@@ -9,10 +10,12 @@
 #include <type_traits>
 #include <utility>
 
-// Stores the failure that is being handled as the last error. To be called in a catch block.
+// Stores the exception that is being handled as the last error: the diagnostic text of one that has information
+// attached, and what() of any other. Must be called in a catch block.
 void StoreCurrentFailure() noexcept;
 
-// The result of body(call), or, when it throws, 0, 0.0, false or nothing, with the failure stored.
+// Returns what body(call) returns. When it throws, stores the failure and returns 0, 0.0, false or nothing. `where` is
+// the export that calls this: failed checks of the call are reported as raised there.
 template <class Body>
 auto Export(std::string_view action, Body&& body, const boost::source_location& where = BOOST_CURRENT_LOCATION) noexcept
     -> std::invoke_result_t<Body, const CCall&>
@@ -25,7 +28,7 @@ auto Export(std::string_view action, Body&& body, const boost::source_location& 
     }
 }
 
-// The same for an export whose failures name no action.
+// The same for an export whose failures name no action, but the reason alone.
 template <class Body>
 auto Export(Body&& body, const boost::source_location& where = BOOST_CURRENT_LOCATION) noexcept
 {

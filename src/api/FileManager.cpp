@@ -1,30 +1,18 @@
 #include "api/FileManager.h"
 
 #include "VELOxdDll.h"
-#include "api/Arguments.h"
 #include "api/Boundary.h"
+#include "api/FileTransfer.h"
 #include "api/LastError.h"
-#include "api/OpenFile.h"
-#include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
-#include "velstdlib/util/Limits.h"
-#include "velstdlib/util/VELException.h"
-#include "velstdlib/util/files/FileWriter.h"
 
 #include <boost/throw_exception.hpp>
 
 #include <algorithm>
 #include <map>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
-using veltaris::velflexlib::dataset::CDataSetToVELConfig;
-
 namespace {
-
-constexpr const char* dataSetSection = "DataSet";
-constexpr std::string_view headerEnd = "\r\n#!";
-constexpr std::int64_t bitCountOfLoadedGroups = 32;
 
 std::map<std::uint64_t, FileHandleStruct> openFiles;
 
@@ -38,7 +26,8 @@ std::uint64_t FindFreeHandle()
     return lowestFreeHandle;
 }
 
-// For the record and for its document: made ahead, so that either both have the name or, without memory, none has.
+// A file name, once for the record and once for its document. Both copies are made ahead, so that without memory for
+// them neither is changed.
 using FileNames = std::pair<std::string, std::string>;
 
 void SetFileNames(FileHandleStruct& file, FileNames names)
@@ -54,47 +43,6 @@ std::uint64_t RegisterFile(const CCall& call, const char* fileName)
     const std::uint64_t handle = FindFreeHandle();
     SetFileNames(RegisterFileHandle(handle), std::move(names));
     return handle;
-}
-
-void Load(FileHandleStruct& file, const boost::source_location& where)
-{
-    const std::atomic<bool> abort = false;
-    COpenFile opened(file.fileName, where);
-    if (file.config.ReadHeader(opened.Stream(), abort)) {
-        CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
-        serialiser.LoadHeader(file.config, dataSetSection, abort);
-        serialiser.LoadData(opened.Stream(), abort);
-    }
-    opened.Stream().close();
-}
-
-std::string RenderHeader(const veltaris::velstdlib::util::CVELOXDConfig& document)
-{
-    std::string text = document.GetContent().Render().append(headerEnd);
-    if (text.size() > veltaris::velstdlib::util::limits::headerBytes)
-        veltaris::velstdlib::util::ThrowFileSave(document.GetFileName(), veltaris::velstdlib::util::tooMuchText);
-    return text;
-}
-
-// All that can be found wrong with the data set is found, and all memory taken, before the old file is touched. The
-// header of the last opening or saving is kept until the new one is being written.
-void Save(FileHandleStruct& file, const boost::source_location& where)
-{
-    CheckWritable(file.fileName, where);
-    CDataSetToVELConfig serialiser(file.dataSet, bitCountOfLoadedGroups);
-    serialiser.CheckSavable(file.fileName);
-    file.dataSet.PrepareForSave();
-    veltaris::velstdlib::util::CVELOXDConfig document;
-    document.SetFileName(file.fileName);
-    serialiser.SaveHeader(document, dataSetSection);
-    const std::string header = RenderHeader(document);
-    veltaris::velstdlib::util::CFileWriter writer(file.fileName);
-
-    writer.ReplaceFile(where);
-    file.config.SwapContent(document);
-    writer.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));
-    serialiser.SaveData(writer.Stream());
-    writer.Close();
 }
 
 } // namespace
@@ -124,11 +72,14 @@ veltaris::velflexlib::dataset::CInfoSetItem* FindInfoItemOfAnyFile(std::uint64_t
     return nullptr;
 }
 
+// The exports that register a file, load, save and forget it. They stand in this file because callers know its name: it
+// is in the text of a failure to open or save.
+
 uint64_t OpenOxdFile(const char* filename)
 {
     return Export([&](const CCall& call) {
         const std::uint64_t handle = RegisterFile(call, filename);
-        Load(GetFileHandleStruct(handle), call.Where());
+        LoadFile(GetFileHandleStruct(handle), call.Where());
         return handle;
     });
 }
@@ -140,7 +91,7 @@ uint64_t CreateOxdFile(const char* filename)
 
 void SaveOxdFile(uint64_t handle)
 {
-    Export([&](const CCall& call) { Save(GetFileHandleStruct(handle), call.Where()); });
+    Export([&](const CCall& call) { SaveFile(GetFileHandleStruct(handle), call.Where()); });
 }
 
 void CloseOxdFile(uint64_t handle)

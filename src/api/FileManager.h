@@ -1,27 +1,20 @@
 // The registry of open files.
 #pragma once
 
-#include "api/LastChannel.h"
-#include "velflexlib/dataset/DataSet.h"
-#include "velstdlib/util/header/VELConfig.h"
+#include "api/FileHandleStruct.h"
 
 #include <cstdint>
-#include <string>
 
-// All that belongs to one handle.
-struct FileHandleStruct
-{
-    std::string fileName; // as the caller gave it
-    veltaris::velstdlib::util::CVELOXDConfig config;
-    veltaris::velflexlib::dataset::CDataSet dataSet;
-    CLastChannelGuard lastChannelGuard{dataSet};
-};
+// The registry is one map for the process, from handles to the records that it owns. Handles count from 1; a new file
+// gets the smallest free one. A reference to a record holds until CloseOxdFile is called for its handle.
+// Not thread-safe: the interface is called from one thread at a time.
 
-// A new record. One that exists is returned as it is, and the mishap stored as the last error.
+// The record of a handle, made empty when there was none. For a handle that has a record already, this is returned as
+// it is, and a warning is stored as the last error.
 FileHandleStruct& RegisterFileHandle(std::uint64_t handle);
 
-// Throws std::runtime_error "Handle does not exist".
+// The record of a handle. Throws std::runtime_error "Handle does not exist" when there is none.
 FileHandleStruct& GetFileHandleStruct(std::uint64_t handle);
 
-// The living node of any open file's information that has this handle, or null.
+// The living node with this handle, in the information of whichever open file has it, or null.
 veltaris::velflexlib::dataset::CInfoSetItem* FindInfoItemOfAnyFile(std::uint64_t item);

@@ -1,19 +1,20 @@
-// The channel that was asked for last.
+// The channel that an export looked up last, kept because programs read a channel line by line and sample by sample:
+// looking it up again takes longer than reading a sample.
 #pragma once
 
 #include "velflexlib/dataset/DataSet.h"
 
 #include <cstdint>
 
-// Programs read a channel line by line and sample by sample: finding it again would take longer than reading a sample.
-// One for the process, as the interface is for one thread at a time. It must not outlive the channel or its place: see
-// CLastChannelGuard.
+// One channel with the arguments that led to it. What it remembers must be forgotten before the channel ends or moves
+// to another place; a CLastChannelGuard in every open file sees to that. Not thread-safe: there is one for the process,
+// as the interface is called from one thread at a time.
 class CLastChannel
 {
 public:
     using CDataBuffer = veltaris::velflexlib::dataset::CDataBuffer;
 
-    // Null when another one was asked for last.
+    // The channel that these arguments lead to, or null when others were remembered last.
     CDataBuffer* Find(std::uint64_t handle, std::uint64_t group, std::uint64_t channel) const
     {
         return handle == m_handle && group == m_group && channel == m_channel ? m_buffer : nullptr;
@@ -36,7 +37,8 @@ private:
 
 extern CLastChannel lastChannel;
 
-// Forgets the last channel whenever groups or slots of a data set change, and with the end of the data set.
+// Makes the process forget the last channel whenever groups or slots of a data set change, and at the end of the guard,
+// which must not outlive the data set. It does not ask whose channel it is: looking one up again costs little.
 class CLastChannelGuard
 {
 public:

@@ -12,7 +12,7 @@ namespace {
 class CLastError
 {
 public:
-    // Memory for ordinary texts is taken while there is some.
+    // Takes memory for ordinary texts ahead, so that a lack of memory can be reported.
     CLastError() { m_text.reserve(4096); }
 
     void Store(std::string_view text) noexcept

@@ -1,5 +1,8 @@
-// The text of the latest failure, one for the whole process.
+// The text of the latest failure and the flag that it has not been read yet, both one for the whole process. The
+// exports VELGetLastError and VELHasLastError read them. Not thread-safe: the interface is called from one thread at a
+// time.
 #pragma once
 
-// Keeps a copy of the text and raises the error flag. Without memory for all of it, as much as fits is kept.
+// Keeps a copy of the text and raises the flag. Without memory for the whole text, keeps as much of its beginning as
+// fits into memory that was set aside when the library was loaded.
 void StoreLastError(const char* text) noexcept;

@@ -1,9 +1,11 @@
-// The exported functions that work on an open file. Each checks its arguments in the order of the header's conventions,
-// calls one operation of the data set and copies the result out.
+// The exported functions that work on an open file. Each checks its arguments in the order that the public header
+// gives, calls one operation of the data set and copies the result out. They share one file because callers know its
+// name: it is in the texts of their failures.
 #include "VELOxdDll.h"
 
 #include "api/Boundary.h"
 #include "api/FileManager.h"
+#include "api/Lookup.h"
 #include "velflexlib/dataset/operators/LineOperator.h"
 #include "velstdlib/util/Limits.h"
 
@@ -16,28 +18,14 @@
 
 namespace dataset = veltaris::velflexlib::dataset;
 namespace limits = veltaris::velstdlib::util::limits;
-using dataset::CDataBuffer;
-using dataset::CDataSet;
-using dataset::CInfoSet;
-using dataset::CInfoSetItem;
 using dataset::CLineOperator;
 using dataset::RealToRawMode;
 
 namespace {
 
-constexpr std::uint64_t rootItem = 1; // stands for the list of top-level groups, which is no node
+constexpr std::uint64_t rootItem = 1; // stands for the list of top-level groups, which has no node of its own
 
-CDataSet& DataSetOf(std::uint64_t handle)
-{
-    return GetFileHandleStruct(handle).dataSet;
-}
-
-CInfoSet& InfoSetOf(std::uint64_t handle)
-{
-    return DataSetOf(handle).GetInfoSet();
-}
-
-// The span of a whole line in the caller's memory, when there is such a line.
+// The whole line in the caller's memory. Fails when the channel has no such line.
 template <class Value>
 std::span<const Value> LineToStore(const CCall& call, const CDataBuffer& buffer, std::uint64_t line,
                                    const Value* values)
@@ -47,7 +35,8 @@ std::span<const Value> LineToStore(const CCall& call, const CDataBuffer& buffer,
     return {values, buffer.GetPoints()};
 }
 
-// That there is such a line to read, and somewhere to write it to.
+// Fails for a null pointer, after the failures that reading the line would have. With memory to write to, reading
+// itself checks the line.
 void CheckLineRead(const CCall& call, const CDataBuffer& buffer, std::uint64_t line, const void* values)
 {
     if (!values) {
@@ -65,11 +54,11 @@ std::uint64_t CreateInfo(std::uint64_t handle, const std::string& name)
     return infoSet.GetGroups().size() - 1;
 }
 
-// Adds the node to the parent's sub-items; the result is its handle.
+// Adds the node to the parent's sub-items. The result is the handle of the node.
 std::uint64_t AddNode(CInfoSet& infoSet, CInfoSetItem& parent, std::unique_ptr<CInfoSetItem> node)
 {
     node->SetOwner(&infoSet);
-    const std::uint64_t handle = infoSet.GetHandle(*node); // first: what fails here leaves no node behind
+    const std::uint64_t handle = infoSet.GetHandle(*node); // taken first, so that a failure leaves no node behind
     parent.AddSubItem(std::move(node));
     return handle;
 }
@@ -109,7 +98,7 @@ uint64_t GetGroupId(uint64_t handle, const char* name)
 void DeleteGroup(uint64_t handle, uint64_t group)
 {
     Export("delete group", [&](const CCall& call) {
-        call.Group(handle, group);
+        GroupOf(call, handle, group);
         call.Done(DataSetOf(handle).DeleteGroup(group));
     });
 }
@@ -122,57 +111,57 @@ void DeleteAllGroups(uint64_t handle)
 uint64_t GetLogicalGroupId(uint64_t handle, uint64_t group)
 {
     return Export("get logical group id",
-                  [&](const CCall& call) -> uint64_t { return call.Group(handle, group)->GetLogicalGroupId(); });
+                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group)->GetLogicalGroupId(); });
 }
 
 void SetLogicalGroupId(uint64_t handle, uint64_t group, uint64_t id)
 {
     Export("set logical group id",
-           [&](const CCall& call) { call.Group(handle, group)->SetLogicalGroupId(static_cast<std::uint32_t>(id)); });
+           [&](const CCall& call) { GroupOf(call, handle, group)->SetLogicalGroupId(static_cast<std::uint32_t>(id)); });
 }
 
 void GetGroupName(uint64_t handle, uint64_t group, char* buffer, uint64_t size)
 {
     Export("get group name",
-           [&](const CCall& call) { call.CopyText(call.Group(handle, group)->GetName(), buffer, size); });
+           [&](const CCall& call) { call.CopyText(GroupOf(call, handle, group)->GetName(), buffer, size); });
 }
 
 void SetGroupName(uint64_t handle, uint64_t group, const char* name)
 {
-    Export("set group name", [&](const CCall& call) { call.Group(handle, group)->SetName(call.Text(name)); });
+    Export("set group name", [&](const CCall& call) { GroupOf(call, handle, group)->SetName(call.Text(name)); });
 }
 
-// The action is the getter's: callers know the text.
+// The failures name the action of the getter. Callers may depend on that text, so it stays.
 void SetChannelCount(uint64_t handle, uint64_t group, uint64_t count)
 {
-    Export("get channel count", [&](const CCall& call) { call.Group(handle, group)->SetChannelCount(count); });
+    Export("get channel count", [&](const CCall& call) { GroupOf(call, handle, group)->SetChannelCount(count); });
 }
 
 uint64_t GetChannelCount(uint64_t handle, uint64_t group)
 {
     return Export("get channel count",
-                  [&](const CCall& call) -> uint64_t { return call.Group(handle, group)->GetChannelCount(); });
+                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group)->GetChannelCount(); });
 }
 
 bool HasChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("evaluate channel", [&](const CCall& call) {
-        return call.GroupWithSlot(handle, group, channel)->GetChannelBuffer(channel) != nullptr;
+        return GroupWithSlot(call, handle, group, channel)->GetChannelBuffer(channel) != nullptr;
     });
 }
 
 void DeleteChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel)
 {
     Export("delete channel", [&](const CCall& call) {
-        call.Channel(handle, group, channel);
-        call.Group(handle, group)->DeleteChannelBuffer(channel);
+        ChannelOf(call, handle, group, channel);
+        GroupOf(call, handle, group)->DeleteChannelBuffer(channel);
     });
 }
 
 void SetChannelXYDimension(uint64_t handle, uint64_t group, uint64_t channel, uint64_t points, uint64_t lines)
 {
     Export("set channel xy dimension", [&](const CCall& call) {
-        call.GroupWithSlot(handle, group, channel)->GetOrCreateChannelBuffer(channel, points, lines);
+        GroupWithSlot(call, handle, group, channel)->GetOrCreateChannelBuffer(channel, points, lines);
     });
 }
 
@@ -180,7 +169,7 @@ void SetChannelData_Points(uint64_t handle, uint64_t group, uint64_t channel, ui
 {
     Export("set channel points", [&](const CCall& call) {
         call.AtMost(limits::singleDimension, points);
-        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         buffer.SetXYDimension(points, buffer.GetLines());
     });
 }
@@ -188,20 +177,20 @@ void SetChannelData_Points(uint64_t handle, uint64_t group, uint64_t channel, ui
 uint64_t GetChannelData_Points(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel points",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetPoints(); });
+                  [&](const CCall& call) { return ChannelOf(call, handle, group, channel).GetPoints(); });
 }
 
 uint64_t GetChannelData_PointsPerLine(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line)
 {
     return Export("get channel points",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLineAxis(line).count; });
+                  [&](const CCall& call) { return ChannelOf(call, handle, group, channel).GetLineAxis(line).count; });
 }
 
 void SetChannelData_Lines(uint64_t handle, uint64_t group, uint64_t channel, uint64_t lines)
 {
     Export("set channel lines", [&](const CCall& call) {
         call.AtMost(limits::singleDimension, lines);
-        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         buffer.SetXYDimension(buffer.GetPoints(), lines);
     });
 }
@@ -209,190 +198,191 @@ void SetChannelData_Lines(uint64_t handle, uint64_t group, uint64_t channel, uin
 uint64_t GetChannelData_Lines(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel lines",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLines(); });
+                  [&](const CCall& call) { return ChannelOf(call, handle, group, channel).GetLines(); });
 }
 
 void SetChannelData_PointAxisName(uint64_t handle, uint64_t group, uint64_t channel, const char* name)
 {
     Export("set channel point axis name", [&](const CCall& call) {
-        call.Channel(handle, group, channel).SetAxisName(dataset::pointAxis, call.Text(name));
+        ChannelOf(call, handle, group, channel).SetAxisName(dataset::pointAxis, call.Text(name));
     });
 }
 
 void GetChannelData_PointAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel point axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel).GetAxisName(dataset::pointAxis), buffer, size);
+        call.CopyText(ChannelOf(call, handle, group, channel).GetAxisName(dataset::pointAxis), buffer, size);
     });
 }
 
 void SetChannelData_PointAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, const char* unit)
 {
     Export("set channel point axis unit", [&](const CCall& call) {
-        call.Channel(handle, group, channel).SetAxisUnit(dataset::pointAxis, call.Text(unit));
+        ChannelOf(call, handle, group, channel).SetAxisUnit(dataset::pointAxis, call.Text(unit));
     });
 }
 
 void GetChannelData_PointAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel point axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel).GetAxisUnit(dataset::pointAxis), buffer, size);
+        call.CopyText(ChannelOf(call, handle, group, channel).GetAxisUnit(dataset::pointAxis), buffer, size);
     });
 }
 
 void SetChannelData_PointAxisMin(uint64_t handle, uint64_t group, uint64_t channel, double min)
 {
     Export("set channel point axis min",
-           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisMin(dataset::pointAxis, min); });
+           [&](const CCall& call) { ChannelOf(call, handle, group, channel).SetAxisMin(dataset::pointAxis, min); });
 }
 
 double GetChannelData_PointAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel point axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel).GetAxisMin(dataset::pointAxis);
+        return ChannelOf(call, handle, group, channel).GetAxisMin(dataset::pointAxis);
     });
 }
 
 double GetChannelData_PointAxisMinPerLine(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line)
 {
     return Export("get channel point axis min",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLineAxis(line).min; });
+                  [&](const CCall& call) { return ChannelOf(call, handle, group, channel).GetLineAxis(line).min; });
 }
 
 void SetChannelData_PointAxisRange(uint64_t handle, uint64_t group, uint64_t channel, double range)
 {
     Export("set channel point axis range",
-           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisRange(dataset::pointAxis, range); });
+           [&](const CCall& call) { ChannelOf(call, handle, group, channel).SetAxisRange(dataset::pointAxis, range); });
 }
 
 double GetChannelData_PointAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel point axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel).GetAxisRange(dataset::pointAxis);
+        return ChannelOf(call, handle, group, channel).GetAxisRange(dataset::pointAxis);
     });
 }
 
 double GetChannelData_PointAxisRangePerLine(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line)
 {
     return Export("get channel point axis range",
-                  [&](const CCall& call) { return call.Channel(handle, group, channel).GetLineAxis(line).range; });
+                  [&](const CCall& call) { return ChannelOf(call, handle, group, channel).GetLineAxis(line).range; });
 }
 
 void SetChannelData_LineAxisName(uint64_t handle, uint64_t group, uint64_t channel, const char* name)
 {
     Export("set channel line axis name", [&](const CCall& call) {
-        call.Channel(handle, group, channel).SetAxisName(dataset::lineAxis, call.Text(name));
+        ChannelOf(call, handle, group, channel).SetAxisName(dataset::lineAxis, call.Text(name));
     });
 }
 
 void GetChannelData_LineAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel line axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel).GetAxisName(dataset::lineAxis), buffer, size);
+        call.CopyText(ChannelOf(call, handle, group, channel).GetAxisName(dataset::lineAxis), buffer, size);
     });
 }
 
 void SetChannelData_LineAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, const char* unit)
 {
     Export("set channel line axis unit", [&](const CCall& call) {
-        call.Channel(handle, group, channel).SetAxisUnit(dataset::lineAxis, call.Text(unit));
+        ChannelOf(call, handle, group, channel).SetAxisUnit(dataset::lineAxis, call.Text(unit));
     });
 }
 
 void GetChannelData_LineAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel line axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel).GetAxisUnit(dataset::lineAxis), buffer, size);
+        call.CopyText(ChannelOf(call, handle, group, channel).GetAxisUnit(dataset::lineAxis), buffer, size);
     });
 }
 
 void SetChannelData_LineAxisMin(uint64_t handle, uint64_t group, uint64_t channel, double min)
 {
     Export("set channel line axis min",
-           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisMin(dataset::lineAxis, min); });
+           [&](const CCall& call) { ChannelOf(call, handle, group, channel).SetAxisMin(dataset::lineAxis, min); });
 }
 
 double GetChannelData_LineAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel line axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel).GetAxisMin(dataset::lineAxis);
+        return ChannelOf(call, handle, group, channel).GetAxisMin(dataset::lineAxis);
     });
 }
 
 void SetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t channel, double range)
 {
     Export("set channel line axis range",
-           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisRange(dataset::lineAxis, range); });
+           [&](const CCall& call) { ChannelOf(call, handle, group, channel).SetAxisRange(dataset::lineAxis, range); });
 }
 
 double GetChannelData_LineAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel line axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel).GetAxisRange(dataset::lineAxis);
+        return ChannelOf(call, handle, group, channel).GetAxisRange(dataset::lineAxis);
     });
 }
 
-// For a missing channel the action has a letter less: callers know the text.
+// The failure for a missing channel misspells the action. Callers may depend on that text, so it stays.
 void SetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t channel, const char* name)
 {
     Export("set channel signal axis name", [&](const CCall& call) {
-        call.Group(handle, group);
+        GroupOf(call, handle, group);
         const CCall misspelt("set channel sigal axis name", call.Where());
-        misspelt.Channel(handle, group, channel).SetAxisName(dataset::signalAxis, call.Text(name));
+        ChannelOf(misspelt, handle, group, channel).SetAxisName(dataset::signalAxis, call.Text(name));
     });
 }
 
 void GetChannelData_SignalAxisName(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel signal axis name", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel).GetAxisName(dataset::signalAxis), buffer, size);
+        call.CopyText(ChannelOf(call, handle, group, channel).GetAxisName(dataset::signalAxis), buffer, size);
     });
 }
 
 void SetChannelData_SignalAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, const char* unit)
 {
     Export("set channel signal axis unit", [&](const CCall& call) {
-        call.Channel(handle, group, channel).SetAxisUnit(dataset::signalAxis, call.Text(unit));
+        ChannelOf(call, handle, group, channel).SetAxisUnit(dataset::signalAxis, call.Text(unit));
     });
 }
 
 void GetChannelData_SignalAxisUnit(uint64_t handle, uint64_t group, uint64_t channel, char* buffer, uint64_t size)
 {
     Export("get channel signal axis unit", [&](const CCall& call) {
-        call.CopyText(call.Channel(handle, group, channel).GetAxisUnit(dataset::signalAxis), buffer, size);
+        call.CopyText(ChannelOf(call, handle, group, channel).GetAxisUnit(dataset::signalAxis), buffer, size);
     });
 }
 
 void SetChannelData_SignalAxisMin(uint64_t handle, uint64_t group, uint64_t channel, double min)
 {
     Export("set channel signal axis min",
-           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisMin(dataset::signalAxis, min); });
+           [&](const CCall& call) { ChannelOf(call, handle, group, channel).SetAxisMin(dataset::signalAxis, min); });
 }
 
 double GetChannelData_SignalAxisMin(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel signal axis min", [&](const CCall& call) {
-        return call.Channel(handle, group, channel).GetAxisMin(dataset::signalAxis);
+        return ChannelOf(call, handle, group, channel).GetAxisMin(dataset::signalAxis);
     });
 }
 
 void SetChannelData_SignalAxisRange(uint64_t handle, uint64_t group, uint64_t channel, double range)
 {
-    Export("set channel signal axis range",
-           [&](const CCall& call) { call.Channel(handle, group, channel).SetAxisRange(dataset::signalAxis, range); });
+    Export("set channel signal axis range", [&](const CCall& call) {
+        ChannelOf(call, handle, group, channel).SetAxisRange(dataset::signalAxis, range);
+    });
 }
 
 double GetChannelData_SignalAxisRange(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("get channel signal axis range", [&](const CCall& call) {
-        return call.Channel(handle, group, channel).GetAxisRange(dataset::signalAxis);
+        return ChannelOf(call, handle, group, channel).GetAxisRange(dataset::signalAxis);
     });
 }
 
 void SetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line, const int32_t* values)
 {
     Export("set channel line", [&](const CCall& call) {
-        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         call.Done(buffer.SetLineRaw(line, LineToStore(call, buffer, line, values)));
     });
 }
@@ -400,7 +390,7 @@ void SetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, u
 void SetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t line, const double* values)
 {
     Export("set channel line", [&](const CCall& call) {
-        CDataBuffer& buffer = call.Channel(handle, group, channel);
+        CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         call.Done(buffer.SetLineReal(line, LineToStore(call, buffer, line, values), RealToRawMode::SignalAxis));
     });
 }
@@ -409,7 +399,7 @@ void GetChannelData_LineRaw(uint64_t handle, uint64_t group, uint64_t channel, u
                             int32_t* values)
 {
     Export("get channel line", [&](const CCall& call) {
-        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        const CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         const CLineOperator& lineOperator = dataset::GetLineOperator(lineOp);
         CheckLineRead(call, buffer, line, values);
         call.Done(buffer.ReadLineRaw(line, lineOperator, values));
@@ -420,7 +410,7 @@ void GetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, 
                              double* values)
 {
     Export("get channel line", [&](const CCall& call) {
-        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        const CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         const CLineOperator& lineOperator = dataset::GetLineOperator(lineOp);
         CheckLineRead(call, buffer, line, values);
         call.Done(buffer.ReadLineReal(line, lineOperator, values));
@@ -430,15 +420,16 @@ void GetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, 
 void SetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
                              int32_t value)
 {
-    Export("set channel pixel",
-           [&](const CCall& call) { call.Done(call.Channel(handle, group, channel).SetPixelRaw(point, line, value)); });
+    Export("set channel pixel", [&](const CCall& call) {
+        call.Done(ChannelOf(call, handle, group, channel).SetPixelRaw(point, line, value));
+    });
 }
 
 void SetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
                               double value)
 {
     Export("set channel pixel", [&](const CCall& call) {
-        call.Done(call.Channel(handle, group, channel).SetPixelReal(point, line, value, RealToRawMode::SignalAxis));
+        call.Done(ChannelOf(call, handle, group, channel).SetPixelReal(point, line, value, RealToRawMode::SignalAxis));
     });
 }
 
@@ -446,7 +437,7 @@ int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channe
                                 int32_t lineOp)
 {
     return Export("get channel pixel", [&](const CCall& call) {
-        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        const CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         int32_t value = 0;
         call.Done(buffer.ReadPixelRaw(point, line, dataset::GetLineOperator(lineOp), value));
         return value;
@@ -457,7 +448,7 @@ double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channe
                                 int32_t lineOp)
 {
     return Export("get channel pixel", [&](const CCall& call) {
-        const CDataBuffer& buffer = call.Channel(handle, group, channel);
+        const CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
         double value = 0;
         call.Done(buffer.ReadPixelReal(point, line, dataset::GetLineOperator(lineOp), value));
         return value;
@@ -496,7 +487,7 @@ uint64_t GetInfoGroupIndex(uint64_t handle, const char* name)
 void DeleteInfoGroup(uint64_t handle, uint64_t info)
 {
     Export("delete info", [&](const CCall& call) {
-        call.Info(handle, info);
+        InfoOf(call, handle, info);
         InfoSetOf(handle).DeleteGroup(static_cast<std::uint32_t>(info));
     });
 }
@@ -506,11 +497,11 @@ void DeleteAllInfoGroups(uint64_t handle)
     Export([&](const CCall&) { InfoSetOf(handle).DeleteAllGroups(); });
 }
 
-// A buffer that is too short is reported as it is for the value of an item: callers know the text.
+// The failure for a short buffer names the action of GetInfoItemValue. Callers may depend on that text, so it stays.
 void GetInfoGroupName(uint64_t handle, uint64_t info, char* buffer, uint64_t size)
 {
     Export("get info name", [&](const CCall& call) {
-        const std::string& name = call.Info(handle, info).GetName();
+        const std::string& name = InfoOf(call, handle, info).GetName();
         CCall("get info item value", call.Where()).HasRoom(name, size);
         call.CopyText(name, buffer, size);
     });
@@ -518,13 +509,13 @@ void GetInfoGroupName(uint64_t handle, uint64_t info, char* buffer, uint64_t siz
 
 void SetInfoGroupName(uint64_t handle, uint64_t info, const char* name)
 {
-    Export("set info name", [&](const CCall& call) { call.Info(handle, info).SetName(call.Text(name)); });
+    Export("set info name", [&](const CCall& call) { InfoOf(call, handle, info).SetName(call.Text(name)); });
 }
 
 void SetInfoGroupNewIndex(uint64_t handle, uint64_t info, uint64_t newIndex)
 {
     Export("set new info index", [&](const CCall& call) {
-        call.Info(handle, info);
+        InfoOf(call, handle, info);
         if (!InfoSetOf(handle).MoveGroup(static_cast<std::int32_t>(info), static_cast<std::int32_t>(newIndex)))
             call.FailAlone("Error while moving info");
     });
@@ -533,13 +524,13 @@ void SetInfoGroupNewIndex(uint64_t handle, uint64_t info, uint64_t newIndex)
 uint64_t GetInfoItemCount(uint64_t handle, uint64_t info)
 {
     return Export("get info item count",
-                  [&](const CCall& call) -> uint64_t { return call.Info(handle, info).GetLeafCount(); });
+                  [&](const CCall& call) -> uint64_t { return InfoOf(call, handle, info).GetLeafCount(); });
 }
 
 uint64_t CreateInfoItem(uint64_t handle, uint64_t info, const char* name, const char* value)
 {
     return Export("create info item", [&](const CCall& call) -> uint64_t {
-        CInfoSetItem& group = call.Info(handle, info);
+        CInfoSetItem& group = InfoOf(call, handle, info);
         if (group.FindLeaf(call.Text(name)))
             call.Fail("Info item with given name already exists. Name: ", name);
         auto item = std::make_unique<CInfoSetItem>(name, call.Text(value));
@@ -552,31 +543,31 @@ uint64_t CreateInfoItem(uint64_t handle, uint64_t info, const char* name, const 
 void SetInfoItemValue(uint64_t handle, uint64_t info, uint64_t item, const char* value)
 {
     Export("set info item value",
-           [&](const CCall& call) { call.InfoItem(handle, info, item).SetValue(call.Text(value)); });
+           [&](const CCall& call) { InfoItemOf(call, handle, info, item).SetValue(call.Text(value)); });
 }
 
 void GetInfoItemValue(uint64_t handle, uint64_t info, uint64_t item, char* buffer, uint64_t size)
 {
     Export("get info item value",
-           [&](const CCall& call) { call.CopyText(call.InfoItem(handle, info, item).GetValue(), buffer, size); });
+           [&](const CCall& call) { call.CopyText(InfoItemOf(call, handle, info, item).GetValue(), buffer, size); });
 }
 
 void SetInfoItemName(uint64_t handle, uint64_t info, uint64_t item, const char* name)
 {
     Export("set info item name",
-           [&](const CCall& call) { call.InfoItem(handle, info, item).SetName(call.Text(name)); });
+           [&](const CCall& call) { InfoItemOf(call, handle, info, item).SetName(call.Text(name)); });
 }
 
 void GetInfoItemName(uint64_t handle, uint64_t info, uint64_t item, char* buffer, uint64_t size)
 {
     Export("get info item name",
-           [&](const CCall& call) { call.CopyText(call.InfoItem(handle, info, item).GetName(), buffer, size); });
+           [&](const CCall& call) { call.CopyText(InfoItemOf(call, handle, info, item).GetName(), buffer, size); });
 }
 
 uint64_t GetInfoItemIndex(uint64_t handle, uint64_t info, const char* name)
 {
     return Export("get info item index", [&](const CCall& call) -> uint64_t {
-        const CInfoSetItem& group = call.Info(handle, info);
+        const CInfoSetItem& group = InfoOf(call, handle, info);
         const CInfoSetItem* const item = group.FindLeaf(call.Text(name));
         if (!item)
             call.Fail("No info item with given name available. Name: ", name);
@@ -587,14 +578,14 @@ uint64_t GetInfoItemIndex(uint64_t handle, uint64_t info, const char* name)
 void DeleteInfoItem(uint64_t handle, uint64_t info, uint64_t item)
 {
     Export("delete info item", [&](const CCall& call) {
-        const CInfoSetItem& leaf = call.InfoItem(handle, info, item);
-        call.Done(call.Info(handle, info).DeleteSubItem(&leaf));
+        const CInfoSetItem& leaf = InfoItemOf(call, handle, info, item);
+        call.Done(InfoOf(call, handle, info).DeleteSubItem(&leaf));
     });
 }
 
 void DeleteAllInfoItems(uint64_t handle, uint64_t info)
 {
-    Export("delete all info items", [&](const CCall& call) { call.Info(handle, info).DeleteLeafItems(); });
+    Export("delete all info items", [&](const CCall& call) { InfoOf(call, handle, info).DeleteLeafItems(); });
 }
 
 uint64_t GetMetaInfoTreeRootHandle(uint64_t handle)
@@ -612,7 +603,7 @@ bool IsMetaInfoItemAGroup(uint64_t, uint64_t item)
             return true;
         const CInfoSetItem* const node = FindInfoItemOfAnyFile(item);
         if (!node)
-            call.Fail("Unknown error");
+            call.FailUnknown();
         return node->IsGroup();
     });
 }
@@ -621,7 +612,7 @@ uint64_t GetMetaInfoItemChildCount(uint64_t handle, uint64_t item)
 {
     return Export("get info item child count", [&](const CCall& call) -> uint64_t {
         const CInfoSet& infoSet = InfoSetOf(handle);
-        return item == rootItem ? infoSet.GetGroups().size() : call.MetaItem(handle, item).GetSubItems().size();
+        return item == rootItem ? infoSet.GetGroups().size() : MetaItemOf(call, handle, item).GetSubItems().size();
     });
 }
 
@@ -629,7 +620,7 @@ void GetMetaInfoItemName(uint64_t handle, uint64_t item, char* buffer, uint64_t 
 {
     Export("get info item name", [&](const CCall& call) {
         InfoSetOf(handle);
-        call.CopyText(item == rootItem ? "Root" : call.MetaItem(handle, item).GetName(), buffer, size);
+        call.CopyText(item == rootItem ? "Root" : MetaItemOf(call, handle, item).GetName(), buffer, size);
     });
 }
 
@@ -639,7 +630,7 @@ void SetMetaInfoItemName(uint64_t handle, uint64_t item, const char* name)
         InfoSetOf(handle);
         if (item == rootItem)
             call.FailAlone("Unable to set info item name of ROOT item");
-        call.MetaItem(handle, item).SetName(call.Text(name));
+        MetaItemOf(call, handle, item).SetName(call.Text(name));
     });
 }
 
@@ -649,7 +640,7 @@ void GetMetaInfoItemValue(uint64_t handle, uint64_t item, char* buffer, uint64_t
         InfoSetOf(handle);
         if (item == rootItem)
             call.FailAlone("Unable to get info item value from ROOT item");
-        call.CopyText(call.MetaItem(handle, item).GetValue(), buffer, size);
+        call.CopyText(MetaItemOf(call, handle, item).GetValue(), buffer, size);
     });
 }
 
@@ -659,7 +650,7 @@ void SetMetaInfoItemValue(uint64_t handle, uint64_t item, const char* value)
         InfoSetOf(handle);
         if (item == rootItem)
             call.FailAlone("Unable to set info item value of ROOT item");
-        CInfoSetItem& node = call.MetaItem(handle, item);
+        CInfoSetItem& node = MetaItemOf(call, handle, item);
         if (node.IsGroup())
             call.FailAlone("Unable to set info item value of group item");
         node.SetValue(call.Text(value));
@@ -670,7 +661,7 @@ uint64_t SelectFirstChildMetaInfoItem(uint64_t handle, uint64_t item)
 {
     return Export("select first child of info item", [&](const CCall& call) {
         CInfoSet& infoSet = InfoSetOf(handle);
-        const auto& children = item == rootItem ? infoSet.GetGroups() : call.MetaItem(handle, item).GetSubItems();
+        const auto& children = item == rootItem ? infoSet.GetGroups() : MetaItemOf(call, handle, item).GetSubItems();
         if (children.empty())
             call.FailAlone("Item isn't a group or has no childs. Handle: ", std::to_string(item));
         return infoSet.GetHandle(*children.front());
@@ -681,7 +672,7 @@ uint64_t SelectNextMetaInfoItem(uint64_t handle, uint64_t item)
 {
     return Export("select next info item", [&](const CCall& call) {
         CInfoSet& infoSet = InfoSetOf(handle);
-        CInfoSetItem* const next = item == rootItem ? nullptr : call.MetaItem(handle, item).GetNext();
+        CInfoSetItem* const next = item == rootItem ? nullptr : MetaItemOf(call, handle, item).GetNext();
         if (!next)
             call.FailAlone("No further items in this node available!");
         return infoSet.GetHandle(*next);
@@ -693,7 +684,7 @@ uint64_t SelectParentMetaInfoItem(uint64_t handle, uint64_t item)
     return Export("select parent of info item", [&](const CCall& call) {
         if (item == rootItem)
             call.FailAlone("Unable to get parent of ROOT item");
-        CInfoSetItem* const parent = call.MetaItem(handle, item).GetParent();
+        CInfoSetItem* const parent = MetaItemOf(call, handle, item).GetParent();
         return parent ? InfoSetOf(handle).GetHandle(*parent) : rootItem;
     });
 }
@@ -703,7 +694,7 @@ uint64_t AddMetaInfoItem(uint64_t handle, uint64_t item, const char* name, const
     return Export("add info item", [&](const CCall& call) {
         if (item == rootItem)
             call.FailAlone("Unable to add non group info item to ROOT item. Only group items are allowed.");
-        CInfoSetItem& parent = call.MetaItem(handle, item);
+        CInfoSetItem& parent = MetaItemOf(call, handle, item);
         if (!parent.IsGroup())
             call.FailAlone("Unable to add info item to non group item.");
         return AddNode(InfoSetOf(handle), parent, std::make_unique<CInfoSetItem>(call.Text(name), call.Text(value)));
@@ -714,7 +705,7 @@ uint64_t AddMetaInfoItemGroup(uint64_t handle, uint64_t item, const char* name)
 {
     return Export("add info item", [&](const CCall& call) {
         CInfoSet& infoSet = InfoSetOf(handle);
-        CInfoSetItem* const parent = item == rootItem ? nullptr : &call.MetaItem(handle, item);
+        CInfoSetItem* const parent = item == rootItem ? nullptr : &MetaItemOf(call, handle, item);
         if (parent && !parent->IsGroup())
             call.FailAlone("Unable to add info item to non group item.");
         auto group = std::make_unique<CInfoSetItem>(call.Text(name));
@@ -733,7 +724,7 @@ void DeleteMetaInfoItem(uint64_t handle, uint64_t item)
         if (item == rootItem)
             call.FailAlone("Unable to delete ROOT item.");
         CInfoSet& infoSet = InfoSetOf(handle);
-        CInfoSetItem& node = call.MetaItem(handle, item);
+        CInfoSetItem& node = MetaItemOf(call, handle, item);
         if (CInfoSetItem* const parent = node.GetParent())
             call.Done(parent->DeleteSubItem(&node));
         else

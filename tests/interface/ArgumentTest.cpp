@@ -3,7 +3,10 @@
 #include "support/OxdTest.h"
 
 #include <functional>
+#include <string>
+#include <tuple>
 #include <type_traits>
+#include <vector>
 
 namespace {
 
@@ -233,14 +236,23 @@ TEST_F(ArgumentTest, TheErrorFlagStaysUntilTheTextIsRead)
     EXPECT_EQ(ReasonIn(VELGetLastError()), text) << "the text stays";
 }
 
-TEST_F(ArgumentTest, DiagnosticsNameThePlaceOfTheFailure)
+TEST_F(ArgumentTest, DiagnosticsNameTheFileAndTheFunctionThatFailed)
 {
-    GetGroupName(handle, 9, nullptr, 1);
-    const std::string text = VELGetLastError();
-    EXPECT_TRUE(text.starts_with("src/api/VELOxdDll.cpp(")) << text;
-    EXPECT_NE(text.substr(0, text.find("\nDynamic exception type: ")).find("GetGroupName"), std::string::npos) << text;
-    GetGroupCount(77);
-    EXPECT_TRUE(std::string(VELGetLastError()).starts_with("src/api/FileManager.cpp("));
+    const auto unsavable = Create("no-folder/out.oxd");
+    const std::string missing = Path("missing.oxd");
+    const std::tuple<std::function<void()>, std::string, std::string> cases[] = {
+        {[&] { GetGroupName(handle, 9, nullptr, 1); }, "VELOxdDll", "GetGroupName"},
+        {[&] { GetGroupCount(77); }, "FileManager", "GetFileHandleStruct"},
+        {[&] { OpenOxdFile(missing.c_str()); }, "FileManager", "OpenOxdFile"},
+        {[&] { SaveOxdFile(unsavable); }, "FileManager", "SaveOxdFile"},
+    };
+    for (const auto& [call, file, function] : cases) {
+        call();
+        const std::string text = VELGetLastError();
+        const std::string place = text.substr(0, text.find("\nDynamic exception type: "));
+        EXPECT_TRUE(place.starts_with("src/api/" + file + ".cpp(")) << text;
+        EXPECT_NE(place.find(function), std::string::npos) << text;
+    }
     GetChannelData_PixelRaw(handle, CreateChannel(handle, 16, 1, 1), 0, 0, 0, 6);
     EXPECT_NE(std::string(VELGetLastError()).find("CNoMappingException"), std::string::npos);
 }
