@@ -51,6 +51,16 @@ Picture<Level> ReadPicture(const std::string& path)
     return {};
 }
 
+// Where in a row of pixels, or in a column of them, something nearly black is.
+std::vector<std::size_t> InkIn(const ColourPicture& picture)
+{
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < picture.levels.size(); i += 3)
+        if (picture.levels[i] < 100)
+            places.push_back(i / 3);
+    return places;
+}
+
 ColourPicture Part(const ColourPicture& of, std::size_t x, std::size_t y, std::size_t width, std::size_t height)
 {
     ColourPicture part{width, height, {}};
@@ -155,6 +165,80 @@ TEST_F(ExportTest, DrawsSamplesTrueToScaleInColours)
     const auto missing = Part(picture, left, top, 160, 100).levels;
     for (std::size_t i = 0; i < missing.size(); i += 3)
         ASSERT_TRUE(missing[i] == missing[i + 1] && missing[i] == missing[i + 2] && missing[i] >= 150) << i;
+}
+
+TEST_F(ExportTest, DrawsScalesAndTheirTexts)
+{
+    MakeRagged("0");
+    const auto draw = [](const std::string& option) {
+        ResultsOf(ofRagged + option + "-o out.png");
+        return ReadPicture<std::uint8_t>("out.png");
+    };
+    const auto picture = draw("");
+    const auto right = left + 640 + 42; // of the colour bar
+    const auto inkWidth = [](const ColourPicture& of, std::size_t x, std::size_t y, std::size_t width) {
+        std::size_t first = width, last = 0;
+        for (std::size_t row = y; row < y + 14; ++row)
+            for (const std::size_t column : InkIn(Part(of, x, row, width, 1))) {
+                first = std::min(first, column);
+                last = std::max(last, column + 1);
+            }
+        return last - std::min(first, last);
+    };
+    // Samples are 160 pixels wide and 107 high, the outermost ones centred on the ends of the axes.
+    EXPECT_EQ(InkIn(Part(picture, left, top + 323, 640, 1)), (std::vector<std::size_t>{80, 200, 320, 440, 560}))
+        << "µm";
+    EXPECT_EQ(InkIn(Part(picture, left - 3, top, 1, 320)), (std::vector<std::size_t>{53, 159, 266})) << "µm";
+    EXPECT_EQ(InkIn(Part(picture, right + 2, top, 1, 320)), (std::vector<std::size_t>{79, 159, 239, 319})) << "0.5 V";
+    EXPECT_LT(inkWidth(picture, left + 170, top + 329, 60), 13) << "1, in a font of 14 pixels";
+    EXPECT_GT(inkWidth(picture, right + 8, top + 72, 50), 13) << "0.5";
+    const auto titled = inkWidth(picture, left, 14, 640);
+    EXPECT_GT(titled, 50);
+    EXPECT_GT(inkWidth(draw("--op mean "), left, 14, 640), titled + 30) << "names the operator";
+}
+
+TEST_F(ExportTest, DrawsOneTickOfAScaleThatHasNoLength)
+{
+    for (const auto& [min, range, ticks] : {std::tuple(5.0, 0.0, 1U), {-0.75e308, 1.5e308, 1U}, {0.0, HUGE_VAL, 0U}}) {
+        const auto handle = Create("flat.oxd");
+        CreateChannel(handle, 8, 2, 2);
+        SetChannelData_PointAxisMin(handle, 0, 0, min);
+        SetChannelData_PointAxisRange(handle, 0, 0, range);
+        Save(handle);
+        ResultsOf("export flat.oxd --group Group0 --channel 0 -o out.png");
+        const auto picture = ReadPicture<std::uint8_t>("out.png");
+        EXPECT_EQ(InkIn(Part(picture, left, picture.height - 59, 640, 1)).size(), ticks) << range;
+    }
+}
+
+TEST_F(ExportTest, MakesAnEmptyFileOfAChannelWithoutLines)
+{
+    const auto handle = Create("empty.oxd");
+    CreateChannel(handle, 8, 3, 0);
+    Save(handle);
+    WriteBytes("out.f64", "old");
+    ResultsOf("export empty.oxd --group Group0 --channel 0 -o out.f64");
+    EXPECT_EQ(ReadBytes("out.f64"), "");
+}
+
+TEST_F(ExportTest, FindsChannelsBesideEmptySlots)
+{
+    const auto handle = Create("slots.oxd");
+    CreateGroup(handle, 32);
+    SetChannelCount(handle, 0, 3);
+    for (const std::uint64_t slot : {1U, 2U}) {
+        SetChannelXYDimension(handle, 0, slot, 1, 1);
+        SetChannelData_PixelRaw(handle, 0, slot, 0, 0, static_cast<std::int32_t>(slot));
+        SetChannelData_SignalAxisName(handle, 0, slot, "Height");
+    }
+    Save(handle);
+    const std::string ofSlot = "export slots.oxd --group Group0 -o out.raw --channel ";
+    for (const auto& [channel, sample] : {std::pair("1", 1), {"2", 2}, {"Height", 1}}) {
+        ResultsOf(ofSlot + channel);
+        EXPECT_EQ(Numbers<std::int32_t>(ReadBytes("out.raw")), std::vector{sample}) << channel;
+    }
+    for (const char* const channel : {"0", "3", "''"})
+        ExpectFailure(ofSlot + channel, 1, "no channel");
 }
 
 TEST_F(ExportTest, DrawsAnyShape)

@@ -3,6 +3,7 @@
 #include "oxd/commands/Commands.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
+#include "oxd/system/Messages.h"
 
 #include <algorithm>
 #include <memory>
@@ -10,13 +11,6 @@
 namespace oxd {
 
 namespace {
-
-constexpr const char* exportKinds = "The suffix of OUT, in any case, says what is written:\n"
-                                    "  .png        picture in colours with axes and a colour bar\n"
-                                    "  .png --grey picture of 16 bits, a pixel for each sample, 0 where there is none\n"
-                                    "  .csv        table with a row for each line, headed by positions\n"
-                                    "  .raw        raw samples, 32-bit little-endian integers, line by line\n"
-                                    "  .f64 .real  real values, 64-bit little-endian, NaN where there is none\n\n";
 
 std::string DescribeOperators()
 {
@@ -65,15 +59,15 @@ void AddOutput(CLI::App& command, std::string& output)
         ->required();
 }
 
-// Complains of lines that have come out otherwise than asked for.
-ExitCode Report(const std::string& file, const LineTally& tooShort, const LineTally& damaged, const char* consequence)
+// Complains of the lines that the command could not treat as it was asked to.
+ExitCode Report(const std::string& file, const SkippedLines& lines, const char* consequence)
 {
-    for (const LineTally& tally : {tooShort, damaged}) {
+    for (const LineTally& tally : {lines.tooShort, lines.damaged}) {
         if (tally.Count() > 0) {
             Complain(file + ": " + tally.Sentence(consequence));
         }
     }
-    return damaged.Count() > 0 ? ExitCode::Damaged : ExitCode::Done;
+    return lines.damaged.Count() > 0 ? ExitCode::Damaged : ExitCode::Done;
 }
 
 } // namespace
@@ -87,8 +81,7 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output);
     command.callback([correction, &outcome] {
-        const UntouchedLines untouched = Correct(*correction);
-        outcome = Report(correction->selection.file, untouched.tooShort, untouched.damaged, "left as before");
+        outcome = Report(correction->selection.file, Correct(*correction), "left as before");
     });
 }
 
@@ -96,14 +89,15 @@ void AddExport(CLI::App& app, ExitCode& outcome)
 {
     const auto wanted = std::make_shared<Export>();
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
-    command.footer(exportKinds + DescribeOperators());
+    command.footer("The suffix of OUT, in any case, says what is written:\n" + DescribeExportKinds() + "\n" +
+                   DescribeOperators());
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
     AddOutput(command, wanted->output);
     command.callback([wanted, &outcome] {
         const ExportGaps gaps = ExportChannel(*wanted);
-        outcome = Report(wanted->selection.file, gaps.tooShort, gaps.damaged, "left out");
+        outcome = Report(wanted->selection.file, gaps.skipped, "left out");
         for (const std::string& note : gaps.notes) {
             Complain(wanted->selection.file + ": " + note);
         }

@@ -1,4 +1,4 @@
-// The commands that take one channel.
+// The commands that work on one channel.
 #pragma once
 
 #include "oxd/system/Failure.h"
@@ -7,6 +7,7 @@
 
 namespace oxd {
 
+// Each adds its command as AddCommands describes.
 void AddCorrect(CLI::App& app, ExitCode& outcome);
 void AddExport(CLI::App& app, ExitCode& outcome);
 

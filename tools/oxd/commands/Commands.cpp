@@ -4,6 +4,7 @@
 #include "oxd/commands/MetaCommands.h"
 #include "oxd/example/Sample.h"
 #include "oxd/info/FileInfo.h"
+#include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
 #include <memory>
@@ -16,7 +17,8 @@ constexpr const char* exitCodes = "Exit codes: 0 done, 1 not in the file, 2 wron
                                   "4 damaged or not an .oxd file, 5 cannot write.";
 
 constexpr const char* jsonShape =
-    "Bits are the fewest of 8, 16 and 32 that hold every sample of a channel exactly.\n\n"
+    "Bits are the fewest of 8, 16 and 32 that hold every sample of a channel exactly.\n"
+    "Views, processors and sections that the library does not know are not shown.\n\n"
     "JSON: {file, version, groups: [{id, logicalId, name, channels: [C or null]}], info: [I]}, null being an empty "
     "slot.\n"
     "C: {name, points, lines, validSamples, unreadableLines, significantBits, values: {min, max},\n"
@@ -53,7 +55,8 @@ void AddMakeSample(CLI::App& app)
 {
     const auto file = std::make_shared<std::string>();
     CLI::App& command = *app.add_subcommand("make-sample", "Write a sample file with scans and force curves");
-    command.add_option("FILE", *file, "File to write; an existing one is replaced")->required();
+    command.footer("The file is the same every time, byte for byte.");
+    command.add_option("FILE", *file, "File to write; an existing one is replaced")->type_name("")->required();
     command.callback([file] { MakeSample(*file); });
 }
 
@@ -64,8 +67,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     app.allow_windows_style_options(false); // a leading slash is part of a path
     app.set_version_flag("--version", "oxd " OXD_VERSION);
     app.footer(exitCodes);
-    app.require_subcommand(0, 1); // each has an outcome of its own
-    app.callback([&app] {         // CLI11 has a check of its own, which hides that a command is misspelt
+    app.require_subcommand(0, 1); // not several, since each has an outcome of its own
+    app.callback([&app] {         // CLI11 has its own check for none, but it would hide that a command is misspelt
         if (app.get_subcommands().empty()) {
             throw CLI::RequiredError("A command");
         }

@@ -25,10 +25,11 @@ struct PathOptions
         command.footer(pathShape);
         command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required();
         command.add_option("PATH", path, "Where the value is, see below")->type_name("")->required();
-        command.add_option("--separator", separator, "What parts the names in PATH, instead of /")->type_name("TEXT");
+        command.add_option("--separator", separator, "What separates the names in PATH, instead of /")
+            ->type_name("TEXT");
     }
 
-    // An empty separator parts nothing: there is no such place.
+    // Options are complete only once the whole command line is read, so the separator is checked here.
     MetaPath Path() const
     {
         if (separator.empty()) {

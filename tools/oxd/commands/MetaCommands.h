@@ -7,6 +7,7 @@ namespace oxd {
 
 class Results;
 
+// Each adds its command as AddCommands describes.
 void AddGet(CLI::App& app, Results& results);
 void AddSet(CLI::App& app);
 

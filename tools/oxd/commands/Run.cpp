@@ -3,22 +3,28 @@
 #include "oxd/commands/Commands.h"
 #include "oxd/library/Diagnostic.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
-#include "oxd/system/Text.h"
 
 #include <algorithm>
-#include <iostream>
 
 namespace oxd {
 
 namespace {
 
-// The file that the command is about.
+// The file that the command is about, for a message.
 std::string NamedFile(const CLI::App& app)
 {
     const auto commands = app.get_subcommands();
     const CLI::Option* const file = commands.empty() ? nullptr : commands.front()->get_option_no_throw("FILE");
     return file != nullptr && file->count() > 0 ? file->as<std::string>() : std::string("a file");
+}
+
+// How to ask for the help that a wrong command line lacked.
+std::string HelpCommand(const CLI::App& app)
+{
+    const auto commands = app.get_subcommands();
+    return "oxd " + (commands.empty() ? std::string() : commands.front()->get_name() + " ") + "--help";
 }
 
 // CLI11 takes the arguments last first.
@@ -32,11 +38,11 @@ ExitCode Parse(CLI::App& app, std::vector<std::string> arguments, Results& resul
     } catch (const CLI::CallForVersion& version) {
         results.Write(std::string(version.what()) + "\n");
     } catch (const CLI::ParseError& error) {
-        Complain(std::string(error.what()) + " (see oxd --help)");
+        Complain(std::string(error.what()) + " (see " + HelpCommand(app) + ")");
         return ExitCode::Usage;
     } catch (const Failure&) {
         throw;
-    } catch (const std::exception& error) { // the library could not do what a sound file lets it do
+    } catch (const std::exception& error) { // the library refused what it does with a sound file
         throw Failure(ExitCode::Damaged, NamedFile(app), diagnostic::Reason(error.what()));
     }
     return ExitCode::Done;
@@ -53,11 +59,6 @@ ExitCode Execute(std::vector<std::string> arguments, Results& results)
 }
 
 } // namespace
-
-void Complain(const std::string& message)
-{
-    std::cerr << "oxd: " << Printable(message) << std::endl;
-}
 
 int Run(std::vector<std::string> arguments, Results& results)
 {

@@ -6,15 +6,15 @@ namespace oxd {
 
 namespace {
 
-UntouchedLines CorrectLines(Channel channel, std::int32_t lineOperator)
+SkippedLines CorrectLines(Channel channel, std::int32_t lineOperator)
 {
-    UntouchedLines untouched;
+    SkippedLines untouched;
     const std::uint64_t lines = channel.Lines();
     for (std::uint64_t line = 0; line < lines; ++line) {
         try {
             const std::vector<std::int32_t> corrected = channel.ReadRaw(line, lineOperator);
             if (corrected.empty()) {
-                untouched.tooShort.Add(line, "too few samples for this operator");
+                untouched.AddTooShort(line);
             } else {
                 channel.WriteRaw(line, corrected);
             }
@@ -27,12 +27,12 @@ UntouchedLines CorrectLines(Channel channel, std::int32_t lineOperator)
 
 } // namespace
 
-UntouchedLines Correct(const Correction& correction)
+SkippedLines Correct(const Correction& correction)
 {
     const ChannelSelection& wanted = correction.selection;
     DataSet dataSet = DataSet::Open(wanted.file);
     RequireOtherFile(wanted.file, correction.output);
-    UntouchedLines untouched = CorrectLines(FindChannel(dataSet, wanted), correction.lineOperator.code);
+    SkippedLines untouched = CorrectLines(FindChannel(dataSet, wanted), correction.lineOperator.code);
     dataSet.SaveAs(correction.output);
     return untouched;
 }

@@ -13,17 +13,11 @@ struct Correction
 {
     ChannelSelection selection; // its file stays as it is
     LineOperator lineOperator;
-    std::string output;
+    std::string output; // replaced if it exists
 };
 
-// Lines that had to stay as they were.
-struct UntouchedLines
-{
-    LineTally tooShort;
-    LineTally damaged;
-};
-
-// Throws a Failure if the output could not be made.
-UntouchedLines Correct(const Correction& correction);
+// Gives the lines that stay as they are, because they cannot be read or are too short for the operator. Throws a
+// Failure if the output cannot be made.
+SkippedLines Correct(const Correction& correction);
 
 } // namespace oxd

@@ -38,7 +38,7 @@ MetaNode FindItem(const DataSet& dataSet, const std::string& file, const MetaPat
     return *item;
 }
 
-// An item that becomes a group, or the other way round, would share its name with one that is there.
+// A group and an item of the same name side by side would be too easy to mistake, so neither is made beside the other.
 void CreateItem(const DataSet& dataSet, const MetaChange& change)
 {
     MetaNode group = MetaNode::Root(dataSet);
@@ -62,7 +62,7 @@ void CreateItem(const DataSet& dataSet, const MetaChange& change)
 
 bool IsKept(const std::string& text)
 {
-    constexpr const char* dropped = " \t\v\f"; // at the end
+    constexpr const char* dropped = " \t\v\f"; // at the end of a line
     return !text.empty() && text.find_last_not_of(dropped) + 1 == text.size() &&
            text.find_first_of("\r\n") == std::string::npos && text.find("#!") == std::string::npos &&
            text == ValidUtf8(text);
@@ -75,7 +75,7 @@ void RequireKept(const std::string& what, const std::string& text, bool kept)
     }
 }
 
-// A file would drop or change some texts without a word.
+// A file would silently drop or change some texts.
 void RequireKept(const MetaChange& change)
 {
     RequireKept("value", change.value, IsKept(change.value));
@@ -92,14 +92,15 @@ void RequireKept(const MetaChange& change)
     }
 }
 
-// Some names are changed for what stands beside them: one that differs from another in case only, for example.
+// Some names are changed on saving because of the names beside them, for example one that differs from another in case
+// only. This shows only in the saved file.
 void RequireArrived(const MetaChange& change)
 {
     const DataSet saved = DataSet::Open(change.output);
     std::string arrived;
     try {
         arrived = FindItem(saved, change.output, change.path).Value();
-    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): under that name nothing has
+    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): there is nothing under that name
     }
     if (arrived != change.value) {
         throw Failure(ExitCode::Usage, change.output,

@@ -1,4 +1,4 @@
-// One value of the measurement information, named by the groups that lead to it.
+// Gets and sets one value of the measurement information, which is named by the groups that lead to it.
 #pragma once
 
 #include <string>
@@ -6,12 +6,14 @@
 
 namespace oxd {
 
+// Where a value is. There is always an item, though its name may be empty.
 struct MetaPath
 {
-    // Names hold any character, hence the choice of the separator.
+    // Splits `pathText` at each `separator`, which must not be empty. It can be chosen because names hold any
+    // character, so that none suits every file.
     MetaPath(std::string pathText, const std::string& separator);
 
-    std::string text;
+    std::string text;                // as given, for messages
     std::vector<std::string> groups; // outermost first
     std::string item;
 };
@@ -24,11 +26,12 @@ struct MetaChange
     std::string file; // stays as it is
     MetaPath path;
     std::string value;
-    bool create; // the item, and groups on the way to it, if they are missing
-    std::string output;
+    bool create;        // the item, and groups on the way to it, if they are missing
+    std::string output; // replaced if it exists
 };
 
-// Throws a Failure if the output could not be made.
+// Throws a Failure if the output cannot be made, and also if a file would not keep the value or its name as they are.
+// The latter sometimes shows only when the output is read again: it stays then, with the value under another name.
 void SetMetaValue(const MetaChange& change);
 
 } // namespace oxd

@@ -1,5 +1,5 @@
-// Reproducible noise. The standard fixes what std::mt19937 gives but not what its distributions make of that, so this
-// makes it itself, of operations that every processor rounds alike.
+// Noise that is the same on every machine. The C++ standard fixes what std::mt19937 gives but not what its
+// distributions make of that, so these are made here, of operations that every processor rounds alike.
 #pragma once
 
 #include <cstdint>
@@ -7,15 +7,17 @@
 
 namespace oxd {
 
+// Each number depends on the seed and on how many were drawn before.
 class Noise
 {
 public:
     explicit Noise(std::uint32_t seed) : m_engine(seed) {}
 
-    // From 0 up to, not including, 1.
+    // Evenly distributed from 0 up to, but not including, 1.
     double Uniform() { return static_cast<double>(m_engine()) * 0x1p-32; }
 
-    // Mean 0, standard deviation 1; the sum of twelve uniform numbers has variance 1.
+    // Close to normally distributed, with mean 0 and standard deviation 1: the sum of twelve uniform numbers has
+    // variance 1.
     double Normal()
     {
         double sum = -6;
@@ -29,7 +31,8 @@ private:
     std::mt19937 m_engine;
 };
 
-// A disturbance that wanders but keeps returning to 0, as of temperature or of a feedback loop.
+// A disturbance that wanders but keeps returning to 0, such as that of temperature or of a feedback loop. `step` is the
+// standard deviation of what is added each time.
 class Drift
 {
 public:

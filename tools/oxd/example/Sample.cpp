@@ -12,8 +12,8 @@ namespace oxd {
 
 namespace {
 
-// A channel of the sample: its signal axis, symmetric so that 0 stays 0 when a line operator levels the samples, and
-// what gives its values.
+// A channel of the sample: its signal axis and what gives its values. The axis is symmetric, so that a line operator
+// that levels the samples centres them on 0.
 template <typename Source>
 struct Signal
 {

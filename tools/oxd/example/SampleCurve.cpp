@@ -24,7 +24,7 @@ double SampleCurve::Retract(double z)
     return Recorded(stuck >= -m_adhesion ? stuck : 0, z);
 }
 
-// Light reflected by the surface tilts the baseline a little.
+// What is recorded of a deflection: light that the surface reflects tilts the baseline a little.
 double SampleCurve::Recorded(double deflection, double z)
 {
     constexpr double baselineSlope = 0.005;

@@ -6,14 +6,17 @@
 
 namespace oxd {
 
+// The length of the way, along z.
 inline constexpr double rampSize = 400e-9;
 
+// One curve. Its values are noisy, so asking twice gives different ones; the noise must outlive the curve.
 class SampleCurve
 {
 public:
-    // Each curve meets the surface elsewhere and sticks to it more or less.
+    // Draws where this curve meets the surface and how firmly the tip sticks to it.
     explicit SampleCurve(Noise& noise);
 
+    // The deflection at a height on the way to the surface, and on the way back.
     double Approach(double z);
     double Retract(double z);
 

@@ -22,14 +22,14 @@ constexpr Island islands[] = {
     {4.2e-6, 1.5e-6, 110e-9, 2.4e-9}, {0.8e-6, 0.9e-6, 120e-9, 2.7e-9}, {3.1e-6, 0.6e-6, 70e-9, 1.5e-9},
 };
 
-// Close to a sine of period 1, of parabolas: the library's sine may round differently elsewhere.
+// Close to a sine of period 1, but made of parabolas, because std::sin may round differently on other machines.
 double Wave(double phase)
 {
     const double u = phase - std::floor(phase);
     return u < 0.5 ? 16 * u * (0.5 - u) : -16 * (u - 0.5) * (1 - u);
 }
 
-// Number of the terrace, of which the edges run slantwise and meander.
+// The number of the terrace at a place. The edges of terraces run slantwise and meander.
 double Terrace(double x, double y)
 {
     const double meander = 120e-9 * Wave((0.8 * y - 0.6 * x) / 2.1e-6);
@@ -52,13 +52,13 @@ double SurfaceHeight(double x, double y)
     return stepHeight * Terrace(x, y) + IslandHeight(x, y);
 }
 
-// Out of -1 to 1 across the scan.
+// From -1 to 1 across the scan.
 double FromCentre(double position)
 {
     return 2 * position / scanSize - 1;
 }
 
-// What a scanner adds whose plane is not that of the surface and whose tube bends.
+// What the scanner adds: its plane is not that of the surface, and its tube bends.
 double ScannerHeight(double x, double y)
 {
     const double u = FromCentre(x);

@@ -18,13 +18,28 @@ struct Kind
     bool grey;
     std::uint64_t passes; // how often each line is read
     void (*write)(ExportJob& job);
+    std::string_view description;
 };
 
 constexpr std::array kinds{
-    Kind{".png", false, 1, WriteColourPicture}, Kind{".png", true, 2, WriteGreyPicture},
-    Kind{".csv", false, 1, WriteCsv},           Kind{".raw", false, 1, WriteRawNumbers},
-    Kind{".f64", false, 1, WriteRealNumbers},   Kind{".real", false, 1, WriteRealNumbers},
+    Kind{".png", false, 1, WriteColourPicture, "picture in colours with axes and a colour bar"},
+    Kind{".png", true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none"},
+    Kind{".csv", false, 1, WriteCsv, "table with a row for each line, headed by positions"},
+    Kind{".raw", false, 1, WriteRawNumbers, "raw samples, 32-bit little-endian integers, line by line"},
+    Kind{".f64", false, 1, WriteRealNumbers, "real values, 64-bit little-endian, NaN where there is none"},
+    Kind{".real", false, 1, WriteRealNumbers, "the same as .f64"},
 };
+
+std::string AllSuffixes()
+{
+    std::string text;
+    for (const Kind& kind : kinds) {
+        if (!kind.grey) {
+            text.append(" ").append(kind.suffix);
+        }
+    }
+    return text;
+}
 
 std::string SuffixOf(const std::string& file)
 {
@@ -42,7 +57,7 @@ const Kind& FindKind(const Export& wanted)
     });
     if (found == kinds.end()) {
         throw Failure(ExitCode::Usage, wanted.output,
-                      wanted.grey ? "--grey is for .png only" : "its suffix is none of .png .csv .raw .f64 .real");
+                      wanted.grey ? "--grey is for .png only" : "its suffix is none of" + AllSuffixes());
     }
     return *found;
 }
@@ -68,7 +83,20 @@ ExportGaps ExportChannel(const Export& wanted)
     ExportJob job{source, output, wanted.selection.file, Title(wanted, channel), {}};
     kind.write(job);
     output.Close();
-    return {source.TooShort(), source.Damaged(), job.notes};
+    return {source.Skipped(), job.notes};
+}
+
+std::string DescribeExportKinds()
+{
+    constexpr std::size_t width = 12;
+    std::string text;
+    for (const Kind& kind : kinds) {
+        std::string options(kind.suffix);
+        options += kind.grey ? " --grey" : "";
+        options.resize(width, ' ');
+        text.append("  ").append(options).append(kind.description).append("\n");
+    }
+    return text;
 }
 
 } // namespace oxd

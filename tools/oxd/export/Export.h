@@ -15,18 +15,20 @@ struct Export
     ChannelSelection selection;
     LineOperator lineOperator = rawData;
     std::string output; // its suffix says what is written
-    bool grey = false;  // a picture for programs instead of one for people
+    bool grey = false;  // asks for a picture for programs instead of one for people
 };
 
-// What the output lacks or does not show.
+// What the output lacks or does not show. It is complete otherwise.
 struct ExportGaps
 {
-    LineTally tooShort;
-    LineTally damaged;
+    SkippedLines skipped;
     std::vector<std::string> notes; // a sentence each
 };
 
-// Throws a Failure if the output could not be made.
+// Throws a Failure if the output cannot be made. What was written by then is removed, unless it is a device or a pipe.
 ExportGaps ExportChannel(const Export& wanted);
+
+// A line of help for each kind of output, under the options that choose it.
+std::string DescribeExportKinds();
 
 } // namespace oxd

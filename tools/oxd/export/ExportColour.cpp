@@ -1,8 +1,9 @@
 #include "oxd/export/ExportKinds.h"
 
-#include "oxd/export/Canvas.h"
-#include "oxd/export/ColourMap.h"
 #include "oxd/export/Field.h"
+#include "oxd/picture/Canvas.h"
+#include "oxd/picture/ColourMap.h"
+#include "oxd/picture/Ruler.h"
 #include "oxd/system/Failure.h"
 
 #include <algorithm>
@@ -12,24 +13,23 @@ namespace oxd {
 
 namespace {
 
-// Around the samples. They are the same for every text, so that pictures of one size lie on each other.
+// The margins around the samples, in pixels. They do not depend on the texts, so that the samples of pictures of one
+// size are in the same place.
 constexpr int leftMargin = 76;
 constexpr int topMargin = 42;
 constexpr int rightMargin = 136;
 constexpr int bottomMargin = 62;
 
-constexpr double tickLength = 5;
-constexpr double tickDistance = 64; // pixels, at least
 constexpr double halfPixel = 0.5;
 
-// Height over width of the samples: true to scale where both axes are of a kind, within reason.
+// The height of the samples over their width: true to scale, within reason, where both axes have the same unit.
 double AspectRatio(const Axis& x, const Axis& y)
 {
-    constexpr double curves = 0.75;
+    constexpr double other = 0.75;
     constexpr double flattest = 0.125;
     const double ratio = std::fabs(y.range / x.range);
     const bool sameKind = x.unit == y.unit && !x.unit.empty();
-    return sameKind && std::isfinite(ratio) && ratio > 0 ? std::clamp(ratio, flattest, 1 / flattest) : curves;
+    return sameKind && std::isfinite(ratio) && ratio > 0 ? std::clamp(ratio, flattest, 1 / flattest) : other;
 }
 
 // Samples of small channels become squares of several pixels.
@@ -45,72 +45,7 @@ Extent PlotSize(const LineSource& source, double aspectRatio)
     return aspectRatio <= 1 ? Extent{longSide, shorter(aspectRatio)} : Extent{shorter(1 / aspectRatio), longSide};
 }
 
-// A scale with its ticks and texts, drawn along an edge of `length` pixels.
-class Ruler
-{
-public:
-    Ruler(const Scale& scale, const std::string& name, const std::string& unit, double length)
-        : m_scale(scale), m_ticks(scale.Ticks(std::max(2, static_cast<int>(length / tickDistance)))),
-          m_text(scale, unit), m_labels(m_text.Labels(m_ticks)),
-          m_title(m_text.Unit().empty() ? name : name + " [" + m_text.Unit() + "]"), m_length(length)
-    {
-    }
-
-    void DrawBelow(Canvas& canvas, double x, double y) const
-    {
-        constexpr double labelDistance = 16;
-        constexpr double titleDistance = 42;
-        ForEachTick([&](double place, const std::string& label) {
-            canvas.DrawLine(std::floor(x + place) + halfPixel, y, 0, tickLength);
-            canvas.DrawText(label, x + place, y + labelDistance, Anchor::Middle, tickDistance);
-        });
-        canvas.DrawText(m_title, x + m_length / 2, y + titleDistance, Anchor::Middle, m_length);
-    }
-
-    void DrawLeft(Canvas& canvas, double x, double y) const
-    {
-        constexpr double labelDistance = 9;
-        constexpr double titleDistance = 58;
-        constexpr double labelRoom = 42;
-        ForEachTick([&](double place, const std::string& label) {
-            canvas.DrawLine(x, HeightOf(y, place), -tickLength, 0);
-            canvas.DrawText(label, x - labelDistance, HeightOf(y, place), Anchor::End, labelRoom);
-        });
-        canvas.DrawUpwardText(m_title, x - titleDistance, y + m_length / 2, m_length);
-    }
-
-    void DrawRight(Canvas& canvas, double x, double y) const
-    {
-        constexpr double labelDistance = 9;
-        constexpr double titleDistance = 70;
-        constexpr double labelRoom = 50;
-        ForEachTick([&](double place, const std::string& label) {
-            canvas.DrawLine(x, HeightOf(y, place), tickLength, 0);
-            canvas.DrawText(label, x + labelDistance, HeightOf(y, place), Anchor::Begin, labelRoom);
-        });
-        canvas.DrawUpwardText(m_title, x + titleDistance, y + m_length / 2, m_length);
-    }
-
-private:
-    void ForEachTick(const auto& draw) const
-    {
-        for (std::size_t i = 0; i < m_ticks.size(); ++i) {
-            draw(m_scale.Fraction(m_ticks[i]) * m_length, m_labels[i]);
-        }
-    }
-
-    // Of a place that counts from the bottom, below the top edge `y`.
-    double HeightOf(double y, double place) const { return std::ceil(y + m_length - place) - halfPixel; }
-
-    Scale m_scale;
-    std::vector<double> m_ticks;
-    UnitText m_text;
-    std::vector<std::string> m_labels;
-    std::string m_title;
-    double m_length;
-};
-
-// The first and the last sample are at the ends of the axis; their cells reach beyond by half of their size.
+// The first and the last sample are at the ends of the axis, so their cells reach beyond it by half of their size.
 Scale ScaleOf(const Axis& axis, std::uint64_t count)
 {
     const double halfCell = count > 1 ? axis.range / static_cast<double>(count - 1) / 2 : 0;

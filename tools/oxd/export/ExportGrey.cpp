@@ -1,7 +1,7 @@
 #include "oxd/export/ExportKinds.h"
 
-#include "oxd/export/PngWriter.h"
-#include "oxd/export/Scale.h"
+#include "oxd/picture/PngWriter.h"
+#include "oxd/picture/Scale.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Text.h"
 
@@ -11,7 +11,7 @@ namespace oxd {
 
 namespace {
 
-// Level 0 means missing, so that it cannot be taken for a value.
+// Level 0 marks missing samples, so it is no value.
 constexpr double firstLevel = 1;
 constexpr double lastLevel = 65535;
 

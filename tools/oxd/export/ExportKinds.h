@@ -1,7 +1,8 @@
-// The kinds of files that a channel is exported to.
+// The writers of the files that a channel is exported to. Export.cpp has a table of them: a further kind takes a writer
+// here and a row there.
 #pragma once
 
-#include "oxd/library/LineSource.h"
+#include "oxd/export/LineSource.h"
 #include "oxd/system/OutputFile.h"
 
 #include <string>
@@ -9,16 +10,18 @@
 
 namespace oxd {
 
+// What a writer works on. It reads every line of `source`, writes to `output`, which the caller closes, and adds to
+// `notes`.
 struct ExportJob
 {
     LineSource& source;
     OutputFile& output;
-    std::string file;               // that the channel is in
+    std::string file;               // that the channel is in, for messages
     std::string title;              // of a picture
     std::vector<std::string> notes; // what the reader of the output should know, a sentence each
 };
 
-// Values as text: a row for each line, and positions on the axes in the first row and column.
+// Values as text: a row for each line, headed by its position, below a row of the positions of points.
 void WriteCsv(ExportJob& job);
 
 // Little-endian numbers, line by line: 32-bit raw samples, and 64-bit real values.
@@ -28,7 +31,7 @@ void WriteRealNumbers(ExportJob& job);
 // Both kinds of pictures show the first line at the bottom, where the line axis begins. They throw a Failure if there
 // is nothing to show.
 
-// A picture of as many pixels as the channel has samples, in 16 bits of grey.
+// A picture of as many pixels as the channel has samples, in 16 bits of grey. It reads every line twice.
 void WriteGreyPicture(ExportJob& job);
 
 // A picture in colours with axes and a colour bar.

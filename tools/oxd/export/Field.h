@@ -1,8 +1,8 @@
-// The samples of a channel on a grid that is fine enough for a picture.
+// The samples of a channel on a grid that is no finer than a picture can show.
 #pragma once
 
-#include "oxd/export/Scale.h"
-#include "oxd/library/LineSource.h"
+#include "oxd/export/LineSource.h"
+#include "oxd/picture/Scale.h"
 
 #include <cstddef>
 #include <vector>
@@ -15,16 +15,20 @@ struct Extent
     std::size_t rows;
 };
 
+// Holds one value for each cell, and so takes no more memory for a large channel than for its picture. Row 0 is the
+// first line.
 class Field
 {
 public:
-    // Each cell is the mean of the samples in it, and NaN if there are none. At most as many as there are samples.
+    // Reads the whole source once. The grid has at most `most` cells in either direction, and no more than there are
+    // samples. The value of a cell is the mean of the samples in it, or NaN if there are none.
     Field(LineSource& source, Extent most);
 
     Extent Size() const { return m_size; }
     double At(std::size_t column, std::size_t row) const { return m_values[row * m_size.columns + column]; }
 
-    // Without the lowest and the highest hundredth, which may be spikes. Scale::Nothing() if there are no values.
+    // From the 1st to the 99th percentile, since the few values beyond may be spikes. Scale::Nothing() if there are no
+    // values at all.
     Scale Contrast() const;
 
 private:

@@ -1,4 +1,4 @@
-// What `oxd info` tells of a file.
+// What `oxd info` tells of a file: plain data, which one function reads and others turn into text.
 #pragma once
 
 #include "oxd/library/Channel.h"
@@ -10,12 +10,14 @@
 
 namespace oxd {
 
+// In the unit of a signal axis. Both ends are finite.
 struct ValueRange
 {
     double min;
     double max;
 };
 
+// Lines that cannot be read count as unreadable and add nothing else.
 struct ChannelInfo
 {
     std::uint64_t points;
@@ -23,7 +25,7 @@ struct ChannelInfo
     Axis pointAxis;
     Axis lineAxis;
     Axis signalAxis;
-    std::uint64_t validSamples = 0;
+    std::uint64_t validSamples = 0; // those that were acquired
     std::uint64_t unreadableLines = 0;
     std::optional<int> significantBits = {}; // fewest of 8, 16 and 32 that hold every sample exactly
     std::optional<ValueRange> values = {};   // observed, in the unit of the signal axis
@@ -37,17 +39,18 @@ struct GroupInfo
     std::vector<std::optional<ChannelInfo>> channels; // by slot; an empty slot has none
 };
 
-// Nodes of information deeper than this are left out: nobody reads them, and programs that read JSON give up.
+// Nodes of information deeper than this are left out: nobody reads them, and programs that read JSON give up on them.
 inline constexpr std::size_t shownLevels = 200;
 
-// A node of the tree of measurement information. It is below the last node before it that is less deep.
+// A node of the tree of measurement information. The tree is a list in the order in which it is shown, so that a deep
+// one needs no deep calls: the parent of a node is the last group before it that is one less deep.
 struct InfoNode
 {
     std::size_t depth; // 0 for a top-level group
     bool isGroup;
     bool isCut; // a group of which nothing inside is shown
     std::string name;
-    std::string value;
+    std::string value; // of an item
 };
 
 struct FileInfo
@@ -56,14 +59,14 @@ struct FileInfo
     std::int32_t version = 0;
     std::vector<GroupInfo> groups;
     std::vector<InfoNode> nodes;
-    std::uint64_t cutGroups = 0;
+    std::uint64_t cutGroups = 0;       // groups of information that are cut
     std::vector<std::string> problems; // parts that could not be read, a sentence each
 };
 
 // Throws a Failure if `file` cannot be opened. A line that cannot be read is a problem, not a failure.
 FileInfo ReadFileInfo(const std::string& file);
 
-// A table for people, and a JSON document whose shape docs/oxd.md describes.
+// A table for people, in which control characters are replaced, and a JSON document whose shape docs/oxd.md describes.
 std::string ToTable(const FileInfo& info);
 std::string ToJson(const FileInfo& info);
 

@@ -56,7 +56,8 @@ Json ToJson(const InfoNode& node)
     return group;
 }
 
-// `path` leads to the group that is being filled. An array that grows moves none of these: they are in other ones.
+// `path` leads to the group that is being filled. Its pointers stay valid: an array that grows moves its elements, but
+// only those of the last group grow, and none of their elements is in the path then.
 Json ToJson(const std::vector<InfoNode>& nodes)
 {
     Json root{{"groups", Json::array()}};

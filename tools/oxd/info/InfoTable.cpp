@@ -1,5 +1,6 @@
 #include "oxd/info/FileInfo.h"
 
+#include "oxd/info/TextTable.h"
 #include "oxd/system/Text.h"
 
 #include <utility>
@@ -50,7 +51,7 @@ std::string GroupText(const GroupInfo& group)
     if (group.channels.empty()) {
         return heading + "  no channels\n";
     }
-    Table table({"Channel", "Name", "Points x lines", "Bits", "Values", "Signal axis", "Point axis", "Line axis"});
+    TextTable table({"Channel", "Name", "Points x lines", "Bits", "Values", "Signal axis", "Point axis", "Line axis"});
     for (std::size_t slot = 0; slot < group.channels.size(); ++slot) {
         table.Add(Row(std::to_string(slot), group.channels[slot]));
     }
@@ -62,11 +63,11 @@ std::string NodeHeading(const InfoNode& group)
     return Printable(group.name) + (group.isCut ? " (what is inside is not shown)" : "") + "\n";
 }
 
-// Names and values of items in a row stand in columns.
+// The names and values of items that follow each other are aligned in columns.
 std::string InformationText(const std::vector<InfoNode>& nodes)
 {
     std::string text = nodes.empty() ? "" : "\nInformation\n";
-    Table items;
+    TextTable items;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
         const InfoNode& node = nodes[i];
         const std::string indent(2 * node.depth + 2, ' ');
@@ -76,7 +77,7 @@ std::string InformationText(const std::vector<InfoNode>& nodes)
         }
         items.Add({Printable(node.name), Printable(node.value)});
         if (i + 1 == nodes.size() || nodes[i + 1].isGroup || nodes[i + 1].depth != node.depth) {
-            text += std::exchange(items, Table()).Render(indent);
+            text += std::exchange(items, TextTable()).Render(indent);
         }
     }
     return text;

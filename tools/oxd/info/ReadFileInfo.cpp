@@ -12,7 +12,7 @@ namespace oxd {
 
 namespace {
 
-// Samples of 8 and 16 bits are the highest ones of the 30, so these are zero in all of them.
+// A sample has 30 bits, and one that is stored in 8 or 16 has only the highest of them: these below are zero.
 constexpr std::uint32_t bitsBelow8 = (1U << 22) - 1;
 constexpr std::uint32_t bitsBelow16 = (1U << 14) - 1;
 
@@ -40,7 +40,7 @@ public:
         if (m_count > 0) {
             info.significantBits = (m_bitsInUse & bitsBelow8) == 0 ? 8 : (m_bitsInUse & bitsBelow16) == 0 ? 16 : 32;
         }
-        if (m_range.min <= m_range.max) { // not so if an axis without a meaning gives no numbers
+        if (m_range.min <= m_range.max) { // there were none if the axis gives no finite numbers
             info.values = m_range;
         }
     }
@@ -113,8 +113,8 @@ private:
         return info;
     }
 
-    // In order, with the groups that lead to the current node on a stack of its own: a file may nest them deeper than
-    // calls can be.
+    // In order. The groups that lead to the current node are on a stack made here, because a file may nest groups
+    // deeper than calls can be nested.
     void ReadInformation()
     {
         std::vector<MetaChildren> path{MetaChildren(MetaNode::Root(m_dataSet))};
@@ -128,7 +128,7 @@ private:
         }
     }
 
-    // Whether there is more to show below the node.
+    // Gives whether there is more to show below the node.
     bool AddNode(const MetaNode& node, std::size_t depth)
     {
         const bool isGroup = node.IsGroup();

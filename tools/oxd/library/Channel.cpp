@@ -20,8 +20,9 @@ const AxisAccess signalAxis{GetChannelData_SignalAxisName, GetChannelData_Signal
 
 namespace {
 
-// Outside the 30 bits of a sample, and no difference of two samples either; among real values, more digits than the
-// axis of a file has. Where this still stands the library did not write.
+// Marks a place in a buffer to which the library has not written. No raw value is this low: it is outside the 30 bits
+// of a sample, and outside the differences of two samples. Nor is a real value, because an axis in a file has fewer
+// digits.
 template <typename Sample>
 constexpr Sample unwritten = std::numeric_limits<Sample>::lowest();
 

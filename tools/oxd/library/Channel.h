@@ -9,6 +9,8 @@
 
 namespace oxd {
 
+// Runs from `min` to `min` + `range`, in `unit`. The range may be negative or 0, and in a damaged file neither number
+// need be finite.
 struct Axis
 {
     std::string name;
@@ -17,7 +19,8 @@ struct Axis
     double range;
 };
 
-// The functions of the interface for one of the three axes.
+// The functions of the interface for one of the three axes. Which axis is meant is a value this way, and what is done
+// with an axis is written once.
 struct AxisAccess
 {
     using TextGetter = void (*)(std::uint64_t, std::uint64_t, std::uint64_t, char*, std::uint64_t);
@@ -35,7 +38,8 @@ extern const AxisAccess pointAxis;
 extern const AxisAccess lineAxis;
 extern const AxisAccess signalAxis;
 
-// Belongs to a data set that outlives it.
+// Refers to a slot of a data set, which must outlive it; whether there is a channel in the slot, Exists() tells. Copies
+// refer to the same channel. Calls throw a LibraryError if the library refuses them.
 class Channel
 {
 public:
@@ -47,9 +51,11 @@ public:
     bool Exists() const { return Call(HasChannelBuffer); }
     std::uint64_t Points() const { return Call(GetChannelData_Points); }
     std::uint64_t Lines() const { return Call(GetChannelData_Lines); }
+
+    // Makes a channel of that size in the slot. One that has the size already keeps its samples; else all are 0.
     void Resize(std::uint64_t points, std::uint64_t lines) { Call(SetChannelXYDimension, points, lines); }
 
-    // A channel has no name of its own: that of its signal axis says what it holds.
+    // The name of the signal axis, which says what a channel holds: it has no name of its own.
     std::string Name() const { return Text(signalAxis.getName); }
 
     Axis ReadAxis(const AxisAccess& axis) const;
@@ -58,17 +64,17 @@ public:
     // How many points of a line are valid. A damaged file may claim more than a line holds; this throws then.
     std::uint64_t ValidPoints(std::uint64_t line) const;
 
-    // Whether the points of a line are elsewhere than the point axis of the channel says.
+    // Whether a line has a point axis of its own, other than that of the channel.
     bool HasOwnPointAxis(std::uint64_t line) const;
 
-    // The valid samples of a line. Empty also if it has too few for the operator.
+    // The valid samples of a line through a line operator, given by its code. Nothing if they are too few for it.
     std::vector<std::int32_t> ReadRaw(std::uint64_t line, std::int32_t lineOperator) const;
     std::vector<double> ReadReal(std::uint64_t line, std::int32_t lineOperator) const;
 
     // Overwrites the leading samples of a line and leaves the others as they are, valid or not.
     void WriteRaw(std::uint64_t line, const std::vector<std::int32_t>& samples);
 
-    // Writes a whole line.
+    // Writes a whole line, which takes Points() values in the unit of the signal axis.
     void WriteReal(std::uint64_t line, const std::vector<double>& values)
     {
         Call(SetChannelData_LineReal, line, values.data());

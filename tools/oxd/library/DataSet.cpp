@@ -51,7 +51,7 @@ DataSet DataSet::Open(const std::string& file)
     if (opened.m_handle == 0) {
         throw OpenFailure(file, VELGetLastError());
     }
-    // A file without a header opens as an empty data set. That it has no version gives it away.
+    // A file without a complete header opens as an empty data set, which differs from others by having no version.
     GetOxdVersion(opened.m_handle);
     if (VELHasLastError()) {
         VELGetLastError();

@@ -1,4 +1,5 @@
-// The C interface of the library with failures as exceptions and handles that close themselves.
+// The C interface of the library with failures as exceptions and handles that close themselves. The tool knows the
+// library by its public header only, and that header by the files of this folder only.
 #pragma once
 
 #include <VELOxdDll.h>
@@ -11,11 +12,14 @@
 
 namespace oxd {
 
-// A call on an open data set failed. what() is the reason alone.
+// A call on an open data set failed. what() is the reason alone: whoever knows what the call was about makes a Failure
+// of it.
 class LibraryError : public std::runtime_error
 {
 public:
     explicit LibraryError(const std::string& text);
+
+    // Whether the buffer for a text was too small, so that a larger one may do.
     bool IsShortBuffer() const { return m_shortBuffer; }
 
 private:
@@ -25,18 +29,23 @@ private:
 // Throws the failure that the last call into the library left, if it left one.
 void ThrowPendingError();
 
+// Owns a handle of the library and closes it in the end; a DataSet that was moved from owns none and only waits to be
+// destroyed. Calls that change the data set are const, since it is the library that holds it.
 class DataSet
 {
 public:
     // Throws a Failure if the file cannot be opened, is damaged or of another format.
     static DataSet Open(const std::string& file);
+
+    // An empty data set that has no name yet.
     static DataSet Create();
 
     DataSet(DataSet&& other) noexcept : m_handle(std::exchange(other.m_handle, 0)) {}
     DataSet& operator=(DataSet&&) = delete;
     ~DataSet() { CloseOxdFile(m_handle); }
 
-    // Throws a Failure if the file cannot be written.
+    // Saves the data set, which then goes by the name `file`. Throws a Failure if the file cannot be written; a part of
+    // it may be left then. Views, processors and sections that the library does not know are not saved.
     void SaveAs(const std::string& file);
 
     // Calls a function of the interface on this data set; throws a LibraryError if it fails.
@@ -53,7 +62,7 @@ public:
         }
     }
 
-    // Calls a function that fills a text buffer and returns the text.
+    // Calls a function that fills a text buffer, with larger buffers until the text fits, and returns the text.
     template <typename... Parameters>
     std::string Text(void (*function)(std::uint64_t, Parameters...), auto... arguments) const
     {

@@ -1,4 +1,5 @@
-// Reads the texts in which the library tells why a call failed.
+// Reads the texts in which the library tells why a call failed. They are made for developers: several lines, of which a
+// user needs one. This is the only place that knows how they look.
 #pragma once
 
 #include <string>
@@ -9,12 +10,13 @@ namespace oxd::diagnostic {
 // The file could not be opened at all, as opposed to opened and found wanting.
 bool IsOpenFailure(std::string_view text);
 
-// The file ended too early, or took no more.
+// A file that is read ended too early, or one that is written took no more.
 bool IsStreamFailure(std::string_view text);
 
+// The buffer that the caller provided was too small for the text to be returned.
 bool IsShortBuffer(std::string_view text);
 
-// The part that a user can act upon.
+// The part that a user can act upon, in one line: the system's own message if there is one, else the library's.
 std::string Reason(std::string_view text);
 
 } // namespace oxd::diagnostic

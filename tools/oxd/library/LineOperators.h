@@ -1,4 +1,6 @@
-// The line operators of the library by name.
+// The line operators of the library, and all that the tool says of them: one row of the table for each. The command
+// line, its help and the titles of pictures are made from this table; the manual, docs/oxd.md, describes them once
+// more.
 #pragma once
 
 #include <array>
@@ -9,14 +11,16 @@ namespace oxd {
 
 struct LineOperator
 {
-    std::string_view name;
-    std::int32_t code = 0; // as the library's line functions take it
-    std::string_view description;
-    std::string_view caption; // of what comes out
+    std::string_view name;        // on the command line
+    std::int32_t code = 0;        // as the line functions of the interface take it
+    std::string_view description; // in the help: what it does to each line
+    std::string_view caption;     // in the title of a picture of its outcome; empty for none
 };
 
+// The samples as they are. It has no name, because it is what a command does when no operator is chosen.
 inline constexpr LineOperator rawData{"", 0, "", ""};
 
+// In the order in which the help lists them.
 inline constexpr std::array lineOperators{
     LineOperator{"mean", 1, "subtract the line's mean", "mean fit"},
     LineOperator{"line", 2, "subtract a fitted straight line", "line fit"},

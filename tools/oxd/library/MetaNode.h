@@ -9,7 +9,8 @@
 
 namespace oxd {
 
-// Belongs to a data set that outlives it.
+// Refers to a node of a data set, which must outlive it. Copies refer to the same node. Names need not be unique among
+// the nodes of a group. Calls throw a LibraryError if the library refuses them.
 class MetaNode
 {
 public:
@@ -20,6 +21,7 @@ public:
     std::string Value() const { return m_dataSet->Text(GetMetaInfoItemValue, m_node); }
     void SetValue(const std::string& value) { m_dataSet->Call(SetMetaInfoItemValue, m_node, value.c_str()); }
 
+    // The calls below are for groups.
     std::uint64_t ChildCount() const { return m_dataSet->Call(GetMetaInfoItemChildCount, m_node); }
     MetaNode AddGroup(const std::string& name) const { return Node(AddMetaInfoItemGroup, name.c_str()); }
     MetaNode AddItem(const std::string& name, const std::string& value) const
@@ -27,7 +29,7 @@ public:
         return Node(AddMetaInfoItem, name.c_str(), value.c_str());
     }
 
-    // The first such node directly in this group.
+    // The first node of that kind and name directly in this group.
     std::optional<MetaNode> FindGroup(const std::string& name) const { return Find(name, true); }
     std::optional<MetaNode> FindItem(const std::string& name) const { return Find(name, false); }
 
@@ -48,13 +50,13 @@ private:
     std::uint64_t m_node;
 };
 
-// The nodes directly in a group, one after the other.
+// Walks through the nodes directly in a group, in their order. None may be added or removed meanwhile.
 class MetaChildren
 {
 public:
     explicit MetaChildren(const MetaNode& group) : m_current(group), m_left(group.ChildCount()) {}
 
-    // Nothing behind the last one.
+    // The next node, the first one at first; nothing after the last one.
     std::optional<MetaNode> Next();
 
 private:

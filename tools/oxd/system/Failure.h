@@ -1,4 +1,5 @@
-// How a command ends without a result, and what the process then tells its caller.
+// How a command ends without a result: with an exit code for scripts and a message for people. Below the functions that
+// run a command, which catch it, a failure is always thrown and never printed on the spot.
 #pragma once
 
 #include <stdexcept>
@@ -6,17 +7,19 @@
 
 namespace oxd {
 
+// Scripts rely on the numbers, so a code keeps its number and meaning for good.
 enum class ExitCode
 {
     Done = 0,
-    No = 1,          // the file is fine, but has not what was asked for
+    No = 1,          // the file is sound but does not have what was asked for
     Usage = 2,       // the command line is wrong
     CannotOpen = 3,  // the file is missing or may not be read
     Damaged = 4,     // the file is damaged or of another format
-    CannotWrite = 5, // a file or the standard output takes no more
+    CannotWrite = 5, // a file or the standard output cannot be written
 };
 
-// Its text is the whole message for the user: what it is about, a colon, and the reason.
+// what() is the whole message for the user but for the name of the tool: what it is about, mostly a file, a colon and
+// the reason.
 class Failure : public std::runtime_error
 {
 public:

@@ -19,12 +19,11 @@ std::filesystem::path ToPath(const std::string& utf8)
 
 } // namespace
 
-// Also noticed through a link. Files that cannot be examined are reported when they are opened.
 void RequireOtherFile(const std::string& input, const std::string& output)
 {
     std::error_code ignored;
     if (std::filesystem::equivalent(ToPath(input), ToPath(output), ignored)) {
-        throw Failure(ExitCode::Usage, output, "is the file to read, which stays as it is");
+        throw Failure(ExitCode::Usage, output, "is the file to read, which must stay as it is");
     }
 }
 
@@ -44,7 +43,7 @@ void OutputFile::Write(std::string_view bytes)
 
 void OutputFile::Close()
 {
-    Open(); // nothing to write is a file, too
+    Open(); // in case nothing was written
     if (!platform::Close(std::exchange(m_descriptor, closed))) {
         const int error = errno;
         Remove();
@@ -69,7 +68,7 @@ void OutputFile::Require(bool success) const
     }
 }
 
-// The name may be that of a link: the data are where it points.
+// The name may be that of a link: what must go is the file that it points to.
 void OutputFile::Remove() const
 {
     if (m_removable) {

@@ -1,4 +1,5 @@
-// Files that the tool writes itself, and the rule that none of them is the input.
+// Files that the tool writes itself, that is, not through the library; and the rule that no command writes the file
+// that it reads.
 #pragma once
 
 #include <string>
@@ -7,11 +8,13 @@
 
 namespace oxd {
 
-// Throws a Failure if both names mean the same file, which would no longer stay as it is.
+// Throws a Failure if both names mean the same file, also when one of them is a link. Files that cannot be examined
+// pass: they are reported when they are opened.
 void RequireOtherFile(const std::string& input, const std::string& output);
 
-// A file that is made, or emptied, when there is something to write. Unless it was closed, it is removed in the end: a
-// part of a file looks too much like a whole one. Devices and pipes stay.
+// Creates the file, or empties it, when there is something to write, so that a command which fails before that leaves
+// an existing file alone. Unless Close succeeds, the file is removed: a part of a file looks too much like a whole one.
+// Devices and pipes are not removed.
 class OutputFile
 {
 public:
@@ -20,16 +23,18 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    // Throws a Failure, as Close does, if the file does not take the data.
+    // Throws a Failure, as Close does, if the file cannot be created or does not take the data.
     void Write(std::string_view bytes);
-    // Only now it is certain that everything written has arrived.
+
+    // Only after this is it certain that everything written has arrived. A file to which nothing was written is created
+    // empty.
     void Close();
 
 private:
     static constexpr int closed = -1;
 
     void Open();
-    void Require(bool success) const;
+    void Require(bool success) const; // throws the reason in errno
     void Remove() const;
 
     std::string m_name;

@@ -1,4 +1,5 @@
-// What differs between operating systems. Texts are UTF-8 on this side of it, everywhere.
+// What differs between operating systems. Each function has one definition per system, and all texts on this side of it
+// are UTF-8. Functions that give a descriptor or a success leave the reason of a failure in errno.
 #pragma once
 
 #include <optional>
@@ -7,26 +8,27 @@
 
 namespace oxd::platform {
 
-// `name` as the library wants file names: nothing if it cannot be said so.
+// `name` as the library takes file names; nothing if its encoding lacks a character of it.
 std::optional<std::string> FileName(const std::string& name);
 
-// Makes writing to a pipe that nobody reads an error instead of the end of the process.
+// Makes writing to a pipe that nobody reads an error instead of the end of the process, for the whole process. To be
+// called before anything is written.
 void IgnoreBrokenPipes();
 
 // Moves the standard output to a descriptor of its own and returns that, or -1 if it was closed. Whatever else writes
 // to the standard output, above all the library's log, goes to the standard error from then on.
 int TakeStandardOutput();
 
-// Opens a file for writing, new or emptied, or gives -1 with errno telling why.
+// Opens a file for writing, new or emptied, or gives -1.
 int CreateFileFor(const std::string& name);
 
 bool IsRegularFile(int descriptor);
 bool IsTerminal(int descriptor);
 
-// Writes all of `text`. False if that failed, with errno telling why.
+// Writes all of `text`, in several steps where it takes them. False if not all of it was taken.
 bool WriteAll(int descriptor, std::string_view text);
 
-// False if the data may not have arrived, with errno telling why.
+// False if what was written before may not have arrived. The descriptor is closed in any case.
 bool Close(int descriptor);
 
 } // namespace oxd::platform

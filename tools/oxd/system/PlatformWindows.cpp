@@ -18,7 +18,7 @@ namespace {
 constexpr int standardOutput = 1;
 constexpr int standardError = 2;
 
-// While it lives, the console takes what is written to it for UTF-8. Programs that come later find it as it was.
+// During its lifetime, the console takes what is written to it for UTF-8. Programs that come later find it as it was.
 class ConsoleInUtf8
 {
 public:
@@ -44,8 +44,8 @@ bool IsFolder(const std::wstring& name)
 
 } // namespace
 
-// The library's names are in the system's code page, which lacks most characters. What it has in their place is another
-// file's name.
+// The library takes names in the system's code page, which lacks most characters and silently puts similar ones in
+// their place: that would be the name of another file. So the name must survive the way there and back.
 std::optional<std::string> FileName(const std::string& name)
 {
     const std::wstring wide = boost::nowide::widen(name);
@@ -84,7 +84,7 @@ int CreateFileFor(const std::string& name)
     const std::wstring wide = boost::nowide::widen(name);
     const int descriptor = _wopen(wide.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
     if (descriptor < 0 && errno == EACCES && IsFolder(wide)) {
-        errno = EISDIR; // as elsewhere, where a lack of rights is something else
+        errno = EISDIR; // as on other systems, which tell a folder from a lack of rights
     }
     return descriptor;
 }
@@ -102,10 +102,10 @@ bool IsTerminal(int descriptor)
 
 bool WriteAll(int descriptor, std::string_view text)
 {
-    constexpr std::size_t largestPiece = 1 << 20;
+    constexpr std::size_t largestChunk = 1 << 20;
     while (!text.empty()) {
-        const auto piece = static_cast<unsigned int>(std::min(text.size(), largestPiece));
-        const int written = _write(descriptor, text.data(), piece);
+        const auto chunk = static_cast<unsigned int>(std::min(text.size(), largestChunk));
+        const int written = _write(descriptor, text.data(), chunk);
         if (written < 0) {
             return false;
         }

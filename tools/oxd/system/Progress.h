@@ -1,4 +1,5 @@
-// A bar on the standard error for work that takes a while. Nothing is shown where that is no terminal.
+// A bar on the standard error for commands that take a while. Nothing is shown where that is no terminal, or while the
+// command has not taken long enough for anybody to wonder.
 #pragma once
 
 #include <chrono>
@@ -6,11 +7,13 @@
 
 namespace oxd {
 
+// Must not be advanced more often than it has steps. A message that is written while the bar shows would end up behind
+// it, so messages wait until it is gone.
 class Progress
 {
 public:
     explicit Progress(std::uint64_t steps);
-    ~Progress(); // leaves an empty line
+    ~Progress(); // removes the bar
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 

@@ -11,23 +11,15 @@ namespace oxd {
 namespace {
 
 constexpr int significantDigits = 6;
-constexpr const char* columnGap = "  ";
 
-// Characters, of which all bytes but the first are 10xxxxxx in UTF-8.
-std::size_t Width(const std::string& text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
-}
-
-// Bytes of the character that begins with `byte`, 0 if none does.
+// The number of bytes of a character that begins with `byte`; 0 if none does.
 std::size_t Utf8Length(unsigned char byte)
 {
     return byte < 0x80 ? 1 : byte < 0xC2 ? 0 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : byte < 0xF5 ? 4 : 0;
 }
 
-// Characters for which there is a glyph to look for: no halves of pairs, no reserved codes, none in more bytes than it
-// takes.
+// Whether a code stands for a character: it is not half of a surrogate pair, not reserved, and not encoded in more
+// bytes than it takes.
 bool IsCharacter(std::uint32_t code, std::size_t length)
 {
     constexpr std::array<std::uint32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
@@ -36,7 +28,7 @@ bool IsCharacter(std::uint32_t code, std::size_t length)
     return code >= smallest[length] && code <= 0x10FFFF && !isHalf && !isReserved;
 }
 
-// Bytes of the character at the beginning, 0 if there is none.
+// The number of bytes of the character at the beginning; 0 if there is none.
 std::size_t LeadingCharacter(std::string_view text)
 {
     const auto first = static_cast<unsigned char>(text.front());
@@ -68,7 +60,7 @@ bool IsControl(char byte)
     return (byte >= 0 && byte < ' ') || byte == 0x7F;
 }
 
-// U+0080 to U+009F, of two bytes.
+// Whether a control character from U+0080 to U+009F, which has two bytes, comes first.
 bool BeginsControl(std::string_view text)
 {
     return text.size() > 1 && text[0] == '\xC2' && static_cast<unsigned char>(text[1]) < 0xA0;
@@ -110,28 +102,6 @@ std::string ValidUtf8(const std::string& text)
             valid.begin(), valid.end(), [](char byte) { return (byte & 0x80) != 0; }, '?');
     }
     return valid;
-}
-
-void Table::Add(std::vector<std::string> cells)
-{
-    m_widths.resize(std::max(m_widths.size(), cells.size()));
-    for (std::size_t column = 0; column < cells.size(); ++column) {
-        m_widths[column] = std::max(m_widths[column], Width(cells[column]));
-    }
-    m_rows.push_back(std::move(cells));
-}
-
-std::string Table::Render(const std::string& indent) const
-{
-    std::string text;
-    for (const std::vector<std::string>& row : m_rows) {
-        std::string line = indent;
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            line += row[column] + std::string(m_widths[column] - Width(row[column]), ' ') + columnGap;
-        }
-        text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-    }
-    return text;
 }
 
 } // namespace oxd

@@ -1,38 +1,22 @@
-// Texts for a terminal. Numbers look the same in every locale.
+// Numbers as text, and texts from files made fit to show. Everything is the same in every locale.
 #pragma once
 
-#include <cstddef>
-#include <initializer_list>
 #include <string>
-#include <vector>
 
 namespace oxd {
 
-// Up to six significant digits, as many as a file keeps of an axis.
+// The number with up to six significant digits, which is as many as a file keeps of the limits of an axis.
 std::string ToText(double number);
 
-// As few digits as tell the number from any other.
+// The number with as few digits as tell it from any other.
 std::string ToExactText(double number);
 
-// `text` with its control characters replaced, so that what a file holds cannot command the terminal.
+// `text` with each control character replaced by a question mark, so that what a file holds cannot command the
+// terminal.
 std::string Printable(const std::string& text);
 
-// `text` itself if it is UTF-8, else with every byte beyond ASCII replaced.
+// `text` itself if it is UTF-8, else with every byte beyond ASCII replaced by a question mark. Codes that stand for no
+// character, such as U+FFFE, count as not UTF-8.
 std::string ValidUtf8(const std::string& text);
-
-// Columns as wide as their widest cell.
-class Table
-{
-public:
-    Table() = default;
-    explicit Table(std::vector<std::string> headings) { Add(std::move(headings)); }
-
-    void Add(std::vector<std::string> cells);
-    std::string Render(const std::string& indent) const;
-
-private:
-    std::vector<std::vector<std::string>> m_rows;
-    std::vector<std::size_t> m_widths;
-};
 
 } // namespace oxd

@@ -1,4 +1,4 @@
-#include "oxd/export/Scale.h"
+#include "oxd/picture/Scale.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@ namespace oxd {
 
 namespace {
 
-// A unit that is not here may have its prefix already, or take none.
+// The units that take a prefix. Any other may have one already, as "nm" has.
 constexpr std::array<std::string_view, 17> prefixable{"m", "s", "A", "V", "N", "Hz", "W", "J", "K",
                                                       "C", "F", "T", "S", "H", "Pa", "Ω", "eV"};
 
@@ -32,7 +32,7 @@ int Exponent(double magnitude)
                : 0;
 }
 
-// 1, 2 or 5 times a power of ten that is no less than `step`.
+// The smallest number that is not less than `step` and is 1, 2 or 5 times a power of ten.
 double RoundStep(double step)
 {
     const double power = std::pow(10, std::floor(std::log10(step)));
@@ -76,11 +76,11 @@ std::vector<double> Scale::Ticks(int wanted) const
     const double low = std::min(m_from, m_to);
     const double high = std::max(m_from, m_to);
     const double step = RoundStep((high - low) / wanted);
-    constexpr double finest = 1e-9; // of the values: closer ticks would look alike
+    constexpr double finest = 1e-9; // in relation to the values: labels of closer ticks would look alike
     if (!(step > finest * Magnitude()) || !std::isfinite(step)) {
         return {m_from};
     }
-    constexpr double tolerance = 1e-6; // of a step, for an end that is meant to be a tick
+    constexpr double tolerance = 1e-6; // of a step, so that rounding costs no tick at an end of the range
     const auto last = std::llround(std::floor(high / step + tolerance));
     std::vector<double> ticks;
     for (auto i = std::llround(std::ceil(low / step - tolerance)); i <= last; ++i) {

@@ -1,4 +1,4 @@
-#include "oxd/library/LineSource.h"
+#include "oxd/export/LineSource.h"
 
 #include "oxd/system/Progress.h"
 
@@ -15,11 +15,11 @@ std::vector<Sample> LineSource::Read(std::uint64_t line, Reader<Sample> read)
     try {
         std::vector<Sample> samples = (m_channel.*read)(line, m_operator.code);
         if (samples.empty() && m_channel.ValidPoints(line) > 0) {
-            m_tooShort.Add(line, "too few samples for this operator");
+            m_skipped.AddTooShort(line);
         }
         return samples;
     } catch (const LibraryError& error) {
-        m_damaged.Add(line, error.what());
+        m_skipped.damaged.Add(line, error.what());
         return {};
     }
 }

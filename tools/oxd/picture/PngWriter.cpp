@@ -1,4 +1,4 @@
-#include "oxd/export/PngWriter.h"
+#include "oxd/picture/PngWriter.h"
 
 #include <algorithm>
 #include <csetjmp>
@@ -21,7 +21,8 @@ void Ignore(png_structp, png_const_charp)
 {
 }
 
-// Files are written elsewhere: an exception cannot pass through the C code that calls this.
+// Gathers bytes in memory instead of writing the file, because a failure to write is an exception, which cannot pass
+// through the C code that calls this.
 void Append(png_structp png, png_bytep bytes, std::size_t size)
 {
     bool done = true;
@@ -50,12 +51,12 @@ png_text ToPngText(const PngText& text)
 
 } // namespace
 
-// The encoder reports an error by a jump to here. No step may own anything that the jump would leak.
+// The encoder reports an error by a long jump to here, so no step may own anything that the jump would leak.
 template <typename Step>
 void PngWriter::Encode(Step step)
 {
     if (setjmp(png_jmpbuf(m_png)) != 0) { // NOLINT(cert-err52-cpp): the encoder knows no exceptions
-        throw std::runtime_error("cannot be made a picture");
+        throw std::runtime_error("the picture cannot be encoded");
     }
     step();
 }

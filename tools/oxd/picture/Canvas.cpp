@@ -1,4 +1,4 @@
-#include "oxd/export/Canvas.h"
+#include "oxd/picture/Canvas.h"
 
 #include "oxd/system/Text.h"
 
@@ -13,7 +13,7 @@ namespace {
 constexpr double fontSize = 14;
 constexpr double ink = 0.1; // nearly black
 
-// Drawing calls go without checks: after an error nothing more is drawn, and the state tells.
+// Drawing calls need no checks of their own: after an error the context draws nothing more and keeps the error.
 void Require(cairo_status_t status)
 {
     if (status != CAIRO_STATUS_SUCCESS) {
@@ -31,7 +31,7 @@ cairo_status_t Append(void* png, const unsigned char* bytes, unsigned int size)
     }
 }
 
-// What is drawn while this lives leaves the state of the context alone.
+// Restores the state of the context at the end of its scope, whatever was drawn meanwhile.
 class Saved
 {
 public:
@@ -110,7 +110,7 @@ void Canvas::DrawLine(double x, double y, double dx, double dy)
     cairo_stroke(m_context.get());
 }
 
-void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor, double room)
+void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth)
 {
     const std::string drawable = ValidUtf8(Printable(text));
     cairo_text_extents_t extents;
@@ -118,7 +118,7 @@ void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor
     cairo_text_extents(m_context.get(), drawable.c_str(), &extents);
     cairo_font_extents(m_context.get(), &font);
     const double length = extents.x_advance;
-    const double narrowing = length > room ? room / length : 1;
+    const double narrowing = length > maxWidth ? maxWidth / length : 1;
     const double lead = anchor == Anchor::Begin ? 0 : anchor == Anchor::Middle ? length / 2 : length;
 
     const Saved saved(m_context.get());
@@ -128,13 +128,13 @@ void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor
     cairo_show_text(m_context.get(), drawable.c_str());
 }
 
-void Canvas::DrawUpwardText(const std::string& text, double x, double y, double room)
+void Canvas::DrawUpwardText(const std::string& text, double x, double y, double maxWidth)
 {
     constexpr double quarterTurn = -1.5707963267948966;
     const Saved saved(m_context.get());
     cairo_translate(m_context.get(), x, y);
     cairo_rotate(m_context.get(), quarterTurn);
-    DrawText(text, 0, 0, Anchor::Middle, room);
+    DrawText(text, 0, 0, Anchor::Middle, maxWidth);
 }
 
 std::string Canvas::ToPng() const

@@ -1,4 +1,5 @@
-// The lines of a channel through a line operator, on their way to another file.
+// Reads the lines of a channel through a line operator for a file that is exported, and keeps account of the lines
+// that gave nothing.
 #pragma once
 
 #include "oxd/library/Channel.h"
@@ -12,6 +13,9 @@ namespace oxd {
 
 class Progress;
 
+// Each line that is read advances the progress by one step. A line that is read twice is also tallied twice, so a
+// writer that needs two passes makes the first one with a copy. The data set of the channel and the progress must
+// outlive the source.
 class LineSource
 {
 public:
@@ -25,14 +29,15 @@ public:
     std::uint64_t Points() const { return m_points; }
     std::uint64_t Lines() const { return m_lines; }
 
-    // What there is of a line. A line that gives nothing, though it has samples, is tallied.
+    // The valid samples of a line, at most Points() of them. Nothing and an entry among the skipped lines if they
+    // cannot be read or are too few for the operator; a line without any valid sample is no entry.
     std::vector<std::int32_t> ReadRaw(std::uint64_t line) { return Read(line, &Channel::ReadRaw); }
 
-    // As long as every line; NaN where there is no number.
+    // The same in the unit of the signal axis. There are always Points() values: NaN stands where there is no sample,
+    // or none that is finite.
     std::vector<double> ReadReal(std::uint64_t line);
 
-    const LineTally& TooShort() const { return m_tooShort; }
-    const LineTally& Damaged() const { return m_damaged; }
+    const SkippedLines& Skipped() const { return m_skipped; }
 
 private:
     template <typename Sample>
@@ -46,8 +51,7 @@ private:
     Progress* m_progress;
     std::uint64_t m_points;
     std::uint64_t m_lines;
-    LineTally m_tooShort;
-    LineTally m_damaged;
+    SkippedLines m_skipped;
 };
 
 } // namespace oxd

@@ -1,4 +1,4 @@
-// Writes a PNG file in 16 bits of grey, row by row from the top.
+// Writes a PNG file with 16 bits of grey, row by row, so that a picture of any size takes little memory.
 #pragma once
 
 #include "oxd/system/OutputFile.h"
@@ -11,23 +11,28 @@
 
 namespace oxd {
 
+// A text for programs that read the file.
 struct PngText
 {
-    std::string key; // letters, digits and blanks
-    std::string text;
+    std::string key;  // letters, digits and blanks only, at most 79 of them
+    std::string text; // UTF-8
 };
 
-// Throws a Failure if the picture is too large for the format or the file takes no more.
+// Call WriteHeader once, WriteRow once for each row from the top, and Finish. The output must outlive the writer.
+// The calls throw a Failure if the file takes no more, and std::runtime_error if the encoder refuses the picture.
 class PngWriter
 {
 public:
+    // Throws std::runtime_error if the picture is too large for the format.
     PngWriter(OutputFile& output, std::uint64_t width, std::uint64_t height);
     ~PngWriter();
     PngWriter(const PngWriter&) = delete;
     PngWriter& operator=(const PngWriter&) = delete;
 
-    // Level 0 is transparent.
+    // Declares level 0 transparent.
     void WriteHeader(const std::vector<PngText>& texts);
+
+    // `levels` must be as many as the picture is wide.
     void WriteRow(const std::vector<std::uint16_t>& levels);
     void Finish();
 

@@ -1,4 +1,4 @@
-#include "oxd/export/ColourMap.h"
+#include "oxd/picture/ColourMap.h"
 
 #include <algorithm>
 #include <cmath>
