@@ -92,8 +92,8 @@ void Save(FileHandleStruct& file, const boost::source_location& where)
 
     writer.ReplaceFile(where);
     file.config.SwapContent(document);
-    writer.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));
-    serialiser.SaveData(writer.Stream());
+    writer.Write(header);
+    serialiser.SaveData(writer);
     writer.Close();
 }
 

@@ -213,10 +213,10 @@ void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& se
     });
 }
 
-void CDataSetToVELConfig::SaveData(std::ostream& stream)
+void CDataSetToVELConfig::SaveData(velstdlib::util::CFileWriter& file)
 {
     for (const auto& buffer : m_channelsToSave)
-        CDataBufferToVELConfig(*buffer).SaveData(stream, m_roomToSave);
+        CDataBufferToVELConfig(*buffer).SaveData(file, m_roomToSave);
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
 }

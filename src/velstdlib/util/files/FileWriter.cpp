@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ios>
+#include <system_error>
 #include <utility>
 
 #include <fcntl.h>
@@ -30,11 +32,16 @@ int OpenEmpty(const std::filesystem::path& path)
 #endif
 }
 
+// What a stream of the standard library throws, whose text callers know.
+[[noreturn]] void ThrowWriteFailure()
+{
+    throw std::ios_base::failure("basic_ios::clear", std::make_error_code(std::io_errc::stream));
+}
+
 } // namespace
 
-CFileWriter::CFileWriter(const std::string& fileName) : m_fileName(fileName), m_path(ToPath(fileName)), m_stream(this)
+CFileWriter::CFileWriter(const std::string& fileName) : m_fileName(fileName), m_path(ToPath(fileName))
 {
-    m_stream.exceptions(std::ios::failbit | std::ios::badbit);
 }
 
 CFileWriter::~CFileWriter()
@@ -55,36 +62,37 @@ void CFileWriter::Close()
 {
     const bool flushed = Flush();
     if (close(std::exchange(m_descriptor, -1)) != 0 || !flushed)
-        m_stream.setstate(std::ios::failbit);
+        ThrowWriteFailure();
 }
 
-std::streamsize CFileWriter::xsputn(const char* bytes, std::streamsize count)
+void CFileWriter::Write(std::span<const std::byte> bytes)
 {
-    const auto size = static_cast<std::size_t>(count);
-    if (size > m_room.size() - m_waiting && !Flush())
-        return 0;
-    if (size > m_room.size())
-        return WriteNow(bytes, size) ? count : 0;
-    std::copy_n(bytes, size, m_room.data() + m_waiting);
-    m_waiting += size;
-    return count;
+    if (bytes.size() > m_buffer.size() - m_bufferedBytes && !Flush())
+        ThrowWriteFailure();
+    if (bytes.size() > m_buffer.size()) {
+        if (!WriteNow(bytes))
+            ThrowWriteFailure();
+        return;
+    }
+    std::ranges::copy(bytes, m_buffer.begin() + static_cast<std::ptrdiff_t>(m_bufferedBytes));
+    m_bufferedBytes += bytes.size();
 }
 
 bool CFileWriter::Flush()
 {
-    return WriteNow(m_room.data(), std::exchange(m_waiting, 0));
+    return WriteNow(std::span(m_buffer).first(std::exchange(m_bufferedBytes, 0)));
 }
 
-bool CFileWriter::WriteNow(const char* bytes, std::size_t count)
+bool CFileWriter::WriteNow(std::span<const std::byte> bytes)
 {
-    while (count > 0) {
-        const auto written = write(m_descriptor, bytes, static_cast<unsigned>(std::min(count, mostAtOnce)));
+    while (!bytes.empty()) {
+        const auto written =
+            write(m_descriptor, bytes.data(), static_cast<unsigned>(std::min(bytes.size(), mostAtOnce)));
         if (written < 0 && errno == EINTR)
             continue;
         if (written <= 0)
             return false;
-        bytes += written;
-        count -= static_cast<std::size_t>(written);
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
     }
     return true;
 }
