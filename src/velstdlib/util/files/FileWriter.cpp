@@ -2,6 +2,7 @@
 
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/files/FileAccess.h"
+#include "velstdlib/util/files/Replacement.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -9,8 +10,6 @@
 #include <system_error>
 #include <utility>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace veltaris::velstdlib::util {
@@ -18,19 +17,6 @@ namespace veltaris::velstdlib::util {
 namespace {
 
 constexpr std::size_t mostAtOnce = std::size_t{1} << 24U; // more fails on some network drives
-
-int OpenEmpty(const std::filesystem::path& path)
-{
-#ifdef _WIN32
-    return _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
-#else
-    int descriptor = 0;
-    do // a signal may come while a network drive answers
-        descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    while (descriptor < 0 && errno == EINTR);
-    return descriptor;
-#endif
-}
 
 // What a stream of the standard library throws, whose text callers know.
 [[noreturn]] void ThrowWriteFailure()
@@ -52,8 +38,7 @@ CFileWriter::~CFileWriter()
 
 void CFileWriter::ReplaceFile(const boost::source_location& where)
 {
-    RemoveRegularFile(m_path);
-    m_descriptor = OpenEmpty(m_path);
+    m_descriptor = OpenReplacement(m_path);
     if (m_descriptor < 0)
         ThrowFileOpen(m_fileName, errno, where);
 }

@@ -24,7 +24,7 @@ public:
     // Closes the file if Close was not called. What is still in the buffer is lost, and no failure is reported.
     ~CFileWriter();
 
-    // Removes the old file, as RemoveRegularFile does, and opens the new one. Throws CVELFileOpenException, raised at
+    // Removes the old file and opens the new one, as OpenReplacement does. Throws CVELFileOpenException, raised at
     // `where`.
     void ReplaceFile(const boost::source_location& where);
 
