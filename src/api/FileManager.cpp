@@ -72,7 +72,8 @@ std::string RenderHeader(const veltaris::velstdlib::util::CVELOXDConfig& documen
 {
     std::string text = document.GetContent().Render().append(headerEnd);
     if (text.size() > veltaris::velstdlib::util::limits::headerBytes)
-        veltaris::velstdlib::util::ThrowFileSave(document.GetFileName(), veltaris::velstdlib::util::tooMuchText);
+        veltaris::velstdlib::util::ThrowFileSave(document.GetFileName(),
+                                                 veltaris::velstdlib::string::TextId::TooMuchTextForFile);
     return text;
 }
 

@@ -88,7 +88,7 @@ void CVELKeyToValueList::Set(const CFoldedName& key, std::string_view line)
 {
     m_model = nullptr;
     if (key.text.size() > limits::headerBytes)
-        ThrowFileSave({}, tooMuchText);
+        ThrowFileSave({}, string::TextId::TooMuchTextForFile);
     const auto replaced = m_index.Find(key);
     Append({line, static_cast<std::uint32_t>(key.text.size()), key.hash});
     if (replaced)
