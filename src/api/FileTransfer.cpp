@@ -1,6 +1,7 @@
 #include "api/FileTransfer.h"
 
 #include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
+#include "velstdlib/string/Texts.h"
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/files/FileReader.h"
@@ -46,8 +47,8 @@ void SaveFile(FileHandleStruct& file, const boost::source_location& where)
 
     writer.ReplaceFile(where);
     file.config.SwapContent(document);
-    writer.Stream().write(header.data(), static_cast<std::streamsize>(header.size()));
-    serialiser.SaveData(writer.Stream());
+    writer.Write(header);
+    serialiser.SaveData(writer);
     writer.Close();
 }
 
@@ -55,6 +56,6 @@ std::string RenderHeader(const util::CVELOXDConfig& document, std::uint64_t limi
 {
     std::string text = document.GetContent().Render().append(headerEnd);
     if (text.size() > limit)
-        util::ThrowFileSave(document.GetFileName(), util::tooMuchText);
+        util::ThrowFileSave(document.GetFileName(), veltaris::velstdlib::string::TextId::TooMuchTextForFile);
     return text;
 }

@@ -1,4 +1,6 @@
-// Signals: an object announces a change by emitting one, and every slot connected to it is called.
+// Signals: an object announces a change by emitting one, and every slot connected to it is called. Signals may be used
+// by several threads at once. A slot runs on the thread that emits, while its signal is locked: slots that set off
+// other signals must do so in one order, or two threads may wait for each other.
 #pragma once
 
 #include "lumox/slotstore.h"
@@ -11,6 +13,7 @@
 
 namespace lumox {
 
+// A function to be called with `Args`.
 template <class... Args>
 class unordered_slot : public slot_base
 {
@@ -26,7 +29,8 @@ private:
     std::function<void(Args...)> m_function;
 };
 
-// A signal whose slots are called with `Args`, in the order that `Store` keeps them in.
+// A signal whose slots are called with `Args`, in the order that `Store` keeps them in. Its store lives on while a
+// connection, a relay or an emission needs it, so that the signal may be destroyed at any time, even by its own slots.
 template <class Store, class... Args>
 class sigslot_signal
 {
@@ -39,8 +43,8 @@ public:
     sigslot_signal& operator=(const sigslot_signal&) = delete;
     ~sigslot_signal() = default;
 
-    // The slot is first called by the next emission that begins while no other of this signal is under way. Signals
-    // may share one.
+    // Connects a slot, which other signals may share. It is first called by the next emission that begins while no
+    // other emission of this signal is under way.
     sigslot_connection connect(std::shared_ptr<const slot> shared)
     {
         const auto& made = store();
@@ -56,16 +60,17 @@ public:
         return connect(std::make_shared<const slot>(std::move(f), rank));
     }
 
+    // Calls all active slots. What a slot throws ends the emission and is passed on.
     void emit(Args... args) const
     {
         if (m_hasStore.load(std::memory_order_acquire) && m_store->is_heard())
             emit_on(m_store, args...);
     }
 
-    // Of this signal, for slots that relay to it.
+    // The audience of this signal, for slots that relay to it.
     std::shared_ptr<const audience> listeners() const { return store()->listeners(); }
 
-    // A slot that emits this signal, and does nothing once the signal is gone: to connect others to.
+    // A slot that emits this signal, to be connected to others. It does nothing once the signal is gone.
     std::shared_ptr<const slot> relay() const
     {
         const auto pass = [store = std::weak_ptr<slotstore>(store())](Args... args) {

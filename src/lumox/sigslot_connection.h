@@ -1,4 +1,5 @@
-// What the owner of a connection can ask of it and do to it.
+// A connection of a slot to a signal: what its owner can ask of it and do to it. May be used by several threads at
+// once.
 #pragma once
 
 #include <cstdint>

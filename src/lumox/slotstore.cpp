@@ -21,7 +21,7 @@ bool ChangeState(slot_state& state, slot_state newState)
 
 } // namespace
 
-// One relay is remembered as such. Where there are more slots, somebody is taken to listen.
+// A second slot, even another relay, counts as somebody: one reference is all there is.
 void audience::join(const slot_base& slot)
 {
     if (slot.behind && !m_behind) {

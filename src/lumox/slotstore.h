@@ -1,4 +1,5 @@
-// The slots of one signal with their states. All that a signal does apart from calling its slots is here.
+// The slots of one signal with their states. All that a signal does apart from calling its slots is here, so that it is
+// compiled once and not for every list of arguments.
 #pragma once
 
 #include "lumox/sigslot_connection.h"
@@ -15,6 +16,7 @@
 
 namespace lumox {
 
+// What an emission does with a slot. A new slot is pending, so that the emission under way does not call it.
 enum class slot_state : std::uint8_t
 {
     active = 0,
@@ -25,8 +27,19 @@ enum class slot_state : std::uint8_t
 
 class slot_base;
 
-// Whether a signal has slots, apart from relays to signals that have none. Read without a lock: it may be asked at
-// every sample that is written. It never turns back to false.
+// Whether anybody listens to a signal, which is asked for every sample that is written and so must be cheap.
+//
+// A file may have very many buffers. Mostly a buffer's only slot is a relay to its group, and the group's only slot a
+// relay to the data set, to which nobody is connected: an emission would run through that chain for nothing and is left
+// out. Each signal therefore has an audience, and one that has nothing but one relay refers to the audience behind it:
+//   nobody    no slot was ever connected
+//   a_relay   the only slot relays to another signal, and somebody listens here when somebody listens there
+//   somebody  there is any other slot, or more than one
+// It only ever moves down this list, and stays on `somebody` when slots are disconnected: an emission for nobody is a
+// waste, but no fault. A chain of relays must not lead back to its start.
+//
+// is_present() may be called by any thread and takes no lock. A relay's audience is set before the state says that it
+// is there, with release and acquire order, and does not change from then on.
 class audience
 {
 public:
@@ -41,7 +54,7 @@ public:
         return here == who::somebody;
     }
 
-    // Not to be called by two threads at once.
+    // A slot was connected. Must not be called by two threads at once: the store's lock sees to that.
     void join(const slot_base& slot);
 
 private:
@@ -53,11 +66,11 @@ private:
     };
 
     std::atomic<who> m_here = who::nobody;
-    std::shared_ptr<const audience> m_behind; // the relay's: set once, before the relay is here
+    std::shared_ptr<const audience> m_behind; // where the relay leads; set once, before m_here says so
 };
 
-// A slot without the arguments that it is called with. An ordered store goes by its rank. A relay to another signal
-// names the audience of that, and is not called as long as there is none.
+// A slot without the arguments that it is called with. It does not change, so that any number of signals and threads
+// may share one.
 class slot_base
 {
 public:
@@ -69,12 +82,15 @@ public:
     slot_base& operator=(const slot_base&) = delete;
     virtual ~slot_base() = default;
 
-    const double rank;
-    const std::shared_ptr<const audience> behind;
+    const double rank;                            // by which an ordered store sorts
+    const std::shared_ptr<const audience> behind; // of a relay, that of the signal it leads to; else null
 };
 
-// Every operation locks the store; an emission keeps it locked throughout, and the lock is recursive: a slot may
-// emit, connect and disconnect on the signal that calls it. This store keeps its slots in the order of connection.
+// This store keeps its slots in the order of connection. May be used by several threads at once: every operation locks
+// the store, and an emission keeps it locked from its start to its end. The lock is recursive, so that a slot may emit,
+// connect and disconnect on the signal that calls it.
+//
+// Entries are only removed by the outermost emission before it calls any slot, so that no walk ever loses its position.
 class slotstore
 {
 public:
@@ -87,10 +103,11 @@ public:
 
     // Takes the slot in as pending and returns the number that identifies it here.
     std::uint32_t append(std::shared_ptr<const slot_base> slot);
+    // What sigslot_connection describes, for the slot of this number. False when it has been removed.
     bool operate(std::uint32_t id, Operation operation);
 
     std::shared_ptr<const audience> listeners() const { return m_listeners; }
-    // Whether an emission would reach anybody.
+    // Whether an emission may reach anybody. Takes no lock.
     bool is_heard() const noexcept { return m_listeners->is_present(); }
 
 protected:
@@ -105,6 +122,7 @@ protected:
     using entry_list = boost::container::small_vector<entry, 1>;
 
 private:
+    // Puts the entries into the order in which they are called.
     virtual void arrange(entry_list&) {}
 
     void clean_up();
@@ -117,7 +135,7 @@ private:
     unsigned m_depth = 0; // of nested emissions
 };
 
-// Held while a signal makes its store. One for all signals: that is rare and short.
+// Held while a signal makes its store. It is one for all signals, as that is rare and short.
 std::mutex& store_creation_mutex();
 
 // Keeps its slots by ascending rank, those of equal rank in the order of connection.
@@ -126,7 +144,8 @@ class ordered_slotstore : public slotstore
     void arrange(entry_list& entries) override;
 };
 
-// One walk over the slots of a store, which stays locked as long as this lives. Only the outermost walk cleans up.
+// One walk over the slots of a store, which stays locked as long as this lives. Of nested walks only the outermost one
+// removes disconnected slots and makes pending ones active.
 class slotstore::emission
 {
 public:
@@ -135,7 +154,7 @@ public:
     emission& operator=(const emission&) = delete;
     ~emission() { --m_store.m_depth; }
 
-    // The next active slot, or null at the end. Slots connected during the walk are pending, hence passed over.
+    // The next active slot, or null at the end. Slots that were connected during the walk are pending and passed over.
     const slot_base* next();
 
 private:

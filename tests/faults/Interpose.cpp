@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 
@@ -194,7 +195,21 @@ FILE* fopen64(const char* path, const char* mode)
 
 int open(const char* path, int flags, ...)
 {
-    return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, 0666));
+    va_list rest;
+    va_start(rest, flags);
+    const auto mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : mode_t{0};
+    va_end(rest);
+    return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+
+int fchown(int descriptor, uid_t owner, gid_t group)
+{
+    return FailsAltogether(EPERM) ? -1 : static_cast<int>(syscall(SYS_fchown, descriptor, owner, group));
+}
+
+int fchmod(int descriptor, mode_t mode)
+{
+    return FailsAltogether(EPERM) ? -1 : static_cast<int>(syscall(SYS_fchmod, descriptor, mode));
 }
 
 // The descriptor is closed even if the call fails.

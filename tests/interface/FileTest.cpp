@@ -5,6 +5,8 @@
 #include <windows.h>
 constexpr const char* aDevice = "NUL";
 #else
+#include <sys/stat.h>
+#include <unistd.h>
 constexpr const char* aDevice = "/dev/zero";
 #endif
 
@@ -164,6 +166,54 @@ TEST_F(PosixFileTest, ALinkIsWrittenThroughUnlessItLeadsToAProtectedFileOrAFullD
     fs::remove(Path("link.oxd"));
     fs::create_symlink("/dev/full", Path("link.oxd"));
     EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "basic_ios::clear: iostream error");
+}
+
+TEST_F(PosixFileTest, ASavedFileIsOpenToThoseWhoCouldOpenTheOldOne)
+{
+    const auto handle = Create();
+    const auto permissionBits = [&] {
+        struct stat status = {};
+        stat(Path("out.oxd").c_str(), &status);
+        return status.st_mode & 07777;
+    };
+    const mode_t maskOfProcess = umask(0);
+    for (const mode_t mask : {0U, 022U, 077U}) {
+        umask(mask);
+        fs::remove(Path("out.oxd"));
+        Save(handle);
+        EXPECT_EQ(permissionBits(), 0666 & ~mask) << "a file that is new";
+        for (const mode_t mode : {0600U, 0640U, 0664U, 0666U, 0200U, 0060U, 06755U}) {
+            chmod(Path("out.oxd").c_str(), mode);
+            Save(handle);
+            EXPECT_EQ(permissionBits(), mode & 0777U) << std::oct << mask;
+        }
+    }
+    umask(maskOfProcess);
+}
+
+TEST_F(PosixFileTest, ASavedFileKeepsItsOwnerAndGroupOrIsClosedToAnotherGroup)
+{
+    if (getuid() != 0)
+        GTEST_SKIP() << "only the administrator can give files away";
+    const auto handle = Create();
+    constexpr uid_t somebody = 12'345;
+    constexpr gid_t theirs = 54'321;
+    const auto savedAs = [&](mode_t mode, uid_t user) {
+        WriteBytes(Path("out.oxd"), "old");
+        EXPECT_EQ(chmod(Path("out.oxd").c_str(), mode), 0);
+        EXPECT_EQ(chown(Path("out.oxd").c_str(), somebody, theirs), 0);
+        fs::permissions(Path(""), fs::perms::all);
+        EXPECT_EQ(seteuid(user), 0);
+        Save(handle);
+        EXPECT_EQ(seteuid(0), 0);
+        struct stat status = {};
+        stat(Path("out.oxd").c_str(), &status);
+        return std::tuple(status.st_uid, status.st_gid == theirs, status.st_mode & 07777);
+    };
+    EXPECT_EQ(savedAs(0640, 0), std::tuple(somebody, true, 0640U));
+    constexpr uid_t other = 23'456;
+    for (const auto& [mode, left] : {std::pair(0640U, 0600U), {0664U, 0644U}, {0646U, 0644U}, {0604U, 0600U}})
+        EXPECT_EQ(savedAs(mode, other), std::tuple(other, false, left)) << std::oct << mode;
 }
 #endif
 

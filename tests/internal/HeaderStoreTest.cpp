@@ -49,6 +49,38 @@ TEST(HeaderStoreTest, AKeySetAgainMovesToTheEndInItsNewSpelling)
     EXPECT_EQ(Rendered(last), "a=1;");
 }
 
+TEST(HeaderStoreTest, AnEmptyKeyIsAKeyLikeAnyOtherAndNoneThatWasRemoved)
+{
+    for (const int keyCount : {2, 100}) { // searched through, and indexed
+        CTextStore texts;
+        CVELKeyToValueList list(texts);
+        list.SetValue("", "empty");
+        for (int i = 0; i < keyCount; ++i)
+            list.SetValue(std::to_string(i), "v");
+        EXPECT_EQ(list.GetValue(""), "empty") << keyCount;
+        list.SetValue("", "again");
+        EXPECT_EQ(list.GetCount(), keyCount + 1U);
+        EXPECT_EQ(list.GetValue("0") + list.GetValue(""), "vagain");
+        list.GetValue("0");
+        list.RemoveKey("1"); // which would be asked for next
+        list.RemoveKey("");
+        EXPECT_EQ(list.GetValue("", "none"), "none") << keyCount;
+        EXPECT_EQ(list.GetCount(), keyCount - 1U);
+    }
+}
+
+TEST(HeaderStoreTest, ALineWithoutAKeyIsNoLineEvenBehindASectionWithAnEmptyKey)
+{
+    CTextStore texts;
+    CVELKeyToValueList before(texts);
+    before.SetValue("", "empty");
+    CVELKeyToValueList list(texts);
+    list.ExpectKeysOf(before);
+    list.SetLine("=value");
+    list.SetLine("key");
+    EXPECT_EQ(list.GetCount(), 0U);
+}
+
 // Beside a document whose sections and keys are searched for one by one.
 TEST(HeaderStoreTest, SectionsThatAreAlikeOrNearlySoHoldTheirOwnKeys)
 {

@@ -48,6 +48,7 @@ TEST(InfoSetTest, GroupsAreFoundDepthFirstAndKnowTheirPath)
     EXPECT_EQ(set.GetGroupName(-1) + set.GetGroupName(2) + set.GetGroupName(0), "Scan");
     EXPECT_TRUE(set.GetGroup(0)->DeleteSubItem(channel.GetSubItems().front().get())) << "wherever it is below";
     EXPECT_FALSE(set.GetGroup(0)->DeleteSubItem(set.GetGroup(1)));
+    EXPECT_FALSE(set.GetGroup(0)->DeleteSubItem(nullptr));
     const auto loose = Group("L");
     loose->SetName("M");
     EXPECT_EQ(loose->GetName(), "M");

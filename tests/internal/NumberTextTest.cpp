@@ -1,6 +1,8 @@
 #include "velstdlib/string/NumberText.h"
 #include "velflexlib/fx/FxProperty.h"
+#include "velstdlib/math/Round.h"
 #include "velstdlib/math/SIPrefix.h"
+#include "velstdlib/string/Texts.h"
 
 #include <boost/lexical_cast/bad_lexical_cast.hpp>
 #include <gtest/gtest.h>
@@ -73,6 +75,27 @@ TEST(NumberTextTest, DoublesAreWrittenWithSixDigits)
     for (const double value : {1.234567e-5, 0.1, 1234567.0, 100000.0, -0.0, 1e100, infinity})
         text += string::FormatDouble(value) + " ";
     EXPECT_EQ(text, "1.23457e-05 0.1 1.23457e+06 100000 -0 1e+100 inf ");
+}
+
+TEST(NumberTextTest, RoundingGoesToTheNearestIntegerAndFailsWhereThereIsNone)
+{
+    const std::pair<double, std::int64_t> cases[] = {
+        {0.5, 1}, {-0.5, -1}, {2.5, 3}, {0x1.fffffffffffffp-2, 0}, {-1.4, -1}, {-0x1p63, -0x7FFFFFFFFFFFFFFF - 1}};
+    for (const auto& [value, rounded] : cases)
+        EXPECT_EQ(math::vel_round(value), rounded) << value;
+    for (const double value : {0x1p63, -infinity, std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_THROW(math::vel_round(value), std::runtime_error) << value;
+}
+
+TEST(TextTableTest, EachTextIsFoundByItsNumberAndTakesItsArgumentsAsTheyAre)
+{
+    using string::TextId;
+    for (auto id = TextId::FileNotFound; id <= TextId::TextChangedForHeader;
+         id = static_cast<TextId>(static_cast<unsigned>(id) + 1))
+        EXPECT_FALSE(string::GetText(id).empty()) << static_cast<unsigned>(id);
+    for (const unsigned unknown : {0U, 11U, ~0U})
+        EXPECT_THROW(string::GetText(static_cast<TextId>(unknown)), string::CGetTextIdUndefinedException) << unknown;
+    EXPECT_EQ(string::FormatText(TextId::FileCannotBeSaved, {"%s%", "100%s.oxd"}), "%s% Filename: 100%s.oxd");
 }
 
 TEST(FxPropertyTest, ATextIsANumberAndPerhapsAPrefixAndAUnit)

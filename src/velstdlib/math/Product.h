@@ -1,4 +1,4 @@
-// Products of counts that a file or a caller gave.
+// Products of counts that a file or a caller gave, and that may be anything.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 
 namespace veltaris::velstdlib::math {
 
-// The product or, where it takes more than 64 bits, the largest number there is, which is beyond any limit that it may
+// The product or, where it takes more than 64 bits, the largest 64-bit number, which is beyond every limit that it may
 // be compared with.
 constexpr std::uint64_t Product(std::uint64_t a, std::uint64_t b)
 {

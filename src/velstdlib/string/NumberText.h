@@ -1,4 +1,5 @@
-// Numbers as header texts. Nothing here depends on a locale, the process's or the C++ global one.
+// Numbers as header texts. No locale takes part, neither the one of C nor the global one of C++, and the functions may
+// be called by several threads at once.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +22,7 @@ std::uint64_t ParseNumber<std::uint64_t>(std::string_view text);
 template <>
 double ParseNumber<double>(std::string_view text);
 
-// The number that the text begins with, after white space, whatever follows its digits. Throws plain
+// The number that the text begins with, after white space and whatever follows its digits. Throws a plain
 // std::invalid_argument "invalid stoi argument" when there is none, and std::out_of_range "stoi argument out of range".
 int ParseLeadingInt(std::string_view text);
 

@@ -1,4 +1,5 @@
-// A two-way table between an enumeration and the codes that stand for it in files and in the interface.
+// A two-way table between the values of an enumeration and the codes that stand for them in files and in the
+// interface. There is one such table per enumeration, made when the library is loaded.
 #pragma once
 
 #include "velstdlib/util/ContainerHelper.h"
@@ -13,12 +14,14 @@
 
 namespace veltaris::velstdlib::util {
 
-// A value has no partner in a BiMapper.
+// Thrown where a value or a code has no partner in a BiMapper.
 class CNoMappingException : public boost::exception, public std::out_of_range
 {
     using std::out_of_range::out_of_range;
 };
 
+// Each value has one code and each code one value: of pairs that repeat either, the first counts. A table does not
+// change once it is made, so that any number of threads may use it.
 template <class Enum, class Code>
 class BiMapper
 {
@@ -31,6 +34,8 @@ public:
         }
     }
 
+    // Each gives the partner. Without one, CNoMappingException "invalid map<K, T> key" is thrown, which tells which of
+    // the two functions was called.
     Code map(Enum value) const { return Partner(m_codes, value, BOOST_CURRENT_LOCATION); }
     Enum map(Code code) const { return Partner(m_values, code, BOOST_CURRENT_LOCATION); }
 

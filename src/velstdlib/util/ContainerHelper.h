@@ -1,4 +1,5 @@
-// Checked element access whose failures read the same on every platform.
+// Checked access to the elements of containers, and moving them. These functions keep no state: they may be called by
+// several threads as far as the container allows it.
 #pragma once
 
 #include <boost/throw_exception.hpp>
@@ -12,13 +13,16 @@
 
 namespace veltaris::velstdlib::util {
 
-// Each throws a plain std::out_of_range, whose text is all that a caller of the library sees of it.
+// The checked functions throw a plain std::out_of_range, without the place of the failure: a caller of the library sees
+// nothing but its text, which reads the same on every platform.
 
+// Throws "invalid vector<T> subscript".
 [[noreturn]] inline void ThrowVectorSubscript()
 {
     throw std::out_of_range("invalid vector<T> subscript");
 }
 
+// The element at a position of a vector, which throws as above when there is none.
 template <class T>
 T& CheckedAt(std::vector<T>& elements, std::size_t index)
 {
@@ -27,6 +31,7 @@ T& CheckedAt(std::vector<T>& elements, std::size_t index)
     return elements[index];
 }
 
+// The element at a position of an array, which throws "invalid array<T, N> subscript". Views of arrays will do as well.
 template <class Array>
 auto& CheckedArrayAt(Array& elements, std::size_t index)
 {
@@ -35,6 +40,7 @@ auto& CheckedArrayAt(Array& elements, std::size_t index)
     return elements[index];
 }
 
+// The value of a key, which throws "invalid map<K, T> key" when the map does not have it.
 template <class Key, class T>
 const T& CheckedAt(const std::map<Key, T>& elements, const Key& key)
 {
@@ -44,8 +50,8 @@ const T& CheckedAt(const std::map<Key, T>& elements, const Key& key)
     return found->second;
 }
 
-// Moves one element to another position; those between make way by one. Throws std::out_of_range "Source index out of
-// range" or "Destinatin index out of range" (sic).
+// Moves one element to another position; those between move by one towards where it was. Throws std::out_of_range
+// "Source index out of range" or "Destinatin index out of range", which is spelt like this on purpose: callers know it.
 template <class T>
 void MoveElement(std::vector<T>& elements, std::size_t from, std::size_t to)
 {

@@ -1,4 +1,6 @@
-// What a file or a caller may ask for before it is refused: every limit of the library, in one place.
+// What a file or a caller may ask for before it is refused: every limit of the library, in one place. They keep memory
+// and time in proportion to the bytes of a file, whatever the counts in it say. All are inclusive: what equals a limit
+// is allowed.
 #pragma once
 
 #include <cstdint>

@@ -5,6 +5,7 @@
 #include "oxd/picture/ColourMap.h"
 #include "oxd/picture/Ruler.h"
 #include "oxd/system/Failure.h"
+#include "velstdlib/math/Round.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +13,8 @@
 namespace oxd {
 
 namespace {
+
+using veltaris::velstdlib::math::vel_round;
 
 // The margins around the samples, in pixels. They do not depend on the texts, so that the samples of pictures of one
 // size are in the same place.
@@ -40,7 +43,7 @@ Extent PlotSize(const LineSource& source, double aspectRatio)
     const std::uint64_t cells = std::clamp<std::uint64_t>(std::max(source.Points(), source.Lines()), 1, most);
     const std::uint64_t longSide = cells * std::max<std::uint64_t>(1, comfortable / cells);
     const auto shorter = [&](double factor) {
-        return static_cast<std::size_t>(std::lround(static_cast<double>(longSide) * factor));
+        return static_cast<std::size_t>(vel_round(static_cast<double>(longSide) * factor));
     };
     return aspectRatio <= 1 ? Extent{longSide, shorter(aspectRatio)} : Extent{shorter(1 / aspectRatio), longSide};
 }
@@ -57,7 +60,8 @@ void DrawSamples(Canvas& canvas, const Rectangle& place, const Field& field, con
     const Extent size = field.Size();
     canvas.DrawCells(place, static_cast<int>(size.columns), static_cast<int>(size.rows), [&](int column, int row) {
         const double value = field.At(static_cast<std::size_t>(column), size.rows - 1 - static_cast<std::size_t>(row));
-        return std::isnan(value) ? 0 : ColourOf(contrast.Fraction(value));
+        const double fraction = contrast.Fraction(value);
+        return std::isnan(fraction) ? 0 : ColourOf(fraction);
     });
     canvas.DrawFrame(place);
 }

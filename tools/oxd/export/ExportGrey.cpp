@@ -4,6 +4,7 @@
 #include "oxd/picture/Scale.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Text.h"
+#include "velstdlib/math/Round.h"
 
 #include <cmath>
 
@@ -11,9 +12,11 @@ namespace oxd {
 
 namespace {
 
+using veltaris::velstdlib::math::vel_round;
+
 // Level 0 marks missing samples, so it is no value.
-constexpr double firstLevel = 1;
-constexpr double lastLevel = 65535;
+constexpr std::int64_t firstLevel = 1;
+constexpr std::int64_t lastLevel = 65535;
 
 Scale RangeOfValues(LineSource source)
 {
@@ -31,8 +34,9 @@ std::vector<std::uint16_t> Levels(const std::vector<double>& values, const Scale
     std::vector<std::uint16_t> levels;
     levels.reserve(values.size());
     for (const double value : values) {
-        const double level = firstLevel + std::round(range.Fraction(value) * (lastLevel - firstLevel));
-        levels.push_back(std::isnan(value) ? 0 : static_cast<std::uint16_t>(level));
+        const double fraction = range.Fraction(value);
+        const auto level = std::isnan(fraction) ? 0 : firstLevel + vel_round(fraction * (lastLevel - firstLevel));
+        levels.push_back(static_cast<std::uint16_t>(level));
     }
     return levels;
 }

@@ -1,5 +1,7 @@
 #include "oxd/picture/ColourMap.h"
 
+#include "velstdlib/math/Round.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -8,9 +10,11 @@ namespace oxd {
 
 namespace {
 
+using veltaris::velstdlib::math::vel_round;
+
 std::uint32_t Byte(double intensity)
 {
-    return static_cast<std::uint32_t>(std::lround(255 * std::clamp(intensity, 0.0, 1.0)));
+    return static_cast<std::uint32_t>(vel_round(255 * std::clamp(intensity, 0.0, 1.0)));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "oxd/picture/Scale.h"
 
+#include "velstdlib/math/Round.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -9,6 +11,8 @@
 namespace oxd {
 
 namespace {
+
+using veltaris::velstdlib::math::vel_round;
 
 // The units that take a prefix. Any other may have one already, as "nm" has.
 constexpr std::array<std::string_view, 17> prefixable{"m", "s", "A", "V", "N", "Hz", "W", "J", "K",
@@ -81,9 +85,9 @@ std::vector<double> Scale::Ticks(int wanted) const
         return {m_from};
     }
     constexpr double tolerance = 1e-6; // of a step, so that rounding costs no tick at an end of the range
-    const auto last = std::llround(std::floor(high / step + tolerance));
+    const auto last = vel_round(std::floor(high / step + tolerance));
     std::vector<double> ticks;
-    for (auto i = std::llround(std::ceil(low / step - tolerance)); i <= last; ++i) {
+    for (auto i = vel_round(std::ceil(low / step - tolerance)); i <= last; ++i) {
         ticks.push_back(static_cast<double>(i) * step);
     }
     return ticks.empty() ? std::vector<double>{m_from} : ticks;

@@ -1,19 +1,6 @@
 #include "velflexlib/dataset/information/InfoSet.h"
 
-#include <atomic>
-
 namespace veltaris::velflexlib::dataset {
-
-namespace {
-
-// One counter for all files, so that a handle cannot be mistaken for one of another file.
-std::uint64_t NextHandle()
-{
-    static std::atomic<std::uint64_t> next = 2;
-    return next++;
-}
-
-} // namespace
 
 CInfoSetItem* CInfoSet::GetGroup(std::uint32_t index) const
 {
@@ -99,23 +86,6 @@ bool CInfoSet::MoveGroup(int from, int to)
     m_modified = true;
     OnChanged.emit();
     return true;
-}
-
-std::uint64_t CInfoSet::GetHandle(CInfoSetItem& item)
-{
-    if (item.m_handle == 0) {
-        const std::uint64_t handle = NextHandle();
-        m_handles.emplace(handle, &item);
-        item.m_handle = handle;
-        item.m_owner = this; // is told when the node goes, whether or not its tree was given an owner as a whole
-    }
-    return item.m_handle;
-}
-
-CInfoSetItem* CInfoSet::FindItem(std::uint64_t handle) const
-{
-    const auto found = m_handles.find(handle);
-    return found == m_handles.end() ? nullptr : found->second;
 }
 
 } // namespace veltaris::velflexlib::dataset

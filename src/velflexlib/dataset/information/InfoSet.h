@@ -2,18 +2,21 @@
 #pragma once
 
 #include "lumox/sigslot.h"
+#include "velflexlib/dataset/information/InfoHandles.h"
 #include "velflexlib/dataset/information/InfoSetItem.h"
-
-#include <boost/unordered/unordered_flat_map.hpp>
+#include "velflexlib/dataset/information/InfoSiblings.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
-// Top-level groups in order. GetGroupIndex ignores ASCII case, every other look-up by name is exact.
+// Top-level groups in order, each the root of a tree of nodes. GetGroupIndex ignores ASCII case, every other look-up by
+// name is exact, and an empty name is looked up like any other. Not thread-safe: a set and all its nodes are for one
+// thread at a time.
 class CInfoSet
 {
 public:
@@ -44,7 +47,7 @@ public:
     // False when there is no such group.
     bool DeleteGroup(const std::string& name);
     bool DeleteGroup(std::uint32_t index);
-    // One of these.
+    // `group` must be a top-level group of this set.
     void DeleteGroup(const CInfoSetItem& group);
     void DeleteAllGroups();
     // False unless both are positions of groups.
@@ -52,21 +55,18 @@ public:
 
     bool IsModified() const { return m_modified; }
     void SetModified(bool modified) { m_modified = modified; }
-    // The first group that was left when groups were last deleted.
+    // The group that was the first one when groups were last deleted; null when none was left, or none was deleted yet.
     CInfoSetItem* GetSelected() const { return m_selected; }
 
-    // The number that stands for a node of this set outside the library: never 0 nor 1, and never given to another.
-    std::uint64_t GetHandle(CInfoSetItem& item);
+    // The number that stands for a node of this set outside the library.
+    std::uint64_t GetHandle(CInfoSetItem& item) { return item.GetHandle(m_handles); }
     // The living node that has the handle, or null.
-    CInfoSetItem* FindItem(std::uint64_t handle) const;
+    CInfoSetItem* FindItem(std::uint64_t handle) const { return m_handles.Find(handle); }
 
 private:
-    friend class CInfoSetItem;
-
-    void ForgetHandle(std::uint64_t handle) { m_handles.erase(handle); }
     void GroupsDeleted();
 
-    boost::unordered_flat_map<std::uint64_t, CInfoSetItem*> m_handles; // outlives the nodes, which sign off
+    CInfoHandles m_handles; // before the groups, whose nodes leave it when they go
     CInfoSiblings m_groups{CInfoSiblings::Names::OfGroups};
     bool m_modified = false;
     CInfoSetItem* m_selected = nullptr;

@@ -1,7 +1,5 @@
 #include "velflexlib/dataset/information/InfoSetItem.h"
 
-#include "velflexlib/dataset/information/InfoSet.h"
-
 #include <boost/range/adaptor/reversed.hpp>
 #include <boost/throw_exception.hpp>
 
@@ -26,20 +24,20 @@ CInfoSetItem::~CInfoSetItem()
         if (node->HasSubItems()) {
             node = node->m_subItems->All().back().get();
         } else {
-            node = node->m_parent;
-            node->m_subItems->DestroyLast();
+            CInfoSiblings& row = *node->m_place.row;
+            node = row.Parent();
+            row.DestroyLast();
         }
     }
-    if (m_owner && m_handle != 0)
-        m_owner->ForgetHandle(m_handle);
 }
 
 void CInfoSetItem::SetName(std::string name)
 {
-    if (CInfoSiblings* const siblings = Siblings())
-        siblings->Rename(*this, std::move(name));
-    else
-        m_name.swap(name);
+    if (m_place.row)
+        m_place.row->NameWillChange(*this);
+    m_name.swap(name);
+    if (m_place.row)
+        m_place.row->NameHasChanged(*this);
 }
 
 const std::vector<std::unique_ptr<CInfoSetItem>>& CInfoSetItem::GetSubItems() const
@@ -48,17 +46,9 @@ const std::vector<std::unique_ptr<CInfoSetItem>>& CInfoSetItem::GetSubItems() co
     return m_subItems ? m_subItems->All() : none;
 }
 
-CInfoSiblings* CInfoSetItem::Siblings() const
-{
-    if (m_parent)
-        return m_parent->m_subItems.get();
-    return m_owner ? &m_owner->m_groups : nullptr;
-}
-
 CInfoSetItem* CInfoSetItem::GetNext() const
 {
-    const CInfoSiblings* const siblings = Siblings();
-    return siblings ? siblings->Next(*this) : nullptr;
+    return m_place.row ? m_place.row->Next(*this) : nullptr;
 }
 
 void CInfoSetItem::SetOwner(CInfoSet* owner)
@@ -82,20 +72,19 @@ bool CInfoSetItem::InsertSubItem(std::unique_ptr<CInfoSetItem> item, int index)
     if (position < 0 || position > count)
         return false;
     if (!m_subItems)
-        m_subItems = std::make_unique<CInfoSiblings>(CInfoSiblings::Names::OfItems);
-    item->m_parent = this;
+        m_subItems = std::make_unique<CInfoSiblings>(CInfoSiblings::Names::OfItems, this);
     m_subItems->Insert(std::move(item), static_cast<std::size_t>(position));
     return true;
 }
 
 bool CInfoSetItem::DeleteSubItem(const CInfoSetItem* node)
 {
-    const CInfoSetItem* above = node->m_parent;
+    const CInfoSetItem* above = node ? node->GetParent() : nullptr;
     while (above && above != this)
-        above = above->m_parent;
+        above = above->GetParent();
     if (!above)
         return false;
-    CInfoSiblings& siblings = *node->m_parent->m_subItems;
+    CInfoSiblings& siblings = *node->m_place.row;
     siblings.Erase(siblings.PlaceOf(*node));
     return true;
 }
@@ -146,7 +135,7 @@ std::string CInfoSetItem::GetGroupPath(const std::string& suffix) const
     if (!m_isGroup)
         BOOST_THROW_EXCEPTION(std::runtime_error("Only groups can have group paths"));
     std::vector<const std::string*> names;
-    for (const CInfoSetItem* node = this; node; node = node->m_parent)
+    for (const CInfoSetItem* node = this; node; node = node->GetParent())
         names.push_back(&node->m_name);
     std::string path;
     for (auto name = names.rbegin(); name != names.rend(); ++name)

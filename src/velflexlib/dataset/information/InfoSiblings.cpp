@@ -12,8 +12,8 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-constexpr std::size_t longestSearch = 16;    // of a row without an index
-constexpr std::size_t farthestChange = 1024; // that a node is looked for around the place where it was last seen
+constexpr std::size_t longestSearch = 16;   // of a row without an index of names
+constexpr std::size_t widestSearch = 1'024; // around the position where a node was last seen
 
 } // namespace
 
@@ -22,7 +22,7 @@ std::string_view CInfoSiblings::NameOf::Of(const Named& named)
     return named.first->GetName();
 }
 
-// Names that differ in case only share a hash; which of them are equal is not its business.
+// Names that differ only in case share a hash, also where they are not equal.
 std::size_t CInfoSiblings::Hash::operator()(const auto& name) const
 {
     return velstdlib::string::HashFolded(Of(name));
@@ -33,7 +33,7 @@ bool CInfoSiblings::Equal::operator()(const auto& a, const auto& b) const
     return names == Names::OfGroups ? velstdlib::string::EqualFolded(Of(a), Of(b)) : Of(a) == Of(b);
 }
 
-CInfoSiblings::CInfoSiblings(Names names) : m_names(names)
+CInfoSiblings::CInfoSiblings(Names names, CInfoSetItem* parent) : m_parent(parent), m_names(names)
 {
 }
 
@@ -42,35 +42,26 @@ CInfoSiblings::~CInfoSiblings() = default;
 void CInfoSiblings::Insert(std::unique_ptr<CInfoSetItem> node, std::size_t place)
 {
     const auto inserted = m_nodes.insert(m_nodes.begin() + static_cast<std::ptrdiff_t>(place), std::move(node));
-    (*inserted)->m_place = place;
+    (*inserted)->Place() = {this, place};
     m_groupCount += (*inserted)->IsGroup() ? 1 : 0;
     m_inserted += place + 1 < m_nodes.size() ? 1 : 0;
-    TakeUp(**inserted);
+    NameHasChanged(**inserted);
+    AddPlace(**inserted, place);
 }
 
-// The node is there: what cannot take it up is dropped, and made again when it is needed.
-void CInfoSiblings::TakeUp(CInfoSetItem& node) noexcept
+void CInfoSiblings::AddPlace(const CInfoSetItem& node, std::size_t place) noexcept
 try {
-    TakeUpName(node);
-    if (node.m_place + 1 < m_nodes.size())
+    if (place + 1 < m_nodes.size())
         m_itemPlaces.reset();
     else if (m_itemPlaces && !node.IsGroup())
-        m_itemPlaces->push_back(static_cast<std::uint32_t>(node.m_place));
+        m_itemPlaces->push_back(static_cast<std::uint32_t>(place));
 } catch (const std::bad_alloc&) {
     m_itemPlaces.reset();
 }
 
-void CInfoSiblings::TakeUpName(CInfoSetItem& node) noexcept
-try {
-    if (m_index)
-        AddName(node);
-} catch (const std::bad_alloc&) {
-    m_index.reset();
-}
-
 void CInfoSiblings::Erase(std::size_t place)
 {
-    RemoveName(*m_nodes[place]);
+    NameWillChange(*m_nodes[place]); // to none at all
     m_groupCount -= m_nodes[place]->IsGroup() ? 1 : 0;
     m_itemPlaces.reset();
     ++m_erased;
@@ -81,16 +72,16 @@ void CInfoSiblings::Erase(std::size_t place)
 void CInfoSiblings::Move(std::size_t from, std::size_t to)
 {
     velstdlib::util::MoveElement(m_nodes, from, to);
-    m_nodes[to]->m_place = to;
+    m_nodes[to]->Place().lastSeen = to;
     m_itemPlaces.reset();
-    m_index.reset();
+    m_nameIndex.reset();
     ++m_erased;
     ++m_inserted;
 }
 
 void CInfoSiblings::EraseItems()
 {
-    m_index.reset();
+    m_nameIndex.reset();
     m_itemPlaces.reset();
     std::erase_if(m_nodes, [](const auto& node) { return !node->IsGroup(); });
     Renumber();
@@ -98,7 +89,7 @@ void CInfoSiblings::EraseItems()
 
 void CInfoSiblings::Clear()
 {
-    m_index.reset();
+    m_nameIndex.reset();
     m_itemPlaces.reset();
     m_groupCount = 0;
     m_nodes.clear();
@@ -107,14 +98,14 @@ void CInfoSiblings::Clear()
 std::size_t CInfoSiblings::PlaceOf(const CInfoSetItem& node) const
 {
     const auto isNode = [&](const auto& other) { return other.get() == &node; };
-    if (m_erased + m_inserted > farthestChange)
+    if (m_erased + m_inserted > widestSearch)
         Renumber();
-    const std::size_t seen = node.m_place;
+    std::size_t& seen = node.Place().lastSeen;
     if (seen >= m_nodes.size() || !isNode(m_nodes[seen])) {
         const auto first = m_nodes.begin() + static_cast<std::ptrdiff_t>(seen - std::min(seen, m_erased));
-        node.m_place = static_cast<std::size_t>(std::find_if(first, m_nodes.end(), isNode) - m_nodes.begin());
+        seen = static_cast<std::size_t>(std::find_if(first, m_nodes.end(), isNode) - m_nodes.begin());
     }
-    return node.m_place;
+    return seen;
 }
 
 CInfoSetItem* CInfoSiblings::Next(const CInfoSetItem& node) const
@@ -122,43 +113,59 @@ CInfoSetItem* CInfoSiblings::Next(const CInfoSetItem& node) const
     const std::size_t place = PlaceOf(node) + 1;
     if (place == m_nodes.size())
         return nullptr;
-    m_nodes[place]->m_place = place; // so that whoever walks on need not look for it
+    m_nodes[place]->Place().lastSeen = place; // which is where a walk asks next
     return m_nodes[place].get();
 }
 
 void CInfoSiblings::Renumber() const
 {
     for (std::size_t place = 0; place < m_nodes.size(); ++place)
-        m_nodes[place]->m_place = place;
+        m_nodes[place]->Place().lastSeen = place;
     m_erased = 0;
     m_inserted = 0;
 }
 
-void CInfoSiblings::Rename(CInfoSetItem& node, std::string name)
+void CInfoSiblings::NameWillChange(const CInfoSetItem& node) noexcept
 {
-    RemoveName(node);
-    node.m_name.swap(name);
-    TakeUpName(node);
+    if (!m_nameIndex || !IsFoundByName(node))
+        return;
+    const auto named = m_nameIndex->find(std::string_view(node.GetName()));
+    if (named->count == 1) {
+        m_nameIndex->erase(named);
+        return;
+    }
+    --named->count;
+    if (named->first == &node)
+        named->first = Search(node.GetName(), PlaceOf(node) + 1);
+}
+
+// An index that lacks the memory for the name is dropped: it is made again when it is needed.
+void CInfoSiblings::NameHasChanged(CInfoSetItem& node) noexcept
+try {
+    if (m_nameIndex)
+        AddName(node);
+} catch (const std::bad_alloc&) {
+    m_nameIndex.reset();
 }
 
 CInfoSetItem* CInfoSiblings::Find(std::string_view name) const
 {
     if (m_nodes.size() <= longestSearch)
         return Search(name, 0);
-    if (!m_index)
-        MakeIndex();
-    const auto found = m_index->find(name);
-    return found == m_index->end() ? nullptr : found->first;
+    if (!m_nameIndex)
+        MakeNameIndex();
+    const auto found = m_nameIndex->find(name);
+    return found == m_nameIndex->end() ? nullptr : found->first;
 }
 
-bool CInfoSiblings::IsFound(const CInfoSetItem& node) const
+bool CInfoSiblings::IsFoundByName(const CInfoSetItem& node) const
 {
     return node.IsGroup() == (m_names == Names::OfGroups);
 }
 
 bool CInfoSiblings::HasName(const CInfoSetItem& node, std::string_view name) const
 {
-    return IsFound(node) && Equal{{}, m_names}(std::string_view(node.GetName()), name);
+    return IsFoundByName(node) && Equal{{}, m_names}(std::string_view(node.GetName()), name);
 }
 
 CInfoSetItem* CInfoSiblings::Search(std::string_view name, std::size_t from) const
@@ -168,40 +175,26 @@ CInfoSetItem* CInfoSiblings::Search(std::string_view name, std::size_t from) con
     return found == m_nodes.end() ? nullptr : found->get();
 }
 
-void CInfoSiblings::MakeIndex() const
+void CInfoSiblings::MakeNameIndex() const
 try {
-    m_index = std::make_unique<Index>(m_nodes.size(), Hash{}, Equal{{}, m_names});
+    m_nameIndex = std::make_unique<NameIndex>(m_nodes.size(), Hash{}, Equal{{}, m_names});
     for (const auto& node : m_nodes)
         AddName(*node);
 } catch (const std::bad_alloc&) {
-    m_index.reset();
+    m_nameIndex.reset();
     throw;
 }
 
 void CInfoSiblings::AddName(CInfoSetItem& node) const
 {
-    if (!IsFound(node))
+    if (!IsFoundByName(node))
         return;
-    const auto [named, isNew] = m_index->insert(Named{&node, 1});
+    const auto [named, isNew] = m_nameIndex->insert(Named{&node, 1});
     if (isNew)
         return;
     ++named->count;
     if (PlaceOf(node) < PlaceOf(*named->first))
         named->first = &node;
-}
-
-void CInfoSiblings::RemoveName(const CInfoSetItem& node)
-{
-    if (!m_index || !IsFound(node))
-        return;
-    const auto named = m_index->find(std::string_view(node.GetName()));
-    if (named->count == 1) {
-        m_index->erase(named);
-        return;
-    }
-    --named->count;
-    if (named->first == &node)
-        named->first = Search(node.GetName(), PlaceOf(node) + 1);
 }
 
 CInfoSetItem* CInfoSiblings::Item(std::size_t index) const

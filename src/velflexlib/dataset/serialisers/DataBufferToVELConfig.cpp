@@ -8,11 +8,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <istream>
-#include <ostream>
 #include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
+using velstdlib::util::CFileWriter;
 using velstdlib::util::CVELConfig;
 using velstdlib::util::CVELKeyToValueList;
 
@@ -45,27 +45,21 @@ std::span<std::byte> ReadSamples(std::istream& stream, std::span<std::byte> byte
     return bytes;
 }
 
-bool WriteBytes(std::ostream& stream, std::span<const std::byte> bytes)
-{
-    return static_cast<bool>(
-        stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size())));
-}
-
 // Writes samples as they are where they have the right width; otherwise, and as zeros where the channel was reshaped
 // meanwhile, by way of `room`.
-bool WriteSamples(std::ostream& stream, const CSampleBlock& samples, SampleWidth width, std::uint64_t first,
+void WriteSamples(CFileWriter& file, const CSampleBlock& samples, SampleWidth width, std::uint64_t first,
                   std::span<std::byte> room)
 {
     const std::uint64_t count = room.size() / BytesPerSample(width);
     const bool areThere = first + count <= samples.All().Count();
     const std::size_t offset = first * BytesPerSample(samples.Width());
     if (areThere && samples.Width() == width)
-        return WriteBytes(stream, samples.Bytes().subspan(offset, room.size()));
+        return file.Write(samples.Bytes().subspan(offset, room.size()));
     if (areThere)
         TranscodeSamples(samples.Bytes().data() + offset, samples.Width(), count, room.data(), width);
     else
         std::ranges::fill(room, std::byte{});
-    return WriteBytes(stream, room);
+    file.Write(room);
 }
 
 } // namespace
@@ -135,16 +129,15 @@ std::size_t CDataBufferToVELConfig::RoomToSave() const
     return std::clamp<std::uint64_t>(m_buffer.GetStoredSampleCount() * sizeof(std::int32_t), least, bytesPerTransfer);
 }
 
-void CDataBufferToVELConfig::SaveData(std::ostream& stream, std::span<std::byte> room)
+void CDataBufferToVELConfig::SaveData(CFileWriter& file, std::span<std::byte> room)
 {
     const SampleWidth width = WidthOfBits(m_buffer.GetBitCount());
     const std::uint64_t samplesPerTransfer = room.size() / BytesPerSample(width);
     const std::uint64_t sampleCount = m_buffer.GetStoredSampleCount();
-    bool good = true;
-    for (std::uint64_t first = 0; good && first < sampleCount; first += samplesPerTransfer) {
+    for (std::uint64_t first = 0; first < sampleCount; first += samplesPerTransfer) {
         const auto count = std::min(sampleCount - first, samplesPerTransfer);
         m_buffer.AccessSamples([&](const CSampleBlock& samples) {
-            good = WriteSamples(stream, samples, width, first, room.first(count * BytesPerSample(width)));
+            WriteSamples(file, samples, width, first, room.first(count * BytesPerSample(width)));
         });
     }
 }

@@ -3,6 +3,7 @@
 
 #include "velflexlib/dataset/channels/Databuffer.h"
 #include "velflexlib/dataset/serialisers/LoadBudget.h"
+#include "velstdlib/util/files/FileWriter.h"
 #include "velstdlib/util/header/VELConfig.h"
 
 #include <atomic>
@@ -31,8 +32,8 @@ public:
 
     // The same samples. Takes no memory but `room`, to convert them in, piece by piece: as many bytes as RoomToSave
     // asks for, or more. A bit count that no file can have throws std::runtime_error "Invalid bit count: " and the
-    // number.
-    void SaveData(std::ostream& stream, std::span<std::byte> room);
+    // number, and a file that cannot be written std::ios_base::failure.
+    void SaveData(velstdlib::util::CFileWriter& file, std::span<std::byte> room);
     std::size_t RoomToSave() const;
 
 private:

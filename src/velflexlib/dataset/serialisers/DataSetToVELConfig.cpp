@@ -185,9 +185,9 @@ void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const
         return true;
     });
     if (slots > limits::channelSlots)
-        velstdlib::util::ThrowFileSave(fileName, "There are too many channel slots for one file.");
+        velstdlib::util::ThrowFileSave(fileName, velstdlib::string::TextId::TooManySlotsForFile);
     if (linesWithoutSamples > limits::pointlessLines)
-        velstdlib::util::ThrowFileSave(fileName, "There are too many lines without samples for one file.");
+        velstdlib::util::ThrowFileSave(fileName, velstdlib::string::TextId::TooManyPointlessLines);
 }
 
 void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& section)
@@ -213,10 +213,10 @@ void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& se
     });
 }
 
-void CDataSetToVELConfig::SaveData(std::ostream& stream)
+void CDataSetToVELConfig::SaveData(velstdlib::util::CFileWriter& file)
 {
     for (const auto& buffer : m_channelsToSave)
-        CDataBufferToVELConfig(*buffer).SaveData(stream, m_roomToSave);
+        CDataBufferToVELConfig(*buffer).SaveData(file, m_roomToSave);
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
 }

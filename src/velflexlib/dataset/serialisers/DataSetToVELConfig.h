@@ -3,6 +3,7 @@
 
 #include "velflexlib/dataset/DataSet.h"
 #include "velflexlib/dataset/serialisers/LoadBudget.h"
+#include "velstdlib/util/files/FileWriter.h"
 #include "velstdlib/util/header/VELConfig.h"
 
 #include <atomic>
@@ -38,8 +39,8 @@ public:
     // Writes version 2, and takes the memory that SaveData needs.
     void SaveHeader(velstdlib::util::CVELConfig& document, const std::string& section);
     // Writes the samples of the channels that SaveHeader found. Takes no memory: once it is called, the old file may be
-    // gone.
-    void SaveData(std::ostream& stream);
+    // gone. Throws std::ios_base::failure when the file cannot be written.
+    void SaveData(velstdlib::util::CFileWriter& file);
 
 private:
     void LoadVersion1Header(velstdlib::util::CVELConfig& document, const std::string& section,

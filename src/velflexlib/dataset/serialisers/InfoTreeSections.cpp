@@ -229,7 +229,7 @@ private:
     {
         m_textBytes += bytes;
         if (m_textBytes > velstdlib::util::limits::headerBytes)
-            velstdlib::util::ThrowFileSave(m_document.GetFileName(), velstdlib::util::tooMuchText);
+            velstdlib::util::ThrowFileSave(m_document.GetFileName(), velstdlib::string::TextId::TooMuchTextForFile);
     }
 
     std::string SectionName(const CInfoSetItem& group, const std::string& section)

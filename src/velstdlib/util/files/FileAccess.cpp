@@ -96,11 +96,10 @@ bool IsDevice(const std::string& fileName)
 
 #endif
 
-void RemoveRegularFile(const fs::path& path)
+bool RemoveRegularFile(const fs::path& path)
 {
     std::error_code error;
-    if (MayBeRemoved(path))
-        fs::remove(path, error);
+    return MayBeRemoved(path) && fs::remove(path, error);
 }
 
 } // namespace veltaris::velstdlib::util

@@ -1,4 +1,4 @@
-// Writing a file where an older one was.
+// Writes a file in the place of an older one.
 #pragma once
 
 #include <boost/assert/source_location.hpp>
@@ -6,43 +6,45 @@
 #include <array>
 #include <cstddef>
 #include <filesystem>
-#include <ostream>
-#include <streambuf>
+#include <span>
 #include <string>
+#include <string_view>
 
 namespace veltaris::velstdlib::util {
 
-// Takes all its memory when it is made: running out of it must come before the old file is touched, and the C library
-// would only take memory when the new one is opened.
-class CFileWriter : private std::streambuf
+// A buffered file that is written from its first byte to its last. All memory is taken by the constructor: a lack of it
+// must be noticed before the old file is touched, whereas the streams of the C library take theirs when they open one.
+// Call in this order: ReplaceFile, Write as often as needed, Close. Not thread-safe.
+class CFileWriter
 {
 public:
     explicit CFileWriter(const std::string& fileName);
     CFileWriter(const CFileWriter&) = delete;
     CFileWriter& operator=(const CFileWriter&) = delete;
-    ~CFileWriter() override; // a failure to close is not told
+    // Closes the file if Close was not called. What is still in the buffer is lost, and no failure is reported.
+    ~CFileWriter();
 
-    // Removes the old file, as RemoveRegularFile does, and opens the new one. Throws CVELFileOpenException, raised at
+    // Removes the old file and opens the new one, as OpenReplacement does. Throws CVELFileOpenException, raised at
     // `where`.
     void ReplaceFile(const boost::source_location& where);
 
-    // For whole pieces: single characters are refused. Throws std::ios_base::failure when it fails.
-    std::ostream& Stream() { return m_stream; }
+    // Short texts are collected in a buffer. Throws std::ios_base::failure when the system does not take all bytes; the
+    // file is then incomplete.
+    void Write(std::span<const std::byte> bytes);
+    void Write(std::string_view text) { Write(std::as_bytes(std::span(text))); }
 
-    // What was written is in the system's hands then. Throws std::ios_base::failure.
+    // Hands what was written to the system and closes the file. Throws std::ios_base::failure.
     void Close();
 
 private:
-    std::streamsize xsputn(const char* bytes, std::streamsize count) override;
     bool Flush();
-    bool WriteNow(const char* bytes, std::size_t count);
+    bool WriteNow(std::span<const std::byte> bytes);
 
     std::string m_fileName;
     std::filesystem::path m_path;
     int m_descriptor = -1;
-    std::array<char, 4096> m_room{}; // small pieces are collected here
-    std::size_t m_waiting = 0;       // bytes of it
-    std::ostream m_stream;
+    std::array<std::byte, 4096> m_buffer{};
+    std::size_t m_bufferedBytes = 0;
 };
 
 } // namespace veltaris::velstdlib::util

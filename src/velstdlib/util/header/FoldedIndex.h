@@ -1,4 +1,5 @@
-// An index over the names of a sequence's elements that finds them without regard to ASCII case.
+// An index over the names of a sequence's elements that finds them without regard to ASCII case. It serves the sections
+// of a header and the keys of a section.
 #pragma once
 
 #include "velstdlib/string/FoldedText.h"
@@ -13,7 +14,7 @@
 
 namespace veltaris::velstdlib::util {
 
-// A name to look for, with its hash.
+// A name to look for, with its hash, which is so computed only once. The text must live as long.
 struct CFoldedName
 {
     explicit CFoldedName(std::string_view name) : text(name), hash(static_cast<std::uint32_t>(string::HashFolded(name)))
@@ -24,9 +25,16 @@ struct CFoldedName
     std::uint32_t hash;
 };
 
-// Holds positions only. `Sequence` owns the index and stays where it is in memory. Its element at every position below
-// Size() has a Name() and the NameHash() of that; where an element was erased since, the name is empty. A short
-// sequence is searched as it is, which is faster and takes no memory: most sections are short.
+// The index of a `Sequence` that has
+//   Size()        how many elements there are, of which tombstones are some
+//   At(position)  an element with its Name(), the NameHash() of that, as CFoldedName has it, and IsTombstone()
+// It holds positions only and asks the sequence for the rest, which must own it and stay where it is in memory. No two
+// elements that are found have equal names, and one whose name is empty is found like any other.
+//
+// A sequence that was never longer than `longestScan` has no index: it is searched from its start, which is faster and
+// takes no memory. Most sections are short.
+//
+// Not thread-safe; several threads may search at once while none changes the sequence.
 template <class Sequence>
 class CFoldedIndex
 {
@@ -41,7 +49,8 @@ public:
         return found == m_positions->end() ? std::nullopt : std::optional<std::size_t>(*found);
     }
 
-    // The element at the position, which is the last one, has a name from now on.
+    // To be called when an element was appended, which is the one at this position. When it throws std::bad_alloc, the
+    // index is as it was.
     void Insert(std::size_t position)
     {
         if (m_positions)
@@ -50,13 +59,14 @@ public:
             IndexAll();
     }
 
+    // To be called before the element becomes a tombstone.
     void Erase(std::size_t position)
     {
         if (m_positions)
             m_positions->erase(static_cast<std::uint32_t>(position));
     }
 
-    // To be called after positions have changed.
+    // To be called after the positions of elements have changed.
     void Rebuild()
     {
         m_positions.reset();
@@ -81,7 +91,7 @@ private:
         using is_transparent = void;
         const Sequence* sequence;
 
-        // Positions are inserted once each, under different names.
+        // Each position is inserted once, and the names are different.
         bool operator()(std::uint32_t a, std::uint32_t b) const { return a == b; }
         bool operator()(const CFoldedName& name, std::uint32_t position) const
         {
@@ -96,7 +106,8 @@ private:
         const Equal equal{&m_sequence};
         const auto size = static_cast<std::uint32_t>(m_sequence.Size());
         for (std::uint32_t position = 0; position < size; ++position) {
-            if (m_sequence.At(position).NameHash() == name.hash && equal(name, position))
+            const auto& element = m_sequence.At(position);
+            if (element.NameHash() == name.hash && !element.IsTombstone() && equal(name, position))
                 return position;
         }
         return std::nullopt;
@@ -107,13 +118,13 @@ private:
         auto positions = std::make_unique<Positions>(2 * m_sequence.Size(), Hash{&m_sequence}, Equal{&m_sequence});
         const auto size = static_cast<std::uint32_t>(m_sequence.Size());
         for (std::uint32_t position = 0; position < size; ++position) {
-            if (!m_sequence.At(position).Name().empty())
+            if (!m_sequence.At(position).IsTombstone())
                 positions->insert(position);
         }
         m_positions = std::move(positions);
     }
 
-    using Positions = boost::unordered_flat_set<std::uint32_t, Hash, Equal>; // a header is no longer than that
+    using Positions = boost::unordered_flat_set<std::uint32_t, Hash, Equal>; // no header has more elements
 
     const Sequence& m_sequence;
     std::unique_ptr<Positions> m_positions;

@@ -1,6 +1,7 @@
 #include "velstdlib/util/header/HeaderText.h"
 
 #include "velstdlib/string/Encoding.h"
+#include "velstdlib/string/Texts.h"
 #include "velstdlib/util/Log.h"
 
 #include <boost/algorithm/string/replace.hpp>
@@ -39,7 +40,7 @@ std::string CleanHeaderText(std::string_view text)
 
 void LogChangedText(const char* function, const std::string& written)
 {
-    LogWarning(function, "A text was changed to fit into a header: " + written);
+    LogWarning(function, string::FormatText(string::TextId::TextChangedForHeader, {written}));
 }
 
 } // namespace veltaris::velstdlib::util

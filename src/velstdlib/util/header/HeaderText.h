@@ -1,4 +1,5 @@
-// What may stand in a header: texts are made fit for it here, when they are written, and nowhere else.
+// What may stand in a header. Texts are made fit for it when they are written, and only here. The functions may be
+// called by several threads at once.
 #pragma once
 
 #include <string>
@@ -10,7 +11,7 @@ namespace veltaris::velstdlib::util {
 // bytes (blanks instead), and never "#!", which would end the header ("# !" instead). A change is logged.
 std::string CleanHeaderText(std::string_view text);
 
-// The log record of such a change, for functions that have their own reasons to change a text.
+// Writes the log record of such a change, for functions that have reasons of their own to change a text.
 void LogChangedText(const char* function, const std::string& written);
 
 } // namespace veltaris::velstdlib::util

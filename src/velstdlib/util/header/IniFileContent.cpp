@@ -42,7 +42,7 @@ std::size_t CIniFileContent::AppendSection(const CFoldedName& name)
         throw;
     }
     if (position > 0)
-        m_sections.back().keys.Follow(m_sections[position - 1].keys);
+        m_sections.back().keys.ExpectKeysOf(m_sections[position - 1].keys);
     return position;
 }
 

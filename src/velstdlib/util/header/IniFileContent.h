@@ -17,7 +17,9 @@
 
 namespace veltaris::velstdlib::util {
 
-// Section names are found without regard to ASCII case and written in the spelling and order they were created in.
+// Section names are found without regard to ASCII case, and written in the spelling and the order in which they were
+// created. Sections are never removed one by one, and references to one are valid until Clear or Parse is called. All
+// names and texts are views into one store, which goes with the document. Not thread-safe.
 class CIniFileContent
 {
 public:
@@ -37,7 +39,7 @@ public:
     CVELKeyToValueList& GetActiveSection();
     const CVELKeyToValueList& GetActiveSection() const;
 
-    // As it was selected; empty when none is active.
+    // The name by which the section was selected; empty when none is active.
     const std::string& GetActiveSectionName() const { return m_activeSectionName; }
 
     void Clear();
@@ -47,6 +49,7 @@ public:
     // Stops before the next line when `abort` turns true. When it throws, the sections read so far remain.
     void Parse(std::string text, const std::atomic<bool>& abort);
 
+    // The document as a text, with CR LF at the end of each line.
     std::string Render() const;
 
 private:
@@ -65,6 +68,7 @@ private:
 
         std::string_view Name() const { return name; }
         std::uint32_t NameHash() const { return hash; }
+        static constexpr bool IsTombstone() { return false; } // no section is ever removed
     };
 
     std::size_t Size() const { return m_sections.size(); }
@@ -77,7 +81,7 @@ private:
     CTextStore m_texts;
     std::string m_activeSectionName;
     CVELKeyToValueList* m_pActiveSection = nullptr;
-    std::deque<Section> m_sections; // which stay where they are
+    std::deque<Section> m_sections; // which does not move its elements
     CFoldedIndex<CIniFileContent> m_index;
 };
 

@@ -1,4 +1,4 @@
-// Where the texts of a document are kept.
+// Where the texts of a document are kept: one block for the text that was parsed, and blocks for what is added.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,8 @@
 
 namespace veltaris::velstdlib::util {
 
-// Texts stay where they are, and all go together: views of them are good until then.
+// A text that is kept stays where it is until Reset is called or the store destroyed, and views of it are valid until
+// then. Single texts cannot be given back. Not thread-safe.
 class CTextStore
 {
 public:
@@ -17,11 +18,12 @@ public:
     CTextStore& operator=(const CTextStore&) = delete;
     ~CTextStore() = default;
 
-    // Drops all texts and takes this one over, without a copy.
+    // Drops all texts and takes this one over, without copying it. The result is a view of it.
     std::string_view Reset(std::string text);
 
+    // Copies the text. The result is a view of the copy.
     std::string_view Keep(std::string_view text);
-    // A line of a header, as it is written but for its end.
+    // Keeps "key=value", which is a line of a header without its end.
     std::string_view KeepLine(std::string_view key, std::string_view value);
 
 private:

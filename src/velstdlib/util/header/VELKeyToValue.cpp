@@ -18,9 +18,10 @@ namespace veltaris::velstdlib::util {
 
 namespace {
 
-bool HasValueBehind(std::string_view line, std::size_t keyLength)
+// A line of a file has no empty key, though the list before may have got one otherwise.
+bool HasKeyAndValue(std::string_view line, std::size_t keyLength)
 {
-    return line.size() > keyLength + 1 && line[keyLength] == '=';
+    return keyLength > 0 && line.size() > keyLength + 1 && line[keyLength] == '=';
 }
 
 } // namespace
@@ -30,7 +31,7 @@ void CVELKeyToValueList::SetValue(std::string_view key, std::string_view value)
     if (value.empty())
         return RemoveKey(key);
     CheckOrder();
-    if (const Entry* const same = NextOfModel(key); same && same->keyLength == key.size())
+    if (const Entry* const same = ExpectedEntry(key); same && same->keyLength == key.size())
         return Append({m_texts.KeepLine(key, value), same->keyLength, same->hash});
     Set(CFoldedName(key), m_texts.KeepLine(key, value));
 }
@@ -42,15 +43,15 @@ void CVELKeyToValueList::SetValue(std::string_view key, std::uint64_t value)
     SetValue(key, std::string_view(digits.begin(), end));
 }
 
-void CVELKeyToValueList::Follow(const CVELKeyToValueList& model)
+void CVELKeyToValueList::ExpectKeysOf(const CVELKeyToValueList& before)
 {
-    m_entries.reserve(model.GetCount());
-    m_model = &model;
+    m_entries.reserve(before.GetCount());
+    m_listBefore = &before;
 }
 
 void CVELKeyToValueList::SetLine(std::string_view line)
 {
-    if (const Entry* const same = NextOfModel(line); same && HasValueBehind(line, same->keyLength)) {
+    if (const Entry* const same = ExpectedEntry(line); same && HasKeyAndValue(line, same->keyLength)) {
         CheckOrder();
         return Append({line, same->keyLength, same->hash});
     }
@@ -58,22 +59,23 @@ void CVELKeyToValueList::SetLine(std::string_view line)
     if (equals == std::string_view::npos || equals == 0)
         return;
     const std::string_view key = line.substr(0, equals);
-    if (!HasValueBehind(line, equals))
+    if (!HasKeyAndValue(line, equals))
         return RemoveKey(key);
     CheckOrder();
     Set(CFoldedName(key), line);
 }
 
-// The entry of the model whose turn it is, if the text starts with its key.
-auto CVELKeyToValueList::NextOfModel(std::string_view text) -> const Entry*
+// The entry of the list before that stands where this list goes on, if the text starts with its key. The first text
+// that does not ends the likeness for good.
+auto CVELKeyToValueList::ExpectedEntry(std::string_view text) -> const Entry*
 {
     const std::size_t position = m_entries.size();
-    if (m_model && m_model->KeysWereOnlyAdded() && position < m_model->m_entries.size()) {
-        const Entry& entry = m_model->m_entries[position];
+    if (m_listBefore && m_listBefore->KeysWereOnlyAdded() && position < m_listBefore->m_entries.size()) {
+        const Entry& entry = m_listBefore->m_entries[position];
         if (text.starts_with(entry.Name()))
             return &entry;
     }
-    m_model = nullptr;
+    m_listBefore = nullptr;
     return nullptr;
 }
 
@@ -83,21 +85,21 @@ void CVELKeyToValueList::CheckOrder() const
         BOOST_THROW_EXCEPTION(std::runtime_error("Internal order value overflow"));
 }
 
-// Only keys that the model does not have next are searched for: from here on the list is unlike it.
+// For keys that were not expected: from here on the list is unlike the one before.
 void CVELKeyToValueList::Set(const CFoldedName& key, std::string_view line)
 {
-    m_model = nullptr;
+    m_listBefore = nullptr;
     if (key.text.size() > limits::headerBytes)
-        ThrowFileSave({}, tooMuchText);
+        ThrowFileSave({}, string::TextId::TooMuchTextForFile);
     const auto replaced = m_index.Find(key);
     Append({line, static_cast<std::uint32_t>(key.text.size()), key.hash});
     if (replaced)
-        MakeHole(*replaced);
-    if (m_holes > GetCount())
-        CloseHoles();
+        Erase(*replaced);
+    if (m_tombstones > GetCount())
+        Compact();
 }
 
-// The key is not looked for before the index has it: it may stand elsewhere still.
+// The key may still stand elsewhere: it is not looked for until that was erased.
 void CVELKeyToValueList::Append(const Entry& entry)
 {
     m_entries.push_back(entry);
@@ -114,12 +116,20 @@ void CVELKeyToValueList::Append(const Entry& entry)
 void CVELKeyToValueList::RemoveKey(std::string_view key)
 {
     if (const auto position = m_index.Find(CFoldedName(key)))
-        MakeHole(*position);
+        Erase(*position);
+}
+
+bool CVELKeyToValueList::IsLikelyNext(std::string_view key) const
+{
+    if (m_likelyNext >= m_entries.size())
+        return false;
+    const Entry& entry = m_entries[m_likelyNext];
+    return entry.Name() == key && !entry.IsTombstone();
 }
 
 auto CVELKeyToValueList::Find(std::string_view key) const -> const Entry*
 {
-    if (m_likelyNext >= m_entries.size() || m_entries[m_likelyNext].Name() != key) {
+    if (!IsLikelyNext(key)) {
         const auto position = m_index.Find(CFoldedName(key));
         if (!position)
             return nullptr;
@@ -152,19 +162,19 @@ template int CVELKeyToValueList::GetValueT(std::string_view, int) const;
 template std::uint64_t CVELKeyToValueList::GetValueT(std::string_view, std::uint64_t) const;
 template double CVELKeyToValueList::GetValueT(std::string_view, double) const;
 
-void CVELKeyToValueList::MakeHole(std::size_t position)
+void CVELKeyToValueList::Erase(std::size_t position)
 {
-    m_model = nullptr;
+    m_listBefore = nullptr;
     m_index.Erase(position);
     m_textBytes -= m_entries[position].TextBytes();
     m_entries[position] = {};
-    ++m_holes;
+    ++m_tombstones;
 }
 
-void CVELKeyToValueList::CloseHoles()
+void CVELKeyToValueList::Compact()
 {
-    std::erase_if(m_entries, [](const Entry& entry) { return entry.IsHole(); });
-    m_holes = 0;
+    std::erase_if(m_entries, [](const Entry& entry) { return entry.IsTombstone(); });
+    m_tombstones = 0;
     m_index.Rebuild();
 }
 

@@ -1,4 +1,14 @@
 // The keys and values of one section of a header.
+//
+// A header may have a million sections of a few keys each, or one section of a million keys. Four ways to a key make
+// both fast, and each gives the same result as a search through all keys would:
+// - A short list is searched from its start, and
+// - a long one has a hash index; CFoldedIndex holds both ways.
+// - Writing: sections of a header are mostly alike. As long as a list has got exactly the keys that the section before
+//   it has, in the same order and spelling, its next key is expected to be the one that is next there. A key that is so
+//   expected is not looked for: all keys before it differ from it, as they do in the section before.
+// - Reading: keys are mostly asked for in the order in which they stand. The key behind the last one that was found is
+//   compared first.
 #pragma once
 
 #include "velstdlib/util/header/FoldedIndex.h"
@@ -13,12 +23,14 @@
 namespace veltaris::velstdlib::util {
 
 // Keys are found without regard to ASCII case; each is kept in the spelling, and at the place in the write order, in
-// which it was last set. Keys and values are texts and never empty: setting an empty value removes the key.
+// which it was last set. A key may be empty, a value may not: setting an empty value removes the key.
+//
+// Not thread-safe, not even where nothing but const functions are called: finding a key remembers where it was.
 class CVELKeyToValueList
 {
 public:
-    // Texts are kept in `texts`, also those that were replaced. `nextOrder` is the number that the first key set will
-    // have.
+    // Texts are kept in `texts`, also those that were replaced, and it must live as long. `nextOrder` is the number in
+    // the write order that the first key set will have.
     explicit CVELKeyToValueList(CTextStore& texts, std::uint64_t nextOrder = 0)
         : m_texts(texts), m_index(*this), m_nextOrder(nextOrder)
     {
@@ -31,12 +43,11 @@ public:
     // CVELFileSaveException for a key that is longer than any header.
     void SetValue(std::string_view key, std::string_view value);
     void SetValue(std::string_view key, std::uint64_t value);
-    // The same for a line of a text that is in the store already. One without "=" or without a key is ignored.
+    // The same for a line of a text that is in the store already. One without "=" or with nothing before it is ignored.
     void SetLine(std::string_view line);
-    // Expects this empty list to get the keys of `model`, which must live as long, in the same order: while that holds,
-    // no key is searched for. Most sections of a header are alike. Takes memory for as many keys: a list is a model
-    // once.
-    void Follow(const CVELKeyToValueList& model);
+    // Expects this list, which must be empty, to get the keys of `before` in the same order. `before` must live as long
+    // and may change meanwhile. Takes memory for as many keys at once, so that a list should be given here only once.
+    void ExpectKeysOf(const CVELKeyToValueList& before);
     void RemoveKey(std::string_view key);
 
     std::string GetValue(std::string_view key, std::string_view defaultValue = {}) const;
@@ -46,8 +57,8 @@ public:
     template <class T>
     T GetValueT(std::string_view key, T defaultValue) const;
 
-    std::size_t GetCount() const { return m_entries.size() - m_holes; }
-    // Of all keys and values.
+    std::size_t GetCount() const { return m_entries.size() - m_tombstones; }
+    // The bytes of all keys and values.
     std::size_t GetTextBytes() const { return m_textBytes; }
 
     // Calls visit(key, value) for every key in write order. The list must not be changed meanwhile.
@@ -55,7 +66,7 @@ public:
     void ForEach(Visit&& visit) const
     {
         for (const Entry& entry : m_entries) {
-            if (!entry.IsHole())
+            if (!entry.IsTombstone())
                 visit(entry.Name(), entry.Value());
         }
     }
@@ -64,7 +75,7 @@ public:
     void ForEachLine(Visit&& visit) const
     {
         for (const Entry& entry : m_entries) {
-            if (!entry.IsHole())
+            if (!entry.IsTombstone())
                 visit(entry.line);
         }
     }
@@ -82,27 +93,32 @@ private:
         std::uint32_t NameHash() const { return hash; }
         std::string_view Value() const { return line.substr(keyLength + 1); }
         std::size_t TextBytes() const { return line.size() - 1; }
-        // Where a key was removed or set anew.
-        bool IsHole() const { return line.empty(); }
+        // What is left where a key was removed, or set again and moved to the end. It has no key, not even an empty
+        // one: the line of an empty key begins with "=".
+        bool IsTombstone() const { return line.empty(); }
     };
 
     std::size_t Size() const { return m_entries.size(); }
     const Entry& At(std::size_t position) const { return m_entries[position]; }
+    bool IsLikelyNext(std::string_view key) const;
     const Entry* Find(std::string_view key) const;
-    const Entry* NextOfModel(std::string_view text);
-    bool KeysWereOnlyAdded() const { return m_holes == 0 && m_entries.size() == m_nextOrder; }
+    const Entry* ExpectedEntry(std::string_view text);
+    bool KeysWereOnlyAdded() const { return m_tombstones == 0 && m_entries.size() == m_nextOrder; }
     void CheckOrder() const;
     void Set(const CFoldedName& key, std::string_view line);
     void Append(const Entry& entry);
-    void MakeHole(std::size_t position);
-    void CloseHoles();
+    void Erase(std::size_t position);
+    void Compact();
 
     CTextStore& m_texts;
-    std::vector<Entry> m_entries; // by ascending order
-    std::size_t m_holes = 0;
+    std::vector<Entry> m_entries; // in write order, fewer tombstones than keys among them, and one more at most
+    std::size_t m_tombstones = 0;
     std::size_t m_textBytes = 0;
-    const CVELKeyToValueList* m_model = nullptr;
-    mutable std::size_t m_likelyNext = 0; // what is asked for in the order of writing is found at once
+    // Null as soon as this list is unlike the one before it. Until then the entries of both have equal keys at equal
+    // positions, as far as this list goes.
+    const CVELKeyToValueList* m_listBefore = nullptr;
+    // Where the next key asked for is likely to be. Only a guess: it may be beyond the end, or a tombstone.
+    mutable std::size_t m_likelyNext = 0;
     CFoldedIndex<CVELKeyToValueList> m_index;
     std::uint64_t m_nextOrder;
 };
