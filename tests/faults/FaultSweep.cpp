@@ -209,7 +209,7 @@ int SweepAll(Kind kind, const std::map<const char*, Effect>& effects)
         Run(scenario, {kind}, {}); // allocates what is allocated only once
         const std::string expected = Run(scenario, {kind}, {}).result;
         for (const auto& [name, effect] : effects)
-            failures += Sweep(scenario.name, name, [&](std::uint64_t point) {
+            failures += Sweep(scenario.name, name, [&, effect = effect](std::uint64_t point) {
                 return Run(scenario, {kind, point, effect}, expected);
             });
     }
