@@ -30,6 +30,7 @@ using faults::Kind;
 namespace {
 
 constexpr const char* oldBytes = "old"; // of the file that is saved over
+constexpr fs::perms privately = fs::perms::owner_read | fs::perms::owner_write;
 
 fs::path folder;
 std::uint64_t handle = 0;
@@ -246,6 +247,7 @@ struct Killed
 {
     bool atAll = false;
     bool hasFile = false;
+    fs::perms permissions = fs::perms::none;
     std::string bytes;
 };
 
@@ -253,6 +255,7 @@ Killed KillSaving(const faults::Plan& plan)
 {
     const Scenario saving = Saving();
     saving.prepare();
+    fs::permissions(FileName("made.oxd"), privately);
     std::fflush(stdout);
     const pid_t child = fork();
     if (child == 0) {
@@ -263,10 +266,11 @@ Killed KillSaving(const faults::Plan& plan)
     int status = 0;
     waitpid(child, &status, 0);
     CloseAll();
-    return {WIFSIGNALED(status), fs::exists(FileName("made.oxd")), ReadBytes(FileName("made.oxd"))};
+    const fs::file_status left = fs::status(FileName("made.oxd"));
+    return {WIFSIGNALED(status), fs::exists(left), left.permissions(), ReadBytes(FileName("made.oxd"))};
 }
 
-// What is left is the old file, none, or the beginning of the new one.
+// What is left is the old file, none, or the beginning of the new one, and is open to nobody else.
 int SweepKills(Effect effect, const char* effectName)
 {
     const std::string whole = KillSaving({Kind::File}).bytes;
@@ -275,7 +279,8 @@ int SweepKills(Effect effect, const char* effectName)
     for (bool killed = true; killed; ++points) {
         const Killed left = KillSaving({Kind::File, points, effect});
         killed = left.atAll;
-        const bool good = !left.hasFile || left.bytes == oldBytes || whole.starts_with(left.bytes);
+        const bool isPrivate = (left.permissions & ~privately) == fs::perms::none;
+        const bool good = !left.hasFile || (isPrivate && (left.bytes == oldBytes || whole.starts_with(left.bytes)));
         if (!good || (!killed && left.bytes != whole))
             std::printf("  point %ju: left %zu bytes (failure %d)\n", std::uintmax_t{points}, left.bytes.size(),
                         ++failures);
