@@ -33,6 +33,7 @@ namespace {
 
 constexpr const char* oldBytes = "old"; // content of the file that a save replaces
 constexpr const char* noFile = "none";  // what stands for the content of a file that does not exist
+constexpr fs::perms privately = fs::perms::owner_read | fs::perms::owner_write;
 
 fs::path folder;
 std::uint64_t handle = 0;
@@ -221,6 +222,7 @@ Outcome KillSaving(const faults::Plan& plan)
 {
     const Scenario saving = Saving();
     saving.prepare();
+    fs::permissions(FileName("made.oxd"), privately);
     std::fflush(stdout);
     const pid_t child = fork();
     if (child == 0) {
@@ -234,7 +236,14 @@ Outcome KillSaving(const faults::Plan& plan)
     return {WIFSIGNALED(status), nullptr, fs::exists(FileName("made.oxd")) ? saving.result() : noFile};
 }
 
-// A killed save leaves the old file, no file, or the beginning of the new one.
+// Whether nobody but the owner has access to the file, if there is one.
+bool IsPrivate(const fs::path& file)
+{
+    const fs::file_status left = fs::status(file);
+    return !fs::exists(left) || (left.permissions() & ~privately) == fs::perms::none;
+}
+
+// A killed save leaves the old file, no file, or the beginning of the new one, and opens none of them to others.
 int SweepKills(Effect effect, const char* effectName)
 {
     const std::string whole = KillSaving({Kind::File}).result;
@@ -245,6 +254,8 @@ int SweepKills(Effect effect, const char* effectName)
                                               : left == whole && whole != noFile && whole != oldBytes;
         if (!isAllowed)
             outcome.fault = "leaves a damaged file";
+        else if (!IsPrivate(FileName("made.oxd")))
+            outcome.fault = "opens the file to others";
         return outcome;
     });
 }

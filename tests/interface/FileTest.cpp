@@ -198,22 +198,23 @@ TEST_F(PosixFileTest, ASavedFileKeepsItsOwnerAndGroupOrIsClosedToAnotherGroup)
     const auto handle = Create();
     constexpr uid_t somebody = 12'345;
     constexpr gid_t theirs = 54'321;
-    const auto savedAs = [&](mode_t mode, uid_t user) {
+    const auto savedAs = [&](mode_t mode, uid_t user, gid_t group) {
         WriteBytes(Path("out.oxd"), "old");
         EXPECT_EQ(chmod(Path("out.oxd").c_str(), mode), 0);
         EXPECT_EQ(chown(Path("out.oxd").c_str(), somebody, theirs), 0);
         fs::permissions(Path(""), fs::perms::all);
-        EXPECT_EQ(seteuid(user), 0);
+        EXPECT_EQ(setegid(group) + seteuid(user), 0);
         Save(handle);
-        EXPECT_EQ(seteuid(0), 0);
+        EXPECT_EQ(seteuid(0) + setegid(0), 0);
         struct stat status = {};
         stat(Path("out.oxd").c_str(), &status);
         return std::tuple(status.st_uid, status.st_gid == theirs, status.st_mode & 07777);
     };
-    EXPECT_EQ(savedAs(0640, 0), std::tuple(somebody, true, 0640U));
+    EXPECT_EQ(savedAs(0640, 0, 0), std::tuple(somebody, true, 0640U));
     constexpr uid_t other = 23'456;
+    EXPECT_EQ(savedAs(0640, other, theirs), std::tuple(other, true, 0640U));
     for (const auto& [mode, left] : {std::pair(0640U, 0600U), {0664U, 0644U}, {0646U, 0644U}, {0604U, 0600U}})
-        EXPECT_EQ(savedAs(mode, other), std::tuple(other, false, left)) << std::oct << mode;
+        EXPECT_EQ(savedAs(mode, other, other), std::tuple(other, false, left)) << std::oct << mode;
 }
 #endif
 

@@ -16,6 +16,7 @@ TEST_F(InfoTest, GroupsAreCreatedFoundMovedAndDeletedByPosition)
     EXPECT_EQ(CreateInfoGroup(handle), 2U);
     EXPECT_EQ(CreateInfoGroupWithName(handle, "A"), 3U);
     EXPECT_EQ(GetInfoGroupIndex(handle, "B"), 1U) << "the case of letters does not matter";
+    EXPECT_EQ(GetInfoGroupIndex(handle, ""), 2U) << "an empty name is a name";
     EXPECT_EQ(ReasonOf([&] { GetInfoGroupIndex(handle, "C"); }), "No info with given name found. Name: C");
     SetInfoGroupName(handle, 2, "c");
     SetInfoGroupNewIndex(handle, 0, 2);
@@ -47,6 +48,8 @@ TEST_F(InfoTest, ItemsAreCreatedFoundEditedAndDeletedByPosition)
     EXPECT_EQ(Text(GetInfoItemValue, handle, 0U, 1U), "two");
     DeleteInfoItem(handle, 0, 1);
     EXPECT_EQ(Tree(handle), "G{X=1;z=1;Y=;}");
+    EXPECT_EQ(CreateInfoItem(handle, 0, "", "6"), 3U);
+    EXPECT_EQ(GetInfoItemIndex(handle, 0, ""), 3U);
 }
 
 TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)

@@ -69,7 +69,7 @@ TEST(HeaderStoreTest, AnEmptyKeyIsAKeyLikeAnyOtherAndNoneThatWasRemoved)
     }
 }
 
-TEST(HeaderStoreTest, ALineWithoutAKeyIsNoLineEvenBehindASectionWithAnEmptyKey)
+TEST(HeaderStoreTest, AKeyIsNotTakenForTheOneThatIsExpected)
 {
     CTextStore texts;
     CVELKeyToValueList before(texts);
@@ -79,6 +79,13 @@ TEST(HeaderStoreTest, ALineWithoutAKeyIsNoLineEvenBehindASectionWithAnEmptyKey)
     list.SetLine("=value");
     list.SetLine("key");
     EXPECT_EQ(list.GetCount(), 0U);
+
+    CVELKeyToValueList shorter(texts);
+    CVELKeyToValueList likely(texts);
+    shorter.SetValue("Key", "1");
+    likely.ExpectKeysOf(shorter);
+    likely.SetValue("Key1", "2"); // begins like the key that is expected
+    EXPECT_EQ(Rendered(likely), "Key1=2;");
 }
 
 // Beside a document whose sections and keys are searched for one by one.

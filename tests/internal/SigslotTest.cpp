@@ -83,6 +83,16 @@ TEST_F(SigslotTest, AConnectionAndARelayMayOutliveTheirSignalWhichASlotMayDestro
     EXPECT_FALSE(a(Operation::IsConnected) || a(Operation::Disconnect));
 }
 
+TEST_F(SigslotTest, AnEmissionReachesWhoeverListensBehindAnyRelay)
+{
+    lumox::sigslot_unorderedslots<int> first, second;
+    for (const auto* const target : {&first, &second})
+        signal->connect(target->relay());
+    EXPECT_EQ(Emit(), "");
+    first.connect([this](int) { log += 'f'; });
+    EXPECT_EQ(Emit(), "f");
+}
+
 TEST_F(SigslotTest, OrderedSlotsAreCalledByRank)
 {
     lumox::sigslot_orderedslots<double> ordered;
