@@ -209,10 +209,7 @@ bool CDataBuffer::GetPixel(std::uint64_t point, std::uint64_t line, const CLineO
     const CStoredSamples samples = ValidSamples(line);
     if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
         return false;
-    if (lineOperator.GetID() == LineOpID::RawData)
-        value = samples.At(point);
-    else
-        lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
+    lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});
     return true;
 }
 
