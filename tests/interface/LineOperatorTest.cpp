@@ -64,6 +64,7 @@ TEST_F(LineOperatorTest, ShortLinesGiveTheResultsOfCalculationsByHand)
           {1, {highest - 1, lowest + 1, lowest + 1, lowest + 1}, {highest, -268435456, -268435456, -268435456}},
           {2, {1, 2, 3}, {none, none, none}},
           {2, {0, 0, 0, 0}, {0, 0, 0, 0}},
+          {2, {5, 6, 7, 8, 9, 10}, {0, 0, 0, 0, 0, 0}},
           {2, {100, 100, 100, 200}, {20, -10, -40, 30}},
           {3, {5, 7, 4}, {2, -3, -3}},
           {3, {9}, {none}},

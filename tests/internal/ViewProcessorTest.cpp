@@ -74,6 +74,8 @@ TEST_F(ViewProcessorTest, EveryKeyOfAViewSetsItsField)
     Read("[SetView]\nViewWidth=640\nViewHeight=-480\nViewCount=2\nView0=v\nView1=V\n[v]\n");
     EXPECT_EQ(std::pair(viewSet.GetWidth(), viewSet.GetHeight()), std::pair(640, -480));
     EXPECT_EQ(viewSet.GetViews().at(0), viewSet.GetViews().at(1)) << "one section gives one view";
+    Read("[SetView]\n");
+    EXPECT_EQ(std::pair(viewSet.GetWidth(), viewSet.GetHeight()), std::pair(640, -480)) << "a size is kept";
 }
 
 TEST_F(ViewProcessorTest, EntriesWithIdentifierAndNumberBecomeProcessors)
@@ -108,6 +110,7 @@ TEST_F(ViewProcessorTest, KeysOfAProcessorAreReadAndItsRangeIsWritten)
         EXPECT_EQ(ReadSlope("Enabled=" + std::string(text) + "\n").IsEnabled(), isEnabled) << text;
     for (const auto& [text, value] : {std::pair("", 0.0), {"wide", 0.0}, {"3k", 3000.0}})
         EXPECT_EQ(ReadSlope("RangeMin=" + std::string(text) + "\n").GetRangeMin(), (fx::CFxProperty{value, "m"}));
+    EXPECT_EQ(ReadSlope("Enabled=1\n").GetDisplayName(), "Slope");
     const CProcessorSlope& slope =
         ReadSlope("RangeMin=-2.5 nm\nRangeMax=3\u00B5V#!\nDisplayName=My slope\nInputCount=5\nInput0Group=1\n"
                   "Input0Channel=2\nInput1Group=1\nInput3Group=9\ninput3CHANNEL=9\nInput5Group=1\nInput5Channel=2\n"
