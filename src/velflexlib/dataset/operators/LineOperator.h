@@ -27,6 +27,14 @@ enum class LineOpID
 // in the index of a sample that is to be subtracted, in ascending order of powers.
 using CLineFit = std::array<double, 5>;
 
+// Where a corrected pixel comes from. That of raw data is the stored sample itself, which is read without a call of
+// Apply(): reading pixel by pixel is to be fast.
+enum class PixelSource
+{
+    StoredSample,
+    CorrectedChunk,
+};
+
 // One row of the table of operators. A line is corrected in two steps, so that it can be corrected chunk by chunk, and
 // so that single pixels of it can: the fit looks at the whole line once, and Apply() then corrects any chunk of it.
 //
@@ -44,8 +52,9 @@ public:
 
     // `fit` is null for a local operator. The text behind `displayName` lives as long as the program.
     constexpr CLineOperator(LineOpID id, std::string_view displayName, std::uint64_t leastSamples, FitFunction fit,
-                            ApplyFunction apply)
-        : m_id(id), m_displayName(displayName), m_leastSamples(leastSamples), m_fit(fit), m_apply(apply)
+                            ApplyFunction apply, PixelSource pixelSource)
+        : m_id(id), m_displayName(displayName), m_leastSamples(leastSamples), m_fit(fit), m_apply(apply),
+          m_pixelSource(pixelSource)
     {
     }
     CLineOperator(const CLineOperator&) = delete;
@@ -60,6 +69,8 @@ public:
 
     // A local operator needs no fit: each corrected sample depends only on the sample itself and its neighbour.
     bool IsLocal() const { return m_fit == nullptr; }
+
+    PixelSource GetPixelSource() const { return m_pixelSource; }
 
     // Not for local operators. The line must have at least GetLeastSamples() samples.
     CLineFit Fit(const CStoredSamples& line) const { return m_fit(line); }
@@ -79,6 +90,7 @@ private:
     std::uint64_t m_leastSamples;
     FitFunction m_fit;
     ApplyFunction m_apply;
+    PixelSource m_pixelSource;
 };
 
 // The codes of the operators. Immutable, as are the operators.

@@ -63,15 +63,18 @@ struct CLineOpPolyFit4 : CLineOpSubtraction<4>
     static CLineFit Fit(const CStoredSamples& line);
 };
 
-// Identifier, display name, least number of samples, fit (null for local operators) and correction of every operator,
-// in the order of their codes. A straight line takes as many samples as a parabola does.
+// Identifier, display name, least number of samples, fit (null for local operators), correction and source of pixels
+// of every operator, in the order of their codes. A straight line takes as many samples as a parabola does.
 inline constexpr std::array lineOperators{
-    CLineOperator(LineOpID::RawData, "Raw data", 0, nullptr, CLineOpRAW::Apply),
-    CLineOperator(LineOpID::MeanFit, "Mean fit", 1, CLineOpAvg::Fit, CLineOpAvg::Apply),
-    CLineOperator(LineOpID::LineFit, "Line fit", 4, CLineOpPlain::Fit, CLineOpPlain::Apply),
-    CLineOperator(LineOpID::DerivedData, "Derived data", 2, nullptr, CLineOpDiff::Apply),
-    CLineOperator(LineOpID::ParabolaFit, "Parabola fit", 4, CLineOpParable::Fit, CLineOpParable::Apply),
-    CLineOperator(LineOpID::PolynomialFit, "Polynomial fit", 5, CLineOpPolyFit4::Fit, CLineOpPolyFit4::Apply),
+    CLineOperator(LineOpID::RawData, "Raw data", 0, nullptr, CLineOpRAW::Apply, PixelSource::StoredSample),
+    CLineOperator(LineOpID::MeanFit, "Mean fit", 1, CLineOpAvg::Fit, CLineOpAvg::Apply, PixelSource::CorrectedChunk),
+    CLineOperator(LineOpID::LineFit, "Line fit", 4, CLineOpPlain::Fit, CLineOpPlain::Apply,
+                  PixelSource::CorrectedChunk),
+    CLineOperator(LineOpID::DerivedData, "Derived data", 2, nullptr, CLineOpDiff::Apply, PixelSource::CorrectedChunk),
+    CLineOperator(LineOpID::ParabolaFit, "Parabola fit", 4, CLineOpParable::Fit, CLineOpParable::Apply,
+                  PixelSource::CorrectedChunk),
+    CLineOperator(LineOpID::PolynomialFit, "Polynomial fit", 5, CLineOpPolyFit4::Fit, CLineOpPolyFit4::Apply,
+                  PixelSource::CorrectedChunk),
 };
 
 inline constexpr std::size_t lineOpCount = lineOperators.size();
