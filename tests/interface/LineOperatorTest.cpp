@@ -1,4 +1,5 @@
-// Line operators against results that can be worked out by hand, and fits against those of the plain formulas.
+// Line operators: results that were calculated by hand, fits that were calculated by the plain formulas, and pixels
+// against the lines that they are from.
 #include "support/OxdTest.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ class LineOperatorTest : public OxdTest
 protected:
     const std::uint64_t handle = Create();
     static constexpr std::uint64_t group = 0;
-    static constexpr std::int32_t none = 99'999; // stands where an operator gave no sample
+    static constexpr std::int32_t none = 99'999; // fills the output, so it stays where an operator writes no sample
 
     LineOperatorTest()
     {
@@ -24,7 +25,7 @@ protected:
             CreateChannel(handle, bits, 0, 0);
     }
 
-    // What the operator makes of the line.
+    // Writes the line and reads it back through the operator.
     Line Apply(int lineOp, const Line& line, std::uint64_t inGroup = group) const
     {
         SetChannelXYDimension(handle, inGroup, 0, line.size(), 1);
@@ -34,7 +35,7 @@ protected:
         return output;
     }
 
-    // That channels which hold as few bits as their file has give the same, when these can hold the line.
+    // Expects the same from a line that was loaded from a file with 16 or 8 bits, if so few bits can hold it.
     void ExpectSameFromFile(int lineOp, Line line)
     {
         std::ranges::replace(line, highest, lowest);
@@ -52,7 +53,7 @@ protected:
     }
 };
 
-TEST_F(LineOperatorTest, SmallLinesGiveWhatOnePenAndPaperGives)
+TEST_F(LineOperatorTest, ShortLinesGiveTheResultsOfCalculationsByHand)
 {
     for (const auto& [lineOp, input, expected] :
          {std::tuple(0, Line{3, -4, highest}, Line{3, -4, highest}),
@@ -63,6 +64,7 @@ TEST_F(LineOperatorTest, SmallLinesGiveWhatOnePenAndPaperGives)
           {1, {highest - 1, lowest + 1, lowest + 1, lowest + 1}, {highest, -268435456, -268435456, -268435456}},
           {2, {1, 2, 3}, {none, none, none}},
           {2, {0, 0, 0, 0}, {0, 0, 0, 0}},
+          {2, {5, 6, 7, 8, 9, 10}, {0, 0, 0, 0, 0, 0}},
           {2, {100, 100, 100, 200}, {20, -10, -40, 30}},
           {3, {5, 7, 4}, {2, -3, -3}},
           {3, {9}, {none}},
@@ -79,8 +81,8 @@ TEST_F(LineOperatorTest, SmallLinesGiveWhatOnePenAndPaperGives)
     }
 }
 
-// The integers are those of the plain formulas, summed sample after sample in one order. Far from zero, where sums are
-// rounded most, any other order shows.
+// The checksums are of results that were calculated by the plain formulas, with sums in ascending order of samples.
+// Sums are rounded most in lines far from zero, where any other order gives other checksums.
 TEST_F(LineOperatorTest, FitsGiveTheSameIntegersInEveryBuild)
 {
     for (const auto& [lineOp, checksum] :
@@ -105,7 +107,7 @@ TEST_F(LineOperatorTest, FitsGiveTheSameIntegersInEveryBuild)
     }
 }
 
-TEST_F(LineOperatorTest, PixelsAreThoseOfTheLineAsItIsNow)
+TEST_F(LineOperatorTest, PixelsAreThoseOfTheCorrectedLineAfterEveryChange)
 {
     for (const Line& first : {Line{0, 3, -8, highest, 70, 6}, Line{5, 5, 7, 1, 0}}) {
         Apply(0, first);

@@ -1,5 +1,6 @@
-// Loops over samples in every width of instructions that the machine has.
+// The loops over samples give the same results in every width of instructions that this machine has.
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
+#include "velflexlib/dataset/samples/kernels/RawRange.h"
 
 #include <gtest/gtest.h>
 
@@ -19,12 +20,12 @@ Line Random(std::mt19937& random, std::size_t length)
     for (auto& sample : line) {
         sample = static_cast<std::int32_t>(random() << 2) >> 2;
         if (random() % 16 == 0)
-            sample = random() % 2 == 0 ? -536870912 : 536870911;
+            sample = random() % 2 == 0 ? lowestRaw : highestRaw;
     }
     return line;
 }
 
-// apply(kernels) gives numbers, which are to be the same as those of the baseline.
+// Expects that apply(kernels) returns the same for the baseline and for every wider set.
 template <class Apply>
 void ExpectSame(Apply apply)
 {

@@ -1,5 +1,5 @@
-// What a file tells of views and processors. Files are written without them, so that no other interface shows what was
-// read.
+// What is read from a file about views and processors. The C interface does not show them, and files are written
+// without them, so these tests use the classes themselves.
 #include "velflexlib/dataset/processors/ProcessorSet.h"
 #include "velflexlib/dataset/processors/Processors.h"
 #include "velflexlib/dataset/views/ViewSet.h"
@@ -31,14 +31,14 @@ protected:
         processorSet.ReadFromFile(document);
     }
 
-    // The first view, whose section has these lines.
+    // Reads a header with one view, whose section has these lines.
     const CView& ReadView(const std::string& lines)
     {
         Read("[SetView]\nViewCount=1\nView0=v\n[V]\n" + lines);
         return *viewSet.GetViews().at(0);
     }
 
-    // The first slope processor, whose parameter section has these lines.
+    // Reads a header with one slope processor, whose parameter section has these lines.
     const CProcessorSlope& ReadSlope(const std::string& lines)
     {
         Read("[ProcessorSet]\nProcessorCount=1\nProcessor0=p\n[p]\nGUID=" + slopeGuid +
@@ -69,11 +69,13 @@ TEST_F(ViewProcessorTest, EveryKeyOfAViewSetsItsField)
         "Par3=-1,a,b\nPar4= 5x,,v,dropped\nPar5=0,a,\nPar9=1,Twice,first\nPar010=1,No,1\nPar12=1,No,1\nPar8x=1,No,1\n");
     const CView::Parameters second{{"Offset", "3.5"}, {"Twice", "last"}};
     const decltype(view.lineOpParameters) expected{CView::Parameters{{"a", ""}}, second, {}, {}, {}, {{"", "v"}}};
-    EXPECT_EQ(view.lineOpParameters, expected) << "they go to the list of their operator";
+    EXPECT_EQ(view.lineOpParameters, expected) << "parameters go to the list of their operator";
 
     Read("[SetView]\nViewWidth=640\nViewHeight=-480\nViewCount=2\nView0=v\nView1=V\n[v]\n");
     EXPECT_EQ(std::pair(viewSet.GetWidth(), viewSet.GetHeight()), std::pair(640, -480));
-    EXPECT_EQ(viewSet.GetViews().at(0), viewSet.GetViews().at(1)) << "one section makes one view";
+    EXPECT_EQ(viewSet.GetViews().at(0), viewSet.GetViews().at(1)) << "one section gives one view";
+    Read("[SetView]\n");
+    EXPECT_EQ(std::pair(viewSet.GetWidth(), viewSet.GetHeight()), std::pair(640, -480)) << "a size is kept";
 }
 
 TEST_F(ViewProcessorTest, EntriesWithIdentifierAndNumberBecomeProcessors)
@@ -97,10 +99,18 @@ TEST_F(ViewProcessorTest, EntriesWithIdentifierAndNumberBecomeProcessors)
 
 TEST_F(ViewProcessorTest, KeysOfAProcessorAreReadAndItsRangeIsWritten)
 {
-    for (const auto& [text, isEnabled] : {std::pair("", true), {"00", true}, {"0", false}, {"FALSE", false}})
+    for (const auto& [text, isEnabled] : {std::pair("", true),
+                                          {"00", true},
+                                          {"1", true},
+                                          {"True", true},
+                                          {"yes", true},
+                                          {"0", false},
+                                          {"FALSE", false},
+                                          {"no", false}})
         EXPECT_EQ(ReadSlope("Enabled=" + std::string(text) + "\n").IsEnabled(), isEnabled) << text;
     for (const auto& [text, value] : {std::pair("", 0.0), {"wide", 0.0}, {"3k", 3000.0}})
         EXPECT_EQ(ReadSlope("RangeMin=" + std::string(text) + "\n").GetRangeMin(), (fx::CFxProperty{value, "m"}));
+    EXPECT_EQ(ReadSlope("Enabled=1\n").GetDisplayName(), "Slope");
     const CProcessorSlope& slope =
         ReadSlope("RangeMin=-2.5 nm\nRangeMax=3\u00B5V#!\nDisplayName=My slope\nInputCount=5\nInput0Group=1\n"
                   "Input0Channel=2\nInput1Group=1\nInput3Group=9\ninput3CHANNEL=9\nInput5Group=1\nInput5Channel=2\n"
@@ -115,7 +125,7 @@ TEST_F(ViewProcessorTest, KeysOfAProcessorAreReadAndItsRangeIsWritten)
     slope.SaveParameters(document);
     EXPECT_EQ(document.GetContent().Render(),
               "[ProcessorSet-Slope:3]\r\nRangeMin=-2.5e-09 m\r\nRangeMax=3e-06 V# !\r\n")
-        << "what is written never breaks the header";
+        << "a written parameter never breaks the header";
 }
 
 } // namespace

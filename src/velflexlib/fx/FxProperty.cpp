@@ -14,11 +14,11 @@ namespace veltaris::velflexlib::fx {
 
 namespace {
 
-// Symbols that begin like a prefix, but have none.
+// Unit symbols that begin with the letter of an SI prefix without having one.
 constexpr std::array<std::string_view, 9> plainSymbols{"m",   "m\u00B2", "m\u00B3", "T",   "Pa",
                                                        "mol", "min",     "px",      "Torr"};
 
-// The length of the decimal number that the text begins with: an "e" without digits belongs to what follows.
+// The length of the decimal number that the text begins with. An "e" that no digits follow is not part of it.
 std::size_t NumberLength(std::string_view text)
 {
     const std::size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
@@ -27,14 +27,14 @@ std::size_t NumberLength(std::string_view text)
     return static_cast<std::size_t>(end - text.data());
 }
 
-// Letters, also those beyond ASCII.
+// Symbols consist of letters, including all characters beyond ASCII.
 constexpr bool IsSymbolCharacter(char c)
 {
     const char folded = velstdlib::string::Folded(c);
     return (folded >= 'a' && folded <= 'z') || static_cast<unsigned char>(c) >= 0x80;
 }
 
-// The first of the symbols that a unit such as "m/s" is made of.
+// The first symbol of a unit that has several, such as "m/s".
 std::string_view LeadingSymbol(std::string_view unit)
 {
     const auto* const end = std::ranges::find_if_not(unit, IsSymbolCharacter);
@@ -47,8 +47,8 @@ std::string_view LikelyPrefix(std::string_view unit)
     return plain ? std::string_view() : velstdlib::math::LeadingSIPrefix(unit);
 }
 
-// What is left behind a prefix is no further symbol ("a.u.") and has no prefix of its own ("ppm"), or else there is
-// none: a unit, once split off, is never split again.
+// Something only counts as a prefix if what follows it is a symbol, unlike in "a.u.", that has no prefix of its own,
+// unlike in "ppm". So a unit without prefix is never split again when it is parsed once more.
 std::string_view PrefixOf(std::string_view unit)
 {
     const std::string_view prefix = LikelyPrefix(unit);
@@ -57,7 +57,7 @@ std::string_view PrefixOf(std::string_view unit)
     return fits ? prefix : std::string_view();
 }
 
-// Anything else behind the number, such as the rest of "2,5 nm", would change its meaning.
+// If anything else follows the number, as in "2,5 nm", the number means something else than was meant.
 bool CanBeginUnit(char c)
 {
     return IsSymbolCharacter(c) || c == '%';

@@ -1,4 +1,4 @@
-// Parameters with a unit, as texts such as "2.5 nm".
+// Parameters with a unit, and their texts, such as "2.5 nm".
 #pragma once
 
 #include <optional>
@@ -7,7 +7,8 @@
 
 namespace veltaris::velflexlib::fx {
 
-// A value, and the unit that it is in, without an SI prefix.
+// A value and its unit. The unit has no SI prefix: the value accounts for it. A plain value without thread rules of its
+// own; the functions below are thread-safe.
 struct CFxProperty
 {
     double value = 0;
@@ -16,11 +17,11 @@ struct CFxProperty
     bool operator==(const CFxProperty&) const = default;
 };
 
-// A finite decimal number, and behind it, with or without white space, perhaps an SI prefix and perhaps a unit: both
-// "2.5nm" and "2.5 nm" are 2.5e-9 in "m". Nothing when the text is something else.
+// Parses a finite decimal number, which may be followed by an SI prefix, a unit or both, with or without white space in
+// between: both "2.5nm" and "2.5 nm" are 2.5e-9 in "m". Returns nothing for any other text.
 std::optional<CFxProperty> ParseFxProperty(std::string_view text);
 
-// A text that parses to the same unit, and to the value in 6 significant digits.
+// Returns a text that parses to the same unit, and to the value rounded to 6 significant digits.
 std::string FormatFxProperty(const CFxProperty& property);
 
 } // namespace veltaris::velflexlib::fx

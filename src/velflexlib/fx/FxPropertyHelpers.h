@@ -1,4 +1,5 @@
-// Parameters with a unit as the values of keys.
+// Reading parameters with a unit from the keys of a section, and writing them there. Not thread-safe for the same
+// section.
 #pragma once
 
 #include "velflexlib/fx/FxProperty.h"
@@ -8,11 +9,12 @@
 
 namespace veltaris::velflexlib::fx {
 
-// The parameter under the key. A text without a unit is in the default's; the default when the key is missing, and,
-// with a warning in the log, when its value is no such text.
+// Returns the parameter under the key, or the default if the key is missing or empty. A value without a unit is taken
+// to be in the unit of the default. A value that cannot be parsed gives the default, too, and a warning in the log.
 CFxProperty ReadFxProperty(const velstdlib::util::CVELKeyToValueList& keys, std::string_view key,
                            const CFxProperty& defaultValue);
 
+// Characters of the unit that a header cannot hold are replaced.
 void WriteFxProperty(velstdlib::util::CVELKeyToValueList& keys, std::string_view key, const CFxProperty& property);
 
 } // namespace veltaris::velflexlib::fx

@@ -209,7 +209,7 @@ bool CDataBuffer::GetPixel(std::uint64_t point, std::uint64_t line, const CLineO
     const CStoredSamples samples = ValidSamples(line);
     if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
         return false;
-    if (lineOperator.GetID() == LineOpID::RawData)
+    if (lineOperator.GetPixelSource() == PixelSource::StoredSample)
         value = samples.At(point);
     else
         lineOperator.Apply(FitOf(line, samples, lineOperator), samples, point, {&value, 1});

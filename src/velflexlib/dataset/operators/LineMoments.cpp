@@ -8,21 +8,22 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-// All terms, and all of their sums, are multiples of the lowest bit that a raw sample has. They are exact as doubles as
-// long as none can be more than 2^53 times that. As sums of stored samples, which lack the spare bits, they must also
-// fit into 63 bits.
+// Whether the moments of raw samples v are exact in any order of additions, where |v| is at most 2^`bitsOfMagnitude`
+// and every v is a multiple of 2^`lowestBit`. So is every term v x^k and every sum of terms, and none of these is
+// beyond `powerSum` times the largest |v|. Doubles are exact up to 2^53 times the number that all are multiples of. The
+// integers that the moments are computed with are sums of stored samples, which are 2^`spareBits` times the raw ones:
+// these must stay below 2^63, and are held to 2^62.
 bool AreExact(int lowestBit, int spareBits, int bitsOfMagnitude, double powerSum)
 {
-    constexpr double slack = 1 + 0x1p-20; // the sum of powers is rounded itself
-    return std::ldexp(powerSum * slack, bitsOfMagnitude) <= std::ldexp(1, 53 + std::min(lowestBit, spareBits + 9));
+    constexpr double slack = 1 + 0x1p-20; // the sum of powers is rounded, too
+    return std::ldexp(powerSum * slack, bitsOfMagnitude) <= std::ldexp(1, std::min(53 + lowestBit, 62 - spareBits));
 }
 
 bool AreExact(const CStoredSamples& line, double powerSum)
 {
-    constexpr int rawBits = 30;
-    const int spareBits = rawBits - static_cast<int>(8 * BytesPerSample(line.Width()));
-    if (AreExact(std::max(spareBits, 0), spareBits, rawBits - 1, powerSum))
-        return true;
+    const int spareBits = SpareBits(line.Width());
+    if (AreExact(std::max(-spareBits, 0), spareBits, rawBits - 1, powerSum))
+        return true; // whatever the samples are
     const CSampleSurvey survey = line.Kernels().survey(line.From(0), line.Count());
     const auto bits = static_cast<std::uint32_t>(survey.bits);
     const auto magnitude = static_cast<std::uint32_t>(std::max(survey.highest, ~survey.lowest));

@@ -1,4 +1,7 @@
-// The sums that a polynomial is fitted to a line by.
+// The moments of a line, which are the sums that a polynomial is fitted to it by. They are always those that adding up
+// doubles in ascending order of the index gives, but a faster way is taken for lines where that makes no difference.
+//
+// Thread-safe as long as nobody changes the line meanwhile.
 #pragma once
 
 #include "velflexlib/dataset/samples/SampleBlock.h"
@@ -8,8 +11,8 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// Sums of v x^k over all samples v with their index x, for k = 0 .. Degree. These are doubles, added in ascending order
-// of x: rounding depends on that order, unless nothing is rounded. `powerSum` is the sum of x^Degree.
+// The sums of v x^k over all samples v with their index x, for k = 0 .. Degree. They are added as doubles in ascending
+// order of x, which decides how they are rounded. `powerSum` is the sum of x^Degree over all indices.
 template <std::size_t Degree>
 std::array<double, Degree + 1> Moments(const CStoredSamples& line, double powerSum);
 

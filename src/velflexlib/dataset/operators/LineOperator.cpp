@@ -2,64 +2,56 @@
 
 #include "velflexlib/dataset/operators/LineOperators.h"
 
-#include <array>
 #include <cstddef>
+#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-const CLineOpRAW raw;
-const CLineOpAvg mean;
-const CLineOpPlain line;
-const CLineOpDiff derived;
-const CLineOpParable parabola;
-const CLineOpPolyFit4 polynomial;
+using Codes = velstdlib::util::BiMapper<LineOpID, std::int32_t>;
 
-struct OperatorRow
+constexpr std::int32_t CodeOf(const CLineOperator& lineOperator)
 {
-    LineOpID id;
-    std::string_view displayName;
-    const CLineOperator& lineOperator;
-};
-
-constexpr std::array<OperatorRow, 6> operators{{{LineOpID::RawData, "Raw data", raw},
-                                                {LineOpID::MeanFit, "Mean fit", mean},
-                                                {LineOpID::LineFit, "Line fit", line},
-                                                {LineOpID::DerivedData, "Derived data", derived},
-                                                {LineOpID::ParabolaFit, "Parabola fit", parabola},
-                                                {LineOpID::PolynomialFit, "Polynomial fit", polynomial}}};
-
-const OperatorRow& RowOf(LineOpID id)
-{
-    return operators.at(static_cast<std::size_t>(id));
+    return static_cast<std::int32_t>(lineOperator.GetID());
 }
+
+template <std::size_t... Row>
+Codes CodesOf(std::index_sequence<Row...> /*rows*/)
+{
+    return {{lineOperators[Row].GetID(), CodeOf(lineOperators[Row])}...};
+}
+
+constexpr bool AreRowsInOrderOfTheirCodes()
+{
+    for (std::size_t row = 0; row < lineOpCount; ++row) {
+        if (std::cmp_not_equal(CodeOf(lineOperators[row]), row))
+            return false;
+    }
+    return true;
+}
+
+static_assert(AreRowsInOrderOfTheirCodes(), "operators are found by their code as the index of their row");
 
 } // namespace
 
-const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes()
+const Codes& LineOpCodes()
 {
-    static const velstdlib::util::BiMapper<LineOpID, std::int32_t> codes{
-        {LineOpID::RawData, 0},     {LineOpID::MeanFit, 1},     {LineOpID::LineFit, 2},
-        {LineOpID::DerivedData, 3}, {LineOpID::ParabolaFit, 4}, {LineOpID::PolynomialFit, 5}};
+    static const Codes codes = CodesOf(std::make_index_sequence<lineOpCount>());
     return codes;
-}
-
-std::string_view GetDisplayName(LineOpID id)
-{
-    return RowOf(id).displayName;
 }
 
 const CLineOperator& GetLineOperator(LineOpID id)
 {
-    return RowOf(id).lineOperator;
+    return lineOperators[static_cast<std::size_t>(id)];
 }
 
-// Every code is the number of its operator. The table of codes tells in its own words which are none.
+// Known codes are looked up without the two-way table, because reading single pixels is to be fast. Any other code goes
+// through it for the exception that it throws.
 const CLineOperator& GetLineOperator(std::int32_t code)
 {
-    const auto row = static_cast<std::size_t>(static_cast<std::uint32_t>(code));
-    return row < operators.size() ? operators[row].lineOperator : GetLineOperator(LineOpCodes().map(code));
+    const bool known = code >= 0 && std::cmp_less(code, lineOpCount);
+    return GetLineOperator(known ? static_cast<LineOpID>(code) : LineOpCodes().map(code));
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,4 +1,5 @@
-// Corrections of one line of raw samples.
+// The interface of a line operator, which corrects one line of raw samples, and the look-ups of operators by identifier
+// and by code. The operators themselves are the rows of the table in LineOperators.h.
 #pragma once
 
 #include "velflexlib/dataset/samples/SampleBlock.h"
@@ -11,6 +12,7 @@
 
 namespace veltaris::velflexlib::dataset {
 
+// The value of an identifier is the code that stands for the operator in files and in the interface.
 enum class LineOpID
 {
     RawData = 0,
@@ -21,50 +23,82 @@ enum class LineOpID
     PolynomialFit = 5,
 };
 
-// What an operator must know of a whole line to correct any part of it: what to subtract, as a polynomial in the index
-// of a sample, by ascending power.
+// What an operator must know of a whole line before it can correct any part of it: the coefficients of the polynomial
+// in the index of a sample that is to be subtracted, in ascending order of powers.
 using CLineFit = std::array<double, 5>;
 
-// Holds no state. The fits take the index of a sample as x, count every sample, and subtract the fitted value, cut
-// towards zero; the two ends of the raw range are markers that they pass through, and their results are clamped to the
-// raw range.
+// Where a corrected pixel comes from. That of raw data is the stored sample itself, which is read without a call of
+// Apply(): reading pixel by pixel is to be fast.
+enum class PixelSource
+{
+    StoredSample,
+    CorrectedChunk,
+};
+
+// One row of the table of operators. A line is corrected in two steps, so that it can be corrected chunk by chunk, and
+// so that single pixels of it can: the fit looks at the whole line once, and Apply() then corrects any chunk of it.
+//
+// The fits count every sample of the line. A fitted value is cut towards zero before it is subtracted, and the result
+// is clamped to the raw range. The two ends of the raw range are markers, for example of missing points: they take part
+// in the fit, but are never altered.
+//
+// Immutable: can be used by any number of threads at once.
 class CLineOperator
 {
 public:
+    using FitFunction = CLineFit (*)(const CStoredSamples& line);
+    using ApplyFunction = void (*)(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+                                   std::span<std::int32_t> corrected);
+
+    // `fit` is null for a local operator. The text behind `displayName` lives as long as the program.
+    constexpr CLineOperator(LineOpID id, std::string_view displayName, std::uint64_t leastSamples, FitFunction fit,
+                            ApplyFunction apply, PixelSource pixelSource)
+        : m_id(id), m_displayName(displayName), m_leastSamples(leastSamples), m_fit(fit), m_apply(apply),
+          m_pixelSource(pixelSource)
+    {
+    }
     CLineOperator(const CLineOperator&) = delete;
     CLineOperator& operator=(const CLineOperator&) = delete;
-    virtual ~CLineOperator() = default;
+    ~CLineOperator() = default;
 
-    LineOpID GetID() const { return m_id; }
+    constexpr LineOpID GetID() const { return m_id; }
+    constexpr std::string_view GetDisplayName() const { return m_displayName; }
 
-    // A line of fewer samples gives no corrected one; any other gives one of its length.
+    // A line with fewer samples than this yields no corrected samples. Any other line yields as many as it has.
     std::uint64_t GetLeastSamples() const { return m_leastSamples; }
 
-    // Whether it needs no fit: a corrected sample depends on the one or two next to it.
-    bool IsLocal() const { return m_id == LineOpID::RawData || m_id == LineOpID::DerivedData; }
+    // A local operator needs no fit: each corrected sample depends only on the sample itself and its neighbour.
+    bool IsLocal() const { return m_fit == nullptr; }
 
-    // Both are for lines of at least so many samples.
-    virtual CLineFit Fit(const CStoredSamples& /*line*/) const { return {}; }
-    // The corrected samples from index `first` on, of which there must be as many.
-    virtual void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
-                       std::span<std::int32_t> corrected) const = 0;
+    PixelSource GetPixelSource() const { return m_pixelSource; }
 
-protected:
-    CLineOperator(LineOpID id, std::uint64_t leastSamples) : m_id(id), m_leastSamples(leastSamples) {}
+    // Not for local operators. The line must have at least GetLeastSamples() samples.
+    CLineFit Fit(const CStoredSamples& line) const { return m_fit(line); }
+
+    // Writes the corrected samples from index `first` on to all of `corrected`. The line must have that many samples
+    // from there on, and at least GetLeastSamples(). A local operator ignores `fit`; for any other it is what Fit()
+    // returned for this line.
+    void Apply(const CLineFit& fit, const CStoredSamples& line, std::uint64_t first,
+               std::span<std::int32_t> corrected) const
+    {
+        m_apply(fit, line, first, corrected);
+    }
 
 private:
     LineOpID m_id;
+    std::string_view m_displayName;
     std::uint64_t m_leastSamples;
+    FitFunction m_fit;
+    ApplyFunction m_apply;
+    PixelSource m_pixelSource;
 };
 
-// The codes that stand for the operators in files and in the interface.
+// The codes of the operators. Immutable, as are the operators.
 const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes();
-
-std::string_view GetDisplayName(LineOpID id);
 
 const CLineOperator& GetLineOperator(LineOpID id);
 
-// Throws CNoMappingException for a code that is no operator's.
+// Throws CNoMappingException when no operator has this code.
 const CLineOperator& GetLineOperator(std::int32_t code);
 
 } // namespace veltaris::velflexlib::dataset

@@ -21,7 +21,8 @@ CSquareMatrix<Size - 1> Minor(const CSquareMatrix<Size>& matrix, std::size_t row
     return minor;
 }
 
-// Moves the largest element of the column, from the diagonal down, to the diagonal; true when rows were swapped.
+// Swaps rows so that the element with the largest magnitude of the column, from the diagonal down, is on the diagonal.
+// Returns whether that took a swap.
 template <std::size_t Size>
 bool Pivot(CSquareMatrix<Size>& matrix, std::size_t column)
 {
@@ -32,7 +33,7 @@ bool Pivot(CSquareMatrix<Size>& matrix, std::size_t column)
     return pivot != diagonal;
 }
 
-// Product of the diagonal after an LU decomposition with row pivoting, with the sign of the permutation.
+// The product of the diagonal after an LU decomposition with row pivoting, with the sign of the permutation.
 template <std::size_t Size>
 double DeterminantByElimination(CSquareMatrix<Size> matrix)
 {
@@ -53,7 +54,7 @@ double DeterminantByElimination(CSquareMatrix<Size> matrix)
     return determinant;
 }
 
-// Small determinants are expanded: that is exact for sums of powers as long as the products are.
+// Small determinants are expanded by their first row, which is exact for sums of powers as long as the products are.
 template <std::size_t Size>
 double Determinant(const CSquareMatrix<Size>& matrix)
 {

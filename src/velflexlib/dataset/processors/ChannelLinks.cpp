@@ -29,7 +29,6 @@ void CChannelLinks::Connect(const ChannelLookup& lookup)
 {
     for (auto& [index, link] : m_links) {
         const auto& [group, channel] = link.address;
-        link.buffer.reset();
         if (group != noIndex && channel != noIndex)
             link.buffer = lookup(group, channel);
     }

@@ -1,4 +1,5 @@
-// The channels that a processor reads from or writes to.
+// The list of channels that a processor reads from or writes to, as addresses in a file and as the channels that were
+// found at these addresses.
 #pragma once
 
 #include "velflexlib/dataset/channels/Databuffer.h"
@@ -12,9 +13,10 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// "No such thing" among group indices, channel indices and instance numbers.
+// Stands for a missing group index, channel index or instance number.
 inline constexpr std::uint64_t noIndex = ~std::uint64_t{0};
 
+// The position of a channel in a file: either index may be missing.
 struct CChannelAddress
 {
     std::uint64_t group = noIndex;
@@ -23,24 +25,29 @@ struct CChannelAddress
     bool operator==(const CChannelAddress&) const = default;
 };
 
-// Answers null for a channel that does not exist.
+// Returns null for a channel that does not exist.
 using ChannelLookup = std::function<std::shared_ptr<CDataBuffer>(std::uint64_t group, std::uint64_t channel)>;
 
-// A list, most of which may be missing in a file: it costs memory only for the channels that have an index.
+// A file can claim a long list and give hardly any addresses in it, so memory is only used for the links that have at
+// least one index.
+//
+// Invariant: no link beyond GetCount() is stored. Links do not keep channels alive. Not thread-safe: belongs to its
+// processor.
 class CChannelLinks
 {
 public:
-    // Replaces the list by the one under `prefix` + "Count" and, for each link, `prefix` + number + "Group" and
-    // "Channel". Throws CVELFileBadContentException, with the file's name, when it is too long.
+    // Replaces the list. Its length is under the key `prefix` + "Count", the indices of each link are under `prefix` +
+    // number + "Group" and + "Channel". Throws CVELFileBadContentException with the name of the file if it is too long.
     void Read(const velstdlib::util::CVELKeyToValueList& keys, const std::string& prefix, const std::string& fileName);
 
-    // Replaces what the links led to. Channels that do not exist are left out.
+    // Connects every link that has both indices to the channel at its address, and disconnects it from any other. Links
+    // to channels that do not exist are left unconnected.
     void Connect(const ChannelLookup& lookup);
 
     std::uint64_t GetCount() const { return m_count; }
-    // No channel, for a link beyond the list, too.
+    // Both indices are missing for a link that the file gives no address, and for a link beyond the list.
     CChannelAddress GetAddress(std::uint64_t link) const;
-    // Null when the link is not connected, or its channel is gone.
+    // Null if the link is not connected or its channel no longer exists.
     std::shared_ptr<CDataBuffer> GetBuffer(std::uint64_t link) const;
 
 private:

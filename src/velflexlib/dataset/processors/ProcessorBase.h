@@ -1,4 +1,5 @@
-// Derives channels from measured ones. Here processors are only kept: files are opened without running them.
+// The base of all processors, which derive channels from measured ones. The library only keeps what a file says of
+// them: it never runs them.
 #pragma once
 
 #include "velflexlib/dataset/processors/ChannelLinks.h"
@@ -10,7 +11,7 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// What all processors of one class have in common.
+// What all processors of one class have in common. The texts live as long as the program.
 struct CProcessorKind
 {
     std::string_view typeName; // in section names
@@ -18,7 +19,10 @@ struct CProcessorKind
     std::string_view defaultDisplayName;
 };
 
-// Instances of one kind are told apart by their number, and so is the section in which each has its parameters.
+// A processor is identified by its kind and its instance number, which together name the section that holds its
+// parameters: its display name, whether it is enabled, its input and output channels, and what only its kind has.
+//
+// Invariant: kind and number never change. Not thread-safe: belongs to the processor set of a data set.
 class CProcessorBase
 {
 public:
@@ -26,16 +30,15 @@ public:
     CProcessorBase& operator=(const CProcessorBase&) = delete;
     virtual ~CProcessorBase() = default;
 
-    const CProcessorKind& GetKind() const { return m_kind; }
-    std::uint64_t GetInstanceNo() const { return m_instanceNo; }
     std::string GetSectionName() const;
 
-    // Everything stays as it is when the document lacks the processor's section. Throws CVELFileBadContentException for
-    // too many inputs or outputs.
+    // Reads all parameters from the processor's section, and changes nothing if the document has no such section.
+    // Throws CVELFileBadContentException for too many inputs or outputs.
     void LoadParameters(velstdlib::util::CVELConfig& document);
-    // Writes what only this kind of processor has, into the processor's section.
+    // Writes the parameters that only this kind has to the processor's section, which is created if need be.
     void SaveParameters(velstdlib::util::CVELConfig& document) const;
 
+    // Connects inputs and outputs with the channels at their addresses.
     void Connect(const ChannelLookup& lookup);
 
     const std::string& GetDisplayName() const { return m_displayName; }
@@ -44,10 +47,10 @@ public:
     const CChannelLinks& GetOutputs() const { return m_outputs; }
 
 protected:
-    // `kind` lives as long as the program.
+    // `kind` must live as long as the program.
     CProcessorBase(const CProcessorKind& kind, std::uint64_t instanceNo);
 
-    // The processor's section is the document's active one.
+    // Hooks for the parameters that only one kind has. The active section of the document is the processor's.
     virtual void LoadOwnParameters(const velstdlib::util::CVELConfig& /*document*/) {}
     virtual void SaveOwnParameters(velstdlib::util::CVELConfig& /*document*/) const {}
 

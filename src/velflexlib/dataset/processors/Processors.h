@@ -1,4 +1,6 @@
-// The processors.
+// The kinds of processors. To add one, derive it from CProcessorBase here and list it in ProcessorFactory.cpp.
+//
+// What CProcessorBase says of invariants and threads holds for all of them.
 #pragma once
 
 #include "velflexlib/dataset/processors/ProcessorBase.h"
@@ -6,7 +8,8 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// The slope of a curve within a range of its point axis.
+// Derives the slope of a curve within a range of its point axis. The ends of the range are in metres unless the file
+// gives them another unit.
 class CProcessorSlope : public CProcessorBase
 {
 public:
@@ -25,7 +28,7 @@ private:
     fx::CFxProperty m_rangeMax{0, "m"};
 };
 
-// The largest adhesion of a curve.
+// Derives the largest adhesion of a curve. Has no parameters of its own.
 class CProcessorMaxAdhesion : public CProcessorBase
 {
 public:
@@ -34,7 +37,7 @@ public:
     explicit CProcessorMaxAdhesion(std::uint64_t instanceNo) : CProcessorBase(kind, instanceNo) {}
 };
 
-// The depth of indentation.
+// Derives the depth of indentation from a curve. Has no parameters of its own.
 class CProcessorIndentation : public CProcessorBase
 {
 public:

@@ -1,14 +1,18 @@
-// The range of raw samples, and ranges observed within it.
+// Ranges of values that were observed within the range of possible values, such as that of raw samples.
 #pragma once
+
+#include "velflexlib/dataset/samples/kernels/RawRange.h"
 
 #include <algorithm>
 
 namespace veltaris::velflexlib::dataset {
 
-// A range that begins inverted, hence empty, and widens with every value.
+// Starts inverted, hence empty: the first value sets both ends, and every further one can only widen it. Values must be
+// within the limits. A plain value, to be guarded by whoever shares it between threads.
 template <class Value, class Limit, Limit Lowest, Limit Highest>
 struct CTDataRange
 {
+    // The limits, both of which are possible values.
     static constexpr Value lowestPossible = Lowest;
     static constexpr Value highestPossible = Highest;
 
@@ -26,6 +30,7 @@ struct CTDataRange
     friend constexpr bool operator==(const CTDataRange&, const CTDataRange&) = default;
 };
 
-using CRawRange = CTDataRange<int, int, -536870912, 536870911>;
+// The range of raw samples.
+using CRawRange = CTDataRange<int, int, lowestRaw, highestRaw>;
 
 } // namespace veltaris::velflexlib::dataset

@@ -2,6 +2,7 @@
 
 #include <boost/throw_exception.hpp>
 
+#include <array>
 #include <bit>
 #include <stdexcept>
 #include <string>
@@ -60,11 +61,11 @@ void DropSpareBits(std::span<std::byte> stored, SampleWidth width)
 {
     if (width != SampleWidth::Bits32)
         return;
-    constexpr std::int32_t spareBits = 3;
+    constexpr std::int32_t rawMask = -(std::int32_t{1} << spareBits<std::int32_t>);
     auto* const samples = reinterpret_cast<std::int32_t*>(stored.data());
     const std::size_t count = stored.size() / sizeof *samples;
     for (std::size_t i = 0; i < count; ++i)
-        samples[i] &= ~spareBits;
+        samples[i] &= rawMask;
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,6 +1,6 @@
 #include "velflexlib/dataset/samples/SignalScale.h"
 
-#include "velflexlib/dataset/samples/DataRange.h"
+#include "velflexlib/dataset/samples/kernels/RawRange.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #include <algorithm>
@@ -11,16 +11,15 @@ namespace veltaris::velflexlib::dataset {
 
 namespace {
 
-constexpr double rawOffset = -static_cast<double>(CRawRange::lowestPossible);
-constexpr double rawSpan = static_cast<double>(CRawRange::highestPossible) + rawOffset; // 2^30 - 1
+constexpr double rawOffset = -static_cast<double>(lowestRaw);
 
 std::int32_t TopBits(double real)
 {
     constexpr double lowest = std::numeric_limits<std::int32_t>::min();
     constexpr double highest = std::numeric_limits<std::int32_t>::max();
     if (std::isnan(real))
-        return CRawRange::lowestPossible;
-    return static_cast<std::int32_t>(std::clamp(real, lowest, highest)) >> 2;
+        return lowestRaw;
+    return static_cast<std::int32_t>(std::clamp(real, lowest, highest)) >> spareBits<std::int32_t>;
 }
 
 } // namespace
@@ -29,11 +28,12 @@ double CSignalScale::ToReal(std::int32_t raw) const
 {
     const double max = min + range;
     const double real = min + (max - min) * (raw + rawOffset) / rawSpan;
-    // On an axis near the largest double the product overflows, the quotient does not.
+    // On an axis near the largest double the product overflows, but the quotient does not.
     return std::isfinite(real) ? real : min + (max - min) * ((raw + rawOffset) / rawSpan);
 }
 
-// Nothing can overflow or underflow in a conversion: true of all axes that have extent, but absurd ones.
+// Whether no step of a conversion can overflow or underflow, which is what the vectorised loops ask of an axis: true of
+// every axis with extent that measures something physical.
 bool CSignalScale::IsOrdinary() const
 {
     constexpr double farOff = 0x1p960;
@@ -71,16 +71,16 @@ std::optional<std::int32_t> CSignalScale::ToRaw(double real, RealToRawMode mode)
 std::int32_t CSignalScale::OnSignalAxis(double real) const
 {
     const double max = min + range;
-    const bool hasExtent = std::isfinite(min) && std::isfinite(max) && max != min;
+    const bool hasExtent = std::isfinite(max) && max != min; // a minimum that is not finite has no finite maximum
     if (!hasExtent || std::isnan(real))
-        return CRawRange::lowestPossible;
+        return lowestRaw;
     const bool rising = max > min;
     if (real >= std::max(min, max))
-        return rising ? CRawRange::highestPossible : CRawRange::lowestPossible;
+        return rising ? highestRaw : lowestRaw;
     if (real <= std::min(min, max))
-        return rising ? CRawRange::lowestPossible : CRawRange::highestPossible;
+        return rising ? lowestRaw : highestRaw;
     double steps = (real - min) * rawSpan / (max - min);
-    if (!std::isfinite(steps)) // an axis near the largest double: the product overflows, the quotient does not
+    if (!std::isfinite(steps)) // as in ToReal
         steps = (real - min) / (max - min) * rawSpan;
     return static_cast<std::int32_t>(std::clamp(steps, 0.0, rawSpan) - rawOffset);
 }

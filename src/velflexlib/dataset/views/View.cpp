@@ -24,7 +24,7 @@ const BiMapper<DataViewID, int> dataViewCodes{{DataViewID::Kind0, 0}, {DataViewI
 const BiMapper<ViewMode, int> viewModeCodes{{ViewMode::Mode0, 0}, {ViewMode::Mode1, 1}};
 const BiMapper<GraphMode, int> graphModeCodes{{GraphMode::Mode0, 0}, {GraphMode::Mode1, 1}, {GraphMode::Mode2, 2}};
 
-// The fields between the commas of the text, of which there is at least one, but no more than `most`.
+// The first fields of a text that commas separate: at least one, and at most `most`.
 std::vector<std::string_view> LeadingFields(std::string_view text, std::size_t most)
 {
     std::vector<std::string_view> fields;
@@ -49,7 +49,7 @@ void ReadInt(const CVELKeyToValueList& keys, std::string_view key, int& field)
     field = keys.GetValueT<int>(key, field);
 }
 
-// The fallback for a text that is no number or out of range.
+// The number that the text begins with, or the fallback if there is none or it is out of range.
 int LeadingIntOr(std::string_view text, int fallback)
 {
     try {
@@ -68,7 +68,8 @@ std::pair<int, int> ReadZRange(const CVELKeyToValueList& keys, const std::pair<i
     return {LeadingIntOr(fields.front(), current.first), LeadingIntOr(last, current.second)};
 }
 
-// Operator code, name and value; lines with fewer fields and codes of no operator are skipped.
+// The fields of a line are the code of an operator, the name of a parameter and its value. Lines with fewer fields are
+// skipped, as are lines with an unknown code.
 void StoreParameter(CView& view, std::string_view line)
 {
     const auto fields = LeadingFields(line, 3);
@@ -79,7 +80,7 @@ void StoreParameter(CView& view, std::string_view line)
         view.lineOpParameters[static_cast<std::size_t>(code)].insert_or_assign(std::string(fields[1]), fields[2]);
 }
 
-// In the order of their numbers, so that the last one of a name counts.
+// In the order of the lines' numbers: of two lines with the same name the later one counts.
 void ReadParameters(CView& view, const CVELKeyToValueList& keys, const std::string& fileName)
 {
     const auto count = ReadListCount(keys, "ParCount", velstdlib::util::limits::viewParameters, fileName);

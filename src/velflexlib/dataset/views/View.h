@@ -1,18 +1,18 @@
-// How the acquiring application shows one channel.
+// A view: how the acquiring application shows one channel.
 #pragma once
 
-#include "velflexlib/dataset/operators/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperators.h"
 #include "velstdlib/util/header/VELKeyToValue.h"
 
 #include <array>
-#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
-// What the kinds and modes look like is the application's business: here they are only numbered.
+// What the kinds and modes below look like is the application's business. Here they only have the numbers that files
+// have for them.
 enum class DataViewID
 {
     Kind0 = 0,
@@ -37,10 +37,14 @@ enum class GraphMode
     Mode2 = 2,
 };
 
+// Field by field what the section of a view says. A view that was just made has the values that apply when its section
+// says nothing, among them that the range of displayed values is found automatically.
+//
+// Invariant: `lineOpParameters` has one list for each operator, which may be empty. Not thread-safe while it is read
+// from a file; a view set hands out views that do not change any more.
 struct CView
 {
-    static constexpr std::size_t lineOpCount = 6;
-
+    // The values of an operator's parameters by their names, both as the file has them.
     using Parameters = std::map<std::string, std::string>;
 
     DataViewID id = DataViewID::Kind0;
@@ -53,11 +57,12 @@ struct CView
     int aspectRatio = 0;
     bool autoZRange = true;
     std::pair<int, int> zRange{0, 0};
-    std::array<Parameters, lineOpCount> lineOpParameters; // by operator code
+    std::array<Parameters, lineOpCount> lineOpParameters; // by the code of the operator
 
-    // Fields whose keys are missing or unreadable keep their value. Throws CNoMappingException for a code that is none,
-    // std::out_of_range when "ZRange" is less than two fields, CVELFileBadContentException, with the file's name, for
-    // too many parameters, and what ParseLeadingInt throws for the operator code of a parameter.
+    // Fields whose keys are missing or unreadable keep their value. Throws CNoMappingException for an unknown code of a
+    // kind, mode or operator, std::out_of_range when "ZRange" has fewer than two fields, CVELFileBadContentException
+    // with the name of the file for too many parameters, and what ParseLeadingInt throws for the operator code of a
+    // parameter.
     void Read(const velstdlib::util::CVELKeyToValueList& keys, const std::string& fileName);
 };
 

@@ -4,7 +4,6 @@
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/ListCount.h"
 
-#include <cstdint>
 #include <string_view>
 #include <unordered_map>
 
@@ -17,7 +16,7 @@ namespace {
 
 constexpr int latestVersion = 1;
 
-// Reads each section once: a file can name one section as often as it likes.
+// Reads each section only once, because a file can name the same section any number of times.
 class CViewReader
 {
 public:

@@ -1,4 +1,4 @@
-// The views that the acquiring application has opened on a data set.
+// The views that the acquiring application has opened on a data set, and the size of the area that it shows them in.
 #pragma once
 
 #include "velflexlib/dataset/views/View.h"
@@ -10,7 +10,10 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// Read only: files are written without views.
+// Views are only read: files are written without them.
+//
+// Invariant: no view is null. Not thread-safe: like the data set that owns it, it is to be used by one thread at a
+// time. The views themselves do not change once they have been read.
 class CViewSet
 {
 public:
@@ -21,18 +24,17 @@ public:
     CViewSet& operator=(const CViewSet&) = delete;
     ~CViewSet() = default;
 
-    // Replaces the views by those that the section lists. The size of the view area stays when the section gives none.
-    // Throws CVELFileVersionException for a version above 1, CVELFileBadContentException for too many views, and what
-    // CView::Read throws.
+    // Replaces the views by those that the section lists. A size of the view area that the section does not give stays
+    // as it was. Throws CVELFileVersionException for a version above 1, CVELFileBadContentException for too many views,
+    // and what CView::Read throws. After an exception the set holds some views, or none.
     void ReadFromFile(velstdlib::util::CVELConfig& document, const std::string& sectionName);
 
-    // Drops the views.
     void Clear();
 
     int GetWidth() const { return m_width; }
     int GetHeight() const { return m_height; }
 
-    // Never null. Views that have the same section, and those that have none, share one object.
+    // In the order of the list. Views that share a section share one object, and so do all views without a section.
     const Views& GetViews() const { return m_views; }
 
 private:

@@ -1,4 +1,10 @@
-// The loops of line operators, for the loops over samples: see SampleLoops.h.
+// The loops of the line operators: sums over a line, which polynomials are fitted by, and the subtraction of a fitted
+// polynomial. See SampleLoops.h for how these sources are compiled.
+//
+// Invariant: whatever the width of the vectors, all results have the same bits. Sums of integers are exact, so the
+// order of additions does not matter; where doubles are rounded, each loop adds them in one order that it documents.
+// The compiler may not contract multiplications and additions here, because that rounds differently: the build forbids
+// it. Like all loops over samples, these hold no state and can run in any number of threads.
 #pragma once
 
 #include "velflexlib/dataset/samples/kernels/SampleVectors.h"
@@ -8,6 +14,7 @@ namespace veltaris::velflexlib::dataset {
 // NOLINTBEGIN(misc-definitions-in-headers,cert-dcl59-cpp): every source that includes this is to have its own
 namespace {
 
+// The sum of at most 2^33 raw samples, which cannot overflow.
 template <class Stored>
 std::int64_t Sum(const std::byte* stored, std::size_t count)
 {
@@ -18,7 +25,8 @@ std::int64_t Sum(const std::byte* stored, std::size_t count)
     return sum;
 }
 
-// v x^k for a vector of samples v with their indices x.
+// The terms v x^k, for k = 0 .. Degree, of a vector of samples v that have the indices x. Each is the one before times
+// x: they are rounded in this order.
 template <int Degree>
 struct CTerms
 {
@@ -33,21 +41,31 @@ struct CTerms
     Doubles ofPower[Degree + 1] = {};
 };
 
-// Sums over all x of v C(u + k - 1, k), for k = 0 .. 4, to sums of v u^k, each a row of factors of these.
+// Row k gives u^k as a combination of the binomial coefficients C(u + i - 1, i), for i = 0 .. k. Up to their sign,
+// which alternates, these numbers are i! times the number of ways to divide k things into i groups. So u^2 is 2 C(u +
+// 1, 2) - u, and the last number of row k is k!.
 constexpr std::int64_t powersOfRising[5][5] = {
     {1, 0, 0, 0, 0}, {0, 1, 0, 0, 0}, {0, -1, 2, 0, 0}, {0, 1, -6, 6, 0}, {0, -1, 14, -36, 24}};
 
-// With integers, of which the sums of sums of samples take nothing but additions. In sample i of n of a lane, counted
-// from 0, these sums have the factor C(u + k - 1, k), where u = n - i. The index of the sample in its line is that of
-// the lane plus i times the number of lanes. All of it is right modulo 2^64, and so are the results, whose magnitude is
-// below 2^63.
+// The moments as exact integers. Running sums of running sums need nothing but one addition for each power and vector:
+// after n vectors, `sums[k]` holds the sum of v C(u + k - 1, k) over the samples v of a lane, where u = n - i for the
+// sample of vector i, because sample i has by then been counted 1, u, u (u + 1) / 2, ... times. From these sums follow,
+// in this order,
+//  - the sums of v u^k, by the rows of powersOfRising,
+//  - the sums of v (-lanes u)^k, by a factor for each power,
+//  - the sums of v x^k, because the sample's index in the line is x = origin - lanes u, where origin = lane + lanes n:
+//    `Degree` passes add the origin to what is raised to the power k, by the binomial theorem.
+//
+// Every step is an addition, subtraction or multiplication of integers, hence right modulo 2^64 even where it wraps.
+// That makes the result right if its true value fits into 63 bits and a sign, which the caller has checked, as it has
+// checked that this value is exact as a double.
 template <class Stored, int Degree>
 void MomentsInAnyOrder(const std::byte* stored, std::size_t count, double* moments)
 {
     Longs sums[Degree + 1] = {};
     std::uint64_t n = 0;
-    ForEachVector(As<Stored>(stored), count, [&](const Stored* piece) {
-        sums[0] += LoadAs<Longs>(piece);
+    ForEachVector(As<Stored>(stored), count, [&](const Stored* vector) {
+        sums[0] += LoadAs<Longs>(vector);
         for (int k = 1; k <= Degree; ++k)
             sums[k] += sums[k - 1];
         ++n;
@@ -57,7 +75,7 @@ void MomentsInAnyOrder(const std::byte* stored, std::size_t count, double* momen
     for (int k = 0; k <= Degree; ++k) {
         for (int i = 0; i <= k; ++i)
             ofPower[k] += sums[i] * static_cast<std::uint64_t>(powersOfRising[k][i]);
-        ofPower[k] *= scale; // now with (x - lanes n - index of the lane)^k
+        ofPower[k] *= scale; // now the sum of v (x - origin)^k
         scale *= -lanes;
     }
     const Longs origin = __builtin_convertvector(Ascending(), Longs) + lanes * n;
@@ -73,8 +91,9 @@ void MomentsInAnyOrder(const std::byte* stored, std::size_t count, double* momen
     }
 }
 
-// The terms of some vectors at a time, then one sum after the other: each is a chain of additions that wait for each
-// other, but the processor works on all chains at once. Zeros behind the last sample add nothing.
+// The moments as doubles, each added in ascending order of x, which is what the rounded result is defined by. Additions
+// of one moment have to wait for each other, but those of different moments do not. So the terms of a few vectors are
+// computed first, and the processor then adds to all moments at once. The zeros behind the last sample add nothing.
 template <class Stored, int Degree>
 void MomentsInOrder(const std::byte* stored, std::size_t count, double* moments)
 {
@@ -86,10 +105,10 @@ void MomentsInOrder(const std::byte* stored, std::size_t count, double* moments)
     for (std::size_t begin = 0; begin < count; begin += samplesAtATime) {
         const std::size_t left = count - begin < samplesAtATime ? count - begin : samplesAtATime;
         std::size_t i = 0;
-        ForEachVector(samples + begin, left, [&](const Stored* piece) {
-            const CTerms<Degree> ofPiece(piece, x);
+        ForEachVector(samples + begin, left, [&](const Stored* vector) {
+            const CTerms<Degree> ofVector(vector, x);
             for (int k = 0; k <= Degree; ++k)
-                Store(ofPiece.ofPower[k], terms[k] + i);
+                Store(ofVector.ofPower[k], terms[k] + i);
             x += static_cast<double>(lanes);
             i += lanes;
         });
@@ -101,7 +120,8 @@ void MomentsInOrder(const std::byte* stored, std::size_t count, double* moments)
     __builtin_memcpy(moments, sums, sizeof sums);
 }
 
-// The order of these additions is part of the result.
+// The value of a polynomial with the coefficients c at x. The order of these additions and multiplications is part of
+// the result, because they are rounded.
 template <int Degree, class Number>
 [[gnu::always_inline]] inline Number Polynomial(const double* c, const Number& x)
 {
@@ -116,11 +136,14 @@ template <int Degree, class Number>
     return value;
 }
 
-// Twice the raw range: subtracting more than that gives the same results, as long as integers can hold them.
-constexpr double farOff = 0x1p30;
-constexpr double tooFarOff = 0x1.4p30;
+// The number of raw values. A fitted value of this magnitude takes every sample to the end of the raw range, and so
+// does any larger one, which may therefore be replaced by it. A value below `tooFarOff` needs no replacement: it fits
+// into 32 bits, and so does its difference from any sample. The quarter between the two allows for rounding.
+constexpr double farOff = rawSpan + 1;
+constexpr double tooFarOff = 1.25 * farOff;
 
-// One comparison for both ends of the range.
+// Whether samples are at an end of the raw range. Counting from the sample above the lower end, in wrapping unsigned
+// arithmetic, takes one comparison for both ends.
 Ints IsMarker(const Ints& sample)
 {
     using Naturals = VectorOf<std::uint32_t>;
@@ -128,6 +151,7 @@ Ints IsMarker(const Ints& sample)
     return reinterpret_cast<Naturals>(sample - (lowestRaw + 1)) >= Naturals{} + inner;
 }
 
+// `ReachesFarOff` says whether a fitted value could be too far off to be converted to an integer.
 template <class Stored, int Degree, bool ReachesFarOff>
 void Correct(const Stored* samples, std::size_t count, double first, const double* coefficients,
              std::int32_t* corrected)
@@ -135,14 +159,14 @@ void Correct(const Stored* samples, std::size_t count, double first, const doubl
     double c[Degree + 1];
     __builtin_memcpy(c, coefficients, sizeof c);
     Doubles x = Ascending() + first;
-    Transform(samples, count, corrected, [&](const Stored* piece) -> Ints {
+    Transform(samples, count, corrected, [&](const Stored* vector) -> Ints {
         Doubles fitted = Polynomial<Degree>(c, x);
         x += static_cast<double>(lanes);
         if constexpr (ReachesFarOff) {
             fitted = fitted < farOff ? fitted : Doubles{} + farOff;
             fitted = fitted > -farOff ? fitted : Doubles{} - farOff;
         }
-        const Ints sample = LoadRaw(piece);
+        const Ints sample = LoadRaw(vector);
         Ints result = sample - __builtin_convertvector(fitted, Ints); // cut towards zero
         result = result < lowestRaw ? Ints{} + lowestRaw : result;
         result = result > highestRaw ? Ints{} + highestRaw : result;
@@ -150,6 +174,7 @@ void Correct(const Stored* samples, std::size_t count, double first, const doubl
     });
 }
 
+// The same for a single sample, which is a pixel that a caller reads.
 template <int Degree>
 std::int32_t CorrectedSample(std::int32_t sample, double x, const double* c)
 {
@@ -160,6 +185,8 @@ std::int32_t CorrectedSample(std::int32_t sample, double x, const double* c)
     return Clamped(sample - static_cast<std::int32_t>(near));
 }
 
+// Corrects a chunk of a line whose first sample has the index `first`. The sum of the magnitudes of the polynomial's
+// terms at the end of the chunk bounds every fitted value.
 template <class Stored, int Degree>
 void SubtractPolynomial(const std::byte* stored, std::size_t count, double first, const double* coefficients,
                         std::int32_t* corrected)
@@ -169,7 +196,7 @@ void SubtractPolynomial(const std::byte* stored, std::size_t count, double first
         *corrected = CorrectedSample<Degree>(RawOf<Stored>(std::int32_t{*samples}), first, coefficients);
         return;
     }
-    const double end = first + static_cast<double>(count + lanes); // what fills the last vector up counts, too
+    const double end = first + static_cast<double>(count + lanes); // includes what fills up the last vector
     double bound = 0;
     for (int k = Degree; k >= 0; --k)
         bound = bound * end + __builtin_fabs(coefficients[k]);

@@ -1,4 +1,7 @@
-// The loops over samples, in as wide instructions as the processor has.
+// The loops over samples, in as wide instructions as the processor has. These are the only functions of the library
+// that touch every sample of a line, so they decide its speed.
+//
+// Sets of loops are immutable tables of functions without state: any number of threads can use them at once.
 #pragma once
 
 #include <cstddef>
@@ -6,51 +9,55 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// What writing raw samples must know of them, those that come from a caller clamped to the raw range.
+// What must be known of all samples of a line before they can be written. Samples that come from a caller count as if
+// they had been clamped to the raw range. Of no samples, `lowest` is above `highest`.
 struct CSampleSurvey
 {
     std::int32_t lowest;
     std::int32_t highest;
-    std::int32_t bits; // all bits that some sample has
+    std::int32_t bits; // every bit that is set in at least one sample
 };
 
-// The real values of the ends of the raw range: two different ones, so far from infinity that nothing overflows, and so
-// far from each other that nothing that shows underflows.
+// The real values of the lowest and of the highest raw sample. They must differ by so much that no step of a conversion
+// underflows in a way that shows, and be so far from infinity that none overflows.
 struct CSignalAxis
 {
     double min;
     double max;
 };
 
-// Loops over the samples of a line as they are stored, in one width, at an address that is a multiple of it.
+// Loops over the samples of a line as they are stored in one width, at an address that is a multiple of that width.
 struct CStoredKernels
 {
-    // Between stored and raw samples.
+    // Convert between stored and raw samples.
     void (*widen)(const std::byte* stored, std::size_t count, std::int32_t* raw);
     void (*narrow)(const std::int32_t* raw, std::size_t count, std::byte* stored);
 
-    // Of the raw values that the samples have, as all that follows.
+    // These and all that follow work on the raw values of the stored samples.
     CSampleSurvey (*survey)(const std::byte* stored, std::size_t count);
     std::int64_t (*sum)(const std::byte* stored, std::size_t count);
 
-    // By the degree of a polynomial, which is 1, 2 or 4: the sums of v x^k, for k = 0 .. degree, over all samples v
-    // with their index x. Rounding depends on the order of these additions, unless all of them are exact.
+    // Indexed by the degree of a polynomial, which is 1, 2 or 4. They compute the sums of v x^k, for k = 0 .. degree,
+    // over all samples v with their index x. The sums in order are added in ascending order of x, which decides how
+    // they are rounded. Those in any order are faster, but only right if the sums are exact as doubles, and those of
+    // the stored samples, taken as integers, fit into 63 bits and a sign.
     using Moments = void (*)(const std::byte* stored, std::size_t count, double* moments);
     Moments momentsInAnyOrder[5];
-    Moments momentsInOrder[5]; // ascending
+    Moments momentsInOrder[5];
 
-    // By the degree, which is 0, 1, 2 or 4: what is left when a polynomial in x, given by its coefficients in ascending
-    // order, is subtracted from a piece of a line, whose first sample has the index `first`.
+    // Indexed by the degree of a polynomial in x, which is 0, 1, 2 or 4 and is given by its coefficients in ascending
+    // order of powers. They subtract the polynomial, cut towards zero, from a chunk of a line whose first sample has
+    // the index `first`, and clamp the results to the raw range. Samples at an end of the raw range stay.
     using Subtract = void (*)(const std::byte* stored, std::size_t count, double first, const double* coefficients,
                               std::int32_t* corrected);
     Subtract subtract[5];
 
-    // The distance from each sample to the next one, wrapping; `count` + 1 samples are there.
+    // Subtracts each sample from the next one, in wrapping arithmetic. `count` + 1 samples are read, unless it is 0.
     void (*differences)(const std::byte* stored, std::size_t count, std::int32_t* differences);
 };
 
-// One set of loops. `count` may be anything; what is read and what is written do not overlap. Whatever the set, the
-// results are the same, except for sums that are not exact.
+// One set of loops. Any `count` is allowed. What is read and what is written must not overlap. All sets give the same
+// results, bit for bit, as long as the moments in any order are only used where they are exact.
 struct CSampleKernels
 {
     CStoredKernels stored8, stored16, stored32;
@@ -58,16 +65,16 @@ struct CSampleKernels
     void (*clamp)(const std::int32_t* from, std::size_t count, std::int32_t* to);
     CSampleSurvey (*survey)(const std::int32_t* from, std::size_t count);
 
-    // Between raw samples and real values.
+    // Convert between raw samples and real values, as CSignalScale describes it.
     void (*toReal)(const std::int32_t* from, std::size_t count, const CSignalAxis& axis, double* to);
     void (*toRaw)(const double* from, std::size_t count, const CSignalAxis& axis, std::int32_t* to);
 };
 
-// The set to use on this processor.
+// The set with the widest instructions that this processor has.
 const CSampleKernels& Kernels();
 
-// Sets for x86-64 processors: all of them, those with AVX2 and FMA, those with AVX-512 for integers of all widths, too.
-// Only what the processor has may be called.
+// One set for all processors and two for x86-64 processors: those with AVX2 and FMA, and those that also have AVX-512
+// for integers of all widths. A set may only be called on a processor that has its instructions.
 extern const CSampleKernels baselineKernels;
 extern const CSampleKernels avx2Kernels;
 extern const CSampleKernels avx512Kernels;

@@ -1,7 +1,11 @@
-// The bodies of the loops over samples, to be compiled once for each width of vectors: for one source each, whose
-// compiler options say which instructions there are. Everything here is that source's own. It may call nothing that
-// other sources could share, not even an inline function of the standard library: the linker keeps one copy of those,
-// and the processor may lack the instructions of the one that it keeps.
+// The bodies of the loops over samples, which are compiled once for each width of vectors: each width has one source,
+// whose compiler options say which instructions it may use, and which defines its set of loops from what is here.
+//
+// Invariant: everything in here, and in what this includes, has internal linkage and calls nothing that other sources
+// could share, not even an inline function of the standard library. The linker keeps one copy of a shared function, and
+// the processor may lack the instructions of the copy that it keeps.
+//
+// The loops hold no state and can run in any number of threads at once.
 #pragma once
 
 #include "velflexlib/dataset/samples/kernels/FitLoops.h"
@@ -12,6 +16,7 @@ namespace veltaris::velflexlib::dataset {
 // NOLINTBEGIN(misc-definitions-in-headers,cert-dcl59-cpp): every source that includes this is to have its own
 namespace {
 
+// From stored samples to raw ones. The three loops below are simple enough for the compiler to vectorise them.
 template <class Stored>
 void Widen(const std::byte* stored, std::size_t count, std::int32_t* raw)
 {
@@ -20,6 +25,7 @@ void Widen(const std::byte* stored, std::size_t count, std::int32_t* raw)
         raw[i] = RawOf<Stored>(std::int32_t{from[i]});
 }
 
+// From raw samples to stored ones, rounded down to what these can hold.
 template <class Stored>
 void Narrow(const std::int32_t* raw, std::size_t count, std::byte* stored)
 {
@@ -34,6 +40,7 @@ void Clamp(const std::int32_t* from, std::size_t count, std::int32_t* to)
         to[i] = Clamped(from[i]);
 }
 
+// Always inline, so that each caller gets a loop of its own with `toRaw` expanded in it.
 template <class From, class ToRaw>
 [[gnu::always_inline]] inline CSampleSurvey SurveyOf(const From* from, std::size_t count, ToRaw toRaw)
 {
@@ -47,6 +54,7 @@ template <class From, class ToRaw>
     return survey;
 }
 
+// Of samples that a caller gave, which may be beyond the raw range.
 CSampleSurvey Survey(const std::int32_t* from, std::size_t count)
 {
     return SurveyOf(from, count, Clamped);
@@ -58,6 +66,8 @@ CSampleSurvey SurveyStored(const std::byte* stored, std::size_t count)
     return SurveyOf(As<Stored>(stored), count, RawOf<Stored, std::int32_t>);
 }
 
+// Computes min + extent (raw - lowest) / span. The order of these steps is part of the result: CSignalScale converts
+// single samples in the same order.
 void ToReal(const std::int32_t* from, std::size_t count, const CSignalAxis& axis, double* to)
 {
     const double min = axis.min;
@@ -69,8 +79,9 @@ void ToReal(const std::int32_t* from, std::size_t count, const CSignalAxis& axis
     });
 }
 
-// Values at or beyond the ends of the axis become the ends of the raw range, a NaN the lower one. Steps from the lower
-// end are exact there, those from the upper one need not be.
+// Computes (real - min) span / extent, cut towards raw zero. Values at or beyond an end of the axis become that end of
+// the raw range, a NaN the lowest raw sample. At the minimum the steps are exactly 0 without further ado. At the
+// maximum the formula may be off by a step, so the comparison with it decides. Every comparison with a NaN is false.
 template <bool Rising>
 void ToRawAlong(const double* from, std::size_t count, const CSignalAxis& axis, std::int32_t* to)
 {
@@ -97,6 +108,7 @@ void ToRaw(const double* from, std::size_t count, const CSignalAxis& axis, std::
         ToRawAlong<false>(from, count, axis, to);
 }
 
+// Unsigned, because differences wrap.
 template <class Stored>
 void Differences(const std::byte* stored, std::size_t count, std::int32_t* differences)
 {
@@ -108,6 +120,7 @@ void Differences(const std::byte* stored, std::size_t count, std::int32_t* diffe
     }
 }
 
+// There are no loops for polynomials of degree 3, and none for moments of degree 0, which Sum() gives.
 template <class Stored>
 constexpr CStoredKernels kernelsOf{
     Widen<Stored>,

@@ -1,6 +1,13 @@
-// Vectors of samples, as wide as the compiler options allow, for the loops over samples: see SampleLoops.h.
+// Vectors of samples and of numbers, as wide as the compiler options of the including source allow, and the steps that
+// the loops over samples are made of. See SampleLoops.h for why nothing here may be shared between sources.
+//
+// Invariants: every vector has the same number of elements, `lanes`, whatever its element type, so that a vector of
+// samples, one of their indices and one of their corrected values go together. No step reads or writes beyond the
+// elements it was given: the last, incomplete vector of a line passes through a buffer that is filled up with zeros.
+// Nothing here holds state between calls, so that any number of threads can run these loops at once.
 #pragma once
 
+#include "velflexlib/dataset/samples/kernels/RawRange.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
 #if defined(__AVX2__)
@@ -12,10 +19,7 @@ namespace veltaris::velflexlib::dataset {
 // NOLINTBEGIN(misc-definitions-in-headers,cert-dcl59-cpp): every source that includes this is to have its own
 namespace {
 
-constexpr std::int32_t lowestRaw = -536870912;
-constexpr std::int32_t highestRaw = 536870911;
-constexpr double rawSpan = 1073741823; // highestRaw - lowestRaw
-
+// The number of elements of a vector.
 #if defined(__AVX512F__)
 constexpr std::size_t lanes = 8;
 #elif defined(__AVX2__)
@@ -24,6 +28,7 @@ constexpr std::size_t lanes = 4;
 constexpr std::size_t lanes = 2;
 #endif
 
+// The elements of a vector fill a register of the widest instructions when they are doubles.
 template <class Element>
 struct CVectorOf
 {
@@ -34,9 +39,10 @@ template <class Element>
 using VectorOf = typename CVectorOf<Element>::Type;
 
 using Ints = VectorOf<std::int32_t>;
-using Longs = VectorOf<std::uint64_t>; // in wrapping arithmetic
+using Longs = VectorOf<std::uint64_t>; // unsigned, because they are meant to wrap
 using Doubles = VectorOf<double>;
 
+// Vectors are copied from and to memory of any alignment: samples are only aligned to their own size.
 template <class Vector, class Element>
 Vector Load(const Element* from)
 {
@@ -51,7 +57,7 @@ void Store(const Vector& vector, Element* to)
     __builtin_memcpy(to, &vector, sizeof vector);
 }
 
-// The indices from 0 on.
+// The numbers 0, 1, 2, ... that the samples of a line's first vector have as indices.
 Doubles Ascending()
 {
     Doubles ascending;
@@ -60,7 +66,8 @@ Doubles Ascending()
     return ascending;
 }
 
-// Calls step(from + i) for every vector of the elements, the last one filled up with zeros.
+// Calls step(const From*) for every vector of the elements. The last one is filled up with zeros, so `step` must be
+// such that zeros do no harm, as they do none in sums.
 template <class From, class Step>
 void ForEachVector(const From* from, std::size_t count, Step step)
 {
@@ -74,7 +81,8 @@ void ForEachVector(const From* from, std::size_t count, Step step)
     step(last);
 }
 
-// Stores step(from + i) for every vector of the elements.
+// Stores step(const From*) for every vector of the elements. What `step` makes of the zeros that fill up the last one
+// is dropped.
 template <class From, class To, class Step>
 void Transform(const From* from, std::size_t count, To* to, Step step)
 {
@@ -88,43 +96,47 @@ void Transform(const From* from, std::size_t count, To* to, Step step)
     });
 }
 
+// The nearest sample within the raw range.
 constexpr std::int32_t Clamped(std::int32_t sample)
 {
     return sample < lowestRaw ? lowestRaw : sample > highestRaw ? highestRaw : sample;
 }
 
-// The raw value of a stored sample, or of a vector of them that was widened: its bits are the highest of all, those of
-// 32 bits have two to spare.
+// The raw value of a stored sample, or of a vector of stored samples, that was widened to 32 bits: the highest bits of
+// the two are the same.
 template <class Stored, class Value>
 constexpr Value RawOf(Value value)
 {
-    if constexpr (sizeof(Stored) == 4)
-        return value >> 2;
+    if constexpr (spareBits < Stored >> 0)
+        return value >> spareBits<Stored>;
     else
-        return value << (30 - 8 * static_cast<int>(sizeof(Stored)));
+        return value << -spareBits<Stored>;
 }
 
+// The factor from the number that a stored sample is to its raw value: a power of two, so multiplying is exact.
 template <class Stored>
-constexpr double rawPerStored = 0x1p30 / (1LL << (8 * sizeof(Stored)));
+constexpr double rawPerStored = static_cast<double>(1LL << rawBits) / (1LL << (8 * sizeof(Stored)));
 
+// The stored sample for a raw one, rounded down where bits are lost.
 template <class Stored>
 constexpr Stored StoredOf(std::int32_t raw)
 {
-    if constexpr (sizeof(Stored) == 4)
-        return raw << 2;
+    if constexpr (spareBits < Stored >> 0)
+        return raw << spareBits<Stored>;
     else
-        return static_cast<Stored>(raw >> (30 - 8 * static_cast<int>(sizeof(Stored))));
+        return static_cast<Stored>(raw >> -spareBits<Stored>);
 }
 
+// The next `lanes` stored samples, as they are stored, but with elements of another type.
 template <class To, class Stored>
 To LoadAs(const Stored* stored)
 {
     return __builtin_convertvector(Load<VectorOf<Stored>>(stored), To);
 }
 
-// One instruction each, which the compiler does not find by itself.
+// There is one instruction for each of these, which the compiler does not find by itself.
 #if defined(__AVX512F__)
-constexpr __mmask8 everyLane = 0xFF; // GCC 12 warns of its own header without
+constexpr __mmask8 everyLane = 0xFF; // without a mask GCC 12 warns of its own header
 template <>
 Ints LoadAs<Ints>(const std::int8_t* stored)
 {
@@ -160,23 +172,26 @@ Longs LoadAs<Longs>(const std::int16_t* stored)
 }
 #endif
 
+// The raw values of the next `lanes` stored samples.
 template <class Stored>
 Ints LoadRaw(const Stored* stored)
 {
     return RawOf<Stored>(LoadAs<Ints>(stored));
 }
 
+// The address of stored samples as that of their type. It must be a multiple of their size.
 template <class Stored>
 const Stored* As(const std::byte* bytes)
 {
     return reinterpret_cast<const Stored*>(bytes);
 }
 
-// Divides by the same number again and again. Where multiplying and adding are one instruction, which rounds once, that
-// takes no division: the quotient by way of the reciprocal is off by two units in its last place at most, the first
-// correction makes it one of the two nearest numbers, and the second one, whose remainder is exact, the nearest, as a
-// division would. Quotients that are so small that their remainders are no normal numbers may be off by a unit. A -0
-// stays one as long as the divisor is positive.
+// Divides many numbers by the same one, with the very results of a division. Where the processor multiplies and adds in
+// one instruction that rounds once, this takes no division: the dividend times the reciprocal is off by at most two
+// units in the last place, the first correction makes that one of the two doubles nearest to the quotient, and the
+// second, whose remainder is exact, the nearest. Two things differ from a division: a quotient so small that its
+// remainder is not a normal number may be off by one unit, and a quotient of -0 keeps its sign only if the divisor is
+// positive. CSignalScale excludes axes where that could show.
 class CDivision
 {
 public:
@@ -194,6 +209,7 @@ public:
 
 private:
 #if defined(__FMA__)
+    // The quotient minus its error, as far as the reciprocal tells that error.
     [[gnu::always_inline]] Doubles Corrected(const Doubles& dividend, const Doubles& quotient) const
     {
 #if defined(__AVX512F__)
