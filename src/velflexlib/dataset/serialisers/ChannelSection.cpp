@@ -119,12 +119,8 @@ std::map<std::uint64_t, CLineAxis> LoadLineAxes(const CVELKeyToValueList& sectio
 
 bool HasLineAxes(const CDataBuffer& buffer)
 {
-    const CLineAxis common = buffer.GetCommonLineAxis();
-    for (const auto& [line, axis] : buffer.GetOwnLineAxes()) {
-        if (!WrittenAlike(axis, common))
-            return true;
-    }
-    return false;
+    const CLineAxes axes = buffer.GetLineAxes();
+    return axes.IsAny([&](const CLineAxis& axis) { return !WrittenAlike(axis, axes.Common()); });
 }
 
 void SaveLineAxes(const CDataBuffer& buffer, CVELKeyToValueList& section)

@@ -75,7 +75,6 @@ void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, std::string_view s
         velstdlib::util::ThrowFileVersion(fileName, version);
     const std::uint64_t points = ReadSize(section, "Points", fileName);
     const std::uint64_t lines = ReadSize(section, "Lines", fileName);
-    m_buffer.HoldNotifications();
     m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
     const auto currentLine = static_cast<std::int64_t>(section.GetValueT<int>("CurLine", 0));
     LoadAxes(m_buffer, section, version);
@@ -114,13 +113,10 @@ void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string&
 
 void CDataBufferToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
 {
-    m_buffer.LoadSamples([&](std::span<std::byte> bytes, SampleWidth width) {
-        const auto rest = ReadSamples(stream, bytes, width, abort);
-        std::ranges::fill(rest, std::byte{});
-    });
-    if (m_buffer.GetBitCount() != 32)
-        m_buffer.SetBitCount(16);
-    m_buffer.ReleaseNotifications();
+    const auto load = [&](std::span<std::byte> bytes, SampleWidth width, std::size_t&) {
+        std::ranges::fill(ReadSamples(stream, bytes, width, abort), std::byte{});
+    };
+    m_buffer.LoadSamples(~std::uint64_t{0}, load); // that the file is long enough was found with its header
 }
 
 std::size_t CDataBufferToVELConfig::RoomToSave() const
