@@ -4,6 +4,7 @@
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/files/FileAccess.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +16,6 @@
 namespace veltaris::velstdlib::util {
 
 namespace {
-
-constexpr std::string_view headerEndMark = "#!";
 
 std::uint64_t LengthOf(std::istream& stream)
 {
