@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/channels/Databuffer.h"
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
 #include <cstdint>
 #include <functional>
@@ -31,8 +31,8 @@ class CChannelLinks
 {
 public:
     // Replaces the list by the one under `prefix` + "Count" and, for each link, `prefix` + number + "Group" and
-    // "Channel". Throws CVELFileBadContentException, with the file's name, when it is too long.
-    void Read(const velstdlib::util::CVELKeyToValueList& keys, const std::string& prefix, const std::string& fileName);
+    // "Channel". Throws CVELFileBadContentException when it is too long.
+    void Read(const velstdlib::util::CHeaderSection& section, const std::string& prefix);
 
     // Replaces what the links led to. Channels that do not exist are left out.
     void Connect(const ChannelLookup& lookup);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/operators/LineOperator.h"
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
 #include <array>
 #include <cstddef>
@@ -56,9 +56,9 @@ struct CView
     std::array<Parameters, lineOpCount> lineOpParameters; // by operator code
 
     // Fields whose keys are missing or unreadable keep their value. Throws CNoMappingException for a code that is none,
-    // std::out_of_range when "ZRange" is less than two fields, CVELFileBadContentException, with the file's name, for
+    // std::out_of_range when "ZRange" is less than two fields, CVELFileBadContentException for
     // too many parameters, and what ParseLeadingInt throws for the operator code of a parameter.
-    void Read(const velstdlib::util::CVELKeyToValueList& keys, const std::string& fileName);
+    void Read(const velstdlib::util::CHeaderSection& section);
 };
 
 } // namespace veltaris::velflexlib::dataset

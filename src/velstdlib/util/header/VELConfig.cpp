@@ -60,6 +60,19 @@ std::string ReadText(std::istream& stream, std::uint64_t bytes)
 
 } // namespace
 
+std::optional<CHeaderSection> CVELConfig::SelectSection(std::string_view name)
+{
+    if (!m_content->SelectSection(name))
+        return std::nullopt;
+    return CHeaderSection{m_content->GetActiveSection(), name, m_fileName};
+}
+
+CHeaderSection CVELConfig::SelectCreateSection(std::string_view name)
+{
+    m_content->SelectCreateSection(name);
+    return {m_content->GetActiveSection(), name, m_fileName};
+}
+
 bool CVELConfig::ReadHeader(std::istream& stream, const std::atomic<bool>& abort)
 {
     Clear();

@@ -1,6 +1,7 @@
 // A header as a document of its own: found inside a data file, read, and written to a file.
 #pragma once
 
+#include "velstdlib/util/header/HeaderSection.h"
 #include "velstdlib/util/header/IniFileContent.h"
 
 #include <boost/core/noncopyable.hpp>
@@ -9,7 +10,9 @@
 #include <cstdint>
 #include <istream>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace veltaris::velstdlib::util {
@@ -23,6 +26,11 @@ public:
     const CIniFileContent& GetContent() const { return *m_content; }
     // Exchanges the sections of both documents, and nothing else of them.
     void SwapContent(CVELConfig& other) noexcept { m_content.swap(other.m_content); }
+
+    // Makes the section of this name the active one and hands it to a reader, the name as given. SelectSection leaves
+    // a missing section missing, and the result is nothing; SelectCreateSection creates it.
+    std::optional<CHeaderSection> SelectSection(std::string_view name);
+    CHeaderSection SelectCreateSection(std::string_view name);
 
     // The file that the document belongs to: SaveKeys writes it, and failures to read the document name it.
     const std::string& GetFileName() const { return m_fileName; }
