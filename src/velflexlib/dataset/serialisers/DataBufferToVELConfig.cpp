@@ -52,21 +52,21 @@ void ReadLines(std::istream& stream, std::span<std::byte> bytes, SampleWidth wid
     std::ranges::fill(bytes.subspan(filled), std::byte{});
 }
 
-// Writes samples as they are where they have the right width; otherwise, and as zeros where the channel was reshaped
-// meanwhile, by way of `room`.
+// Writes samples as they are if they are held in the width of the file. Converts them in `buffer` if not, or fills that
+// with zeros if the channel was reshaped meanwhile and has fewer samples.
 void WriteSamples(CFileWriter& file, const CSampleBlock& samples, SampleWidth width, std::uint64_t first,
-                  std::span<std::byte> room)
+                  std::span<std::byte> buffer)
 {
-    const std::uint64_t count = room.size() / BytesPerSample(width);
+    const std::uint64_t count = buffer.size() / BytesPerSample(width);
     const bool areThere = first + count <= samples.All().Count();
     const std::size_t offset = first * BytesPerSample(samples.Width());
     if (areThere && samples.Width() == width)
-        return file.Write(samples.Bytes().subspan(offset, room.size()));
+        return file.Write(samples.Bytes().subspan(offset, buffer.size()));
     if (areThere)
-        TranscodeSamples(samples.Bytes().data() + offset, samples.Width(), count, room.data(), width);
+        TranscodeSamples(samples.Bytes().data() + offset, samples.Width(), count, buffer.data(), width);
     else
-        std::ranges::fill(room, std::byte{});
-    file.Write(room);
+        std::ranges::fill(buffer, std::byte{});
+    file.Write(buffer);
 }
 
 } // namespace
@@ -102,21 +102,21 @@ void CDataBufferToVELConfig::LoadData(std::istream& stream, std::uint64_t& bytes
         stream.setstate(std::ios::eofbit | std::ios::failbit);
 }
 
-std::size_t CDataBufferToVELConfig::RoomToSave() const
+std::size_t CDataBufferToVELConfig::TransferBytes() const
 {
     constexpr std::uint64_t least = 4096;
     return std::clamp<std::uint64_t>(m_buffer.GetStoredSampleCount() * sizeof(std::int32_t), least, bytesPerTransfer);
 }
 
-void CDataBufferToVELConfig::SaveData(CFileWriter& file, std::span<std::byte> room)
+void CDataBufferToVELConfig::SaveData(CFileWriter& file, std::span<std::byte> buffer)
 {
     const SampleWidth width = WidthOfBits(m_buffer.GetBitCount());
-    const std::uint64_t samplesPerTransfer = room.size() / BytesPerSample(width);
+    const std::uint64_t samplesPerTransfer = buffer.size() / BytesPerSample(width);
     const std::uint64_t sampleCount = m_buffer.GetStoredSampleCount();
     for (std::uint64_t first = 0; first < sampleCount; first += samplesPerTransfer) {
         const auto count = std::min(sampleCount - first, samplesPerTransfer);
         m_buffer.AccessSamples([&](const CSampleBlock& samples) {
-            WriteSamples(file, samples, width, first, room.first(count * BytesPerSample(width)));
+            WriteSamples(file, samples, width, first, buffer.first(count * BytesPerSample(width)));
         });
     }
 }

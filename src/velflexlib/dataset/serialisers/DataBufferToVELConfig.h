@@ -37,11 +37,11 @@ public:
     // throws std::runtime_error "Invalid bit count: " and the number.
     void LoadData(std::istream& stream, std::uint64_t& bytesLeft, const std::atomic<bool>& abort);
 
-    // The same samples. Takes no memory but `room`, to convert them in, piece by piece: as many bytes as RoomToSave
-    // asks for, or more. A bit count that no file can have throws std::runtime_error "Invalid bit count: " and the
+    // Writes the same samples. Takes no memory, but converts chunk by chunk in `buffer`, which must have at least
+    // TransferBytes() bytes. A bit count that no file can have throws std::runtime_error "Invalid bit count: " and the
     // number, and a file that cannot be written std::ios_base::failure.
-    void SaveData(velstdlib::util::CFileWriter& file, std::span<std::byte> room);
-    std::size_t RoomToSave() const;
+    void SaveData(velstdlib::util::CFileWriter& file, std::span<std::byte> buffer);
+    std::size_t TransferBytes() const;
 
 private:
     CDataBuffer& m_buffer;

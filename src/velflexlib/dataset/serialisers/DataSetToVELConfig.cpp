@@ -212,18 +212,18 @@ void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& se
     WriteDataSetSection(document.GetContent().GetActiveSection(), sectionName, groups);
     CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, sectionName).Save();
     m_channelsToSave.clear();
-    m_roomToSave.clear();
+    m_transferBuffer.clear();
     ForEachChannel(groups, [&](std::size_t g, std::size_t c, const auto& buffer) {
         CDataBufferToVELConfig(*buffer).SaveHeader(document, ChannelSectionName(sectionName, g, c));
         m_channelsToSave.push_back(buffer);
-        m_roomToSave.resize(std::max(m_roomToSave.size(), CDataBufferToVELConfig(*buffer).RoomToSave()));
+        m_transferBuffer.resize(std::max(m_transferBuffer.size(), CDataBufferToVELConfig(*buffer).TransferBytes()));
     });
 }
 
 void CDataSetToVELConfig::SaveData(velstdlib::util::CFileWriter& file)
 {
     for (const auto& buffer : m_channelsToSave)
-        CDataBufferToVELConfig(*buffer).SaveData(file, m_roomToSave);
+        CDataBufferToVELConfig(*buffer).SaveData(file, m_transferBuffer);
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
 }

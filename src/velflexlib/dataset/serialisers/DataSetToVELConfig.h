@@ -67,7 +67,7 @@ private:
     std::uint64_t m_bytesLeft = 0;
     std::vector<std::shared_ptr<CDataBuffer>> m_channels; // being loaded, in the order of their samples
     std::vector<std::shared_ptr<CDataBuffer>> m_channelsToSave;
-    std::vector<std::byte> m_roomToSave;
+    std::vector<std::byte> m_transferBuffer;
 };
 
 } // namespace veltaris::velflexlib::dataset

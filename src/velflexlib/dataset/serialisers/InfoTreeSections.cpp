@@ -171,7 +171,7 @@ private:
     std::vector<Waiting> m_waiting; // the next one last
 };
 
-// Finds for each name the first form of it that is not taken.
+// Gives each name, or the first of its numbered forms that is not taken yet.
 class CUniqueNames
 {
 public:
