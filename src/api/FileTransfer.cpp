@@ -7,16 +7,15 @@
 #include "velstdlib/util/files/FileReader.h"
 #include "velstdlib/util/files/FileWriter.h"
 #include "velstdlib/util/files/OpenChecks.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include <atomic>
-#include <string_view>
 
 namespace util = veltaris::velstdlib::util;
 using veltaris::velflexlib::dataset::CDataSetToVELConfig;
 
 namespace {
 
-constexpr std::string_view headerEnd = "\r\n#!";
 constexpr std::int64_t bitCountOfLoadedGroups = 32;
 
 } // namespace
@@ -54,7 +53,7 @@ void SaveFile(FileHandleStruct& file, const boost::source_location& where)
 
 std::string RenderHeader(const util::CVELOXDConfig& document, std::uint64_t limit)
 {
-    std::string text = document.GetContent().Render().append(headerEnd);
+    std::string text = document.GetContent().Render().append("\r\n").append(util::headerEndMark);
     if (text.size() > limit)
         util::ThrowFileSave(document.GetFileName(), veltaris::velstdlib::string::TextId::TooMuchTextForFile);
     return text;

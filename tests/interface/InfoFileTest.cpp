@@ -159,12 +159,17 @@ TEST_F(InfoFileTest, CountsCostNoMoreThanTheKeysThatThereAre)
             Lines(65536, "Par#=0,#,value\n"),
         "[SetView]\nViewCount=65536\n" + Lines(65536, "View#=#\n") + Lines(65536, "[#]\nParCount=65536\n"),
         "[ProcessorSet]\nProcessorCount=65536\n" + Lines(65536, "Processor#=P\n") + "[P]\n" + slope +
-            "0\n[ProcessorSet-Slope:0]\nInputCount=65536\n" + Lines(65536, "Input#Group=0\n"),
+            "0\n[ProcessorSet-Slope:0]\nDisplayName=My slope\nRangeMin=0 m\nInputCount=65536\nInput0Group=0\n"
+            "Input0Channel=0\n",
         "[ProcessorSet]\nProcessorCount=4096\n" + Lines(4096, "Processor#=#\n") + Lines(4096, "[#]\n" + slope + "#\n") +
             Lines(4096, "[ProcessorSet-Slope:#]\nInputCount=65536\nOutputCount=65536\n"),
     };
     for (const std::string& header : headers)
         EXPECT_EQ(ReasonOfOpening(WriteOxd("[DataSet]\nVersion=2\n" + header)), "") << header.substr(0, 20);
+    const std::string manyCopies = "[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=65536\n" +
+                                   Lines(65536, "Processor#=P\n") + "[P]\n" + slope +
+                                   "0\n[ProcessorSet-Slope:0]\nInputCount=65536\n" + Lines(65536, "Input#Group=0\n");
+    EXPECT_TRUE(ReasonOfOpening(WriteOxd(manyCopies)).starts_with("The hed file is corrupted."));
 }
 
 } // namespace

@@ -157,18 +157,77 @@ TEST_F(DatabufferTest, ModesOfRealValuesAreFewAndOneKeepsTheTopThirtyBitsOfAnInt
     EXPECT_FALSE(buffer.SetLineReal(0, values, noMode) || buffer.SetPixelReal(0, 0, 0.5, noMode));
 }
 
-TEST_F(DatabufferTest, LoadedSamplesEnterTheRangeWhenItIsAskedForAndAFailedLoadLeavesZeros)
+TEST_F(DatabufferTest, SamplesAreLoadedAsFarAsTheyGo)
+{
+    using Bytes = std::span<std::byte>;
+    const auto restore = [&] { buffer.Restore(2, 5, {{1, CLineAxis{0, 0, 0}}, {3, CLineAxis{0, 0, 0}}}, 4); };
+    const auto counts = [&] {
+        std::string text;
+        for (std::uint64_t line = 0; line < 5; ++line)
+            text += std::to_string(Line(line).size()) + std::to_string(buffer.GetLineState(line)) + " ";
+        return text;
+    };
+    restore();
+    EXPECT_EQ(counts(), "00 00 00 00 00 ") << "no samples yet";
+    EXPECT_EQ(log, "<3");
+    buffer.ReleaseNotifications();
+    EXPECT_EQ(log, "<3>2");
+
+    const auto load = [](Bytes bytes, SampleWidth, std::size_t&) { std::ranges::fill(bytes, std::byte{1}); };
+    for (const auto& [bytes, expected] : {std::pair(0U, "00 00 00 00 00 "),
+                                          {3U, "00 00 00 00 00 "},
+                                          {4U, "23 03 00 00 00 "},
+                                          {7U, "23 03 00 00 00 "},
+                                          {11U, "23 03 23 03 00 "},
+                                          {12U, "23 03 23 03 23 "}}) {
+        buffer.SetBitCount(16);
+        restore();
+        log.clear();
+        EXPECT_EQ(buffer.LoadSamples(bytes, load), bytes == 12);
+        EXPECT_EQ(counts() + log, expected + std::string(">2")) << bytes;
+    }
+    EXPECT_EQ(Line(4), (std::vector{0x0101 << 14, 0x0101 << 14}));
+}
+
+TEST_F(DatabufferTest, AFailedLoadKeepsTheLinesThatWereDone)
+{
+    buffer.Restore(2, 3, {}, 0);
+    const auto fail = [](std::span<std::byte> bytes, SampleWidth, std::size_t& filled) {
+        std::ranges::fill(bytes.first(7), std::byte{1});
+        filled = 7;
+        throw std::runtime_error("the disk is gone");
+    };
+    EXPECT_THROW(buffer.LoadSamples(100, fail), std::runtime_error);
+    EXPECT_EQ(Line(0), (std::vector{0x0101 << 14, 0x0101 << 14}));
+    EXPECT_TRUE(Line(1).empty() && Line(2).empty());
+    buffer.SetPixelRaw(1, 2, 8);
+    EXPECT_EQ(Line(1), (std::vector{0, 0})) << "a write makes ordinary lines of the missing ones";
+    EXPECT_EQ(Line(2), (std::vector{0, 8}));
+
+    buffer.SetBitCount(12);
+    buffer.Restore(2, 3, {}, 0);
+    EXPECT_THROW(buffer.LoadSamples(100, fail), std::runtime_error);
+    EXPECT_TRUE(Line(0).empty());
+    log.clear();
+    SetLine(2, {1});
+    EXPECT_EQ(log, "c2") << "failures release notifications";
+}
+
+TEST_F(DatabufferTest, AHeaderMayPromiseMoreThanAnyChannelCanHold)
+{
+    buffer.Restore(65536, (1ULL << 31) - 1, {}, 0);
+    EXPECT_FALSE(buffer.LoadSamples(65536 * 2 + 1, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{}); }));
+    EXPECT_EQ(buffer.GetStoredSampleCount(), 65536U);
+    EXPECT_THROW(buffer.SetPixelRaw(0, 1, 1), std::bad_alloc);
+    EXPECT_TRUE(Line(1).empty() && Line((1ULL << 31) - 2).empty());
+    EXPECT_TRUE(buffer.SetPixelRaw(0, 0, 1));
+    EXPECT_THROW(buffer.Restore(1, 1ULL << 31, {}, 0), std::bad_alloc);
+}
+
+TEST_F(DatabufferTest, LoadedSamplesEnterTheRangeWhenItIsAskedFor)
 {
     buffer.Restore(2, 3, {{1, CLineAxis{0, 0, 0}}}, 0); // line 1 holds no samples
-    const auto fill = [](std::span<std::byte> bytes, SampleWidth) { std::ranges::fill(bytes, std::byte{1}); };
-    const auto fillAndFail = [&](std::span<std::byte> bytes, SampleWidth width) {
-        fill(bytes.first(3), width);
-        throw std::runtime_error("the file ends");
-    };
-    EXPECT_THROW(buffer.LoadSamples(fillAndFail), std::runtime_error);
-    EXPECT_EQ(Line(2), (std::vector{0, 0}));
-
-    buffer.LoadSamples(fill);
+    buffer.LoadSamples(8, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{1}); });
     buffer.SetLineRaw(0, std::array{-5, 7});
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{-5, 0x0101 << 14}));
 }

@@ -143,6 +143,18 @@ TEST(HeaderStoreTest, NoSectionIsActiveUntilOneIsSelectedAndReadingStopsWhenTold
     EXPECT_EQ(content.Render(), "");
 }
 
+TEST(HeaderStoreTest, ADocumentThatIsReadAgainKeepsNothingOfItsLastHeader)
+{
+    CVELConfig document;
+    for (const bool hasMark : {true, false}) {
+        std::istringstream stream(hasMark ? "[A]\nk=v\n#!data" : "[B]\nk=v\n");
+        EXPECT_EQ(document.ReadHeader(stream, false), hasMark);
+        EXPECT_EQ(document.GetContent().Render(), hasMark ? "[A]\r\nk=v\r\n" : "");
+        EXPECT_EQ(document.IsNew(), !hasMark);
+        EXPECT_EQ(document.GetDataBytes(), hasMark ? 4U : 0U);
+    }
+}
+
 TEST(HeaderStoreTest, ADocumentIsSavedToAFileOfItsOwn)
 {
     CVELConfig document;

@@ -88,11 +88,11 @@ TEST_F(ViewProcessorTest, EntriesWithIdentifierAndNumberBecomeProcessors)
          "Processor4=nameless\nProcessor5=m\nProcessor6=i\nProcessor7=S\nProcessor8=unlisted\n" +
          sections);
     std::string names;
-    for (const CProcessorBase* processor : processorSet.GetProcessors())
+    for (const auto& processor : processorSet.GetProcessors())
         names += processor->GetSectionName() + " " + processor->GetDisplayName() + "; ";
     EXPECT_EQ(names, "ProcessorSet-Slope:0 Slope; ProcessorSet-MaxAdhesion:18446744073709551614 Maximum adhesion; "
                      "ProcessorSet-Indentation:7 Indentation; ProcessorSet-Slope:0 Slope; ");
-    EXPECT_EQ(processorSet.GetProcessors()[0], processorSet.GetProcessors()[3]) << "one kind and number";
+    EXPECT_NE(processorSet.GetProcessors()[0], processorSet.GetProcessors()[3]) << "each entry makes one of its own";
     Read("[ProcessorSet]\nProcessorCount=-1\nProcessor0=s\n" + sections);
     EXPECT_TRUE(processorSet.GetProcessors().empty());
 }

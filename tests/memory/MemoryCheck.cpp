@@ -62,6 +62,14 @@ const Case cases[] = {
                 "LineDim0Points=10\n";
      },
      100'000, true, 400'000, true},
+    {"processors",
+     [] {
+         return "[ProcessorSet]\nProcessorCount=65536\n" + Lines(65536, "Processor#=P\n") +
+                "[P]\nInstanceNo=0\nGUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\n[ProcessorSet-Slope:0]\n"
+                "InputCount=9\n" +
+                Lines(9, "Input#Group=0\n");
+     },
+     0, true},
     {"long_paths", [] { return LongPaths(300'000, 20'000); }},
     {"tiny_groups", [] { return "GroupCount=1000000\n" + Lines(1'000'000, "#=x\n"); }, 0, true},
     {"items", [] { return "SetInfos=I\n[I]\n" + Lines(1'000'000, "#=x\n"); }, 0, true},

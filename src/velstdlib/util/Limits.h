@@ -39,4 +39,7 @@ inline constexpr std::uint64_t channelSamples = std::uint64_t{1} << 32;
 inline constexpr std::uint64_t sharedSectionBytes = 1'048'576;
 inline constexpr std::uint64_t channelSectionBytes = 64;
 
+// Text of parameter sections that all processors of a file may read together, beyond what its header has.
+inline constexpr std::uint64_t sharedParameterBytes = 8'388'608;
+
 } // namespace veltaris::velstdlib::util::limits

@@ -14,6 +14,13 @@ using string::TextId;
 
 namespace {
 
+CVELFileBadContentException BadContent(const std::string& filename)
+{
+    CVELFileBadContentException failure(FormatText(TextId::FileCorrupted, {filename}));
+    failure << errinfo_filename(filename);
+    return failure;
+}
+
 [[noreturn]] void ThrowOpen(TextId text, const std::string& filename, int error, const boost::source_location& where)
 {
     boost::throw_exception(CVELFileOpenException(FormatText(text, {filename}))
@@ -52,10 +59,14 @@ void ThrowFileVersion(const std::string& filename, std::int32_t version, const b
                            where);
 }
 
+void ThrowBadContent(const std::string& filename, const CHeaderPlace& place, const boost::source_location& where)
+{
+    boost::throw_exception(BadContent(filename) << errinfo_section(place.section) << errinfo_key(place.key), where);
+}
+
 void ThrowBadContent(const std::string& filename, const boost::source_location& where)
 {
-    const std::string text = FormatText(TextId::FileCorrupted, {filename});
-    boost::throw_exception(CVELFileBadContentException(text) << errinfo_filename(filename), where);
+    boost::throw_exception(BadContent(filename), where);
 }
 
 void ThrowWriteProtected(const std::string& filename, const boost::source_location& where)

@@ -16,6 +16,9 @@
 namespace veltaris::velstdlib::util {
 
 using errinfo_filename = boost::error_info<struct tag_filename, std::string>;
+// Where in a file's header the fault is.
+using errinfo_section = boost::error_info<struct tag_section, std::string>;
+using errinfo_key = boost::error_info<struct tag_key, std::string>;
 using errinfo_fileversion = boost::error_info<struct tag_fileversion, std::int32_t>;
 
 // How the version appears in diagnostic texts: without the digit grouping that the program's locale may have.
@@ -77,7 +80,16 @@ class CVELFileBadContentException : public CVELFileException
 // A file, or a part of one, of a version that the library does not know.
 [[noreturn]] void ThrowFileVersion(const std::string& filename, std::int32_t version,
                                    const boost::source_location& where = BOOST_CURRENT_LOCATION);
-// A file whose header contradicts itself or asks for more than there may be.
+// The place in a header that a failure is about.
+struct CHeaderPlace
+{
+    std::string section;
+    std::string key;
+};
+// A file whose header contradicts itself or asks for more than there may be at this place.
+[[noreturn]] void ThrowBadContent(const std::string& filename, const CHeaderPlace& place,
+                                  const boost::source_location& where = BOOST_CURRENT_LOCATION);
+// A file whose header is unusable as a whole.
 [[noreturn]] void ThrowBadContent(const std::string& filename,
                                   const boost::source_location& where = BOOST_CURRENT_LOCATION);
 // A header that is about to be written for a file that nobody has the permission to write.

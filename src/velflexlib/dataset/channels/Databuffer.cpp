@@ -10,37 +10,22 @@ namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CheckedArrayAt;
 
-namespace {
-
-// Nothing needs to be moved when it is written.
-constexpr SampleWidth widthOfNewSamples = SampleWidth::Bits32;
-
-} // namespace
-
-bool operator==(const CLineAxis& a, const CLineAxis& b)
-{
-    const auto same = [](double x, double y) {
-        return std::bit_cast<std::uint64_t>(x) == std::bit_cast<std::uint64_t>(y);
-    };
-    return a.count == b.count && same(a.min, b.min) && same(a.range, b.range);
-}
-
 CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines)
-    : m_samples(points, lines, widthOfNewSamples), m_bitCount(bitCount), m_points(points), m_lineCount(lines)
+    : m_lineAxes({points, 0, 0}, lines), m_samples(points, lines), m_bitCount(bitCount)
 {
-    m_lineStates.ResetAll(lines, CLineStates::neverWritten);
+    m_lineStates.Reset(lines, 0);
 }
 
 std::uint64_t CDataBuffer::GetPoints() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_points;
+    return m_lineAxes.Points();
 }
 
 std::uint64_t CDataBuffer::GetLines() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_lineCount;
+    return m_lineAxes.Lines();
 }
 
 void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
@@ -50,7 +35,7 @@ void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
         if (HasShape(points, lines))
             return;
     }
-    CShape shape{CSampleBlock(points, lines, widthOfNewSamples), points, lines};
+    CShape shape{CSampleBlock(points, lines), CLineAxes({points, 0, 0}, lines)};
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
@@ -62,11 +47,10 @@ void CDataBuffer::SetXYDimension(std::uint64_t points, std::uint64_t lines)
 
 void CDataBuffer::Take(CShape& shape)
 {
-    m_points = shape.points;
-    m_lineCount = shape.lines;
     std::swap(m_samples, shape.samples);
-    m_ownLineAxes.swap(shape.ownLineAxes);
-    m_lineStates.ResetAll(shape.lines, CLineStates::neverWritten);
+    std::swap(m_lineAxes, shape.lineAxes);
+    m_lineAxes.SetCommon(m_axes[pointAxis].min, m_axes[pointAxis].range);
+    m_lineStates.Reset(m_lineAxes.Lines(), 0);
     m_dataChanged = true;
     m_isEmpty = true;
     m_dataRange = {};
@@ -109,6 +93,7 @@ void CDataBuffer::SetAxis(std::size_t axis, CAxis value)
 {
     const std::lock_guard lock(m_mutex);
     std::swap(CheckedArrayAt(m_axes, axis), value);
+    m_lineAxes.SetCommon(m_axes[pointAxis].min, m_axes[pointAxis].range);
 }
 
 void CDataBuffer::SetAxisName(std::size_t axis, const std::string& name)
@@ -126,28 +111,17 @@ void CDataBuffer::SetAxisUnit(std::size_t axis, const std::string& unit)
 void CDataBuffer::SetAxisMin(std::size_t axis, double min)
 {
     const std::lock_guard lock(m_mutex);
+    CheckedArrayAt(m_axes, axis).min = min;
     if (axis == pointAxis)
-        ChangePointAxis(&CAxis::min, &CLineAxis::min, min);
-    else
-        CheckedArrayAt(m_axes, axis).min = min;
+        m_lineAxes.MoveMin(min);
 }
 
 void CDataBuffer::SetAxisRange(std::size_t axis, double range)
 {
     const std::lock_guard lock(m_mutex);
+    CheckedArrayAt(m_axes, axis).range = range;
     if (axis == pointAxis)
-        ChangePointAxis(&CAxis::range, &CLineAxis::range, range);
-    else
-        CheckedArrayAt(m_axes, axis).range = range;
-}
-
-void CDataBuffer::ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value)
-{
-    const double old = std::exchange(m_axes[pointAxis].*field, value);
-    for (auto& [line, axis] : m_ownLineAxes) {
-        if (std::bit_cast<std::uint64_t>(axis.*lineField) == std::bit_cast<std::uint64_t>(old))
-            axis.*lineField = value;
-    }
+        m_lineAxes.MoveRange(range);
 }
 
 CSignalScale CDataBuffer::GetSignalScale() const
@@ -159,31 +133,15 @@ CSignalScale CDataBuffer::GetSignalScale() const
 CLineAxis CDataBuffer::GetLineAxis(std::uint64_t line) const
 {
     const std::lock_guard lock(m_mutex);
-    if (line >= m_lineCount)
+    if (line >= m_lineAxes.Lines())
         velstdlib::util::ThrowVectorSubscript();
-    return LineAxisAt(line);
-}
-
-CLineAxis CDataBuffer::LineAxisAt(std::uint64_t line) const
-{
-    const auto own = m_ownLineAxes.find(line);
-    return own == m_ownLineAxes.end() ? CommonLineAxis() : own->second;
-}
-
-void CDataBuffer::RaiseOwnLineCount(std::uint64_t line, std::uint64_t count)
-{
-    const auto own = m_ownLineAxes.find(line);
-    if (own == m_ownLineAxes.end())
-        return;
-    own->second.count = std::max(own->second.count, count);
-    if (own->second == CommonLineAxis())
-        m_ownLineAxes.erase(own);
+    return m_lineAxes.At(line);
 }
 
 std::uint32_t CDataBuffer::GetLineState(std::uint64_t line) const
 {
     const std::lock_guard lock(m_mutex);
-    if (line >= m_lineCount)
+    if (line >= m_lineAxes.Lines())
         velstdlib::util::ThrowVectorSubscript();
     return m_lineStates.Get(line);
 }

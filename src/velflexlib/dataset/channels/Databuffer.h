@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lumox/sigslot.h"
+#include "velflexlib/dataset/channels/LineAxes.h"
 #include "velflexlib/dataset/channels/LineStates.h"
 #include "velflexlib/dataset/operators/LineOperator.h"
 #include "velflexlib/dataset/samples/DataRange.h"
@@ -9,7 +10,6 @@
 #include "velflexlib/dataset/samples/SignalScale.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstddef>
@@ -33,17 +33,6 @@ struct CAxis
     std::string unit;
     double min = 0; // physical value of the first point, on the signal axis that of the lowest raw sample
     double range = 0;
-};
-
-// The point axis of one line.
-struct CLineAxis
-{
-    std::uint64_t count = 0; // points of the line that are valid; a line without any holds no samples in the file
-    double min = 0;
-    double range = 0;
-
-    // Tells 0 from -0, and a NaN from all but the same NaN: only what is written alike is the same.
-    friend bool operator==(const CLineAxis& a, const CLineAxis& b);
 };
 
 // Every operation may be called from any thread. Signals are emitted without the buffer's lock, so that a slot may
@@ -130,34 +119,40 @@ public:
     void HoldNotifications();
     void ReleaseNotifications();
 
-    // For the serialisers.
+    // For the serialisers. A channel is loaded in two stages: first its size, which takes no memory for samples, then
+    // its samples.
 
-    // As SetXYDimension, whatever the size was. The given lines get an axis of their own instead of the channel's, and
-    // those among them that hold no samples get no storage until they are written. Samples are held in the width that
-    // the bit count gives, which must be 8, 16 or 32.
+    // As SetXYDimension, whatever the size was, except that no line holds samples yet: all are missing. The given lines
+    // have an axis of their own. The numbers of points and lines may promise more samples than any channel can hold.
+    // Holds notifications back from then on, until LoadSamples or ReleaseNotifications; not when it throws.
     void Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
                  std::uint64_t currentLine);
-    // The point axis of a line that has none of its own.
-    CLineAxis GetCommonLineAxis() const;
-    // The lines whose axis is another.
-    std::map<std::uint64_t, CLineAxis> GetOwnLineAxes() const;
-    // How many samples a file holds of this channel, which was prepared for that: those of every line that holds any.
-    std::uint64_t GetStoredSampleCount() const;
-    // Calls load(std::span<std::byte>, SampleWidth) under the lock, to write all samples as they are held, which then
-    // count as written and unchanged. They are zeros when it throws.
+
+    // Takes storage, in the width that the bit count gives, for the lines that have valid points, as far as `bytesLeft`
+    // bytes fill whole lines, and calls load(std::span<std::byte> bytes, SampleWidth width, std::size_t& filled) once
+    // under the lock, to write all of these bytes and to count in `filled`, which is 0, the first ones that are done.
+    // When it returns, these lines count as written and unchanged; the other lines from the first that is not there on
+    // are missing. When it throws, so are those whose bytes were not all done by then.
+    // Result: whether no line is missing; then a channel that was not loaded from 32 bits is to be saved with 16.
+    // However it ends, notifications are released. Throws what `load` throws; std::runtime_error "Invalid bit count: "
+    // and the number unless that is 8, 16 or 32, and std::bad_alloc when memory runs out or a limit is exceeded, each
+    // with all lines missing.
     template <class Load>
-    void LoadSamples(Load&& load)
+    bool LoadSamples(std::uint64_t bytesLeft, Load&& load)
     {
-        const std::lock_guard lock(m_mutex);
-        const auto bytes = m_samples.BytesToOverwrite();
         try {
-            std::forward<Load>(load)(bytes, m_samples.Width());
+            const bool isComplete = LoadLines(bytesLeft, std::forward<Load>(load));
+            ReleaseNotifications();
+            return isComplete;
         } catch (...) {
-            std::ranges::fill(bytes, std::byte{});
+            ReleaseNotifications();
             throw;
         }
-        CountAsLoaded();
     }
+    // The point axes of all lines.
+    CLineAxes GetLineAxes() const;
+    // How many samples a file holds of this channel, which was prepared for that: those of every line that holds any.
+    std::uint64_t GetStoredSampleCount() const;
     // Calls access(const CSampleBlock&) with the samples, under the lock.
     template <class Access>
     void AccessSamples(Access&& access) const
@@ -179,35 +174,25 @@ private:
     struct CShape
     {
         CSampleBlock samples;
-        std::uint64_t points = 0;
-        std::uint64_t lines = 0;
-        std::map<std::uint64_t, CLineAxis> ownLineAxes{};
+        CLineAxes lineAxes;
         std::uint64_t currentLine = 0;
     };
 
     CSignalScale SignalScale() const { return {m_axes[signalAxis].min, m_axes[signalAxis].range}; }
-    CLineAxis CommonLineAxis() const { return {m_points, m_axes[pointAxis].min, m_axes[pointAxis].range}; }
-    CLineAxis LineAxisAt(std::uint64_t line) const;
-    void RaiseLineCount(std::uint64_t line, std::uint64_t count)
-    {
-        if (!m_ownLineAxes.empty())
-            RaiseOwnLineCount(line, count);
-    }
-    void RaiseOwnLineCount(std::uint64_t line, std::uint64_t count);
-    void ChangePointAxis(double CAxis::*field, double CLineAxis::*lineField, double value);
     bool HasShape(std::uint64_t points, std::uint64_t lines) const
     {
-        return points == m_points && lines == m_lineCount;
+        return points == m_lineAxes.Points() && lines == m_lineAxes.Lines();
     }
     // Leaves in `shape` what is to be freed, without the lock.
     void Take(CShape& shape);
-    std::uint64_t LongestLine() const;
     void RemoveEmptyLines();
-    bool IsReadable(std::uint64_t line) const { return line < m_lineCount && ValidCount(line) <= m_points; }
-    CStoredSamples ValidSamples(std::uint64_t line) const { return m_samples.Line(line).First(ValidCount(line)); }
-    std::uint64_t ValidCount(std::uint64_t line) const
+    bool IsReadable(std::uint64_t line) const
     {
-        return m_ownLineAxes.empty() ? m_points : LineAxisAt(line).count;
+        return line < m_lineAxes.Lines() && m_lineAxes.CountAt(line) <= m_lineAxes.Points();
+    }
+    CStoredSamples ValidSamples(std::uint64_t line) const
+    {
+        return m_samples.Line(line).First(m_lineAxes.CountAt(line));
     }
     const CLineFit& FitOf(std::uint64_t line, const CStoredSamples& samples, const CLineOperator& lineOperator) const;
     template <class Write>
@@ -228,17 +213,31 @@ private:
         return m_notificationsHeld;
     }
     void AnnounceReshape();
-    void CountAsLoaded();
+    template <class Load>
+    bool LoadLines(std::uint64_t bytesLeft, Load&& load)
+    {
+        const std::lock_guard lock(m_mutex);
+        TakeStorageToLoad(bytesLeft);
+        const auto bytes = m_samples.BytesToOverwrite();
+        std::size_t filled = 0;
+        try {
+            std::forward<Load>(load)(bytes, m_samples.Width(), filled);
+        } catch (...) {
+            CountAsLoaded(filled);
+            throw;
+        }
+        return CountAsLoaded(bytes.size());
+    }
+    void TakeStorageToLoad(std::uint64_t bytesLeft);
+    bool CountAsLoaded(std::size_t bytes);
 
     std::array<CAxis, 3> m_axes;
-    std::map<std::uint64_t, CLineAxis> m_ownLineAxes;
+    CLineAxes m_lineAxes;
     CLineStates m_lineStates;
     CSampleBlock m_samples;
     std::atomic<bool> m_isEmpty = true;
     std::atomic<bool> m_dataChanged = false;
     std::int64_t m_bitCount;
-    std::uint64_t m_points = 0;
-    std::uint64_t m_lineCount = 0;
     std::uint64_t m_currentLine = 0;
     std::string m_groupName;
     // Loaded samples enter the range when it is first asked for, each line at the latest when it is overwritten.

@@ -6,82 +6,51 @@
 
 namespace veltaris::velflexlib::dataset {
 
-namespace {
-
-std::vector<std::uint64_t> LinesWithoutSamples(const std::map<std::uint64_t, CLineAxis>& ownLineAxes)
-{
-    std::vector<std::uint64_t> lines;
-    for (const auto& [line, axis] : ownLineAxes) {
-        if (axis.count == 0)
-            lines.push_back(line);
-    }
-    return lines;
-}
-
-} // namespace
-
-// A line that has the channel's axis is as long as lines can be.
-std::uint64_t CDataBuffer::LongestLine() const
-{
-    if (m_ownLineAxes.size() < m_lineCount)
-        return m_points;
-    std::uint64_t longest = 0;
-    for (const auto& [line, axis] : m_ownLineAxes)
-        longest = std::max(longest, axis.count);
-    return std::min(longest, m_points);
-}
-
 void CDataBuffer::PrepareForSave()
 {
     {
         const std::lock_guard lock(m_mutex);
         RemoveEmptyLines();
-        if (LongestLine() == m_points)
+        if (m_lineAxes.LongestLine() == m_lineAxes.Points())
             return;
     }
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
         RemoveEmptyLines(); // both again: a slot may have written lines
-        m_points = LongestLine();
-        m_samples.ShortenLines(m_points);
+        m_lineAxes.SetPoints(m_lineAxes.LongestLine());
+        m_samples.ShortenLines(m_lineAxes.Points());
         m_latestFit = {};
     }
     AnnounceReshape();
 }
 
-// When one line without storage is written all of them get some, so that writing them one by one moves the samples
-// once.
 void CDataBuffer::RemoveEmptyLines()
 {
-    auto empty = LinesWithoutSamples(m_ownLineAxes);
-    if (empty.size() > m_samples.AbsentCount())
-        m_samples.RemoveLines(std::move(empty));
+    CHeldLines held = m_lineAxes.LinesWithSamples(m_lineAxes.MissingFrom());
+    if (held.Count() < m_samples.Held().Count())
+        m_samples.KeepLines(std::move(held));
 }
 
 void CDataBuffer::Restore(std::uint64_t points, std::uint64_t lines, std::map<std::uint64_t, CLineAxis> ownLineAxes,
                           std::uint64_t currentLine)
 {
-    CSampleBlock samples(points, lines, WidthOfBits(GetBitCount()), LinesWithoutSamples(ownLineAxes));
-    CShape shape{std::move(samples), points, lines, std::move(ownLineAxes), currentLine};
+    CShape shape{CSampleBlock(points, lines, CHeldLines()), CLineAxes({points, 0, 0}, lines, std::move(ownLineAxes)),
+                 currentLine};
+    shape.lineAxes.SetMissingFrom(0);
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
         Take(shape);
+        m_notificationsHeld = true;
+        m_reshapePending = true;
     }
-    AnnounceReshape();
 }
 
-CLineAxis CDataBuffer::GetCommonLineAxis() const
+CLineAxes CDataBuffer::GetLineAxes() const
 {
     const std::lock_guard lock(m_mutex);
-    return CommonLineAxis();
-}
-
-std::map<std::uint64_t, CLineAxis> CDataBuffer::GetOwnLineAxes() const
-{
-    const std::lock_guard lock(m_mutex);
-    return m_ownLineAxes;
+    return m_lineAxes;
 }
 
 std::uint64_t CDataBuffer::GetStoredSampleCount() const
@@ -90,14 +59,30 @@ std::uint64_t CDataBuffer::GetStoredSampleCount() const
     return m_samples.All().Count();
 }
 
-void CDataBuffer::CountAsLoaded()
+void CDataBuffer::TakeStorageToLoad(std::uint64_t bytesLeft)
 {
-    m_lineStates.ResetAll(m_lineCount, CLineStates::writtenWhole);
+    const SampleWidth width = WidthOfBits(m_bitCount);
+    CHeldLines held = m_lineAxes.LinesWithSamples(m_lineAxes.Lines());
+    if (const std::uint64_t lineBytes = m_lineAxes.Points() * BytesPerSample(width); lineBytes > 0)
+        held.Truncate(std::min(bytesLeft / lineBytes, held.Count()));
+    m_samples = CSampleBlock(m_lineAxes.Points(), m_lineAxes.Lines(), std::move(held), width);
+}
+
+// Result: whether no line is missing.
+bool CDataBuffer::CountAsLoaded(std::size_t bytes)
+{
+    m_samples.KeepBytes(bytes);
+    m_lineAxes.SetMissingFrom(m_samples.Held().End());
+    m_lineStates.Reset(m_lineAxes.Lines(), m_samples.Held().End());
     m_latestFit = {};
     m_dataRange = {};
     m_rangeLacksLoaded = true;
     m_isEmpty = m_samples.All().Count() == 0;
     m_dataChanged = false;
+    const bool isComplete = m_lineAxes.MissingFrom() == m_lineAxes.Lines();
+    if (isComplete && m_bitCount != 32)
+        m_bitCount = 16;
+    return isComplete;
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -72,7 +72,7 @@ bool CDataBuffer::SetLine(std::uint64_t line, const Values& values)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (line >= m_lineCount || values.values.size() > m_points)
+        if (line >= m_lineAxes.Lines() || values.values.size() > m_lineAxes.Points())
             return false;
         StoreLine(line, values);
         if (HoldBack(m_changePending))
@@ -87,7 +87,7 @@ template <class Values>
 void CDataBuffer::StoreLine(std::uint64_t line, const Values& values)
 {
     const std::uint64_t count = values.values.size();
-    const bool staysWithout = count == 0 && ValidCount(line) == 0;
+    const bool staysWithout = count == 0 && m_lineAxes.CountAt(line) == 0;
     m_lineStates.PrepareToMark(line);
     const CSampleSurvey survey = values.Survey();
     if (!staysWithout)
@@ -104,12 +104,12 @@ void CDataBuffer::StoreLine(std::uint64_t line, const Values& values)
         values.Read(first, piece);
         m_samples.Write(line, first, piece);
     });
-    if (!staysWithout && count < m_points) {
+    if (!staysWithout && count < m_lineAxes.Points()) {
         m_samples.FillWithZeros(line, count);
         m_dataRange.Widen(0);
     }
     m_lineStates.MarkWritten(line);
-    RaiseLineCount(line, count);
+    m_lineAxes.RaiseCount(line, count);
     m_currentLine = line;
     m_dataChanged = true;
     m_isEmpty = false;
@@ -119,7 +119,7 @@ bool CDataBuffer::SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int3
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (line >= m_lineCount || point >= m_points)
+        if (line >= m_lineAxes.Lines() || point >= m_lineAxes.Points())
             return false;
         StorePixel(point, line, CRawRange::Clamp(value));
         if (HoldBack(m_changePending))
@@ -144,7 +144,7 @@ void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32
     if (m_lineStates.Get(line) != CLineStates::neverWritten)
         m_dataRange.Widen(value);
     m_samples.Write(line, point, value);
-    RaiseLineCount(line, point + 1);
+    m_lineAxes.RaiseCount(line, point + 1);
     m_dataChanged.store(true, std::memory_order_relaxed); // what it tells of is guarded by the lock
 }
 
@@ -237,7 +237,7 @@ bool CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line, const C
 CRawRange CDataBuffer::GetDataRange() const
 {
     const std::lock_guard lock(m_mutex);
-    for (std::uint64_t line = 0; m_rangeLacksLoaded && line < m_lineCount; ++line) {
+    for (std::uint64_t line = 0; m_rangeLacksLoaded && line < m_lineAxes.Lines(); ++line) {
         if (IsRangeOwed(line))
             WidenRange(m_samples.Line(line));
     }
@@ -247,7 +247,7 @@ CRawRange CDataBuffer::GetDataRange() const
 
 bool CDataBuffer::IsRangeOwed(std::uint64_t line) const
 {
-    return m_rangeLacksLoaded && ValidCount(line) > 0;
+    return m_rangeLacksLoaded && m_lineAxes.CountAt(line) > 0;
 }
 
 void CDataBuffer::WidenRange(const CStoredSamples& samples) const

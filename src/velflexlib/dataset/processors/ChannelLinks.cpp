@@ -8,20 +8,21 @@
 namespace veltaris::velflexlib::dataset {
 
 using velstdlib::string::EqualFolded;
-using velstdlib::util::CVELKeyToValueList;
+using velstdlib::util::CHeaderSection;
 
-void CChannelLinks::Read(const CVELKeyToValueList& keys, const std::string& prefix, const std::string& fileName)
+void CChannelLinks::Read(const CHeaderSection& section, const std::string& prefix)
 {
     m_links.clear();
-    m_count = ReadListCount(keys, prefix + "Count", velstdlib::util::limits::processorChannels, fileName);
-    keys.ForEach([&](std::string_view key, std::string_view) {
+    m_count = velstdlib::util::ReadListCount<std::uint64_t>(section, prefix + "Count",
+                                                            velstdlib::util::limits::processorChannels);
+    section.keys.ForEach([&](std::string_view key, std::string_view) {
         const auto indexed = velstdlib::util::SplitIndexedKey(key, prefix);
         if (!indexed || indexed->index >= m_count)
             return;
         if (EqualFolded(indexed->rest, "Group"))
-            m_links[indexed->index].address.group = keys.GetValueT<std::uint64_t>(key, noIndex);
+            m_links[indexed->index].address.group = section.keys.GetValueT<std::uint64_t>(key, noIndex);
         else if (EqualFolded(indexed->rest, "Channel"))
-            m_links[indexed->index].address.channel = keys.GetValueT<std::uint64_t>(key, noIndex);
+            m_links[indexed->index].address.channel = section.keys.GetValueT<std::uint64_t>(key, noIndex);
     });
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "velflexlib/dataset/channels/Databuffer.h"
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
 #include <cstdint>
 #include <functional>
@@ -37,8 +37,8 @@ class CChannelLinks
 {
 public:
     // Replaces the list. Its length is under the key `prefix` + "Count", the indices of each link are under `prefix` +
-    // number + "Group" and + "Channel". Throws CVELFileBadContentException with the name of the file if it is too long.
-    void Read(const velstdlib::util::CVELKeyToValueList& keys, const std::string& prefix, const std::string& fileName);
+    // number + "Group" and + "Channel". Throws CVELFileBadContentException if it is too long.
+    void Read(const velstdlib::util::CHeaderSection& section, const std::string& prefix);
 
     // Connects every link that has both indices to the channel at its address, and disconnects it from any other. Links
     // to channels that do not exist are left unconnected.

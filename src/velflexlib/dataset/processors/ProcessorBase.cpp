@@ -43,14 +43,16 @@ std::string CProcessorBase::GetSectionName() const
 
 void CProcessorBase::LoadParameters(CVELConfig& document)
 {
-    if (!document.GetContent().SelectSection(GetSectionName()))
+    const std::string name = GetSectionName();
+    const auto section = document.SelectSection(name);
+    if (!section)
         return;
-    const CVELKeyToValueList& keys = document.GetContent().GetActiveSection();
+    const CVELKeyToValueList& keys = section->keys;
     m_displayName = keys.GetValue("DisplayName", m_kind.defaultDisplayName);
     m_enabled = ReadBool(keys, "Enabled", m_enabled);
     LoadOwnParameters(document);
-    m_inputs.Read(keys, "Input", document.GetFileName());
-    m_outputs.Read(keys, "Output", document.GetFileName());
+    m_inputs.Read(*section, "Input");
+    m_outputs.Read(*section, "Output");
 }
 
 void CProcessorBase::SaveParameters(CVELConfig& document) const

@@ -2,11 +2,9 @@
 
 #include "velflexlib/dataset/processors/ProcessorFactory.h"
 #include "velstdlib/util/Limits.h"
-#include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/ListCount.h"
 
-#include <algorithm>
-#include <map>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,50 +12,74 @@
 
 namespace veltaris::velflexlib::dataset {
 
-using velstdlib::util::CIniFileContent;
 using velstdlib::util::CVELConfig;
 using velstdlib::util::CVELKeyToValueList;
 
 namespace {
 
-// Reads each section and makes each processor once: a file can name them as often as it likes.
+constexpr const char* listSection = "ProcessorSet";
+constexpr std::string_view entryPrefix = "Processor";
+
+struct CEntry
+{
+    std::string guid; // empty: the section names no processor
+    std::uint64_t instanceNo;
+};
+
+// Makes a processor of each entry. Each section is read once, because a file can name one as often as it likes.
 class CEntryReader
 {
 public:
-    CEntryReader(CIniFileContent& content, std::vector<std::unique_ptr<CProcessorBase>>& processors)
-        : m_content(content), m_processors(processors)
-    {
-    }
+    explicit CEntryReader(CVELConfig& document) : m_document(document) {}
 
     // Null when the section names no processor.
-    CProcessorBase* Read(std::string_view section)
+    std::unique_ptr<CProcessorBase> Read(std::string_view name)
     {
-        if (!m_content.SelectSection(section))
+        const auto section = m_document.SelectSection(name);
+        if (!section)
             return nullptr;
-        const CVELKeyToValueList& keys = m_content.GetActiveSection();
-        const auto [known, isNew] = m_bySection.try_emplace(&keys);
+        const auto [known, isNew] = m_known.try_emplace(&section->keys);
         if (isNew)
-            known->second = ReadKeys(keys);
-        return known->second;
+            known->second = ReadEntry(section->keys);
+        const CEntry& entry = known->second;
+        return entry.guid.empty() ? nullptr : CreateProcessor(entry.guid, entry.instanceNo);
     }
 
 private:
-    CProcessorBase* ReadKeys(const CVELKeyToValueList& keys)
+    static CEntry ReadEntry(const CVELKeyToValueList& keys)
     {
-        const std::string guid = keys.GetValue("GUID");
         const auto instanceNo = keys.GetValueT<std::uint64_t>("InstanceNo", noIndex);
-        if (guid.empty() || instanceNo == noIndex)
-            return nullptr;
-        CProcessorBase*& known = m_byIdentity[{guid, instanceNo}];
-        if (!known)
-            known = m_processors.emplace_back(CreateProcessor(guid, instanceNo)).get();
-        return known;
+        return {instanceNo == noIndex ? std::string() : keys.GetValue("GUID"), instanceNo};
     }
 
-    CIniFileContent& m_content;
-    std::vector<std::unique_ptr<CProcessorBase>>& m_processors;
-    std::unordered_map<const CVELKeyToValueList*, CProcessorBase*> m_bySection;
-    std::map<std::pair<std::string, std::uint64_t>, CProcessorBase*> m_byIdentity;
+    CVELConfig& m_document;
+    std::unordered_map<const CVELKeyToValueList*, CEntry> m_known;
+};
+
+// The text of parameter sections that processors may still take. Each processor has parameters of its own, even where
+// several have one section: without this limit, a few letters for each could copy one long list many thousand times.
+class CParameterBudget
+{
+public:
+    explicit CParameterBudget(CVELConfig& document)
+        : m_document(document), m_bytes(document.GetHeaderBytes() + velstdlib::util::limits::sharedParameterBytes)
+    {
+    }
+
+    bool Take(const CProcessorBase& processor)
+    {
+        const std::string name = processor.GetSectionName();
+        const auto section = m_document.SelectSection(name);
+        const std::uint64_t bytes = section ? section->keys.GetTextBytes() : 0;
+        if (bytes > m_bytes)
+            return false;
+        m_bytes -= bytes;
+        return true;
+    }
+
+private:
+    CVELConfig& m_document;
+    std::uint64_t m_bytes;
 };
 
 } // namespace
@@ -65,17 +87,20 @@ private:
 void CProcessorSet::ReadFromFile(CVELConfig& document)
 {
     Clear();
-    CIniFileContent& content = document.GetContent();
-    if (!content.SelectSection("ProcessorSet"))
+    const auto list = document.SelectSection(listSection);
+    if (!list)
         return;
-    const CVELKeyToValueList& keys = content.GetActiveSection();
-    const auto count = static_cast<std::uint64_t>(std::max(keys.GetValueT<int>("ProcessorCount", 0), 0));
-    if (count > velstdlib::util::limits::processors)
-        velstdlib::util::ThrowBadContent(document.GetFileName());
-    CEntryReader reader(content, m_processors);
-    for (const auto& [index, section] : ReadNumberedValues(keys, "Processor", count)) {
-        if (CProcessorBase* const processor = reader.Read(section))
-            m_entries.push_back(processor);
+    const auto count = velstdlib::util::ReadListCount<int>(*list, std::string(entryPrefix) + "Count",
+                                                           velstdlib::util::limits::processors);
+    CEntryReader reader(document);
+    CParameterBudget budget(document);
+    for (const auto& [index, section] : ReadNumberedValues(list->keys, entryPrefix, count)) {
+        auto processor = reader.Read(section);
+        if (!processor)
+            continue;
+        if (!budget.Take(*processor))
+            list->ThrowBadContent(std::string(entryPrefix).append(std::to_string(index)));
+        m_processors.push_back(std::move(processor));
     }
     for (const auto& processor : m_processors)
         processor->LoadParameters(document);
@@ -89,7 +114,6 @@ void CProcessorSet::Connect(const ChannelLookup& lookup)
 
 void CProcessorSet::Clear()
 {
-    m_entries.clear();
     m_processors.clear();
 }
 

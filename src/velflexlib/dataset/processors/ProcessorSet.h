@@ -9,7 +9,7 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// Read only: files are written without processors.
+// Processors are read from files, never written: a saved file has none. Not thread-safe.
 class CProcessorSet
 {
 public:
@@ -23,17 +23,17 @@ public:
     // std::out_of_range for an identifier that is no processor's.
     void ReadFromFile(velstdlib::util::CVELConfig& document);
 
-    // Leads the processors to the channels that they read and write, without keeping these alive.
+    // Connects the processors to the channels that they read and write, without keeping these alive.
     void Connect(const ChannelLookup& lookup);
 
     void Clear();
 
-    // In the order of the list. A processor that is listed more than once is here as often.
-    const std::vector<CProcessorBase*>& GetProcessors() const { return m_entries; }
+    // One for each entry of the list that names a processor, in this order; never null. Entries of one kind and number
+    // have the same parameters, but are objects of their own.
+    const std::vector<std::unique_ptr<CProcessorBase>>& GetProcessors() const { return m_processors; }
 
 private:
-    std::vector<std::unique_ptr<CProcessorBase>> m_processors; // each kind and instance once
-    std::vector<CProcessorBase*> m_entries;
+    std::vector<std::unique_ptr<CProcessorBase>> m_processors;
 };
 
 } // namespace veltaris::velflexlib::dataset

@@ -14,11 +14,11 @@ namespace {
 
 namespace limits = velstdlib::util::limits;
 
-std::uint64_t CheckedCount(std::uint64_t points, std::uint64_t lines)
+std::uint64_t CheckedCount(std::uint64_t points, std::uint64_t lines, std::uint64_t heldLines)
 {
     const bool tooLarge = std::max(points, lines) > limits::channelDimension;
     const bool pointless = points == 0 && lines > limits::pointlessLines;
-    const std::uint64_t count = velstdlib::math::Product(points, lines);
+    const std::uint64_t count = velstdlib::math::Product(points, heldLines);
     if (tooLarge || pointless || count > limits::channelSamples)
         throw std::bad_alloc();
     return count;
@@ -26,28 +26,26 @@ std::uint64_t CheckedCount(std::uint64_t points, std::uint64_t lines)
 
 } // namespace
 
-CSampleBlock::CSampleBlock(std::uint64_t points, std::uint64_t lines, SampleWidth width,
-                           std::vector<std::uint64_t> absentLines)
-    : m_points(points), m_lines(lines), m_width(width), m_absentLines(std::move(absentLines)),
-      m_count(CheckedCount(points, lines - m_absentLines.size())), m_memory(m_count * BytesPerSample(width))
+CSampleBlock::CSampleBlock(std::uint64_t points, std::uint64_t lines, CHeldLines held, SampleWidth width)
+    : m_points(points), m_lines(lines), m_width(width), m_held(std::move(held)),
+      m_count(CheckedCount(points, lines, m_held.Count())), m_memory(m_count * BytesPerSample(width))
 {
 }
 
-std::uint64_t CSampleBlock::AbsentBefore(std::uint64_t line) const
+CHeldLines CSampleBlock::HeldToWrite(std::uint64_t line) const
 {
-    return static_cast<std::uint64_t>(std::ranges::lower_bound(m_absentLines, line) - m_absentLines.begin());
+    if (m_held.Contains(line))
+        return m_held;
+    return CHeldLines(line < m_held.End() ? m_held.End() : m_lines);
 }
 
-// To memory that has room for what is to be written.
 void CSampleBlock::Move(std::uint64_t line, std::int32_t bits)
 {
-    const bool fits = FitInto(m_width, bits);
-    CSampleBlock moved(m_points, m_lines, fits ? m_width : SampleWidth::Bits32,
-                       IsAbsent(line) ? std::vector<std::uint64_t>() : m_absentLines);
-    for (std::uint64_t l = 0; l < m_lines; ++l) {
-        if (!IsAbsent(l))
-            TranscodeSamples(AddressOf(l, 0), m_width, m_points, moved.AddressOf(l, 0), moved.m_width);
-    }
+    const SampleWidth width = FitInto(m_width, bits) ? m_width : SampleWidth::Bits32;
+    CSampleBlock moved(m_points, m_lines, HeldToWrite(line), width);
+    m_held.ForEach([&](std::uint64_t l, std::uint64_t) {
+        TranscodeSamples(AddressOf(l, 0), m_width, m_points, moved.AddressOf(l, 0), width);
+    });
     *this = std::move(moved);
 }
 
@@ -66,27 +64,31 @@ void CSampleBlock::ShortenLines(std::uint64_t points)
 {
     const std::size_t oldBytes = m_points * BytesPerSample(m_width);
     const std::size_t newBytes = points * BytesPerSample(m_width);
-    const std::uint64_t lines = m_lines - m_absentLines.size();
     std::byte* const bytes = m_memory.Bytes().data();
-    for (std::uint64_t line = 1; newBytes > 0 && line < lines; ++line)
-        std::memmove(bytes + line * newBytes, bytes + line * oldBytes, newBytes);
+    for (std::uint64_t row = 1; newBytes > 0 && row < m_held.Count(); ++row)
+        std::memmove(bytes + row * newBytes, bytes + row * oldBytes, newBytes);
     m_points = points;
-    m_count = lines * points;
+    m_count = m_held.Count() * points;
 }
 
-void CSampleBlock::RemoveLines(std::vector<std::uint64_t> absentLines)
+void CSampleBlock::KeepLines(CHeldLines held)
 {
     const std::size_t lineBytes = m_points * BytesPerSample(m_width);
-    std::byte* to = m_memory.Bytes().data();
-    for (std::uint64_t line = 0; line < m_lines; ++line) {
-        if (std::ranges::binary_search(absentLines, line))
-            continue;
+    std::byte* const bytes = m_memory.Bytes().data();
+    held.ForEach([&](std::uint64_t line, std::uint64_t row) {
         if (lineBytes > 0)
-            std::memmove(to, AddressOf(line, 0), lineBytes);
-        to += lineBytes;
-    }
-    m_absentLines.swap(absentLines);
-    m_count = (m_lines - m_absentLines.size()) * m_points;
+            std::memmove(bytes + row * lineBytes, AddressOf(line, 0), lineBytes);
+    });
+    m_held = std::move(held);
+    m_count = m_held.Count() * m_points;
+}
+
+void CSampleBlock::KeepBytes(std::size_t bytes)
+{
+    const std::size_t lineBytes = m_points * BytesPerSample(m_width);
+    if (lineBytes > 0)
+        m_held.Truncate(std::min<std::uint64_t>(bytes / lineBytes, m_held.Count()));
+    m_count = m_held.Count() * m_points;
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,14 +1,13 @@
 // Where the samples of a channel are held.
 #pragma once
 
+#include "velflexlib/dataset/samples/HeldLines.h"
 #include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velflexlib/dataset/samples/ZeroedMemory.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <vector>
 
 namespace veltaris::velflexlib::dataset {
 
@@ -45,42 +44,46 @@ private:
     std::uint64_t m_count = 0;
 };
 
-// Lines of raw samples in one contiguous piece of memory, as a file of some width has them. A sample that this width
-// cannot hold moves all of them to 32 bits. Some lines may have no storage until they are written.
+// Lines of raw samples, one behind the other in memory, as a file of some width has them. A sample that this width
+// cannot hold moves all of them to 32 bits. Lines that are not held have no storage until one of them is written.
+// Not thread-safe: guarded by the lock of the CDataBuffer that owns it.
 class CSampleBlock
 {
 public:
     CSampleBlock() = default;
 
-    // Zeros. `absentLines`, in ascending order, get no storage. Throws std::bad_alloc when memory runs out or a limit
-    // is exceeded.
-    CSampleBlock(std::uint64_t points, std::uint64_t lines, SampleWidth width,
-                 std::vector<std::uint64_t> absentLines = {});
+    // Zeros in the lines that are held. Throws std::bad_alloc when memory runs out or a limit is exceeded.
+    CSampleBlock(std::uint64_t points, std::uint64_t lines, CHeldLines held, SampleWidth width = SampleWidth::Bits32);
+    // All lines are held, in 32 bits: writing them moves nothing.
+    CSampleBlock(std::uint64_t points, std::uint64_t lines) : CSampleBlock(points, lines, CHeldLines(lines)) {}
 
     SampleWidth Width() const { return m_width; }
+    const CHeldLines& Held() const { return m_held; }
 
-    // The storage of all lines that have any, in their order.
+    // All samples that are held, in the order of their lines.
     CStoredSamples All() const { return {m_memory.Bytes().data(), m_width, m_count}; }
     std::span<const std::byte> Bytes() const { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
-    // All of them are to be written before anything else is done with the block.
+    // All of them must be written before anything else is done with the block.
     std::span<std::byte> BytesToOverwrite()
     {
         return m_memory.BytesToOverwrite().first(m_count * BytesPerSample(m_width));
     }
 
-    // Empty for a line without storage.
+    // Empty for a line that is not held.
     CStoredSamples Line(std::uint64_t line) const
     {
-        if (IsAbsent(line))
+        if (!m_held.Contains(line))
             return {};
         return {m_memory.Bytes().data() + Offset(line) * BytesPerSample(m_width), m_width, m_points};
     }
 
-    // Gives the line storage, and all samples a width, that samples with no other bits than these can be written to.
-    // Throws std::bad_alloc, with nothing changed, when there is no memory for that.
+    // Makes the line held, and gives all samples a width that can hold samples with no other bits than these. Writing a
+    // line that is not held makes all below the end held, or all that there are if it is behind the end: so writing
+    // them one by one moves the samples once. Throws std::bad_alloc, with nothing changed, when there is no memory for
+    // that or a limit is exceeded.
     void MakeWritable(std::uint64_t line, std::int32_t bits)
     {
-        if (!FitInto(m_width, bits) || IsAbsent(line))
+        if (!FitInto(m_width, bits) || !m_held.Contains(line))
             Move(line, bits);
     }
     // Stores adjacent samples of a line that was made writable.
@@ -94,21 +97,14 @@ public:
     // Keeps the first `points` samples of each line; there must be as many.
     void ShortenLines(std::uint64_t points);
 
-    // Takes the storage of these lines away, in ascending order, which are all that are to have none: zeros stood
-    // there.
-    void RemoveLines(std::vector<std::uint64_t> absentLines);
-    std::size_t AbsentCount() const { return m_absentLines.size(); }
+    // Keeps no other lines than these, which must be held.
+    void KeepLines(CHeldLines held);
+    // Keeps only the lines whose samples are all in the first `bytes` bytes.
+    void KeepBytes(std::size_t bytes);
 
 private:
-    bool IsAbsent(std::uint64_t line) const
-    {
-        return !m_absentLines.empty() && std::ranges::binary_search(m_absentLines, line);
-    }
-    std::uint64_t Offset(std::uint64_t line) const
-    {
-        return (m_absentLines.empty() ? line : line - AbsentBefore(line)) * m_points;
-    }
-    std::uint64_t AbsentBefore(std::uint64_t line) const;
+    std::uint64_t Offset(std::uint64_t line) const { return m_held.RowOf(line) * m_points; }
+    CHeldLines HeldToWrite(std::uint64_t line) const;
     void Move(std::uint64_t line, std::int32_t bits);
     std::byte* AddressOf(std::uint64_t line, std::uint64_t point)
     {
@@ -118,8 +114,8 @@ private:
     std::uint64_t m_points = 0;
     std::uint64_t m_lines = 0;
     SampleWidth m_width = SampleWidth::Bits32;
-    std::vector<std::uint64_t> m_absentLines;
-    std::uint64_t m_count = 0;
+    CHeldLines m_held;
+    std::uint64_t m_count = 0; // samples of all lines that are held
     CZeroedMemory m_memory;
 };
 

@@ -1,31 +1,37 @@
-// The axes of a channel in its section of the header.
+// The section of a header that describes one channel: all of its keys, read and written here and nowhere else.
 #pragma once
 
 #include "velflexlib/dataset/channels/Databuffer.h"
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 
 namespace veltaris::velflexlib::dataset {
 
-// Versions of a channel section.
-inline constexpr int prefixedUnitsVersion = 1; // units carry the SI prefix of the axis' numbers
-inline constexpr int plainVersion = 2;
-inline constexpr int lineAxesVersion = 3; // lines have point axes of their own
+// What a section says of a channel, before anything is made of it. It is only text that was read: points, lines and
+// bit count may be more than any file holds, or none that a file can have. A plain value without locks.
+struct CChannelHeader
+{
+    std::uint64_t points = 0;
+    std::uint64_t lines = 0;
+    std::string frame;
+    std::int64_t currentLine = 0;
+    std::array<CAxis, 3> axes;
+    std::map<std::uint64_t, CLineAxis> ownLineAxes; // of lines that differ; no more than the section has keys
+    std::int64_t bitCount = 0;
+};
 
-void LoadAxes(CDataBuffer& buffer, const velstdlib::util::CVELKeyToValueList& section, int version);
-void SaveAxes(const CDataBuffer& buffer, velstdlib::util::CVELKeyToValueList& section);
+inline constexpr std::string_view channelLinesKey = "Lines";
 
-// The lines that the section gives an axis, where what it leaves out is that of `common`. Lines from `lineCount` on
-// are ignored. Throws CVELFileBadContentException, with the file's name, for a negative number of points.
-std::map<std::uint64_t, CLineAxis> LoadLineAxes(const velstdlib::util::CVELKeyToValueList& section,
-                                                const CLineAxis& common, std::uint64_t lineCount,
-                                                const std::string& fileName);
+// Throws CVELFileVersionException for a version that is too high, and CVELFileBadContentException for a negative
+// number of points or lines.
+CChannelHeader ReadChannelSection(const velstdlib::util::CHeaderSection& section);
 
-// Whether some line's axis, as it would be written, differs from the channel's.
-bool HasLineAxes(const CDataBuffer& buffer);
-void SaveLineAxes(const CDataBuffer& buffer, velstdlib::util::CVELKeyToValueList& section);
+// Writes the highest version only if some line needs it. The keys must be those of an empty section.
+void WriteChannelSection(velstdlib::util::CVELKeyToValueList& keys, const CDataBuffer& buffer);
 
 } // namespace veltaris::velflexlib::dataset

@@ -2,8 +2,6 @@
 
 #include "velflexlib/dataset/samples/SampleCodec.h"
 #include "velflexlib/dataset/serialisers/ChannelSection.h"
-#include "velstdlib/util/VELException.h"
-#include "velstdlib/util/header/HeaderText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -13,131 +11,112 @@
 namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CFileWriter;
+using velstdlib::util::CHeaderSection;
 using velstdlib::util::CVELConfig;
-using velstdlib::util::CVELKeyToValueList;
 
 namespace {
 
-// So much is read or written at a time: enough to make little of a call of the system, and little enough for a
-// processor's second cache.
+// So much is read or written at a time: enough for the cost of a system call not to matter, and little enough to stay
+// in a processor's second-level cache.
 constexpr std::size_t bytesPerTransfer = std::size_t{1} << 20U;
 
-std::uint64_t ReadSize(const CVELKeyToValueList& section, const char* key, const std::string& fileName)
+// Adds to `filled` what was read into the bytes, in whole samples, also when the stream throws.
+void ReadChunk(std::istream& stream, std::span<std::byte> bytes, SampleWidth width, std::size_t& filled)
 {
-    const int size = section.GetValueT<int>(key, 0);
-    if (size < 0)
-        velstdlib::util::ThrowBadContent(fileName);
-    return static_cast<std::uint64_t>(size);
-}
-
-// What is left to be filled when the stream ends or the reading is to end.
-std::span<std::byte> ReadSamples(std::istream& stream, std::span<std::byte> bytes, SampleWidth width,
-                                 const std::atomic<bool>& abort)
-{
-    while (!abort && stream && !bytes.empty()) {
-        const auto piece = bytes.first(std::min(bytes.size(), bytesPerTransfer));
-        stream.read(reinterpret_cast<char*>(piece.data()), static_cast<std::streamsize>(piece.size()));
+    const auto count = [&] {
         const auto got = static_cast<std::size_t>(stream.gcount());
-        const auto count = got - got % BytesPerSample(width);
-        DropSpareBits(piece.first(count), width);
-        bytes = bytes.subspan(count);
+        const auto whole = got - got % BytesPerSample(width);
+        DropSpareBits(bytes.first(whole), width);
+        filled += whole;
+    };
+    try {
+        stream.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    } catch (const std::ios_base::failure&) {
+        count();
+        throw;
     }
-    return bytes;
+    count();
 }
 
-// Writes samples as they are where they have the right width; otherwise, and as zeros where the channel was reshaped
-// meanwhile, by way of `room`.
-void WriteSamples(CFileWriter& file, const CSampleBlock& samples, SampleWidth width, std::uint64_t first,
-                  std::span<std::byte> room)
+// Fills the bytes with lines of `lineBytes`, and with zeros from where the stream ends or, ahead of a line, reading is
+// to end. Short lines are read many at a time, and `abort` is asked as often.
+void ReadLines(std::istream& stream, std::span<std::byte> bytes, SampleWidth width, std::size_t lineBytes,
+               const std::atomic<bool>& abort, std::size_t& filled)
 {
-    const std::uint64_t count = room.size() / BytesPerSample(width);
+    const std::size_t batchBytes = lineBytes * std::max<std::size_t>(bytesPerTransfer / lineBytes, 1);
+    while (!abort && stream && filled < bytes.size()) {
+        const std::size_t end = filled + std::min(bytes.size() - filled, batchBytes);
+        while (stream && filled < end)
+            ReadChunk(stream, bytes.subspan(filled, std::min(end - filled, bytesPerTransfer)), width, filled);
+    }
+    std::ranges::fill(bytes.subspan(filled), std::byte{});
+}
+
+// Writes samples as they are if they are held in the width of the file. Converts them in `buffer` if not, or fills that
+// with zeros if the channel was reshaped meanwhile and has fewer samples.
+void WriteSamples(CFileWriter& file, const CSampleBlock& samples, SampleWidth width, std::uint64_t first,
+                  std::span<std::byte> buffer)
+{
+    const std::uint64_t count = buffer.size() / BytesPerSample(width);
     const bool areThere = first + count <= samples.All().Count();
     const std::size_t offset = first * BytesPerSample(samples.Width());
     if (areThere && samples.Width() == width)
-        return file.Write(samples.Bytes().subspan(offset, room.size()));
+        return file.Write(samples.Bytes().subspan(offset, buffer.size()));
     if (areThere)
-        TranscodeSamples(samples.Bytes().data() + offset, samples.Width(), count, room.data(), width);
+        TranscodeSamples(samples.Bytes().data() + offset, samples.Width(), count, buffer.data(), width);
     else
-        std::ranges::fill(room, std::byte{});
-    file.Write(room);
+        std::ranges::fill(buffer, std::byte{});
+    file.Write(buffer);
 }
 
 } // namespace
 
-void CDataBufferToVELConfig::LoadHeader(CVELConfig& document, std::string_view sectionName, CLoadBudget& budget)
+void CDataBufferToVELConfig::LoadHeader(const CHeaderSection& section, CLoadBudget& budget)
 {
-    document.GetContent().SelectCreateSection(sectionName);
-    const CVELKeyToValueList& section = document.GetContent().GetActiveSection();
-    const std::string& fileName = document.GetFileName();
-    budget.ChargeSection(section);
-    const int version = section.GetValueT<int>("Version", prefixedUnitsVersion);
-    if (version > lineAxesVersion)
-        velstdlib::util::ThrowFileVersion(fileName, version);
-    const std::uint64_t points = ReadSize(section, "Points", fileName);
-    const std::uint64_t lines = ReadSize(section, "Lines", fileName);
-    m_buffer.HoldNotifications();
-    m_buffer.SetGroupName(section.GetValue("Frame", "Unknown"));
-    const auto currentLine = static_cast<std::int64_t>(section.GetValueT<int>("CurLine", 0));
-    LoadAxes(m_buffer, section, version);
-    m_buffer.SetBitCount(section.GetValueT<int>("SaveBits", 8));
-    WidthOfBits(m_buffer.GetBitCount());
-
-    std::map<std::uint64_t, CLineAxis> lineAxes;
-    if (version == lineAxesVersion) {
-        const CLineAxis common{points, m_buffer.GetAxisMin(pointAxis), m_buffer.GetAxisRange(pointAxis)};
-        lineAxes = LoadLineAxes(section, common, lines, fileName);
-    }
-    const auto isEmpty = [](const auto& own) { return own.second.count == 0; };
-    const auto emptyLines = points > 0 ? std::ranges::count_if(lineAxes, isEmpty) : 0;
-    budget.ChargeSamples(points, lines - static_cast<std::uint64_t>(emptyLines), m_buffer.GetBitCount());
-    m_buffer.Restore(points, lines, std::move(lineAxes), static_cast<std::uint64_t>(currentLine));
+    CChannelHeader header = ReadChannelSection(section);
+    if (header.points == 0 && !budget.TakePointlessLines(header.lines))
+        section.ThrowBadContent(channelLinesKey);
+    m_buffer.SetGroupName(std::move(header.frame));
+    for (std::size_t axis = 0; axis < header.axes.size(); ++axis)
+        m_buffer.SetAxis(axis, std::move(header.axes[axis]));
+    m_buffer.SetBitCount(header.bitCount);
+    m_buffer.Restore(header.points, header.lines, std::move(header.ownLineAxes),
+                     static_cast<std::uint64_t>(header.currentLine));
 }
 
 void CDataBufferToVELConfig::SaveHeader(CVELConfig& document, const std::string& sectionName)
 {
-    const bool hasLineAxes = HasLineAxes(m_buffer);
     document.GetContent().SelectCreateSection(sectionName);
-    CVELKeyToValueList& section = document.GetContent().GetActiveSection();
-    section.SetValue("Version", std::to_string(hasLineAxes ? lineAxesVersion : plainVersion));
-    section.SetValue("Points", m_buffer.GetPoints());
-    section.SetValue("Lines", m_buffer.GetLines());
-    section.SetValue("Frame", velstdlib::util::CleanHeaderText(m_buffer.GetGroupName()));
-    section.SetValue("CurLine", std::to_string(static_cast<std::int64_t>(m_buffer.GetCurrentLine())));
-    SaveAxes(m_buffer, section);
-    if (hasLineAxes)
-        SaveLineAxes(m_buffer, section);
-    section.SetValue("SaveMode", "Binary");
-    section.SetValue("SaveBits", std::to_string(m_buffer.GetBitCount()));
-    section.SetValue("SaveSign", "Signed");
-    section.SetValue("SaveOrder", "Intel");
+    WriteChannelSection(document.GetContent().GetActiveSection(), m_buffer);
 }
 
-void CDataBufferToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
+void CDataBufferToVELConfig::LoadData(std::istream& stream, std::uint64_t& bytesLeft, const std::atomic<bool>& abort)
 {
-    m_buffer.LoadSamples([&](std::span<std::byte> bytes, SampleWidth width) {
-        const auto rest = ReadSamples(stream, bytes, width, abort);
-        std::ranges::fill(rest, std::byte{});
-    });
-    if (m_buffer.GetBitCount() != 32)
-        m_buffer.SetBitCount(16);
-    m_buffer.ReleaseNotifications();
+    const std::size_t points = m_buffer.GetPoints();
+    const auto load = [&](std::span<std::byte> bytes, SampleWidth width, std::size_t& filled) {
+        bytesLeft -= bytes.size();
+        if (!bytes.empty())
+            ReadLines(stream, bytes, width, points * BytesPerSample(width), abort, filled);
+    };
+    if (!m_buffer.LoadSamples(bytesLeft, load) && !abort)
+        stream.setstate(std::ios::eofbit | std::ios::failbit);
 }
 
-std::size_t CDataBufferToVELConfig::RoomToSave() const
+std::size_t CDataBufferToVELConfig::TransferBytes() const
 {
     constexpr std::uint64_t least = 4096;
     return std::clamp<std::uint64_t>(m_buffer.GetStoredSampleCount() * sizeof(std::int32_t), least, bytesPerTransfer);
 }
 
-void CDataBufferToVELConfig::SaveData(CFileWriter& file, std::span<std::byte> room)
+void CDataBufferToVELConfig::SaveData(CFileWriter& file, std::span<std::byte> buffer)
 {
     const SampleWidth width = WidthOfBits(m_buffer.GetBitCount());
-    const std::uint64_t samplesPerTransfer = room.size() / BytesPerSample(width);
+    const std::uint64_t samplesPerTransfer = buffer.size() / BytesPerSample(width);
     const std::uint64_t sampleCount = m_buffer.GetStoredSampleCount();
     for (std::uint64_t first = 0; first < sampleCount; first += samplesPerTransfer) {
         const auto count = std::min(sampleCount - first, samplesPerTransfer);
         m_buffer.AccessSamples([&](const CSampleBlock& samples) {
-            WriteSamples(file, samples, width, first, room.first(count * BytesPerSample(width)));
+            WriteSamples(file, samples, width, first, buffer.first(count * BytesPerSample(width)));
         });
     }
 }

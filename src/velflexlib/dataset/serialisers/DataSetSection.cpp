@@ -1,34 +1,162 @@
 #include "velflexlib/dataset/serialisers/DataSetSection.h"
 
+#include "velstdlib/math/Product.h"
 #include "velstdlib/string/FoldedText.h"
-#include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/HeaderText.h"
 #include "velstdlib/util/header/IndexedKey.h"
+#include "velstdlib/util/header/ListCount.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
+using velstdlib::util::CHeaderSection;
 using velstdlib::util::CVELKeyToValueList;
+using velstdlib::util::noCountLimit;
+using velstdlib::util::ReadListCount;
 using velstdlib::util::SplitIndexedKey;
 
 namespace {
 
-constexpr int noLogicalId = -1;
-constexpr std::string_view groupPrefix = "Gr";
-constexpr std::string_view channelPrefix = "-Ch"; // behind the number of the group
+constexpr std::string_view versionKey = "Version";
 
-// A negative count is none.
-std::uint64_t ReadCount(const CVELKeyToValueList& keys, const std::string& key)
-{
-    return static_cast<std::uint64_t>(std::max(keys.GetValueT<int>(key, 0), 0));
-}
+// Version 1.
+constexpr std::string_view channelCountKey = "ChannelCount";
+constexpr std::string_view frameCountKey = "FrameCount";
+constexpr std::string_view frameChannelPrefix = "Ch";
+constexpr std::string_view framePrefix = "-Fr"; // behind the number of the channel
+
+// Version 2.
+constexpr std::string_view groupCountKey = "GroupCount";
+constexpr std::string_view groupPrefix = "Gr";
+constexpr std::string_view groupName = "-Name"; // this and the next three behind the number of the group
+constexpr std::string_view groupId = "-ID";
+constexpr std::string_view groupSlotCount = "-Count";
+constexpr std::string_view channelPrefix = "-Ch";
+constexpr int noLogicalId = -1;
 
 std::string GroupKey(std::uint64_t group, std::string_view property)
 {
     return std::string(groupPrefix).append(std::to_string(group)).append(property);
+}
+
+std::string DoublyIndexedKey(std::string_view prefix, std::uint64_t first, std::string_view infix, std::uint64_t second)
+{
+    return std::string(prefix).append(std::to_string(first)).append(infix).append(std::to_string(second));
+}
+
+// Calls use(first, second, value) for every key that has this form. The keys that exist bound the work: the counts
+// beside them would not.
+template <class Use>
+void ForEachDoublyIndexed(const CVELKeyToValueList& keys, std::string_view prefix, std::string_view infix, Use use)
+{
+    keys.ForEach([&](std::string_view key, std::string_view value) {
+        const auto first = SplitIndexedKey(key, prefix);
+        const auto second = first ? SplitIndexedKey(first->rest, infix) : std::nullopt;
+        if (second && second->rest.empty())
+            use(first->index, second->index, value);
+    });
+}
+
+// Frames must have a key for each of their channels: more than there are keys cannot be meant.
+void CheckFrames(const CHeaderSection& section, std::uint64_t channelCount, std::uint64_t frameCount)
+{
+    const std::uint64_t slots = velstdlib::math::Product(channelCount, frameCount);
+    if (slots == 0)
+        section.ThrowBadContent(channelCount == 0 ? channelCountKey : frameCountKey);
+    if (slots > section.keys.GetCount())
+        section.ThrowBadContent(channelCount > frameCount ? channelCountKey : frameCountKey);
+}
+
+std::vector<CPlannedChannel> FrameChannels(const CVELKeyToValueList& keys, std::uint64_t channelCount,
+                                           std::uint64_t frameCount)
+{
+    std::vector<CPlannedChannel> channels;
+    ForEachDoublyIndexed(keys, frameChannelPrefix, framePrefix,
+                         [&](std::uint64_t channel, std::uint64_t frame, std::string_view section) {
+                             if (channel < channelCount && frame < frameCount)
+                                 channels.push_back({frame, channel, section});
+                         });
+    std::ranges::sort(channels, {}, [](const CPlannedChannel& c) { return std::pair(c.slot, c.group); });
+    return channels;
+}
+
+// Ends the plan at the first channel that the section lacks.
+void MarkMissingChannel(std::vector<CPlannedChannel>& channels, std::uint64_t channelCount, std::uint64_t frameCount)
+{
+    std::uint64_t expected = 0;
+    for (const CPlannedChannel& channel : channels) {
+        if (channel.slot * frameCount + channel.group != expected)
+            break;
+        ++expected;
+    }
+    if (expected == channelCount * frameCount)
+        return;
+    channels.resize(expected);
+    channels.push_back({expected % frameCount, expected / frameCount, {}});
+}
+
+CDataSetPlan PlanFrames(const CHeaderSection& section)
+{
+    const auto channelCount = ReadListCount<int>(section, channelCountKey, noCountLimit);
+    const auto frameCount = ReadListCount<int>(section, frameCountKey, noCountLimit);
+    CheckFrames(section, channelCount, frameCount);
+    CDataSetPlan plan{framesVersion, {}, FrameChannels(section.keys, channelCount, frameCount)};
+    for (std::uint64_t frame = 0; frame < frameCount; ++frame)
+        plan.groups.push_back({std::string(section.name), static_cast<std::uint32_t>(frame), channelCount});
+    MarkMissingChannel(plan.channels, channelCount, frameCount);
+    return plan;
+}
+
+CPlannedGroup PlanGroup(const CHeaderSection& section, std::uint64_t group)
+{
+    std::string name = section.keys.GetValue(GroupKey(group, groupName), "Group" + std::to_string(group));
+    const int id = section.keys.GetValueT<int>(GroupKey(group, groupId), noLogicalId);
+    const auto logicalId =
+        id == noLogicalId ? LogicalIdOfWellKnownName(name) : std::optional(static_cast<std::uint32_t>(id));
+    return {std::move(name), logicalId, ReadListCount<int>(section, GroupKey(group, groupSlotCount), noCountLimit)};
+}
+
+std::vector<CPlannedChannel> GroupChannels(const CVELKeyToValueList& keys, const std::deque<CPlannedGroup>& groups)
+{
+    std::vector<CPlannedChannel> channels;
+    ForEachDoublyIndexed(keys, groupPrefix, channelPrefix,
+                         [&](std::uint64_t group, std::uint64_t slot, std::string_view section) {
+                             if (group < groups.size() && slot < groups[group].slotCount)
+                                 channels.push_back({group, slot, section});
+                         });
+    std::ranges::sort(channels, {}, [](const CPlannedChannel& c) { return std::pair(c.group, c.slot); });
+    return channels;
+}
+
+CDataSetPlan PlanGroups(const CHeaderSection& section)
+{
+    const auto count = ReadListCount<int>(section, groupCountKey, velstdlib::util::LimitByKeys(section.keys));
+    CDataSetPlan plan{groupsVersion, {}, {}};
+    for (std::uint64_t group = 0; group < count; ++group)
+        plan.groups.push_back(PlanGroup(section, group));
+    plan.channels = GroupChannels(section.keys, plan.groups);
+    return plan;
+}
+
+void WriteGroup(CVELKeyToValueList& keys, std::uint64_t group, const CDataGroup& content)
+{
+    keys.SetValue(GroupKey(group, groupName), velstdlib::util::CleanHeaderText(content.GetName()));
+    const auto id = static_cast<std::int32_t>(content.GetLogicalGroupId());
+    keys.SetValue(GroupKey(group, groupId), std::to_string(id));
+    keys.SetValue(GroupKey(group, groupSlotCount), content.GetChannelCount());
+}
+
+void WriteChannels(CVELKeyToValueList& keys, std::string_view sectionName, std::uint64_t group,
+                   const CDataGroup& content)
+{
+    const auto buffers = content.GetChannelBuffers();
+    for (std::size_t slot = 0; slot < buffers.size(); ++slot) {
+        if (buffers[slot])
+            keys.SetValue(ChannelKey(groupsVersion, group, slot), ChannelSectionName(sectionName, group, slot));
+    }
 }
 
 } // namespace
@@ -43,71 +171,44 @@ std::optional<std::uint32_t> LogicalIdOfWellKnownName(std::string_view name)
     return std::nullopt;
 }
 
-CFrameList ReadFrameList(const CVELKeyToValueList& keys, const std::string& fileName)
+CDataSetPlan ReadDataSetSection(const CHeaderSection& section)
 {
-    const CFrameList frames{ReadCount(keys, "ChannelCount"), ReadCount(keys, "FrameCount")};
-    if (frames.SlotCount() == 0 || frames.SlotCount() > keys.GetCount())
-        velstdlib::util::ThrowBadContent(fileName);
-    return frames;
+    const int version = section.keys.GetValueT<int>(versionKey, framesVersion);
+    switch (version) {
+    case framesVersion:
+        return PlanFrames(section);
+    case groupsVersion:
+        return PlanGroups(section);
+    default:
+        velstdlib::util::ThrowFileVersion(std::string(section.fileName), version);
+    }
 }
 
-std::string ReadFrameChannel(const CVELKeyToValueList& keys, std::size_t channel, std::size_t frame,
-                             const std::string& fileName)
+std::string SlotCountKey(int version, std::uint64_t group)
 {
-    std::string section = keys.GetValue("Ch" + std::to_string(channel) + "-Fr" + std::to_string(frame));
-    if (section.empty())
-        velstdlib::util::ThrowBadContent(fileName);
-    return section;
+    return version == framesVersion ? std::string(frameCountKey) : GroupKey(group, groupSlotCount);
 }
 
-std::uint64_t ReadGroupCount(const CVELKeyToValueList& keys, const std::string& fileName)
+std::string ChannelKey(int version, std::uint64_t group, std::uint64_t slot)
 {
-    const std::uint64_t count = ReadCount(keys, "GroupCount");
-    if (count > std::max<std::uint64_t>(velstdlib::util::limits::listEntries, keys.GetCount()))
-        velstdlib::util::ThrowBadContent(fileName);
-    return count;
+    return version == framesVersion ? DoublyIndexedKey(frameChannelPrefix, slot, framePrefix, group)
+                                    : DoublyIndexedKey(groupPrefix, group, channelPrefix, slot);
 }
 
-CGroupKeys ReadGroupKeys(const CVELKeyToValueList& keys, std::uint64_t group)
+void WriteDataSetSection(CVELKeyToValueList& keys, std::string_view sectionName,
+                         const std::vector<std::shared_ptr<CDataGroup>>& groups)
 {
-    CGroupKeys read;
-    read.name = keys.GetValue(GroupKey(group, "-Name"), "Group" + std::to_string(group));
-    const int id = keys.GetValueT<int>(GroupKey(group, "-ID"), noLogicalId);
-    read.logicalId =
-        id == noLogicalId ? LogicalIdOfWellKnownName(read.name) : std::optional(static_cast<std::uint32_t>(id));
-    read.slotCount = ReadCount(keys, GroupKey(group, "-Count"));
-    return read;
+    keys.SetValue(versionKey, groupsVersion);
+    keys.SetValue(groupCountKey, groups.size());
+    for (std::size_t group = 0; group < groups.size(); ++group)
+        WriteGroup(keys, group, *groups[group]);
+    for (std::size_t group = 0; group < groups.size(); ++group)
+        WriteChannels(keys, sectionName, group, *groups[group]);
 }
 
-void WriteGroupKeys(CVELKeyToValueList& keys, std::uint64_t group, const CDataGroup& content)
+std::string ChannelSectionName(std::string_view sectionName, std::uint64_t group, std::uint64_t slot)
 {
-    keys.SetValue(GroupKey(group, "-Name"), velstdlib::util::CleanHeaderText(content.GetName()));
-    const auto id = static_cast<std::int32_t>(content.GetLogicalGroupId());
-    keys.SetValue(GroupKey(group, "-ID"), std::to_string(id));
-    keys.SetValue(GroupKey(group, "-Count"), content.GetChannelCount());
-}
-
-std::string GroupChannelKey(std::size_t group, std::size_t channel)
-{
-    return GroupKey(group, channelPrefix) + std::to_string(channel);
-}
-
-std::vector<CGroupChannel> ReadGroupChannels(const CVELKeyToValueList& keys)
-{
-    std::vector<CGroupChannel> channels;
-    keys.ForEach([&](std::string_view key, std::string_view section) {
-        const auto group = SplitIndexedKey(key, groupPrefix);
-        const auto channel = group ? SplitIndexedKey(group->rest, channelPrefix) : std::nullopt;
-        if (channel && channel->rest.empty())
-            channels.push_back({group->index, channel->index, section});
-    });
-    std::ranges::sort(channels, {}, [](const CGroupChannel& c) { return std::pair(c.group, c.slot); });
-    return channels;
-}
-
-std::string ChannelSectionName(const std::string& section, std::size_t group, std::size_t channel)
-{
-    return section + "-" + std::to_string(group) + ":" + std::to_string(channel);
+    return DoublyIndexedKey(std::string(sectionName).append("-"), group, ":", slot);
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,12 +1,13 @@
-// The keys of the data-set section of a header, in both versions.
+// The section of a header that lists the groups and channels of a data set: all of its keys but those of the
+// measurement information, read in both versions and written in the later one, here and nowhere else.
 #pragma once
 
 #include "velflexlib/dataset/channels/DataGroup.h"
-#include "velstdlib/math/Product.h"
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
-#include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -14,52 +15,50 @@
 
 namespace veltaris::velflexlib::dataset {
 
+inline constexpr int framesVersion = 1; // channels of frames, samples channel by channel
+inline constexpr int groupsVersion = 2; // groups of channels, samples group by group
+
 // Scan directions share the logical id 0, spectroscopy has 1; other names have none of their own.
 std::optional<std::uint32_t> LogicalIdOfWellKnownName(std::string_view name);
 
-// Version 1: frames of as many channels each.
-struct CFrameList
-{
-    std::uint64_t channelCount;
-    std::uint64_t frameCount;
-
-    std::uint64_t SlotCount() const { return velstdlib::math::Product(channelCount, frameCount); }
-};
-
-// Throws CVELFileBadContentException, with the file's name, when there are no channels or no frames, or fewer keys
-// than these would need.
-CFrameList ReadFrameList(const velstdlib::util::CVELKeyToValueList& keys, const std::string& fileName);
-
-// The section of one channel; throws CVELFileBadContentException when the list lacks it.
-std::string ReadFrameChannel(const velstdlib::util::CVELKeyToValueList& keys, std::size_t channel, std::size_t frame,
-                             const std::string& fileName);
-
-// Version 2: groups.
-struct CGroupKeys
+struct CPlannedGroup
 {
     std::string name;
     std::optional<std::uint32_t> logicalId; // nothing: the data set's next one
-    std::size_t slotCount = 0;
+    std::uint64_t slotCount;
 };
 
-// Throws CVELFileBadContentException above the limit.
-std::uint64_t ReadGroupCount(const velstdlib::util::CVELKeyToValueList& keys, const std::string& fileName);
-CGroupKeys ReadGroupKeys(const velstdlib::util::CVELKeyToValueList& keys, std::uint64_t group);
-void WriteGroupKeys(velstdlib::util::CVELKeyToValueList& keys, std::uint64_t group, const CDataGroup& content);
-
-std::string GroupChannelKey(std::size_t group, std::size_t channel);
-
-// A filled slot. The section's name lives as long as the keys.
-struct CGroupChannel
+// A filled slot.
+struct CPlannedChannel
 {
     std::uint64_t group;
     std::uint64_t slot;
-    std::string_view section;
+    std::string_view section; // empty where version 1 lacks a channel, which is the last one of its plan
 };
 
-// All of them, in the order of groups and slots. The keys that there are bound the work: the counts beside them would
-// not. Slots and groups may be beyond these.
-std::vector<CGroupChannel> ReadGroupChannels(const velstdlib::util::CVELKeyToValueList& keys);
-std::string ChannelSectionName(const std::string& section, std::size_t group, std::size_t channel);
+// All that the section says, before anything is made of it. Group and slot of every channel exist. The names of
+// channel sections are views: they live as long as the keys that they were read from. A plain value without locks.
+struct CDataSetPlan
+{
+    int version;
+    std::deque<CPlannedGroup> groups;
+    std::vector<CPlannedChannel> channels; // in the order of their samples in the file
+};
+
+// Throws CVELFileVersionException for an unknown version, and CVELFileBadContentException for more groups than there
+// may be or, in version 1, no channels, no frames, or more of them than keys.
+CDataSetPlan ReadDataSetSection(const velstdlib::util::CHeaderSection& section);
+
+// The keys that are to blame for what a plan asks for: the one that gives the group its slots, and the one that names
+// the channel's section.
+std::string SlotCountKey(int version, std::uint64_t group);
+std::string ChannelKey(int version, std::uint64_t group, std::uint64_t slot);
+
+// Writes the later version. Groups are numbered by their position.
+void WriteDataSetSection(velstdlib::util::CVELKeyToValueList& keys, std::string_view sectionName,
+                         const std::vector<std::shared_ptr<CDataGroup>>& groups);
+
+// The section that a channel is written to.
+std::string ChannelSectionName(std::string_view sectionName, std::uint64_t group, std::uint64_t slot);
 
 } // namespace veltaris::velflexlib::dataset

@@ -8,45 +8,61 @@
 #include "velstdlib/util/VELException.h"
 
 #include <algorithm>
-#include <string_view>
+#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 
+using velstdlib::util::CHeaderSection;
 using velstdlib::util::CVELConfig;
-using velstdlib::util::CVELKeyToValueList;
 using Groups = std::vector<std::shared_ptr<CDataGroup>>;
 
 namespace {
 
 constexpr const char* viewSection = "SetView";
-constexpr int framesVersion = 1; // channels of frames, samples channel by channel
-constexpr int groupsVersion = 2; // groups of channels, samples group by group
 
-CVELKeyToValueList& Select(CVELConfig& document, const std::string& section)
-{
-    document.GetContent().SelectCreateSection(section);
-    return document.GetContent().GetActiveSection();
-}
-
-// Calls use(group, slot, buffer) for every filled slot, in the order of groups and slots, until it answers false.
+// Calls use(group, slot, buffer) for every filled slot, in the order of groups and slots.
 template <class Use>
 void ForEachChannel(const Groups& groups, Use use)
 {
     for (std::size_t g = 0; g < groups.size(); ++g) {
         const std::size_t slotCount = groups[g]->GetChannelCount();
         for (std::size_t c = 0; c < slotCount; ++c) {
-            const auto buffer = groups[g]->GetChannelBuffer(c);
-            if (buffer && !use(g, c, buffer))
-                return;
+            if (const auto buffer = groups[g]->GetChannelBuffer(c))
+                use(g, c, buffer);
         }
     }
 }
 
-void LoadChannel(CVELConfig& document, CDataGroup& group, std::size_t slot, std::string_view channelSection,
-                 CLoadBudget& budget)
+void Clear(CDataSet& dataSet)
 {
-    const auto buffer = group.GetOrCreateChannelBuffer(slot, 0, 0);
-    CDataBufferToVELConfig(*buffer).LoadHeader(document, channelSection, budget);
+    dataSet.DeleteAllGroups();
+    dataSet.GetInfoSet().DeleteAllGroups();
+    dataSet.GetViewSet().Clear();
+    dataSet.GetProcessorSet().Clear();
+}
+
+// Charges what the plan asks for. Every channel costs the text of its section: several may name one section, and a few
+// letters for each could otherwise copy one long text a million times.
+void Charge(const CDataSetPlan& plan, CVELConfig& document, const CHeaderSection& section, CLoadBudget& budget)
+{
+    for (std::size_t g = 0; g < plan.groups.size(); ++g) {
+        if (!budget.TakeSlots(plan.groups[g].slotCount))
+            section.ThrowBadContent(SlotCountKey(plan.version, g));
+    }
+    for (const auto& [group, slot, name] : plan.channels) {
+        const auto found = document.SelectSection(name);
+        if (!budget.TakeSection(found ? found->keys.GetTextBytes() : 0))
+            section.ThrowBadContent(ChannelKey(plan.version, group, slot));
+    }
+}
+
+// Lines of a channel without samples, and lines that a file promised but did not hold: nothing but numbers.
+std::uint64_t LinesThatCostNothing(const CDataBuffer& buffer)
+{
+    if (buffer.GetStoredSampleCount() == 0)
+        return buffer.GetLines();
+    const CLineAxes axes = buffer.GetLineAxes();
+    return axes.Lines() - axes.MissingFrom();
 }
 
 // The last channel of a frame names its group, and the last one of a well-known name gives it its logical id.
@@ -64,79 +80,86 @@ void NameFrameGroup(CDataGroup& group)
 
 } // namespace
 
-void CDataSetToVELConfig::LoadHeader(CVELConfig& document, const std::string& section, const std::atomic<bool>& abort)
+// Both versions are loaded in the same steps; the older one names its groups by their channels, which come last.
+void CDataSetToVELConfig::LoadHeader(CVELConfig& document, const std::string& sectionName,
+                                     const std::atomic<bool>& abort)
+try {
+    m_channels.clear();
+    m_version = 0;
+    Clear(m_dataSet);
+    const CHeaderSection section = document.SelectCreateSection(sectionName);
+    CDataSetPlan plan = ReadDataSetSection(section);
+    CLoadBudget budget(document.GetHeaderBytes());
+    Charge(plan, document, section, budget);
+    m_version = plan.version;
+    m_bytesLeft = document.GetDataBytes();
+
+    if (m_version == framesVersion) {
+        LoadInformation(document, sectionName, abort);
+        m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
+        BuildGroups(plan, abort);
+        LoadChannels(plan, document, section, budget, abort);
+        NameGroups(abort);
+    } else {
+        BuildGroups(plan, abort);
+        LoadChannels(plan, document, section, budget, abort);
+        LoadInformation(document, sectionName, abort);
+        m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
+        LoadProcessors(document);
+    }
+    if (abort)
+        ReleaseNotifications();
+} catch (...) {
+    ReleaseNotifications();
+    throw;
+}
+
+// Drops the plan of each group once it is built: a file may have so many that both together take too much memory.
+void CDataSetToVELConfig::BuildGroups(CDataSetPlan& plan, const std::atomic<bool>& abort)
 {
-    m_dataSet.DeleteAllGroups();
-    m_dataSet.GetInfoSet().DeleteAllGroups();
-    m_dataSet.GetViewSet().Clear();
-    m_dataSet.GetProcessorSet().Clear();
-    m_version = Select(document, section).GetValueT<int>("Version", framesVersion);
-    switch (m_version) {
-    case framesVersion:
-        return LoadVersion1Header(document, section, abort);
-    case groupsVersion:
-        return LoadVersion2Header(document, section, abort);
-    default:
-        velstdlib::util::ThrowFileVersion(document.GetFileName(), m_version);
+    for (std::uint64_t g = 0; !plan.groups.empty() && !abort; ++g) {
+        const CPlannedGroup& group = plan.groups.front();
+        const std::uint32_t id = group.logicalId ? *group.logicalId : m_dataSet.TakeLogicalGroupId();
+        m_dataSet.ReserveLogicalGroupId(id);
+        m_dataSet.InsertGroup(g, id, group.name, group.slotCount, m_bitCount);
+        plan.groups.pop_front();
     }
 }
 
-void CDataSetToVELConfig::LoadVersion1Header(CVELConfig& document, const std::string& section,
-                                             const std::atomic<bool>& abort)
+void CDataSetToVELConfig::LoadChannels(const CDataSetPlan& plan, CVELConfig& document, const CHeaderSection& section,
+                                       CLoadBudget& budget, const std::atomic<bool>& abort)
 {
-    const CVELKeyToValueList& keys = Select(document, section);
-    const CFrameList frames = ReadFrameList(keys, document.GetFileName());
-    CLoadBudget budget(document);
-    budget.ChargeSlots(frames.SlotCount());
-    budget.CheckSections(frames.SlotCount());
-    CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, section).LoadFlat(m_version, abort);
-    m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
+    const Groups groups = m_dataSet.GetAllGroups();
+    m_channels.reserve(plan.channels.size());
+    for (const auto& [group, slot, name] : plan.channels) {
+        if (abort || group >= groups.size())
+            return;
+        if (name.empty())
+            section.ThrowBadContent(ChannelKey(plan.version, group, slot));
+        m_channels.push_back(groups[group]->GetOrCreateChannelBuffer(slot, 0, 0));
+        CDataBufferToVELConfig(*m_channels.back()).LoadHeader(document.SelectCreateSection(name), budget);
+    }
+}
 
-    Groups groups;
-    for (std::uint64_t f = 0; f < frames.frameCount; ++f) {
-        const auto id = static_cast<std::uint32_t>(f);
-        m_dataSet.ReserveLogicalGroupId(id);
-        groups.push_back(m_dataSet.InsertGroup(f, id, section, frames.channelCount, m_bitCount));
-    }
-    for (std::size_t c = 0; c < frames.channelCount; ++c) {
-        for (std::size_t f = 0; f < frames.frameCount && !abort; ++f)
-            LoadChannel(document, *groups[f], c, ReadFrameChannel(keys, c, f, document.GetFileName()), budget);
-    }
-    for (const auto& group : groups) {
+void CDataSetToVELConfig::NameGroups(const std::atomic<bool>& abort)
+{
+    for (const auto& group : m_dataSet.GetAllGroups()) {
         if (!abort)
             NameFrameGroup(*group);
     }
 }
 
-void CDataSetToVELConfig::LoadVersion2Header(CVELConfig& document, const std::string& section,
-                                             const std::atomic<bool>& abort)
+void CDataSetToVELConfig::LoadInformation(CVELConfig& document, const std::string& sectionName,
+                                          const std::atomic<bool>& abort)
 {
-    const CVELKeyToValueList& keys = Select(document, section);
-    const std::uint64_t groupCount = ReadGroupCount(keys, document.GetFileName());
-    CLoadBudget budget(document);
-
-    Groups groups;
-    groups.reserve(groupCount);
-    for (std::uint64_t g = 0; g < groupCount && !abort; ++g) {
-        const CGroupKeys group = ReadGroupKeys(keys, g);
-        budget.ChargeSlots(group.slotCount);
-        const std::uint32_t id = group.logicalId ? *group.logicalId : m_dataSet.TakeLogicalGroupId();
-        m_dataSet.ReserveLogicalGroupId(id);
-        groups.push_back(m_dataSet.InsertGroup(g, id, group.name, group.slotCount, m_bitCount));
-    }
-    for (const auto& [g, slot, channelSection] : ReadGroupChannels(keys)) {
-        if (!abort && g < groups.size() && slot < groups[g]->GetChannelCount())
-            LoadChannel(document, *groups[g], slot, channelSection, budget);
-    }
-    CInfoSetToVELConfig info(m_dataSet.GetInfoSet(), document, section);
+    CInfoSetToVELConfig info(m_dataSet.GetInfoSet(), document, sectionName);
     info.LoadFlat(m_version, abort);
-    info.LoadTree(abort);
-    LoadViewsAndProcessors(document);
+    if (m_version != framesVersion)
+        info.LoadTree(abort);
 }
 
-void CDataSetToVELConfig::LoadViewsAndProcessors(CVELConfig& document)
+void CDataSetToVELConfig::LoadProcessors(CVELConfig& document)
 {
-    m_dataSet.GetViewSet().ReadFromFile(document, viewSection);
     m_dataSet.GetProcessorSet().ReadFromFile(document);
     m_dataSet.GetProcessorSet().Connect([this](std::uint64_t group, std::uint64_t channel) {
         const auto found = m_dataSet.GetGroup(group);
@@ -145,30 +168,23 @@ void CDataSetToVELConfig::LoadViewsAndProcessors(CVELConfig& document)
 }
 
 void CDataSetToVELConfig::LoadData(std::istream& stream, const std::atomic<bool>& abort)
-{
-    const auto load = [&](CDataBuffer& buffer) {
-        if (!abort)
-            CDataBufferToVELConfig(buffer).LoadData(stream, abort);
-        return !abort;
-    };
-    const Groups groups = m_dataSet.GetAllGroups();
-    switch (m_version) {
-    case framesVersion:
-        for (std::size_t c = 0; !groups.empty() && c < groups.front()->GetChannelCount(); ++c) {
-            for (const auto& group : groups) {
-                if (const auto buffer = group->GetChannelBuffer(c))
-                    load(*buffer);
-            }
-        }
-        break;
-    case groupsVersion:
-        ForEachChannel(groups, [&](std::size_t, std::size_t, const auto& buffer) { return load(*buffer); });
-        break;
-    default:
+try {
+    if (m_version == 0)
         velstdlib::util::ThrowFileVersion({}, m_version);
-    }
+    for (std::size_t c = 0; c < m_channels.size() && !abort; ++c)
+        CDataBufferToVELConfig(*m_channels[c]).LoadData(stream, m_bytesLeft, abort);
+    ReleaseNotifications();
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
+} catch (...) {
+    ReleaseNotifications();
+    throw;
+}
+
+void CDataSetToVELConfig::ReleaseNotifications()
+{
+    for (const auto& buffer : std::exchange(m_channels, {}))
+        buffer->ReleaseNotifications();
 }
 
 void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const
@@ -181,8 +197,7 @@ void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const
     std::uint64_t linesWithoutSamples = 0;
     ForEachChannel(groups, [&](std::size_t, std::size_t, const auto& buffer) {
         WidthOfBits(buffer->GetBitCount());
-        linesWithoutSamples += buffer->GetStoredSampleCount() == 0 ? buffer->GetLines() : 0;
-        return true;
+        linesWithoutSamples += LinesThatCostNothing(*buffer);
     });
     if (slots > limits::channelSlots)
         velstdlib::util::ThrowFileSave(fileName, velstdlib::string::TextId::TooManySlotsForFile);
@@ -190,33 +205,25 @@ void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const
         velstdlib::util::ThrowFileSave(fileName, velstdlib::string::TextId::TooManyPointlessLines);
 }
 
-void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& section)
+void CDataSetToVELConfig::SaveHeader(CVELConfig& document, const std::string& sectionName)
 {
     const Groups groups = m_dataSet.GetAllGroups();
-    CVELKeyToValueList& keys = Select(document, section);
-    keys.SetValue("Version", groupsVersion);
-    keys.SetValue("GroupCount", groups.size());
-    for (std::size_t g = 0; g < groups.size(); ++g)
-        WriteGroupKeys(keys, g, *groups[g]);
-    ForEachChannel(groups, [&](std::size_t g, std::size_t c, const auto&) {
-        keys.SetValue(GroupChannelKey(g, c), ChannelSectionName(section, g, c));
-        return true;
-    });
-    CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, section).Save();
+    document.GetContent().SelectCreateSection(sectionName);
+    WriteDataSetSection(document.GetContent().GetActiveSection(), sectionName, groups);
+    CInfoSetToVELConfig(m_dataSet.GetInfoSet(), document, sectionName).Save();
     m_channelsToSave.clear();
-    m_roomToSave.clear();
+    m_transferBuffer.clear();
     ForEachChannel(groups, [&](std::size_t g, std::size_t c, const auto& buffer) {
-        CDataBufferToVELConfig(*buffer).SaveHeader(document, ChannelSectionName(section, g, c));
+        CDataBufferToVELConfig(*buffer).SaveHeader(document, ChannelSectionName(sectionName, g, c));
         m_channelsToSave.push_back(buffer);
-        m_roomToSave.resize(std::max(m_roomToSave.size(), CDataBufferToVELConfig(*buffer).RoomToSave()));
-        return true;
+        m_transferBuffer.resize(std::max(m_transferBuffer.size(), CDataBufferToVELConfig(*buffer).TransferBytes()));
     });
 }
 
 void CDataSetToVELConfig::SaveData(velstdlib::util::CFileWriter& file)
 {
     for (const auto& buffer : m_channelsToSave)
-        CDataBufferToVELConfig(*buffer).SaveData(file, m_roomToSave);
+        CDataBufferToVELConfig(*buffer).SaveData(file, m_transferBuffer);
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
 }

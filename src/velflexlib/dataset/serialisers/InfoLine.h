@@ -1,4 +1,4 @@
-// One item of the measurement information as a line of a header.
+// One item of the measurement information as a line of a header, the same in flat lists and in trees.
 #pragma once
 
 #include <string>
@@ -6,14 +6,16 @@
 
 namespace veltaris::velflexlib::dataset {
 
+// A plain value; neither text holds anything that a header cannot.
 struct CInfoLine
 {
     std::string key;
     std::string value; // empty: there is no such line
 };
 
-// The line that reading gives back as it was written: what a header cannot hold is changed, the name ends before its
-// first "=", and a line that would read as the head of a section, or has no name, begins with a blank.
+// The line of an item, made so that reading it gives back the same line: characters that a header cannot hold are
+// changed, the name ends before its first "=", and a line that would be read as the head of a section, or that has no
+// name, begins with a blank.
 CInfoLine WrittenLine(std::string_view name, std::string_view value);
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,5 +1,5 @@
-// The measurement information to and from a header: a flat list of groups and items in one section, and trees of
-// sections. Which of the two a top-level group is stored in, it knows itself.
+// Moves the measurement information to and from a header, which has two forms for it: a flat list of groups and items
+// in one section, and trees of sections. Each top-level group knows the form that it is stored in.
 #pragma once
 
 #include "velflexlib/dataset/information/InfoSet.h"
@@ -13,6 +13,8 @@
 
 namespace veltaris::velflexlib::dataset {
 
+// Refers to an information set and a document that must outlive it, and keeps no other state. Not thread-safe, like
+// both of them.
 class CInfoSetToVELConfig
 {
 public:
@@ -27,7 +29,8 @@ public:
     void LoadFlat(int fileVersion, const std::atomic<bool>& abort);
     void LoadTree(const std::atomic<bool>& abort);
 
-    // Groups stored flat first, and all of them as trees when a list of keys and values could not hold them. Throws
+    // Writes the groups that are stored flat first. They are all written as trees, ahead of the others, when reading a
+    // flat list would not give back the same groups and items. Throws
     // CVELFileWriteProtectedException when the document's file may not be written.
     void Save();
 

@@ -7,6 +7,7 @@
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/HeaderText.h"
 #include "velstdlib/util/header/IndexedKey.h"
+#include "velstdlib/util/header/ListCount.h"
 
 #include <boost/current_function.hpp>
 
@@ -19,9 +20,11 @@
 namespace veltaris::velflexlib::dataset {
 
 using velstdlib::string::FoldedCopy;
+using velstdlib::util::CHeaderSection;
 using velstdlib::util::CIniFileContent;
 using velstdlib::util::CVELConfig;
 using velstdlib::util::CVELKeyToValueList;
+using velstdlib::util::ReadListCount;
 
 namespace {
 
@@ -34,43 +37,42 @@ std::string PathBelow(const std::string& section, std::string_view name)
     return (section + "\\").append(name);
 }
 
+std::string CountKey(std::string_view prefix)
+{
+    return std::string(prefix).append(countSuffix);
+}
+
+std::string LinkKey(std::string_view prefix, std::uint64_t link)
+{
+    return std::string(prefix).append(std::to_string(link));
+}
+
 // Names that the numbered links of a section give, in order. However many links are missing, they all name the same
 // group, the one without a name: it stands where the first of them is missing.
 class CLinks
 {
 public:
-    CLinks(const CVELKeyToValueList& keys, std::string_view prefix, const std::string& fileName)
-        : m_prefix(prefix), m_count(ReadCount(keys, prefix, fileName))
+    CLinks(const CHeaderSection& section, std::string_view prefix)
+        : m_prefix(prefix),
+          m_count(ReadListCount<int>(section, CountKey(prefix), velstdlib::util::LimitByKeys(section.keys))),
+          m_names(velstdlib::util::ReadNumberedValues(section.keys, prefix, m_count))
     {
-        keys.ForEach([&](std::string_view key, std::string_view value) {
-            const auto link = velstdlib::util::SplitIndexedKey(key, m_prefix);
-            if (link && link->rest.empty() && link->index < m_count)
-                m_names.emplace(link->index, value);
-        });
         if (m_names.size() < m_count)
-            m_names.emplace(FirstMissing(), std::string());
+            m_names.emplace(FirstMissing(), std::string_view());
     }
 
-    const std::map<std::uint64_t, std::string>& GetNames() const { return m_names; }
+    const std::map<std::uint64_t, std::string_view>& GetNames() const { return m_names; }
+    std::string KeyOf(std::uint64_t link) const { return LinkKey(m_prefix, link); }
 
     // Whether a key of the section belongs to the links.
     bool Owns(std::string_view key) const
     {
         const auto link = velstdlib::util::SplitIndexedKey(key, m_prefix);
         const bool isLink = link && link->rest.empty() && link->index < m_count;
-        return isLink || velstdlib::string::EqualFolded(key, std::string(m_prefix).append(countSuffix));
+        return isLink || velstdlib::string::EqualFolded(key, CountKey(m_prefix));
     }
 
 private:
-    static std::uint64_t ReadCount(const CVELKeyToValueList& keys, std::string_view prefix, const std::string& fileName)
-    {
-        const int count = std::max(keys.GetValueT<int>(std::string(prefix).append(countSuffix), 0), 0);
-        const auto limit = std::max<std::uint64_t>(velstdlib::util::limits::listEntries, keys.GetCount());
-        if (static_cast<std::uint64_t>(count) > limit)
-            velstdlib::util::ThrowBadContent(fileName);
-        return static_cast<std::uint64_t>(count);
-    }
-
     std::uint64_t FirstMissing() const
     {
         std::uint64_t expected = 0;
@@ -84,7 +86,7 @@ private:
 
     std::string_view m_prefix;
     std::uint64_t m_count;
-    std::map<std::uint64_t, std::string> m_names;
+    std::map<std::uint64_t, std::string_view> m_names;
 };
 
 // Loads each section once, however often it is linked, so that links can neither loop nor double anything.
@@ -99,8 +101,7 @@ public:
 
     void Load(const std::string& section)
     {
-        m_document.GetContent().SelectCreateSection(section);
-        const CLinks links(m_document.GetContent().GetActiveSection(), topLevelLinks, m_document.GetFileName());
+        const CLinks links(m_document.SelectCreateSection(section), topLevelLinks);
         LoadGroups(links, section, [&](auto group) { m_infoSet.AddGroup(std::move(group)); });
         while (!m_waiting.empty() && !m_abort) {
             const Waiting next = std::move(m_waiting.back());
@@ -126,29 +127,31 @@ private:
         for (const auto& [index, name] : links.GetNames()) {
             if (m_abort || !added.insert(name).second)
                 continue;
-            auto group = std::make_unique<CInfoSetItem>(name);
-            LoadLater(*group, PathBelow(section, name));
+            auto group = std::make_unique<CInfoSetItem>(std::string(name));
+            if (!LoadLater(*group, PathBelow(section, name)))
+                velstdlib::util::ThrowBadContent(m_document.GetFileName(), {section, links.KeyOf(index)});
             add(std::move(group));
         }
         std::reverse(m_waiting.begin() + alreadyWaiting, m_waiting.end());
     }
 
     // A group whose section is missing has nothing in it. No written file has such links: they may not cost more than
-    // the header does, however long the paths are that they make.
-    void LoadLater(CInfoSetItem& group, std::string section)
+    // the header does, however long the paths are that they make. False when they do.
+    bool LoadLater(CInfoSetItem& group, std::string section)
     {
-        if (!m_document.GetContent().SelectSection(section)) {
-            if (section.size() > m_missingBytes)
-                velstdlib::util::ThrowBadContent(m_document.GetFileName());
-            m_missingBytes -= section.size();
-            return;
+        if (const auto found = m_document.SelectSection(section)) {
+            m_waiting.push_back({&group, &found->keys, std::move(section)});
+            return true;
         }
-        m_waiting.push_back({&group, &m_document.GetContent().GetActiveSection(), std::move(section)});
+        if (section.size() > m_missingBytes)
+            return false;
+        m_missingBytes -= section.size();
+        return true;
     }
 
     void LoadGroup(const Waiting& next)
     {
-        const CLinks links(*next.keys, subGroupLinks, m_document.GetFileName());
+        const CLinks links({*next.keys, next.section, m_document.GetFileName()}, subGroupLinks);
         const auto add = [&](std::unique_ptr<CInfoSetItem> item) {
             item->SetOwner(&m_infoSet);
             next.group->AddSubItem(std::move(item));
@@ -168,7 +171,7 @@ private:
     std::vector<Waiting> m_waiting; // the next one last
 };
 
-// Finds for each name the first form of it that is not taken.
+// Gives each name, or the first of its numbered forms that is not taken yet.
 class CUniqueNames
 {
 public:
@@ -212,11 +215,11 @@ private:
     {
         m_content.SelectCreateSection(section);
         CVELKeyToValueList& keys = m_content.GetActiveSection();
-        keys.SetValue(std::string(prefix).append(countSuffix), groups.size());
+        keys.SetValue(CountKey(prefix), groups.size());
         std::vector<std::pair<const CInfoSetItem*, std::string>> linked;
         for (std::size_t i = 0; i < groups.size(); ++i) {
             const std::string name = SectionName(*groups[i], section);
-            keys.SetValue(std::string(prefix).append(std::to_string(i)), name);
+            keys.SetValue(LinkKey(prefix, i), name);
             linked.emplace_back(groups[i], PathBelow(section, name));
             CountText(linked.back().second.size());
         }
@@ -259,9 +262,9 @@ private:
         CVELKeyToValueList& keys = m_content.GetActiveSection();
         const auto asItIs = [](const std::string& form) { return form; };
         CUniqueNames names;
-        names.Take(std::string(subGroupLinks).append(countSuffix), asItIs);
+        names.Take(CountKey(subGroupLinks), asItIs);
         for (std::size_t link = 0; link < linkCount; ++link)
-            names.Take(std::string(subGroupLinks).append(std::to_string(link)), asItIs);
+            names.Take(LinkKey(subGroupLinks, link), asItIs);
         for (const auto& item : group.GetSubItems()) {
             const CInfoLine line = item->IsGroup() ? CInfoLine() : WrittenLine(item->GetName(), item->GetValue());
             if (!line.value.empty())

@@ -1,37 +1,36 @@
 // What one file may still ask for while it is loaded.
 #pragma once
 
-#include "velstdlib/util/header/VELConfig.h"
-
 #include <cstdint>
-#include <string>
 
 namespace veltaris::velflexlib::dataset {
 
-// A header is only text: what it promises is charged here before it is built. Charges add up over the whole file.
+// A header is only text: what it promises is charged here before it is built. Charges add up over the whole file, and
+// a refused one changes nothing. Samples are not charged: memory for them is taken as they are read. Not thread-safe:
+// each load has a budget of its own.
 class CLoadBudget
 {
 public:
-    explicit CLoadBudget(const velstdlib::util::CVELConfig& document);
+    explicit CLoadBudget(std::uint64_t headerBytes);
 
-    // Throws CVELFileBadContentException when the file has asked for more channel slots than there may be.
-    void ChargeSlots(std::uint64_t count);
+    // Each answers whether the file may have that too.
 
-    // Throws CVELFileBadContentException when the file makes more channels of its sections than it has text for. One of
-    // them is made from this section.
-    void ChargeSection(const velstdlib::util::CVELKeyToValueList& section);
-    // The same, when so many are to be made: nothing is charged yet.
-    void CheckSections(std::uint64_t count) const;
-
-    // Throws CVELFileBadContentException for too many lines without points, and std::ios_base::failure, as reading the
-    // samples would, when the file is too short to hold those of `lines` lines. The bit count must be 8, 16 or 32.
-    void ChargeSamples(std::uint64_t points, std::uint64_t lines, std::int64_t bitCount);
+    bool TakeSlots(std::uint64_t count) { return Take(m_slots, count); }
+    // One channel made from a section with so much text. Several may name one section, and each counts at least as
+    // much as a section of its own would need.
+    bool TakeSection(std::uint64_t textBytes);
+    // The lines of a channel without points, which cost the file nothing.
+    bool TakePointlessLines(std::uint64_t count) { return Take(m_pointlessLines, count); }
 
 private:
-    void Take(std::uint64_t& rest, std::uint64_t count) const;
+    static bool Take(std::uint64_t& rest, std::uint64_t count)
+    {
+        if (count > rest)
+            return false;
+        rest -= count;
+        return true;
+    }
 
-    std::string m_fileName;
-    std::uint64_t m_dataBytes;
     std::uint64_t m_slots;
     std::uint64_t m_sectionBytes;
     std::uint64_t m_pointlessLines;

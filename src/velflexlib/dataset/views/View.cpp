@@ -14,6 +14,7 @@ namespace veltaris::velflexlib::dataset {
 
 using velstdlib::string::ParseLeadingInt;
 using velstdlib::util::BiMapper;
+using velstdlib::util::CHeaderSection;
 using velstdlib::util::CVELKeyToValueList;
 
 namespace {
@@ -81,17 +82,19 @@ void StoreParameter(CView& view, std::string_view line)
 }
 
 // In the order of the lines' numbers: of two lines with the same name the later one counts.
-void ReadParameters(CView& view, const CVELKeyToValueList& keys, const std::string& fileName)
+void ReadParameters(CView& view, const CHeaderSection& section)
 {
-    const auto count = ReadListCount(keys, "ParCount", velstdlib::util::limits::viewParameters, fileName);
-    for (const auto& [index, line] : ReadNumberedValues(keys, "Par", count))
+    const auto count =
+        velstdlib::util::ReadListCount<std::uint64_t>(section, "ParCount", velstdlib::util::limits::viewParameters);
+    for (const auto& [index, line] : ReadNumberedValues(section.keys, "Par", count))
         StoreParameter(view, line);
 }
 
 } // namespace
 
-void CView::Read(const CVELKeyToValueList& keys, const std::string& fileName)
+void CView::Read(const CHeaderSection& section)
 {
+    const CVELKeyToValueList& keys = section.keys;
     ReadMapped(keys, "ViewTyp", dataViewCodes, id); // sic
     ReadMapped(keys, "LineOp", LineOpCodes(), lineOp);
     ReadInt(keys, "Channel", channel);
@@ -102,7 +105,7 @@ void CView::Read(const CVELKeyToValueList& keys, const std::string& fileName)
     ReadInt(keys, "AspectRatio", aspectRatio);
     autoZRange = keys.GetValueT<int>("AutoZRange", autoZRange ? 1 : 0) != 0;
     zRange = ReadZRange(keys, zRange);
-    ReadParameters(*this, keys, fileName);
+    ReadParameters(*this, section);
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "velflexlib/dataset/operators/LineOperators.h"
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
 #include <array>
 #include <map>
@@ -61,9 +61,8 @@ struct CView
 
     // Fields whose keys are missing or unreadable keep their value. Throws CNoMappingException for an unknown code of a
     // kind, mode or operator, std::out_of_range when "ZRange" has fewer than two fields, CVELFileBadContentException
-    // with the name of the file for too many parameters, and what ParseLeadingInt throws for the operator code of a
-    // parameter.
-    void Read(const velstdlib::util::CVELKeyToValueList& keys, const std::string& fileName);
+    // for too many parameters, and what ParseLeadingInt throws for the operator code of a parameter.
+    void Read(const velstdlib::util::CHeaderSection& section);
 };
 
 } // namespace veltaris::velflexlib::dataset

@@ -26,13 +26,13 @@ public:
 
     std::shared_ptr<const CView> Read(std::string_view section)
     {
-        if (!m_document.GetContent().SelectSection(section))
+        const auto found = m_document.SelectSection(section);
+        if (!found)
             return m_defaultView;
-        const CVELKeyToValueList& keys = m_document.GetContent().GetActiveSection();
-        std::shared_ptr<const CView>& known = m_known[&keys];
+        std::shared_ptr<const CView>& known = m_known[&found->keys];
         if (!known) {
             CView view;
-            view.Read(keys, m_document.GetFileName());
+            view.Read(*found);
             known = std::make_shared<const CView>(std::move(view));
         }
         return known;
@@ -49,14 +49,14 @@ private:
 void CViewSet::ReadFromFile(CVELConfig& document, const std::string& sectionName)
 {
     Clear();
-    document.GetContent().SelectCreateSection(sectionName);
-    const CVELKeyToValueList& keys = document.GetContent().GetActiveSection();
+    const auto list = document.SelectCreateSection(sectionName);
+    const CVELKeyToValueList& keys = list.keys;
     const int version = keys.GetValueT<int>("Version", latestVersion);
     if (version > latestVersion)
         velstdlib::util::ThrowFileVersion(document.GetFileName(), version);
     m_width = keys.GetValueT<int>("ViewWidth", m_width);
     m_height = keys.GetValueT<int>("ViewHeight", m_height);
-    const auto count = ReadListCount(keys, "ViewCount", velstdlib::util::limits::views, document.GetFileName());
+    const auto count = velstdlib::util::ReadListCount<std::uint64_t>(list, "ViewCount", velstdlib::util::limits::views);
     CViewReader reader(document);
     m_views.assign(count, reader.DefaultView());
     for (const auto& [index, section] : ReadNumberedValues(keys, "View", count))

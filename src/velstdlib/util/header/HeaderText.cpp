@@ -32,7 +32,7 @@ std::string CleanHeaderText(std::string_view text)
         return std::string(text);
     std::string clean = string::IsValidUtf8(text) ? std::string(text) : string::Cp1252ToUtf8(text);
     std::ranges::replace_if(clean, BreaksLine, ' ');
-    boost::algorithm::replace_all(clean, "#!", "# !");
+    boost::algorithm::replace_all(clean, headerEndMark, "# !");
     if (clean != text)
         LogChangedText(BOOST_CURRENT_FUNCTION, clean);
     return clean;

@@ -7,6 +7,9 @@
 
 namespace veltaris::velstdlib::util {
 
+// Ends a header wherever it first stands in a file, so no text of a header may contain it.
+inline constexpr std::string_view headerEndMark = "#!";
+
 // `text` as a header can hold it: valid UTF-8 (other bytes are taken for code page 1252), no line breaks and no zero
 // bytes (blanks instead), and never "#!", which would end the header ("# !" instead). A change is logged.
 std::string CleanHeaderText(std::string_view text);

@@ -1,22 +1,29 @@
-// Counts that stand beside the numbered keys of a section.
+// The counts in a section, and the numbered keys that they count.
 #pragma once
 
-#include "velstdlib/util/header/VELKeyToValue.h"
+#include "velstdlib/util/header/HeaderSection.h"
 
 #include <cstdint>
+#include <limits>
 #include <map>
-#include <string>
 #include <string_view>
 
 namespace veltaris::velstdlib::util {
 
-// The count under the key; 0 when it is missing, negative or unreadable. Throws CVELFileBadContentException, with the
-// file's name, above the limit.
-std::uint64_t ReadListCount(const CVELKeyToValueList& keys, std::string_view key, std::uint64_t limit,
-                            const std::string& fileName);
+// For counts that something else bounds.
+inline constexpr std::uint64_t noCountLimit = std::numeric_limits<std::uint64_t>::max();
 
-// The values of the keys that are the prefix and a number below `count`, in the order of the numbers. The keys that
-// there are bound the work: the count alone would not.
+// For lists whose section may ask for more entries than any fixed limit if it has the keys for them.
+std::uint64_t LimitByKeys(const CVELKeyToValueList& keys);
+
+// The count under the key; 0 when it is missing, negative or unreadable. `Number` is int or std::uint64_t: a value
+// beyond an int is unreadable as one, but may exceed the limit as the other. Throws CVELFileBadContentException above
+// the limit.
+template <class Number>
+std::uint64_t ReadListCount(const CHeaderSection& section, std::string_view key, std::uint64_t limit);
+
+// The values of the keys that consist of the prefix and a number below `count`, in the order of the numbers. The work
+// is bounded by the keys that exist, because the count may be anything.
 std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys, std::string_view prefix,
                                                              std::uint64_t count);
 

@@ -4,6 +4,7 @@
 #include "velstdlib/util/Limits.h"
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/files/FileAccess.h"
+#include "velstdlib/util/header/HeaderText.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +16,6 @@
 namespace veltaris::velstdlib::util {
 
 namespace {
-
-constexpr std::string_view headerEndMark = "#!";
 
 std::uint64_t LengthOf(std::istream& stream)
 {
@@ -60,6 +59,19 @@ std::string ReadText(std::istream& stream, std::uint64_t bytes)
 }
 
 } // namespace
+
+std::optional<CHeaderSection> CVELConfig::SelectSection(std::string_view name)
+{
+    if (!m_content->SelectSection(name))
+        return std::nullopt;
+    return CHeaderSection{m_content->GetActiveSection(), name, m_fileName};
+}
+
+CHeaderSection CVELConfig::SelectCreateSection(std::string_view name)
+{
+    m_content->SelectCreateSection(name);
+    return {m_content->GetActiveSection(), name, m_fileName};
+}
 
 bool CVELConfig::ReadHeader(std::istream& stream, const std::atomic<bool>& abort)
 {

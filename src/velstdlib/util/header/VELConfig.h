@@ -1,6 +1,7 @@
-// A header as a document of its own: found inside a data file, read, and written to a file.
+// A header as a document: found at the beginning of a data file and read, or written to a file of its own.
 #pragma once
 
+#include "velstdlib/util/header/HeaderSection.h"
 #include "velstdlib/util/header/IniFileContent.h"
 
 #include <boost/core/noncopyable.hpp>
@@ -9,11 +10,16 @@
 #include <cstdint>
 #include <istream>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace veltaris::velstdlib::util {
 
+// Owns its sections; what is handed out of them lives until the document is read again, cleared or destroyed, or its
+// content is swapped. At most one section is active at a time. Not thread-safe: a file's document belongs to whoever
+// uses the file's handle.
 class CVELConfig : private boost::noncopyable
 {
 public:
@@ -24,6 +30,11 @@ public:
     // Exchanges the sections of both documents, and nothing else of them.
     void SwapContent(CVELConfig& other) noexcept { m_content.swap(other.m_content); }
 
+    // Makes the section of this name the active one and hands it to a reader, the name as given. SelectSection leaves
+    // a missing section missing, and the result is nothing; SelectCreateSection creates it.
+    std::optional<CHeaderSection> SelectSection(std::string_view name);
+    CHeaderSection SelectCreateSection(std::string_view name);
+
     // The file that the document belongs to: SaveKeys writes it, and failures to read the document name it.
     const std::string& GetFileName() const { return m_fileName; }
     void SetFileName(std::string fileName) { m_fileName = std::move(fileName); }
@@ -31,13 +42,13 @@ public:
     // True until a header was read.
     bool IsNew() const { return m_isNew; }
 
-    // How many bytes the header has in the stream that it was read from, with its mark.
+    // How many bytes the header has in the stream that it was read from, end mark included.
     std::uint64_t GetHeaderBytes() const { return m_headerBytes; }
     // How many bytes follow the header in the stream that it was read from.
     std::uint64_t GetDataBytes() const { return m_dataBytes; }
 
-    // Replaces the document by the header in `stream`, which ends with the first "#!", and leaves the stream behind
-    // that. False, with the document left empty, when there is no "#!" or nothing before it, or when the stream
+    // Replaces the document by the header in `stream`, which ends with the first end mark, and leaves the stream behind
+    // that. False, with the document left empty, when there is no mark or nothing before it, or when the stream
     // fails while it is searched.
     // Throws CVELFileBadContentException for a header above the limit, and what parsing throws.
     bool ReadHeader(std::istream& stream, const std::atomic<bool>& abort);
