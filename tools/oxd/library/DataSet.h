@@ -1,5 +1,5 @@
-// The C interface of the library with failures as exceptions and handles that close themselves. The tool knows the
-// library by its public header only, and that header by the files of this folder only.
+// The C interface of the library with failures as exceptions and handles that close themselves. What the tool does with
+// files of the format goes through the public header of the library, which is included only here.
 #pragma once
 
 #include <VELOxdDll.h>
