@@ -228,7 +228,7 @@ TEST_F(ExportTest, DrawsAnyShape)
         const auto picture = ReadPicture<std::uint8_t>("out.png");
         ASSERT_LT(picture.width, 1400);
         ASSERT_GT(picture.height, 100);
-        EXPECT_EQ(InkIn(Part(picture, left, picture.height - 59, picture.width - left - 136, 1)).size(), ticks)
+        EXPECT_EQ(InkIn(Part(picture, left, picture.height - 59, picture.width - left - 135, 1)).size(), ticks)
             << points;
         ResultsOf("export shape.oxd --group Group0 --channel 0 --grey -o out.png");
         EXPECT_EQ(ReadPicture<std::uint16_t>("out.png").width, points);
