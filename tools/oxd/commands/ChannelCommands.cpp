@@ -1,6 +1,6 @@
 #include "oxd/commands/ChannelCommands.h"
 
-#include "oxd/commands/Commands.h"
+#include "oxd/commands/CommandHelp.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
 #include "oxd/system/Messages.h"

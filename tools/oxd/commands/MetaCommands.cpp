@@ -1,6 +1,6 @@
 #include "oxd/commands/MetaCommands.h"
 
-#include "oxd/commands/Commands.h"
+#include "oxd/commands/CommandHelp.h"
 #include "oxd/edit/MetaValue.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
