@@ -27,10 +27,20 @@ void audience::join(const slot_base& slot)
     if (slot.behind && !m_behind) {
         m_behind = slot.behind;
         who nobody = who::nobody;
-        m_here.compare_exchange_strong(nobody, who::a_relay, std::memory_order_release);
+        m_here.compare_exchange_strong(nobody, who::relays, std::memory_order_release);
     } else {
         m_here.store(who::somebody, std::memory_order_release);
     }
+}
+
+std::shared_ptr<const audience> audience::of_both(std::shared_ptr<const audience> one,
+                                                  std::shared_ptr<const audience> other)
+{
+    const auto both = std::make_shared<audience>();
+    both->m_behind = std::move(one);
+    both->m_also_behind = std::move(other);
+    both->m_here.store(who::relays, std::memory_order_release);
+    return both;
 }
 
 std::uint32_t slotstore::append(std::shared_ptr<const slot_base> slot)

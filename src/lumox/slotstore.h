@@ -33,7 +33,7 @@ class slot_base;
 // relay to the data set, to which nobody is connected: an emission would run through that chain for nothing and is left
 // out. Each signal therefore has an audience, and one that has nothing but one relay refers to the audience behind it:
 //   nobody    no slot was ever connected
-//   a_relay   the only slot relays to another signal, and somebody listens here when somebody listens there
+//   relays    the only slot relays to one or two signals, and somebody listens here when somebody listens there
 //   somebody  there is any other slot, or more than one
 // It only ever moves down this list, and stays on `somebody` when slots are disconnected: an emission for nobody is a
 // waste, but no fault. A chain of relays must not lead back to its start.
@@ -47,12 +47,18 @@ public:
     {
         const audience* at = this;
         who here = at->m_here.load(std::memory_order_acquire);
-        while (here == who::a_relay) {
+        while (here == who::relays) {
+            if (at->m_also_behind && at->m_also_behind->is_present())
+                return true;
             at = at->m_behind.get();
             here = at->m_here.load(std::memory_order_acquire);
         }
         return here == who::somebody;
     }
+
+    // That of a relay to two signals: somebody listens when somebody listens to either.
+    static std::shared_ptr<const audience> of_both(std::shared_ptr<const audience> one,
+                                                   std::shared_ptr<const audience> other);
 
     // A slot was connected. Must not be called by two threads at once: the store's lock sees to that.
     void join(const slot_base& slot);
@@ -61,12 +67,13 @@ private:
     enum class who : std::uint8_t
     {
         nobody,
-        a_relay,
+        relays,
         somebody,
     };
 
     std::atomic<who> m_here = who::nobody;
-    std::shared_ptr<const audience> m_behind; // where the relay leads; set once, before m_here says so
+    std::shared_ptr<const audience> m_behind;      // where the relay leads; set once, before m_here says so
+    std::shared_ptr<const audience> m_also_behind; // where it leads, too; only set together with the first one
 };
 
 // A slot without the arguments that it is called with. It does not change, so that any number of signals and threads

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -50,6 +51,32 @@ TEST_F(DataSetTest, ChangesTravelUp)
     EXPECT_TRUE(dataSet->DeleteGroup(0));
     EXPECT_EQ(log, "[set]");
     EXPECT_TRUE(dataSet->IsModified());
+    dataSet->SetModified(false);
+    dataSet->DeleteAllGroups();
+    EXPECT_TRUE(dataSet->IsModified());
+}
+
+TEST_F(DataSetTest, TheDataSetHearsOfChangesBeforeThoseWhoListenToTheGroup)
+{
+    const auto group = dataSet->GetGroup(static_cast<std::uint64_t>(dataSet->CreateGroup("G", 16)));
+    group->OnNameChanged.connect([this](const std::string&) { log += "name "; });
+    group->OnChanged.connect([this](CDataGroup&) { log += "group "; });
+    group->OnBufferChanged.connect([this](CDataGroup&, CDataBuffer&, std::size_t) { log += "line "; });
+    log.clear();
+    for (const std::uint64_t slot : {0U, 1U})
+        group->GetOrCreateChannelBuffer(slot, 1, 1)->SetPixelRaw(0, 0, 1);
+    group->SetName("N");
+    for (const auto& channel : group->GetChannelBuffers())
+        EXPECT_EQ(channel->GetGroupName(), "N");
+    EXPECT_EQ(log, "[group G]group [G/G line 0]line [group G]group [G/G line 0]line [name N]name ");
+    log.clear();
+    CDataSet silent;
+    const auto heard = silent.GetGroup(static_cast<std::uint64_t>(silent.CreateGroup("G", 16)));
+    const auto buffer = heard->GetOrCreateChannelBuffer(0, 1, 1);
+    buffer->SetPixelRaw(0, 0, 1);
+    heard->OnBufferChanged.connect([this](CDataGroup&, CDataBuffer&, std::size_t) { log += "line "; });
+    buffer->SetPixelRaw(0, 0, 1);
+    EXPECT_EQ(log, "line ") << "the group alone is listened to";
 }
 
 TEST_F(DataSetTest, GroupsAndChannelsOutliveTheirOwners)
@@ -139,9 +166,13 @@ TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritte
     buffer.SetPixelRaw(2, 1, 70);
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{4, 70}));
     EXPECT_FALSE(buffer.IsEmpty());
-    SetLine(1, {5});
-    EXPECT_EQ(Line(1), (std::vector{5, 0, 0})) << "short lines are filled up";
+    SetLine(1, {5, 6});
+    EXPECT_EQ(Line(1), (std::vector{5, 6, 0})) << "short lines are padded";
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{0, 70})) << "it never narrows";
+    buffer.SetXYDimension(3, 3);
+    EXPECT_EQ(buffer.GetDataRange(), CRawRange());
+    buffer.SetXYDimension(3, 4);
+    SetLine(1, {5});
     EXPECT_EQ(buffer.GetLineState(1), 3U);
     EXPECT_EQ(buffer.GetLineState(0), 0U);
     EXPECT_EQ(buffer.GetCurrentLine(), 1U);
@@ -189,6 +220,34 @@ TEST_F(DatabufferTest, SamplesAreLoadedAsFarAsTheyGo)
     EXPECT_EQ(Line(4), (std::vector{0x0101 << 14, 0x0101 << 14}));
 }
 
+TEST_F(DatabufferTest, CorrectedSamplesAreThoseOfTheCurrentLine)
+{
+    const auto corrected = [&] {
+        std::int32_t value = 0;
+        EXPECT_TRUE(buffer.ReadPixelRaw(0, 0, GetLineOperator(LineOpID::MeanFit), value));
+        return value;
+    };
+    const auto load = [&](std::byte last) {
+        buffer.LoadSamples(4, [=](auto bytes, auto...) {
+            std::ranges::fill(bytes, std::byte{0});
+            bytes.back() = last;
+        });
+    };
+    SetLine(0, {3, 6, 9});
+    EXPECT_EQ(corrected(), -3);
+    buffer.SetXYDimension(3, 1);
+    EXPECT_EQ(corrected(), 0);
+    buffer.SetBitCount(8);
+    buffer.Restore(4, 1, {}, 0);
+    load(std::byte{4});
+    EXPECT_EQ(corrected(), -(1 << 22));
+    buffer.SetPixelRaw(3, 0, 8);
+    EXPECT_EQ(corrected(), -2);
+    buffer.SetBitCount(8);
+    load(std::byte{8});
+    EXPECT_EQ(corrected(), -(2 << 22)) << "loaded again";
+}
+
 TEST_F(DatabufferTest, AFailedLoadKeepsTheLinesThatWereDone)
 {
     buffer.Restore(2, 3, {}, 0);
@@ -222,14 +281,34 @@ TEST_F(DatabufferTest, AHeaderMayPromiseMoreThanAnyChannelCanHold)
     EXPECT_TRUE(Line(1).empty() && Line((1ULL << 31) - 2).empty());
     EXPECT_TRUE(buffer.SetPixelRaw(0, 0, 1));
     EXPECT_THROW(buffer.Restore(1, 1ULL << 31, {}, 0), std::bad_alloc);
+    EXPECT_EQ(log, "<3>65536c0") << "a size that is refused holds no notifications back";
+    buffer.SetPixelRaw(0, 0, 2);
+    EXPECT_EQ(log, "<3>65536c0c0");
 }
 
-TEST_F(DatabufferTest, LoadedSamplesEnterTheRangeWhenItIsAskedFor)
+TEST_F(DatabufferTest, AllLoadedSamplesEnterTheRangeWheneverItIsAskedFor)
 {
-    buffer.Restore(2, 3, {{1, CLineAxis{0, 0, 0}}}, 0); // line 1 holds no samples
-    buffer.LoadSamples(8, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{1}); });
-    buffer.SetLineRaw(0, std::array{-5, 7});
-    EXPECT_EQ(buffer.GetDataRange(), (CRawRange{-5, 0x0101 << 14}));
+    constexpr int loaded = 0x0101 << 14;
+    const std::pair<std::function<void()>, CRawRange> edits[] = {
+        {[&] { SetLine(0, {-5, 7}); }, {-5, loaded}},        {[&] { buffer.SetPixelRaw(0, 0, 9); }, {9, loaded}},
+        {[&] { buffer.SetPixelRaw(0, 1, 9); }, {9, loaded}}, // the zeros beside it in line 1 were never loaded
+        {[&] { SetLine(1, {}); }, {loaded, loaded}},         {[&] { buffer.PrepareForSave(); }, {loaded, 2 * loaded}},
+    };
+    for (const auto& [edit, range] : edits) {
+        for (const bool isAskedBefore : {false, true}) {
+            buffer.SetBitCount(16);
+            buffer.Restore(3, 2, {{0, CLineAxis{2, 0, 0}}, {1, CLineAxis{0, 0, 0}}}, 0);
+            buffer.LoadSamples(6, [&](auto bytes, auto...) {
+                std::ranges::fill(bytes, std::byte{1});
+                if (range.highest == 2 * loaded)
+                    std::ranges::fill(bytes.last(2), std::byte{2}); // beyond the valid points of line 0
+            });
+            if (isAskedBefore)
+                buffer.GetDataRange();
+            edit();
+            EXPECT_EQ(buffer.GetDataRange(), range) << range.highest << isAskedBefore;
+        }
+    }
 }
 
 } // namespace

@@ -18,8 +18,11 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// Groups by id. Every operation may be called from any thread; signals are emitted without the data set's lock, and
-// no group is locked while it is held. A group and its channels live on while someone outside holds them.
+// Groups by id, the meta-information, and the views and processors that the file lists. A group and its channels live
+// on while someone outside holds them.
+// Invariants: no id below m_lowestFreeId is free, and no logical id that was taken or reserved is given out again
+// before all groups are deleted. Every operation may be called from any thread. One lock guards the groups, ids and the
+// modified flag; while it is held no signal is emitted and no group is locked.
 class CDataSet
 {
 public:
@@ -27,7 +30,7 @@ public:
 
     // Emitted after groups were created or deleted.
     lumox::sigslot_unorderedslots<> OnChanged;
-    // These relay the signals of every group.
+    // These are emitted with the signals of every group, before the slots of the group's own signal are called.
     lumox::sigslot_unorderedslots<const std::string&> OnGroupNameChanged;
     lumox::sigslot_unorderedslots<CDataGroup&> OnGroupChanged;
     lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t> OnBufferChanged;
@@ -37,18 +40,18 @@ public:
     CDataSet& operator=(const CDataSet&) = delete;
     ~CDataSet() = default;
 
-    // Result: the id, which is the smallest number from 0 that is free. An empty name becomes "Group" and the id. Of
-    // threads that do so at once two may find the same id: the later group replaces the earlier one then.
+    // Returns the id, which is the smallest free number. An empty name becomes "Group" and the id. Two threads that
+    // create groups at once may find the same id; then the later group replaces the earlier one.
     int CreateGroup(const std::string& name, std::int64_t bitCount);
-    // Stores a group under the given id, in place of one that has it; without a logical id it takes the next one, and
-    // only if nothing fails. For loading.
+    // For loading: stores a group under the given id and replaces a group that has it. Without a logical id the group
+    // takes the next one, but only if nothing fails.
     std::shared_ptr<CDataGroup> InsertGroup(std::uint64_t id, std::optional<std::uint32_t> logicalGroupId,
                                             const std::string& name, std::size_t slotCount, std::int64_t bitCount);
-    // False when there is no such group; the invalid id counts as deleted.
+    // Returns false when there is no such group. The invalid id counts as deleted.
     bool DeleteGroup(std::uint64_t id);
     void DeleteAllGroups();
 
-    // These are not guarded by the data set's lock.
+    // These parts are not thread-safe: the data set's lock does not guard them.
     CInfoSet& GetInfoSet() { return m_infoSet; }
     const CInfoSet& GetInfoSet() const { return m_infoSet; }
     CViewSet& GetViewSet() { return m_viewSet; }
@@ -63,9 +66,9 @@ public:
     // Null when there is no such group.
     std::shared_ptr<CDataGroup> GetGroup(std::uint64_t id) const;
 
-    // The running number of new groups, from 256 on.
+    // The next logical id for a new group; they begin at 256.
     std::uint32_t TakeLogicalGroupId();
-    // Makes the running number continue behind a logical id that came from a file.
+    // Makes the logical ids of new groups continue behind one that came from a file.
     void ReserveLogicalGroupId(std::uint32_t id);
 
     void PrepareForSave();
@@ -85,7 +88,7 @@ private:
     CViewSet m_viewSet;
     CProcessorSet m_processorSet;
     std::map<std::uint64_t, std::shared_ptr<CDataGroup>> m_groups;
-    std::uint64_t m_lowestFreeId = 0; // no id below it is free
+    std::uint64_t m_lowestFreeId = 0; // a lower bound, from which the search for a free id starts
     mutable std::mutex m_mutex;
 
     static constexpr std::uint32_t firstLogicalGroupId = 256;

@@ -24,18 +24,27 @@ CDataGroup::CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size
 {
 }
 
+// The relays come first, as if they had been connected before anybody else's slots.
+
 void CDataGroup::AnnounceName(const std::string& name)
 {
-    OnNameChanged.emit(name);
     if (m_relays)
         (*m_relays->nameChanged)(name);
+    OnNameChanged.emit(name);
 }
 
 void CDataGroup::AnnounceChange()
 {
-    OnChanged.emit(*this);
     if (m_relays)
         (*m_relays->changed)(*this);
+    OnChanged.emit(*this);
+}
+
+void CDataGroup::AnnounceBufferChange(CDataBuffer& buffer, std::size_t line)
+{
+    if (m_relays)
+        (*m_relays->bufferChanged)(*this, buffer, line);
+    OnBufferChanged.emit(*this, buffer, line);
 }
 
 std::uint32_t CDataGroup::GetLogicalGroupId() const
@@ -135,29 +144,18 @@ std::shared_ptr<CDataBuffer> CDataGroup::MakeBuffer(std::uint64_t points, std::u
 
 auto CDataGroup::BufferRelay() -> std::shared_ptr<const BufferSlot>
 {
-    bool isNew = false;
-    std::shared_ptr<const BufferSlot> relay;
-    {
-        const std::lock_guard lock(m_mutex);
-        if (!m_bufferRelay) {
-            const auto pass = [weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
-                if (const auto group = weak.lock())
-                    group->OnBufferChanged.emit(*group, changed, line);
-            };
-            m_bufferRelay = std::make_shared<BufferSlot>(pass, 0, OnBufferChanged.listeners());
-            isNew = true;
-        }
-        relay = m_bufferRelay;
+    const std::lock_guard lock(m_mutex);
+    if (!m_bufferRelay) {
+        const auto pass = [weak = weak_from_this()](CDataBuffer& changed, std::size_t line) {
+            if (const auto group = weak.lock())
+                group->AnnounceBufferChange(changed, line);
+        };
+        auto listeners = OnBufferChanged.listeners();
+        if (m_relays)
+            listeners = lumox::audience::of_both(std::move(listeners), m_relays->bufferChanged->behind);
+        m_bufferRelay = std::make_shared<BufferSlot>(pass, 0, std::move(listeners));
     }
-    try {
-        if (isNew && m_relays) // connected without the lock: a slot that runs meanwhile may call back
-            OnBufferChanged.connect(m_relays->bufferChanged);
-    } catch (const std::bad_alloc&) { // made anew, and connected, the next time
-        const std::lock_guard lock(m_mutex);
-        m_bufferRelay.reset();
-        throw;
-    }
-    return relay;
+    return m_bufferRelay;
 }
 
 void CDataGroup::StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer)

@@ -1,4 +1,4 @@
-// A group of channels, for example one scan direction.
+// A group of channels, for example those that were recorded in one scan direction.
 #pragma once
 
 #include "lumox/sigslot.h"
@@ -15,8 +15,9 @@ namespace veltaris::velflexlib::dataset {
 
 class CDataGroup;
 
-// What a data set connects to the signals of all its groups. One for all, since a file may have very many: a connection
-// to each would take more memory than the groups.
+// What a data set does when the signals of its groups are emitted. All groups share one of these instead of being
+// connected to it: a file may have very many groups, and connections would take more memory than they do. Its slots may
+// be called by any thread.
 struct CGroupRelays
 {
     std::shared_ptr<const lumox::sigslot_unorderedslots<const std::string&>::slot> nameChanged;
@@ -24,13 +25,15 @@ struct CGroupRelays
     std::shared_ptr<const lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t>::slot> bufferChanged;
 };
 
-// A row of channel slots, each empty or filled. Always held by shared pointer. Every operation may be called from
-// any thread; signals are emitted without the group's lock.
+// A row of channel slots, each empty or filled. Always held by shared pointer: a group lives on while somebody holds
+// it, but tells its data set nothing more once that is gone. Invariant: every channel bears the group's name, unless it
+// was loaded with a frame name of its own. Every operation may be called from any thread. One lock guards slots, name
+// and id; it is never held while a channel is locked, or while a signal is emitted.
 class CDataGroup : public std::enable_shared_from_this<CDataGroup>
 {
 public:
     lumox::sigslot_unorderedslots<const std::string&> OnNameChanged;
-    // Emitted when slots were filled, emptied or counted anew.
+    // Emitted after a slot was filled or emptied, or the number of slots changed.
     lumox::sigslot_unorderedslots<CDataGroup&> OnChanged;
     // Relays the OnChanged of every channel.
     lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t> OnBufferChanged;
@@ -41,28 +44,29 @@ public:
     CDataGroup& operator=(const CDataGroup&) = delete;
     ~CDataGroup() = default;
 
-    // Called after the slots of the group's own signals, from now on. To be set before anybody else has the group.
+    // Calls these ahead of the slots of the group's own signals from now on. Must be called before anybody else has the
+    // group.
     void ReportTo(std::shared_ptr<const CGroupRelays> relays) { m_relays.swap(relays); }
 
     std::uint32_t GetLogicalGroupId() const;
     void SetLogicalGroupId(std::uint32_t id);
 
     std::string GetName() const;
-    // Also names every channel of the group so.
+    // Gives every channel of the group this name, too.
     void SetName(const std::string& name);
-    // The name alone: a file gives each channel a frame name of its own.
+    // Leaves the channels' names alone, since a file gives each channel a frame name of its own. Emits nothing.
     void SetNameOnly(const std::string& name);
 
     std::size_t GetChannelCount() const;
-    // Drops all channels, unless the count is the current one. Throws std::bad_alloc above the limit of slots.
+    // Drops all channels, unless the count is the current one. Throws std::bad_alloc for more slots than there may be.
     void SetChannelCount(std::uint64_t count);
 
     // Null for an empty slot and for one that does not exist.
     std::shared_ptr<CDataBuffer> GetChannelBuffer(std::uint64_t index) const;
-    // All slots.
+    // One element for each slot.
     std::vector<std::shared_ptr<CDataBuffer>> GetChannelBuffers() const;
-    // Gives the slot a channel of this size, and as many slots as that takes. Of threads that do so at once for an
-    // empty slot, each gets a channel of its own, and the last one's stays.
+    // Gives the slot a channel of this size, and the group as many slots as that takes. When several threads do so at
+    // once for an empty slot, each gets a channel of its own, and the slot keeps the last one.
     std::shared_ptr<CDataBuffer> GetOrCreateChannelBuffer(std::uint64_t index, std::uint64_t points,
                                                           std::uint64_t lines);
     // Throws std::out_of_range "invalid vector<T> subscript" when there is no such slot.
@@ -75,6 +79,7 @@ private:
 
     void AnnounceName(const std::string& name);
     void AnnounceChange();
+    void AnnounceBufferChange(CDataBuffer& buffer, std::size_t line);
     std::shared_ptr<const BufferSlot> BufferRelay();
     std::shared_ptr<CDataBuffer> MakeBuffer(std::uint64_t points, std::uint64_t lines);
     void StoreInSlot(std::uint64_t index, std::shared_ptr<CDataBuffer> buffer);

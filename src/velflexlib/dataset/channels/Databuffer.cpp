@@ -53,10 +53,9 @@ void CDataBuffer::Take(CShape& shape)
     m_lineStates.Reset(m_lineAxes.Lines(), 0);
     m_dataChanged = true;
     m_isEmpty = true;
-    m_dataRange = {};
-    m_rangeLacksLoaded = false;
+    m_range.Clear();
     m_currentLine = shape.currentLine;
-    m_latestFit = {};
+    m_latestFit.Forget();
 }
 
 CAxis CDataBuffer::GetAxis(std::size_t axis) const
@@ -124,7 +123,7 @@ void CDataBuffer::SetAxisRange(std::size_t axis, double range)
         m_lineAxes.MoveRange(range);
 }
 
-CSignalScale CDataBuffer::GetSignalScale() const
+CSignalScale CDataBuffer::LockAndGetSignalScale() const
 {
     const std::lock_guard lock(m_mutex);
     return SignalScale();
@@ -179,29 +178,26 @@ std::uint64_t CDataBuffer::GetCurrentLine() const
 void CDataBuffer::HoldNotifications()
 {
     const std::lock_guard lock(m_mutex);
-    m_notificationsHeld = true;
+    m_notifications.Hold();
 }
 
 void CDataBuffer::ReleaseNotifications()
 {
     std::unique_lock lock(m_mutex);
-    m_notificationsHeld = false;
-    const bool reshaped = std::exchange(m_reshapePending, false);
-    const bool changed = std::exchange(m_changePending, false);
+    const CHeldNotifications::CPending pending = m_notifications.Release();
     const std::uint64_t line = m_currentLine;
     lock.unlock();
-    if (reshaped)
+    if (pending.reshaped)
         OnAfterReshape.emit();
-    if (changed)
+    if (pending.changed)
         OnChanged.emit(*this, line);
 }
 
-// Whether not to notify now; if so, it is noted that there is something to notify of.
 void CDataBuffer::AnnounceReshape()
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (HoldBack(m_reshapePending))
+        if (m_notifications.HoldReshaped())
             return;
     }
     OnAfterReshape.emit();

@@ -17,10 +17,10 @@ void CDataBuffer::PrepareForSave()
     OnBeforeReshape.emit();
     {
         const std::lock_guard lock(m_mutex);
-        RemoveEmptyLines(); // both again: a slot may have written lines
+        RemoveEmptyLines();              // both again: a slot may have written lines
+        m_range.Settle(m_samples.All()); // the samples that are cut were loaded, too
         m_lineAxes.SetPoints(m_lineAxes.LongestLine());
         m_samples.ShortenLines(m_lineAxes.Points());
-        m_latestFit = {};
     }
     AnnounceReshape();
 }
@@ -42,8 +42,8 @@ void CDataBuffer::Restore(std::uint64_t points, std::uint64_t lines, std::map<st
     {
         const std::lock_guard lock(m_mutex);
         Take(shape);
-        m_notificationsHeld = true;
-        m_reshapePending = true;
+        m_notifications.Hold();
+        m_notifications.HoldReshaped();
     }
 }
 
@@ -74,9 +74,8 @@ bool CDataBuffer::CountAsLoaded(std::size_t bytes)
     m_samples.KeepBytes(bytes);
     m_lineAxes.SetMissingFrom(m_samples.Held().End());
     m_lineStates.Reset(m_lineAxes.Lines(), m_samples.Held().End());
-    m_latestFit = {};
-    m_dataRange = {};
-    m_rangeLacksLoaded = true;
+    m_latestFit.Forget();
+    m_range.OweSamples();
     m_isEmpty = m_samples.All().Count() == 0;
     m_dataChanged = false;
     const bool isComplete = m_lineAxes.MissingFrom() == m_lineAxes.Lines();

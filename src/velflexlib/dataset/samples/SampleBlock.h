@@ -1,4 +1,4 @@
-// Where the samples of a channel are held.
+// The storage of a channel's samples.
 #pragma once
 
 #include "velflexlib/dataset/samples/HeldLines.h"
@@ -11,7 +11,8 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// Adjacent samples of a block, to be read only. It is valid until the block changes.
+// Adjacent samples of a block, for reading only. It is valid until the block changes, so it is used under the lock that
+// guards the block.
 class CStoredSamples
 {
 public:
@@ -28,7 +29,7 @@ public:
     const std::byte* From(std::uint64_t index) const { return m_stored + index * BytesPerSample(m_width); }
     const CStoredKernels& Kernels() const { return KernelsOf(m_width); }
 
-    // There must be as many.
+    // The samples that are read must exist.
     std::int32_t At(std::uint64_t index) const { return DecodeSample(From(index), m_width); }
     void Read(std::uint64_t first, std::span<std::int32_t> samples) const
     {
@@ -77,10 +78,10 @@ public:
         return {m_memory.Bytes().data() + Offset(line) * BytesPerSample(m_width), m_width, m_points};
     }
 
-    // Makes the line held, and gives all samples a width that can hold samples with no other bits than these. Writing a
-    // line that is not held makes all below the end held, or all that there are if it is behind the end: so writing
-    // them one by one moves the samples once. Throws std::bad_alloc, with nothing changed, when there is no memory for
-    // that or a limit is exceeded.
+    // Makes the line held, and widens all samples if samples with these bits would not fit. When a line that is not
+    // held is written, all lines below the end become held, or all lines of the channel if it is beyond the end: so
+    // writing them one by one moves the samples only once. Throws std::bad_alloc, with nothing changed, when memory
+    // runs out or a limit is exceeded.
     void MakeWritable(std::uint64_t line, std::int32_t bits)
     {
         if (!FitInto(m_width, bits) || !m_held.Contains(line))

@@ -23,7 +23,7 @@ bool IsLarge(std::size_t bytes)
 
 #if defined(__linux__)
 
-// Maps one huge page more than is needed and gives back what is ahead of the first boundary, and the rest.
+// Maps one huge page more than is needed and gives back what lies before the first boundary and behind the block.
 void* AllocateLarge(std::size_t bytes)
 {
     if (bytes > SIZE_MAX / 2)
@@ -50,8 +50,8 @@ void FreeLarge(void* memory, std::size_t bytes)
 
 #else
 
-// The C library takes large pieces from the system page by page, leaves them alone as these are zeros, and gives them
-// back at once.
+// The C library maps large blocks, does not touch their pages because these are zeros already, and unmaps the block as
+// soon as it is freed.
 void* AllocateLarge(std::size_t bytes)
 {
     return std::calloc(bytes, 1); // NOLINT(cppcoreguidelines-no-malloc)

@@ -1,4 +1,4 @@
-// Memory of the system for samples.
+// Memory for samples, straight from the system.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,12 @@
 
 namespace veltaris::velflexlib::dataset {
 
-// A piece of memory that begins as zeros. Pages of a large one that are never touched cost nothing, and it is made of
-// huge pages where the system has them: touching it page by page, and giving it back, is most of the time that opening
-// and closing a file takes. Of a small one the zeros are written when it is first used, unless it is to be overwritten.
-// Access needs a lock, to const ones too.
+// A block of memory that begins as zeros. Pages of a large block that are never touched cost nothing, and they are huge
+// pages where the system has them: touching pages one by one and giving them back takes most of the time of opening and
+// closing a file. A small block is zeroed when it is first used, unless it is overwritten then.
+// Invariant: while m_owesZeros is set, nobody has seen the bytes.
+// Not thread-safe, not even for reading, since the first reader writes the zeros: guarded by the lock of the
+// CDataBuffer that owns it.
 class CZeroedMemory
 {
 public:
@@ -29,7 +31,7 @@ public:
         return {m_bytes.get(), m_bytes.get_deleter().size};
     }
 
-    // All of them are to be written before anything else is done with them.
+    // The caller must write all of them before anything else is done with them.
     std::span<std::byte> BytesToOverwrite()
     {
         m_owesZeros = false;
