@@ -6,7 +6,7 @@
 #include "api/Boundary.h"
 #include "api/FileManager.h"
 #include "api/Lookup.h"
-#include "velflexlib/dataset/operators/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperatorTable.h"
 #include "velstdlib/util/Limits.h"
 
 #include <algorithm>

@@ -4,7 +4,6 @@
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/information/InfoHandles.h"
 #include "velflexlib/dataset/information/InfoSetItem.h"
-#include "velflexlib/dataset/information/InfoSiblings.h"
 
 #include <cstdint>
 #include <memory>
@@ -67,7 +66,7 @@ private:
     void GroupsDeleted();
 
     CInfoHandles m_handles; // before the groups, whose nodes leave it when they go
-    CInfoSiblings m_groups{CInfoSiblings::Names::OfGroups};
+    CInfoRow m_groups{CInfoRow::Names::OfGroups};
     bool m_modified = false;
     CInfoSetItem* m_selected = nullptr;
 };

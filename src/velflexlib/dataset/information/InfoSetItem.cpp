@@ -7,6 +7,8 @@
 
 namespace veltaris::velflexlib::dataset {
 
+template class CInfoSiblings<CInfoSetItem>;
+
 CInfoSetItem::CInfoSetItem(std::string name) : m_name(std::move(name)), m_value(groupValue), m_isGroup(true)
 {
 }
@@ -24,7 +26,7 @@ CInfoSetItem::~CInfoSetItem()
         if (node->HasSubItems()) {
             node = node->m_subItems->All().back().get();
         } else {
-            CInfoSiblings& row = *node->m_place.row;
+            CInfoRow& row = *node->m_place.row;
             node = row.Parent();
             row.DestroyLast();
         }
@@ -72,7 +74,7 @@ bool CInfoSetItem::InsertSubItem(std::unique_ptr<CInfoSetItem> item, int index)
     if (position < 0 || position > count)
         return false;
     if (!m_subItems)
-        m_subItems = std::make_unique<CInfoSiblings>(CInfoSiblings::Names::OfItems, this);
+        m_subItems = std::make_unique<CInfoRow>(CInfoRow::Names::OfItems, this);
     m_subItems->Insert(std::move(item), static_cast<std::size_t>(position));
     return true;
 }
@@ -84,7 +86,7 @@ bool CInfoSetItem::DeleteSubItem(const CInfoSetItem* node)
         above = above->GetParent();
     if (!above)
         return false;
-    CInfoSiblings& siblings = *node->m_place.row;
+    CInfoRow& siblings = *node->m_place.row;
     siblings.Erase(siblings.PlaceOf(*node));
     return true;
 }

@@ -14,6 +14,10 @@
 namespace veltaris::velflexlib::dataset {
 
 class CInfoSet;
+class CInfoSetItem;
+
+// Nodes beside each other.
+using CInfoRow = CInfoSiblings<CInfoSetItem>;
 
 // A node is a group, which has sub-items, or an item, which has a value, all its life. Each node is owned by the row
 // that it stands in, which is its parent's or, for a top-level group, its info set's. Nothing here recurses: a tree may
@@ -50,7 +54,7 @@ public:
     // The number that stands for this node outside the library, taken from `table` when it is first asked for.
     std::uint64_t GetHandle(CInfoHandles& table) { return m_handle.Get(table, *this); }
     // For the row that this stands in.
-    CInfoPlace& Place() const { return m_place; }
+    CInfoPlace<CInfoSetItem>& Place() const { return m_place; }
 
     // Inserts before the sub-item at `index`; -1, like the count of sub-items, means the end. False, with the item
     // destroyed, for any other index. Throws std::runtime_error "Only groups can have sub items". The owner of what
@@ -88,11 +92,13 @@ private:
     std::string m_name;
     std::string m_value;
     CInfoSet* m_owner = nullptr;
-    std::unique_ptr<CInfoSiblings> m_subItems; // made with the first one
-    mutable CInfoPlace m_place;
+    std::unique_ptr<CInfoRow> m_subItems; // made with the first one
+    mutable CInfoPlace<CInfoSetItem> m_place;
     CInfoHandle m_handle;
     bool m_isGroup;
     bool m_storedFlat = false;
 };
+
+extern template class CInfoSiblings<CInfoSetItem>;
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,9 +1,8 @@
-// The interface of a line operator, which corrects one line of raw samples, and the look-ups of operators by identifier
-// and by code. The operators themselves are the rows of the table in LineOperators.h.
+// A line operator, which corrects one line of raw samples. LineOperators.h has the functions of the operators, and
+// LineOperatorTable.h lists and finds them.
 #pragma once
 
 #include "velflexlib/dataset/samples/SampleBlock.h"
-#include "velstdlib/util/BiMapper.h"
 
 #include <array>
 #include <cstdint>
@@ -92,13 +91,5 @@ private:
     ApplyFunction m_apply;
     PixelSource m_pixelSource;
 };
-
-// The codes of the operators. Immutable, as are the operators.
-const velstdlib::util::BiMapper<LineOpID, std::int32_t>& LineOpCodes();
-
-const CLineOperator& GetLineOperator(LineOpID id);
-
-// Throws CNoMappingException when no operator has this code.
-const CLineOperator& GetLineOperator(std::int32_t code);
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,10 +1,8 @@
-// The line operators and the table that lists them. To add an operator, add its identifier to LineOpID, write its
-// functions here and append its row to the table: codes, look-ups and the parameter lists of views follow from that.
+// The functions of the line operators: how each fits a line, and how it corrects it.
 #pragma once
 
 #include "velflexlib/dataset/operators/LineOperator.h"
 
-#include <array>
 #include <cstddef>
 
 namespace veltaris::velflexlib::dataset {
@@ -62,21 +60,5 @@ struct CLineOpPolyFit4 : CLineOpSubtraction<4>
 {
     static CLineFit Fit(const CStoredSamples& line);
 };
-
-// Identifier, display name, least number of samples, fit (null for local operators), correction and source of pixels
-// of every operator, in the order of their codes. A straight line takes as many samples as a parabola does.
-inline constexpr std::array lineOperators{
-    CLineOperator(LineOpID::RawData, "Raw data", 0, nullptr, CLineOpRAW::Apply, PixelSource::StoredSample),
-    CLineOperator(LineOpID::MeanFit, "Mean fit", 1, CLineOpAvg::Fit, CLineOpAvg::Apply, PixelSource::CorrectedChunk),
-    CLineOperator(LineOpID::LineFit, "Line fit", 4, CLineOpPlain::Fit, CLineOpPlain::Apply,
-                  PixelSource::CorrectedChunk),
-    CLineOperator(LineOpID::DerivedData, "Derived data", 2, nullptr, CLineOpDiff::Apply, PixelSource::CorrectedChunk),
-    CLineOperator(LineOpID::ParabolaFit, "Parabola fit", 4, CLineOpParable::Fit, CLineOpParable::Apply,
-                  PixelSource::CorrectedChunk),
-    CLineOperator(LineOpID::PolynomialFit, "Polynomial fit", 5, CLineOpPolyFit4::Fit, CLineOpPolyFit4::Apply,
-                  PixelSource::CorrectedChunk),
-};
-
-inline constexpr std::size_t lineOpCount = lineOperators.size();
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,7 +1,7 @@
 // A view: how the acquiring application shows one channel.
 #pragma once
 
-#include "velflexlib/dataset/operators/LineOperators.h"
+#include "velflexlib/dataset/operators/LineOperatorTable.h"
 #include "velstdlib/util/header/HeaderSection.h"
 
 #include <array>

@@ -1,8 +1,5 @@
-#include "velflexlib/dataset/operators/LineOperator.h"
+#include "velflexlib/dataset/operators/LineOperatorTable.h"
 
-#include "velflexlib/dataset/operators/LineOperators.h"
-
-#include <cstddef>
 #include <utility>
 
 namespace veltaris::velflexlib::dataset {
