@@ -1,4 +1,5 @@
-// The header store where no file can take it: orders, limits, aborting, its own files.
+// The header store where no file can take it: orders, limits, aborting.
+#include "api/FileTransfer.h"
 #include "velstdlib/string/FoldedText.h"
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/VELConfig.h"
@@ -6,11 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <limits>
 #include <random>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -130,44 +128,20 @@ TEST(HeaderStoreTest, SectionsThatAreAlikeOrNearlySoHoldTheirOwnKeys)
     }
 }
 
-TEST(HeaderStoreTest, NoSectionIsActiveUntilOneIsSelectedAndReadingStopsWhenTold)
+TEST(HeaderStoreTest, ReadingStopsWhenTold)
 {
     CIniFileContent content;
-    EXPECT_THROW(content.GetActiveSection(), std::runtime_error);
-    content.SelectCreateSection("One");
-    EXPECT_TRUE(content.SelectSection("ONE"));
-    EXPECT_EQ(content.GetActiveSectionName(), "ONE");
-    EXPECT_FALSE(content.SelectSection("two"));
-    EXPECT_THROW(content.GetActiveSection(), std::runtime_error);
     content.Parse("[a]\n[b]\n", true);
     EXPECT_EQ(content.Render(), "");
 }
 
-TEST(HeaderStoreTest, ADocumentThatIsReadAgainKeepsNothingOfItsLastHeader)
+TEST(HeaderStoreTest, AHeaderMayBeAsLongAsTheLimitWithTheMarkThatEndsIt)
 {
-    CVELConfig document;
-    for (const bool hasMark : {true, false}) {
-        std::istringstream stream(hasMark ? "[A]\nk=v\n#!data" : "[B]\nk=v\n");
-        EXPECT_EQ(document.ReadHeader(stream, false), hasMark);
-        EXPECT_EQ(document.GetContent().Render(), hasMark ? "[A]\r\nk=v\r\n" : "");
-        EXPECT_EQ(document.IsNew(), !hasMark);
-        EXPECT_EQ(document.GetDataBytes(), hasMark ? 4U : 0U);
-    }
-}
-
-TEST(HeaderStoreTest, ADocumentIsSavedToAFileOfItsOwn)
-{
-    CVELConfig document;
-    const auto path = std::filesystem::temp_directory_path() / "veloxd-header-store.ini";
-    document.SetFileName(path.string());
-    document.GetContent().Parse("[a]\nk=\xC2\xB5\n", false);
-    document.SaveKeys();
-    std::stringstream saved;
-    saved << std::ifstream(path, std::ios::binary).rdbuf();
-    EXPECT_EQ(saved.str(), "[a]\r\nk=\xC2\xB5\r\n");
-    std::filesystem::remove(path);
-    document.SetFileName("/nowhere/at/all");
-    EXPECT_THROW(document.SaveKeys(), CVELFileOpenException);
+    CVELOXDConfig document;
+    document.GetContent().Parse("[a]\nk=v\n", false);
+    const std::string header = "[a]\r\nk=v\r\n\r\n#!";
+    EXPECT_EQ(RenderHeader(document, header.size()), header);
+    EXPECT_THROW(RenderHeader(document, header.size() - 1), CVELFileSaveException);
 }
 
 } // namespace
