@@ -1,13 +1,17 @@
-// Loading that is told to stop or fails: what was loaded by then, and who is notified of it.
+// Loading that is told to stop, fails or finds less than was promised: what was loaded by then, and who is notified.
 #include "velflexlib/dataset/DataSet.h"
 #include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
 #include "velstdlib/util/VELException.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <istream>
+#include <new>
+#include <span>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -37,6 +41,13 @@ private:
 
 const std::string twoChannels = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=2\nGr0-Ch0=A\nGr0-Ch1=B\n";
 
+std::vector<std::int32_t> Line(const CDataBuffer& buffer, std::uint64_t line)
+{
+    std::vector<std::int32_t> read(buffer.GetLineAxis(line).count);
+    EXPECT_TRUE(buffer.ReadLineRaw(line, GetLineOperator(LineOpID::RawData), read.data()));
+    return read;
+}
+
 TEST(LoadTest, AnAbortedLoadEndsBetweenLinesAndReleasesNotifications)
 {
     for (const auto& [points, linesLoaded] : {std::pair(transfer, 1U), {transfer / 2, 2U}, {transfer * 3 / 2, 1U}}) {
@@ -58,12 +69,9 @@ TEST(LoadTest, AnAbortedLoadEndsBetweenLinesAndReleasesNotifications)
         serialiser.LoadData(stream, abort);
         EXPECT_TRUE(abort && stream);
         EXPECT_EQ(log, "01");
-        std::vector<std::int32_t> values(points);
-        for (std::uint64_t line = 0; line < 4; ++line) {
-            ASSERT_TRUE(dataSet.GetGroup(0)->GetChannelBuffer(0)->ReadLineRaw(line, GetLineOperator(LineOpID::RawData),
-                                                                              values.data()));
-            EXPECT_EQ(values, std::vector<std::int32_t>(points, line < linesLoaded ? 1 << 22 : 0)) << line;
-        }
+        for (std::uint64_t line = 0; line < 4; ++line)
+            EXPECT_EQ(Line(*dataSet.GetGroup(0)->GetChannelBuffer(0), line),
+                      std::vector<std::int32_t>(points, line < linesLoaded ? 1 << 22 : 0));
     }
 }
 
@@ -78,6 +86,43 @@ TEST(LoadTest, AFailedHeaderReleasesNotifications)
     buffer.OnChanged.connect([&](CDataBuffer&, std::size_t) { ++changes; });
     buffer.SetPixelRaw(0, 0, 1);
     EXPECT_EQ(changes, 1);
+}
+
+TEST(LoadTest, AFailedReadKeepsTheLinesThatWereDoneAndReleasesNotifications)
+{
+    CDataBuffer buffer(16, 2, 3);
+    int changes = 0;
+    buffer.OnChanged.connect([&](CDataBuffer&, std::size_t) { ++changes; });
+    buffer.Restore(2, 3, {}, 0);
+    const auto fail = [](std::span<std::byte> bytes, SampleWidth, std::size_t& filled) {
+        std::ranges::fill(bytes.first(7), std::byte{1});
+        filled = 7;
+        throw std::runtime_error("the disk is gone");
+    };
+    EXPECT_THROW(buffer.LoadSamples(100, fail), std::runtime_error);
+    EXPECT_EQ(Line(buffer, 0), (std::vector{0x0101 << 14, 0x0101 << 14}));
+    EXPECT_TRUE(Line(buffer, 1).empty() && Line(buffer, 2).empty());
+    buffer.SetPixelRaw(1, 2, 8);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(Line(buffer, 1), (std::vector{0, 0})) << "a write makes ordinary lines of the missing ones";
+    EXPECT_EQ(Line(buffer, 2), (std::vector{0, 8}));
+}
+
+TEST(LoadTest, AHeaderMayPromiseMoreThanAnyChannelCanHold)
+{
+    CDataBuffer buffer(16, 3, 4);
+    std::string log;
+    buffer.OnBeforeReshape.connect([&] { log += '<'; });
+    buffer.OnAfterReshape.connect([&] { log += '>'; });
+    buffer.OnChanged.connect([&](CDataBuffer&, std::size_t) { log += 'c'; });
+    buffer.Restore(65536, (1ULL << 31) - 1, {}, 0);
+    EXPECT_FALSE(buffer.LoadSamples(65536 * 2 + 1, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{}); }));
+    EXPECT_EQ(buffer.GetStoredSampleCount(), 65536U);
+    EXPECT_THROW(buffer.SetPixelRaw(0, 1, 1), std::bad_alloc);
+    EXPECT_TRUE(Line(buffer, 1).empty() && Line(buffer, (1ULL << 31) - 2).empty());
+    EXPECT_THROW(buffer.Restore(1, 1ULL << 31, {}, 0), std::bad_alloc);
+    buffer.SetPixelRaw(0, 0, 1);
+    EXPECT_EQ(log, "<>c") << "a size that is refused holds no notifications back";
 }
 
 } // namespace
