@@ -128,16 +128,11 @@ TEST(ConcurrencyTest, ValueThatSeveralThreadsSetIsSetOnce)
 
 TEST(ConcurrencyTest, SlotsAreConnectedAndDisconnectedDuringEmission)
 {
-    lumox::sigslot_orderedslots<int> signal;
+    lumox::sigslot_unorderedslots<int> signal;
     std::atomic<int> calls = 0;
-    const auto connectAndDisconnect = [&](int) {
-        const auto connection = signal.connect([&](int) { ++calls; });
-        connection(lumox::Operation::Block);
-        connection(lumox::Operation::Unblock);
-        connection(lumox::Operation::Disconnect);
-    };
+    const auto connectAndDisconnect = [&](int) { signal.connect([&](int) { ++calls; })(lumox::Operation::Disconnect); };
     signal.connect([&](int depth) {
-        signal.connect([](int) {})(lumox::Operation::Disconnect);
+        connectAndDisconnect(depth);
         if (depth == 0)
             signal.emit(1);
     });
