@@ -62,7 +62,11 @@ TEST_F(DatabufferTest, WholeLinesWidenTheObservedRangeAndPixelsOnlyInLinesWritte
     SetLine(1, {4, 6, 5});
     buffer.SetPixelRaw(2, 1, 70);
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{4, 70}));
-    SetLine(1, {5, 6}); // padded with a zero
+    SetLine(1, {5, 6});
+    std::int32_t padding = 1;
+    EXPECT_FALSE(buffer.ReadPixelRaw(3, 1, GetLineOperator(LineOpID::RawData), padding));
+    EXPECT_TRUE(buffer.ReadPixelRaw(2, 1, GetLineOperator(LineOpID::RawData), padding));
+    EXPECT_EQ(padding, 0);
     EXPECT_EQ(buffer.GetDataRange(), (CRawRange{0, 70})) << "it never narrows";
     buffer.SetXYDimension(3, 3);
     EXPECT_EQ(buffer.GetDataRange(), CRawRange());
