@@ -116,7 +116,7 @@ TEST(LoadTest, AHeaderMayPromiseMoreThanAnyChannelCanHold)
     buffer.OnAfterReshape.connect([&] { log += '>'; });
     buffer.OnChanged.connect([&](CDataBuffer&, std::size_t) { log += 'c'; });
     buffer.Restore(65536, (1ULL << 31) - 1, {}, 0);
-    EXPECT_FALSE(buffer.LoadSamples(65536 * 2 + 1, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{}); }));
+    EXPECT_FALSE(buffer.LoadSamples(65536 * 4 - 1, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{}); }));
     EXPECT_EQ(buffer.GetStoredSampleCount(), 65536U);
     EXPECT_THROW(buffer.SetPixelRaw(0, 1, 1), std::bad_alloc);
     EXPECT_TRUE(Line(buffer, 1).empty() && Line(buffer, (1ULL << 31) - 2).empty());

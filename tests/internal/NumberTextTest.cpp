@@ -69,14 +69,6 @@ TEST(NumberTextTest, DoublesAreDecimalWhateverTheLocale)
     }
 }
 
-TEST(NumberTextTest, DoublesAreWrittenWithSixDigits)
-{
-    std::string text;
-    for (const double value : {1.234567e-5, 0.1, 1234567.0, 100000.0, -0.0, 1e100, infinity})
-        text += string::FormatDouble(value) + " ";
-    EXPECT_EQ(text, "1.23457e-05 0.1 1.23457e+06 100000 -0 1e+100 inf ");
-}
-
 TEST(NumberTextTest, RoundingGoesToTheNearestIntegerAndFailsWhereThereIsNone)
 {
     const std::pair<double, std::int64_t> cases[] = {
@@ -87,12 +79,9 @@ TEST(NumberTextTest, RoundingGoesToTheNearestIntegerAndFailsWhereThereIsNone)
         EXPECT_THROW(math::vel_round(value), std::runtime_error) << value;
 }
 
-TEST(TextTableTest, EachTextIsFoundByItsNumberAndTakesItsArgumentsAsTheyAre)
+TEST(TextTableTest, ATextHasAKnownNumberAndTakesItsArgumentsAsTheyAre)
 {
     using string::TextId;
-    for (auto id = TextId::FileNotFound; id <= TextId::TextChangedForHeader;
-         id = static_cast<TextId>(static_cast<unsigned>(id) + 1))
-        EXPECT_FALSE(string::GetText(id).empty()) << static_cast<unsigned>(id);
     for (const unsigned unknown : {0U, 11U, ~0U})
         EXPECT_THROW(string::GetText(static_cast<TextId>(unknown)), string::CGetTextIdUndefinedException) << unknown;
     EXPECT_EQ(string::FormatText(TextId::FileCannotBeSaved, {"%s%", "100%s.oxd"}), "%s% Filename: 100%s.oxd");

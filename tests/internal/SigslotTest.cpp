@@ -32,7 +32,7 @@ TEST_F(SigslotTest, AConnectionSwitchesItsSlotOffAndOn)
 {
     const auto a = Connect('a');
     Connect('b');
-    EXPECT_TRUE(a(Operation::IsConnected) && a(Operation::IsPending));
+    EXPECT_TRUE(a(Operation::IsConnected) && a(Operation::IsPending) && !a(Operation::IsBlocked));
     EXPECT_EQ(Emit(), "ab");
     for (const auto& [operation, called] : {std::pair(Operation::Block, "b"), {Operation::Unblock, "ab"}}) {
         EXPECT_TRUE(a(operation) && a(Operation::IsConnected));

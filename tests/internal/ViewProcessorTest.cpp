@@ -137,15 +137,18 @@ TEST_F(ViewProcessorTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)
 {
     CDataSet dataSet;
     document.GetContent().Parse("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=2\nGr0-Ch1=A\n" + slopeSections +
-                                    "InputCount=2\nInput0Group=0\nInput0Channel=1\nInput1Group=0\n"
-                                    "OutputCount=1\nOutput0Group=9\nOutput0Channel=0\n",
+                                    "InputCount=3\nInput0Group=0\nInput0Channel=1\nInput1Group=0\n"
+                                    "Input2Group=9\nInput2Channel=0\nOutputCount=1\nOutput0Group=0\n"
+                                    "Output0Channel=1\n",
                                 false);
     CDataSetToVELConfig(dataSet).LoadHeader(document, "DataSet", false);
     const CProcessorBase& slope = *dataSet.GetProcessorSet().GetProcessors().at(0);
-    ASSERT_NE(dataSet.GetGroup(0)->GetChannelBuffer(1), nullptr);
-    EXPECT_EQ(slope.GetInputs().GetBuffer(0), dataSet.GetGroup(0)->GetChannelBuffer(1));
-    EXPECT_EQ(slope.GetInputs().GetBuffer(1), nullptr);
-    EXPECT_EQ(slope.GetOutputs().GetBuffer(0), nullptr);
+    for (const auto* const links : {&slope.GetInputs(), &slope.GetOutputs()}) {
+        ASSERT_NE(links->GetBuffer(0), nullptr);
+        EXPECT_EQ(links->GetBuffer(0), dataSet.GetGroup(0)->GetChannelBuffer(1));
+    }
+    for (const std::uint64_t unknown : {1U, 2U})
+        EXPECT_EQ(slope.GetInputs().GetBuffer(unknown), nullptr);
     dataSet.GetGroup(0)->DeleteChannelBuffer(1);
     EXPECT_EQ(slope.GetInputs().GetBuffer(0), nullptr) << "a processor keeps no channel alive";
 }
