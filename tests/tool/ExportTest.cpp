@@ -81,11 +81,11 @@ protected:
     void MakeRagged(const std::string& lastLine = "9") const
     {
         WriteOxd(
-            "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\n"
-            "[C]\nVersion=3\nPoints=4\nLines=3\nSaveBits=8\n"
-            "Dim0Name=X\nDim0Unit=m\nDim0Min=0\nDim0Range=4e-6\nDim1Name=Y\nDim1Unit=m\nDim1Min=0\nDim1Range=2e-6\n"
-            "Dim2Name=a \"b\", c \xEF\xBF\xBE\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\n"
-            "LineDim1Points=1\nLineDim2Points=" +
+            oneChannel +
+                "Version=3\nPoints=4\nLines=3\nSaveBits=8\n"
+                "Dim0Name=X\nDim0Unit=m\nDim0Min=0\nDim0Range=4e-6\nDim1Name=Y\nDim1Unit=m\nDim1Min=0\nDim1Range=2e-6\n"
+                "Dim2Name=a \"b\", c \xEF\xBF\xBE\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\n"
+                "LineDim1Points=1\nLineDim2Points=" +
                 lastLine + "\n",
             std::string_view("\x80\xC0\x40\x7F\0\0\0\0\0\0\0\0", 12), "ragged.oxd");
     }
@@ -93,7 +93,6 @@ protected:
 
 TEST_F(ExportTest, GivesNumbersAsTheInterfaceDoes)
 {
-    ResultsOf("make-sample sample.oxd");
     const auto handle = Open("sample.oxd");
     for (const auto& [option, code] : {std::pair("", 0), {"--op derive ", 3}, {"--op parabola ", 4}}) {
         std::vector<std::int32_t> raw(65536);
@@ -240,7 +239,6 @@ TEST_F(ExportTest, DrawsAnyShape)
 // build/demo/sample, and if they are right, take them over to docs/images.
 TEST_F(ExportTest, OfTheSampleIsAsDocumented)
 {
-    ResultsOf("make-sample sample.oxd");
     for (const std::string kind : {"raw", "levelled"}) {
         ResultsOf(ofSample + std::string(kind == "raw" ? "" : "--op parabola ") + "-o colour.png");
         const auto drawn = ReadPicture<std::uint8_t>("colour.png");
