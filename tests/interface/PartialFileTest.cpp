@@ -75,9 +75,9 @@ TEST_F(PartialFileTest, FaultsOfTheHeaderComeBeforeThoseOfTheSamples)
     const std::string good = "Points=2\nLines=1\n";
     const std::string badBits = good + "SaveBits=12\n";
     const std::pair<std::string, std::string_view> cases[] = {
-        {"[A]\n" + badBits + "[B]\nVersion=9\n", "The hed file has an unknown version."},
+        {"[A]\n" + badBits + "[B]\nVersion=4\n", "The hed file has an unknown version."},
         {"[A]\nPoints=9\nLines=9\n[B]\nLines=-1\n", "The hed file is corrupted."},
-        {"[A]\n" + badBits + "[SetView]\nVersion=9\n", "The hed file has an unknown version."},
+        {"[A]\n" + badBits + "[SetView]\nVersion=2\n", "The hed file has an unknown version."},
         {"[A]\nPoints=9\nLines=9\n[B]\n" + badBits, shortStream},
         {"[A]\n" + badBits + "[B]\nPoints=9\nLines=9\n", "Invalid bit count: 12"},
     };
@@ -105,7 +105,7 @@ TEST_F(PartialFileTest, BadContentNamesItsSectionAndKey)
         {list + "GroupCount=2\nGr0-Count=1\nGr1-Count=1048576\n", "DataSet", "Gr1-Count"},
         {list + "GroupCount=1\nGr0-Count=99999\n" + Lines(99'999, "Gr0-Ch#=A\n") +
              "[A]\nFrame=" + std::string(1000, 'n') + "\n",
-         "DataSet", "Gr0-Ch"},
+         "DataSet", "Gr0-Ch"}, // whichever is one too many
         {oneChannel + "Points=-1\n", "C", "Points"},
         {oneChannel + "Lines=-1\n", "C", "Lines"},
         {oneChannel + "Lines=1048577\n", "C", "Lines"},
@@ -125,9 +125,8 @@ TEST_F(PartialFileTest, BadContentNamesItsSectionAndKey)
         OpenOxdFile(WriteOxd(header).c_str());
         const std::string text = VELGetLastError();
         EXPECT_TRUE(ReasonIn(text).starts_with("The hed file is corrupted.")) << text.substr(0, 2000);
-        const auto end = key == "Gr0-Ch" ? std::string() : "\n";
         EXPECT_NE(text.find("tag_section*] = " + section + "\n"), std::string::npos) << text.substr(0, 2000);
-        EXPECT_NE(text.find("tag_key*] = " + key + end), std::string::npos) << text.substr(0, 2000);
+        EXPECT_NE(text.find("tag_key*] = " + key), std::string::npos) << text.substr(0, 2000);
         EXPECT_NE(text.find("tag_filename*] = " + Path("in.oxd") + "\n"), std::string::npos);
     }
 }

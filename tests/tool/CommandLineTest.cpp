@@ -51,7 +51,6 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {1, "set sample.oxd -o out.oxd Instrument/Scanner 5 --create", "is a group"},
         {1, "set sample.oxd -o out.oxd Scan/X-Position 0", "no information named"},
         {1, "get sample.oxd Scan/rotation", "no information named"},
-        {1, "get sample.oxd /Scan/Rotation", "no information named"},
         {1, "get sample.oxd Instrument/Scanner", "\"Instrument/Scanner\" is a group"},
         {1, "correct sample.oxd --op mean -o out.oxd --group Scan --channel 0", "no group"},
         {1, "correct sample.oxd --op mean -o out.oxd --group ForwardScan --channel Height", "no channel"},

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -210,13 +211,10 @@ TEST_F(ExportTest, FindsChannelsBesideEmptySlots)
 
 TEST_F(ExportTest, DrawsAnyShape)
 {
-    const struct
-    {
-        std::uint64_t points, lines;
-        double min, range;
-        std::size_t ticks; // below the picture
-    } shapes[] = {{1, 1, 0, HUGE_VAL, 0}, {2, 2, 5, 0, 1},     {2, 2, -0.75e308, 1.5e308, 1},
-                  {5000, 1, 0, 1, 11},    {1, 3000, 0, 1, 11}, {2048, 1500, 0, 1, 11}};
+    // Points and lines, minimum and range of the point axis, ticks below the picture.
+    const std::tuple<std::uint64_t, std::uint64_t, double, double, std::size_t> shapes[] = {
+        {1, 1, 0, HUGE_VAL, 0}, {2, 2, 5, 0, 1},     {2, 2, -0.75e308, 1.5e308, 1},
+        {5000, 1, 0, 1, 11},    {1, 3000, 0, 1, 11}, {2048, 1500, 0, 1, 11}};
     for (const auto& [points, lines, min, range, ticks] : shapes) {
         const auto handle = Create("shape.oxd");
         CreateChannel(handle, 8, points, lines);
