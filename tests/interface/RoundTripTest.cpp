@@ -7,19 +7,7 @@
 
 namespace {
 
-class RoundTripTest : public OxdTest
-{
-protected:
-    // Opens `path` and saves it as `name`; the bytes that this gives.
-    std::string SaveAgain(const std::string& path, const std::string& name)
-    {
-        const auto handle = Open(path);
-        ChangeOxdFilename(handle, Path(name).c_str());
-        Save(handle);
-        CloseOxdFile(handle);
-        return ReadBytes(Path(name));
-    }
-};
+using RoundTripTest = OxdTest;
 
 TEST_F(RoundTripTest, EveryWidthKeepsTheTopBitsInLittleEndianOrder)
 {
@@ -35,8 +23,7 @@ TEST_F(RoundTripTest, EveryWidthKeepsTheTopBitsInLittleEndianOrder)
         const auto group = CreateChannel(handle, bits, 300, 70);
         for (std::uint64_t y = 0; y < 70; ++y)
             SetChannelData_LineRaw(handle, group, 0, y, lines[y].data());
-        Save(handle);
-        EXPECT_NE(ReadBytes(Path("out.oxd")).find("\r\n#!" + firstBytes), std::string::npos) << bits;
+        EXPECT_NE(Saved(handle).find("\r\n#!" + firstBytes), std::string::npos) << bits;
         const auto opened = Open(Path("out.oxd"));
         for (std::uint64_t y = 0; y < 70; ++y) {
             auto expected = lines[y];
@@ -71,12 +58,10 @@ TEST_F(RoundTripTest, GroupsAreNumberedAnewAndSlotsStayEmpty)
 
 TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
 {
-    const std::string path = WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n"
-                                      "[C]\nVersion=3\nPoints=3\nLines=4\nSaveBits=32\nDim0Range=1\nDim0Min=0\n"
-                                      "LineDim1Points=2\nLineDim2Points=0\nLineDim3Min=0.5\nlinedim3range=7\n"
-                                      "LineDim03Points=1\nLineDim4Points=1\n",
-                                      std::string(36, '\x04'));
-    const auto handle = Open(path);
+    const auto handle = Open(WriteOxd(oneChannel + "Version=3\nPoints=3\nLines=4\nSaveBits=32\nDim0Range=1\nDim0Min=0\n"
+                                                   "LineDim1Points=2\nLineDim2Points=0\nLineDim3Min=0.5\n"
+                                                   "linedim3range=7\nLineDim03Points=1\nLineDim4Points=1\n",
+                                      std::string(36, '\x04')));
     EXPECT_EQ(LineRaw(handle, 0, 0, 1).size(), 2U);
     EXPECT_EQ(GetChannelData_PointsPerLine(handle, 0, 0, 2), 0U);
     EXPECT_EQ(GetChannelData_PointsPerLine(handle, 0, 0, 3), 3U);
@@ -86,7 +71,7 @@ TEST_F(RoundTripTest, LinesWithAxesOfTheirOwnAndLinesWithoutSamplesSurvive)
     for (const int lineOp : {1, 2, 3, 4, 5})
         EXPECT_TRUE(LineRaw(handle, 0, 0, 2, lineOp).empty());
 
-    const std::string saved = SaveAgain(path, "saved.oxd");
+    const std::string saved = Saved(handle);
     EXPECT_NE(saved.find("LineDim0Range=1\r\nLineDim0Min=0\r\nLineDim0Points=3\r\nLineDim1Range=1\r\n"),
               std::string::npos);
     EXPECT_NE(saved.find("LineDim2Points=0\r\nLineDim3Range=7\r\nLineDim3Min=0.5\r\nLineDim3Points=3\r\nSaveMode="),
@@ -129,11 +114,9 @@ TEST_F(RoundTripTest, AScanThatGoesOnKeepsItsEmptyLinesEmpty)
 
 TEST_F(RoundTripTest, SavingShortensAChannelToItsLongestLine)
 {
-    const std::string path =
-        WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n"
-                 "[C]\nVersion=3\nPoints=3\nLines=2\nSaveBits=16\nLineDim0Points=1\nLineDim1Points=2\n",
-                 {"\x01\x00\x02\x00\x03\x00\x04\x00\x05\x00\x06\x00", 12});
-    const auto saved = SaveAgain(path, "saved.oxd");
+    const auto saved = Saved(
+        Open(WriteOxd(oneChannel + "Version=3\nPoints=3\nLines=2\nSaveBits=16\nLineDim0Points=1\nLineDim1Points=2\n",
+                      {"\x01\x00\x02\x00\x03\x00\x04\x00\x05\x00\x06\x00", 12})));
     EXPECT_NE(saved.find("Version=3\r\nPoints=2\r\nLines=2\r\n"), std::string::npos);
     EXPECT_TRUE(saved.ends_with(std::string_view("#!\x01\x00\x02\x00\x04\x00\x05\x00", 10)));
 }

@@ -62,15 +62,10 @@ TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
                                                      {0, 1, HUGE_VAL, highest},
                                                      {4, -6, 4, lowest},
                                                      {4, -6, -2, highest},
-                                                     {4, -6, 100, lowest},
-                                                     {4, -6, -100, highest},
-                                                     {0, 0, 1, lowest},
                                                      {0, 1, NAN, lowest},
-                                                     {HUGE_VAL, 1, 0, lowest},
                                                      {0, NAN, 0, lowest},
                                                      {0, 0, -1, lowest},
                                                      {0, HUGE_VAL, HUGE_VAL, lowest},
-                                                     {0, -HUGE_VAL, -HUGE_VAL, lowest},
                                                      {-1e-9, 3e-9, 2e-9, highest},
                                                      {0.1, 0.7, 0.1 + 0.7, highest},
                                                      {0, 1073741823, 536870911.5, 0},
@@ -110,20 +105,17 @@ TEST_F(SampleTest, LongLinesOfRealValuesAreThoseOfTheirPixelsAndWrittenBackStayT
 
 TEST_F(SampleTest, ASampleTooFineForTheFileChangesNoOther)
 {
-    const std::string header = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=2\n"
-                               "Points=2\nLines=2\nSaveBits=";
     using Bytes = std::string;
     // What was loaded from 8 bits is saved with 16.
     for (const auto& [bits, shift, stored, saved] :
          {std::tuple("8\n", 22, Bytes{1, 2, 3, '\x80'}, Bytes{0, 1, 0, 2, 0, 0, 0, '\x80'}),
           {"16\n", 14, {1, 0, 2, 0, 3, 0, 0, '\x80'}, {1, 0, 2, 0, 0, 0, 0, '\x80'}}}) {
-        const auto file = Open(WriteOxd(header + bits, stored));
+        const auto file = Open(WriteOxd(oneChannel + "Version=2\nPoints=2\nLines=2\nSaveBits=" + bits, stored));
         EXPECT_EQ(LineRaw(file, 0, 0, 1, 3).front(), lowest - (3 << shift));
         SetChannelData_PixelRaw(file, 0, 0, 0, 1, 5);
         EXPECT_EQ(LineRaw(file, 0, 0, 0), (std::vector{1 << shift, 2 << shift}));
         EXPECT_EQ(LineRaw(file, 0, 0, 1), (std::vector{5, lowest}));
-        Save(file);
-        EXPECT_TRUE(ReadBytes(Path("in.oxd")).ends_with("#!" + saved)) << bits;
+        EXPECT_TRUE(Saved(file).ends_with("#!" + saved)) << bits;
     }
 }
 

@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::string_view badContent = "The hed file is corrupted.";
-
 constexpr std::string_view frames =
     "ChannelCount=2\nFrameCount=2\nCh0-Fr0=A\nCh0-Fr1=B\nCh1-Fr0=C\nCh1-Fr1=D\n"
     "[A]\nPoints=1\nLines=1\nFrame=First\nDim0Unit=nm\nDim0Range=2.5\nDim0Min=-1\nDim1Unit=m\nDim2Unit="
@@ -31,9 +29,8 @@ TEST_F(VersionTest, FramesBecomeGroupsNamedByTheirLastChannelAndAreSavedAsVersio
         for (std::uint64_t i = 0; i < 4; ++i)
             EXPECT_EQ(GetChannelData_PixelRaw(handle, i % 2, i / 2, 0, 0, 0), (i + 1) << 22U)
                 << "samples come channel by channel, each through all frames";
-        Save(handle);
+        const std::string saved = Saved(handle);
         EXPECT_EQ(GetOxdVersion(handle), 2);
-        const std::string saved = ReadBytes(Path("in.oxd"));
         for (const char* line :
              {"Frame=First\r\nCurLine=0", "Frame=forwardSCAN\r\nCurLine=3", "Frame=backwardscan", "Frame=Last"})
             EXPECT_NE(saved.find(line), std::string::npos) << line << ": each channel keeps its frame's name";
@@ -79,9 +76,7 @@ TEST_F(VersionTest, MissingKeysHaveDefaults)
     EXPECT_EQ(Text(GetChannelData_LineAxisName, handle, 0, 1), "Noname");
     EXPECT_EQ(GetChannelData_LineAxisRange(handle, 0, 1), 0) << "a decimal comma is no number";
     EXPECT_EQ(GetChannelData_SignalAxisMin(handle, 0, 1), HUGE_VAL);
-    ChangeOxdFilename(handle, Path("out.oxd").c_str());
-    Save(handle);
-    const std::string saved = ReadBytes(Path("out.oxd"));
+    const std::string saved = Saved(handle);
     EXPECT_NE(saved.find("Frame=Unknown\r\n"), std::string::npos);
     EXPECT_NE(saved.find("SaveBits=16\r\n"), std::string::npos);
 }
@@ -92,8 +87,7 @@ TEST_F(VersionTest, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
         "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=G\nGr0-Count=2\nGr0-Ch0=A\n[A]\nFrame=F\nSaveBits=16\n"));
     SetChannelXYDimension(handle, 0, 1, 1, 1);
     for (const char* const frame : {"F", "N"}) {
-        Save(handle);
-        const std::string saved = ReadBytes(Path("in.oxd"));
+        const std::string saved = Saved(handle);
         EXPECT_NE(saved.find(std::string("Frame=") + frame + "\r\n"), std::string::npos) << saved;
         EXPECT_NE(saved.find("SaveBits=32\r\n"), std::string::npos) << "that of the channel which was added";
         SetGroupName(handle, 0, "N");
@@ -102,43 +96,24 @@ TEST_F(VersionTest, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
 
 TEST_F(VersionTest, WhatCannotBeReadIsRefused)
 {
-    const std::string list = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n";
-    const std::string processor =
-        "[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=1\nProcessor0=P\n[P]\nInstanceNo=0\nGUID=";
-    const std::string slope = processor + "{AB0B4062-81AF-464B-A7F7-75B11891ACF8}\n[ProcessorSet-Slope:0]\n";
     const std::string view = "[DataSet]\nVersion=2\n[SetView]\nViewCount=1\nView0=V\n[V]\n";
     const std::pair<std::string, std::string_view> cases[] = {
-        {"[Other]\nVersion=2\n", badContent},
-        {"[DataSet]\nChannelCount=1\nFrameCount=2\nCh0-Fr0=A\n[A]\n", badContent},
-        {"[DataSet]\nChannelCount=2147483647\nFrameCount=2147483647\n", badContent},
+        {"[Other]\nVersion=2\n", "The hed file is corrupted."},
         {"[DataSet]\nVersion=3\n", "The hed file has an unknown version."},
-        {"[DataSet]\nVersion=2\n[SetView]\nVersion=2\n", "The hed file has an unknown version."},
-        {"[DataSet]\nVersion=2\n[SetView]\nViewCount=65537\n", badContent},
-        {"[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=65537\n", badContent},
-        {list + "[A]\nVersion=4\n", "The hed file has an unknown version."},
-        {list + "[A]\nPoints=-1\n", badContent},
-        {list + "[A]\nLines=-1\n", badContent},
-        {list + "[A]\nVersion=3\nLines=1\nPoints=1\nLineDim0Points=-1\n", badContent},
-        {list + "[A]\nLines=99\nPoints=99\nSaveBits=64\n", "Invalid bit count: 64"},
         {"[DataSet]\nVersion=2\n[]\n", "Empty section name not allowed"},
         {view + "ViewTyp=7\n", "invalid map<K, T> key"},
-        {view + "ParCount=18446744073709551615\n", badContent},
         {view + "ZRange=5\n", "invalid vector<T> subscript"},
         {view + "ParCount=1\nPar0=one,a,b\n", "invalid stoi argument"},
         {view + "ParCount=1\nPar0=2147483648,a,b\n", "stoi argument out of range"},
-        {processor + "{ab0b4062-81af-464b-a7f7-75b11891acf8}\n", "invalid map<K, T> key"}, // not with its case
-        {slope + "InputCount=65537\n", badContent},
-        {slope + "OutputCount=18446744073709551615\n", badContent},
+        {"[DataSet]\nVersion=2\n[ProcessorSet]\nProcessorCount=1\nProcessor0=P\n[P]\nInstanceNo=0\n"
+         "GUID={ab0b4062-81af-464b-a7f7-75b11891acf8}\n",
+         "invalid map<K, T> key"}, // not with its case
         // More than the file has, or may ask for.
-        {list + "[A]\nPoints=2147483647\nLines=2147483647\nSaveBits=32\n", "basic_ios::clear: iostream error"},
-        {list + "[A]\nPoints=9\nLines=1\n", "basic_ios::clear: iostream error"},
-        {list + "[A]\nPoints=0\nLines=2147483647\n", badContent},
-        {list + "[A]\nPoints=2147483648\nLines=1\n", ""}, // no int: the default
-        {list + "[A]\nPoints=2147483647\nLines=0\n", ""},
-        {"[DataSet]\nVersion=2\nGroupCount=65537\n", badContent},
+        {oneChannel + "Points=2147483647\nLines=2147483647\nSaveBits=32\n", "basic_ios::clear: iostream error"},
+        {oneChannel + "Points=2147483648\nLines=1\n", ""}, // no int: the default
+        {oneChannel + "Points=2147483647\nLines=0\n", ""},
         {"[DataSet]\nVersion=2\nGroupCount=65536\n", ""},
         {"[DataSet]\nVersion=2\nGroupCount=-1\n", ""},
-        {"[DataSet]\nVersion=2\nGroupCount=2\nGr0-Count=1048576\nGr1-Count=1\n", badContent},
         {"[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1048576\n", ""},
     };
     for (const auto& [header, reason] : cases) {
@@ -148,15 +123,12 @@ TEST_F(VersionTest, WhatCannotBeReadIsRefused)
     OpenOxdFile(WriteOxd("[DataSet]\nVersion=1234567\n").c_str());
     const std::string text = VELGetLastError();
     EXPECT_NE(text.find("tag_fileversion*] = 1234567\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("tag_filename*] = " + Path("in.oxd") + "\n"), std::string::npos) << text;
 }
 
 TEST_F(VersionTest, NumbersThatAreNoneOrNotZeroButLookAlikeStayWithTheirLines)
 {
-    const auto handle =
-        Open(WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=A\n[A]\nVersion=3\nPoints=2\nLines=2\n"
-                      "Dim0Range=nan\nLineDim0Points=1\nLineDim1Min=-0\n",
-                      "1234"));
+    const auto handle = Open(WriteOxd(
+        oneChannel + "Version=3\nPoints=2\nLines=2\nDim0Range=nan\nLineDim0Points=1\nLineDim1Min=-0\n", "1234"));
     SetChannelData_PointAxisRange(handle, 0, 0, 5);
     EXPECT_EQ(GetChannelData_PointAxisRangePerLine(handle, 0, 0, 0), 5) << "it was as undefined as the channel's";
     EXPECT_TRUE(std::signbit(GetChannelData_PointAxisMinPerLine(handle, 0, 0, 1)));

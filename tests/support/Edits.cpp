@@ -1,5 +1,7 @@
 #include "support/Edits.h"
 
+#include "support/Axes.h"
+
 #include <VELOxdDll.h>
 
 #include <array>
@@ -61,18 +63,15 @@ const std::vector<Edit>& Edits()
             [](auto h) { DeleteChannelBuffer(h, 0, 1); },
             [](auto h) { SetChannelData_Points(h, 1, 0, 4000); },
             [](auto h) { SetChannelData_Lines(h, 1, 0, 3); },
-            [](auto h) { SetChannelData_PointAxisName(h, 0, 0, "X"); },
-            [](auto h) { SetChannelData_PointAxisUnit(h, 0, 0, "m"); },
-            [](auto h) { SetChannelData_PointAxisMin(h, 0, 0, -1e-6); },
-            [](auto h) { SetChannelData_PointAxisRange(h, 0, 0, 2e-6); },
+            [](auto h) {
+                for (const AxisProperty& p : axisProperties) {
+                    p.setText(h, 0, 0, p.text);
+                    p.setNumber(h, 0, 0, 2e-7);
+                }
+            },
             [](auto h) { SetChannelData_LineAxisName(h, 0, 0, "Y #! \xB5"); },
-            [](auto h) { SetChannelData_LineAxisUnit(h, 0, 0, "m"); },
-            [](auto h) { SetChannelData_LineAxisMin(h, 0, 0, 0.5); },
-            [](auto h) { SetChannelData_LineAxisRange(h, 0, 0, 1e-6); },
-            [](auto h) { SetChannelData_SignalAxisName(h, 0, 0, "Topography"); },
             [](auto h) { SetChannelData_SignalAxisUnit(h, 0, 0, "\xC2\xB5m, a unit of many letters"); },
             [](auto h) { SetChannelData_SignalAxisMin(h, 0, 0, -1e-7); },
-            [](auto h) { SetChannelData_SignalAxisRange(h, 0, 0, 2e-7); },
             [](auto h) { SetChannelData_LineRaw(h, 0, 0, 0, raw.data()); },
             [](auto h) { SetChannelData_LineReal(h, 0, 0, 1, real.data()); },
             [](auto h) { SetChannelData_PixelRaw(h, 1, 0, 3999, 2, 123'456'789); },

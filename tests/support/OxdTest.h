@@ -21,6 +21,10 @@
 constexpr std::int32_t lowest = -536870912;
 constexpr std::int32_t highest = 536870911;
 
+// The beginning of a header with one channel, whose keys follow.
+inline const std::string oneChannel =
+    "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\n[C]\n";
+
 // Returns the message in a diagnostic text, or the whole text if it is not one.
 inline std::string ReasonIn(const std::string& errorText)
 {
@@ -76,6 +80,13 @@ protected:
     static void Save(std::uint64_t handle)
     {
         EXPECT_EQ(ReasonOf([&] { SaveOxdFile(handle); }), "");
+    }
+    // Saves the data set as out.oxd and returns the bytes of that file.
+    std::string Saved(std::uint64_t handle) const
+    {
+        ChangeOxdFilename(handle, Path("out.oxd").c_str());
+        Save(handle);
+        return ReadBytes(Path("out.oxd"));
     }
     static std::uint64_t CreateChannel(std::uint64_t handle, int bits, std::uint64_t points, std::uint64_t lines)
     {

@@ -1,10 +1,11 @@
 #include "tool/ToolTest.h"
 
+#include <tuple>
+
 using CorrectTest = ToolTest;
 
 TEST_F(CorrectTest, RunsEachLineOfOneChannelThroughTheOperator)
 {
-    ResultsOf("make-sample sample.oxd");
     const std::string bytes = ReadBytes("sample.oxd");
     const auto before = Open("sample.oxd");
     for (const auto& [options, code] : {std::pair("--channel 1 --op mean", 1),
@@ -28,20 +29,14 @@ TEST_F(CorrectTest, RunsEachLineOfOneChannelThroughTheOperator)
 
 TEST_F(CorrectTest, LeavesLinesThatAreTooShortOrDamaged)
 {
-    WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\n"
-             "[C]\nVersion=3\nPoints=4\nLines=3\nSaveBits=32\nLineDim0Points=2\nLineDim1Points=9\n",
+    WriteOxd(oneChannel + "Version=3\nPoints=4\nLines=3\nSaveBits=32\nLineDim0Points=2\nLineDim1Points=9\n",
              std::string("\4\0\0\0\14\0\0\0\0\0\0\0\0\0\0\0", 16) + std::string(32, '\0'), "ragged.oxd");
     const std::string correct = "correct ragged.oxd --group Scan --channel 0 -o out.oxd --op ";
-    const struct
-    {
-        const char* name;
-        std::vector<std::int32_t> line; // the first one
-        const char* told;
-    } operators[] = {{"mean", {-1, 1}, "1 line left as before, the first is line 1: "},
-                     {"parabola", {1, 3}, "1 line left as before, the first is line 0: too few"}};
-    for (const auto& [name, line, told] : operators) {
+    for (const auto& [name, told, firstLine] :
+         {std::tuple("mean", "1 line left as before, the first is line 1: ", std::vector{-1, 1}),
+          {"parabola", "1 line left as before, the first is line 0: too few", {1, 3}}}) {
         ExpectMessage(correct + name, 4, told);
-        EXPECT_EQ(LineRaw(Open("out.oxd"), 0, 0, 0), line);
+        EXPECT_EQ(LineRaw(Open("out.oxd"), 0, 0, 0), firstLine);
     }
 
     const auto handle = Create("short.oxd");

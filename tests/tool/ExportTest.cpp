@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <tuple>
 
 namespace {
 
@@ -81,11 +82,11 @@ protected:
     void MakeRagged(const std::string& lastLine = "9") const
     {
         WriteOxd(
-            "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\n"
-            "[C]\nVersion=3\nPoints=4\nLines=3\nSaveBits=8\n"
-            "Dim0Name=X\nDim0Unit=m\nDim0Min=0\nDim0Range=4e-6\nDim1Name=Y\nDim1Unit=m\nDim1Min=0\nDim1Range=2e-6\n"
-            "Dim2Name=a \"b\", c \xEF\xBF\xBE\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\n"
-            "LineDim1Points=1\nLineDim2Points=" +
+            oneChannel +
+                "Version=3\nPoints=4\nLines=3\nSaveBits=8\n"
+                "Dim0Name=X\nDim0Unit=m\nDim0Min=0\nDim0Range=4e-6\nDim1Name=Y\nDim1Unit=m\nDim1Min=0\nDim1Range=2e-6\n"
+                "Dim2Name=a \"b\", c \xEF\xBF\xBE\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\n"
+                "LineDim1Points=1\nLineDim2Points=" +
                 lastLine + "\n",
             std::string_view("\x80\xC0\x40\x7F\0\0\0\0\0\0\0\0", 12), "ragged.oxd");
     }
@@ -93,7 +94,6 @@ protected:
 
 TEST_F(ExportTest, GivesNumbersAsTheInterfaceDoes)
 {
-    ResultsOf("make-sample sample.oxd");
     const auto handle = Open("sample.oxd");
     for (const auto& [option, code] : {std::pair("", 0), {"--op derive ", 3}, {"--op parabola ", 4}}) {
         std::vector<std::int32_t> raw(65536);
@@ -211,13 +211,10 @@ TEST_F(ExportTest, FindsChannelsBesideEmptySlots)
 
 TEST_F(ExportTest, DrawsAnyShape)
 {
-    const struct
-    {
-        std::uint64_t points, lines;
-        double min, range;
-        std::size_t ticks; // below the picture
-    } shapes[] = {{1, 1, 0, HUGE_VAL, 0}, {2, 2, 5, 0, 1},     {2, 2, -0.75e308, 1.5e308, 1},
-                  {5000, 1, 0, 1, 11},    {1, 3000, 0, 1, 11}, {2048, 1500, 0, 1, 11}};
+    // Points and lines, minimum and range of the point axis, ticks below the picture.
+    const std::tuple<std::uint64_t, std::uint64_t, double, double, std::size_t> shapes[] = {
+        {1, 1, 0, HUGE_VAL, 0}, {2, 2, 5, 0, 1},     {2, 2, -0.75e308, 1.5e308, 1},
+        {5000, 1, 0, 1, 11},    {1, 3000, 0, 1, 11}, {2048, 1500, 0, 1, 11}};
     for (const auto& [points, lines, min, range, ticks] : shapes) {
         const auto handle = Create("shape.oxd");
         CreateChannel(handle, 8, points, lines);
@@ -240,7 +237,6 @@ TEST_F(ExportTest, DrawsAnyShape)
 // build/demo/sample, and if they are right, take them over to docs/images.
 TEST_F(ExportTest, OfTheSampleIsAsDocumented)
 {
-    ResultsOf("make-sample sample.oxd");
     for (const std::string kind : {"raw", "levelled"}) {
         ResultsOf(ofSample + std::string(kind == "raw" ? "" : "--op parabola ") + "-o colour.png");
         const auto drawn = ReadPicture<std::uint8_t>("colour.png");

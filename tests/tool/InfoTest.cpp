@@ -24,7 +24,6 @@ constexpr std::string_view raggedSamples = "\x01\x02\x03\x04\x80\x7F\x01\x02";
 // oxd make-sample sample.oxd; oxd info sample.oxd > sample.txt; oxd info --json sample.oxd > sample.json
 TEST_F(InfoTest, OfTheSampleIsAsApproved)
 {
-    ResultsOf("make-sample sample.oxd");
     EXPECT_EQ(ResultsOf("info sample.oxd"), ReadBytes(OXD_APPROVED "/sample.txt"));
     EXPECT_EQ(ResultsOf("info --json sample.oxd"), ReadBytes(OXD_APPROVED "/sample.json"));
 }

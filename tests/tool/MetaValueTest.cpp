@@ -4,7 +4,6 @@ using MetaValueTest = ToolTest;
 
 TEST_F(MetaValueTest, IsFoundByItsPath)
 {
-    ResultsOf("make-sample sample.oxd");
     EXPECT_EQ(ResultsOf("get sample.oxd 'Instrument/Scanner/Calibration/XY angle'"), "90.2 \xC2\xB0\n");
     EXPECT_EQ(ResultsOf(R"(get sample.oxd 'Instrument\Scanner\Type' --separator '\')"), "Tube\n");
     EXPECT_EQ(ResultsOf("get sample.oxd 'Scan::Time/Line' --separator ::"), "0.5 s\n");
@@ -12,7 +11,6 @@ TEST_F(MetaValueTest, IsFoundByItsPath)
 
 TEST_F(MetaValueTest, ChangesInAnotherFileOnly)
 {
-    ResultsOf("make-sample sample.oxd");
     const std::string bytes = ReadBytes("sample.oxd");
     EXPECT_EQ(ResultsOf("set sample.oxd Scan/X-Pos -5e-6 -o out.oxd"), "");
     std::string changed = ReadBytes("out.oxd");
@@ -23,7 +21,6 @@ TEST_F(MetaValueTest, ChangesInAnotherFileOnly)
 
 TEST_F(MetaValueTest, CreatesWhatIsMissing)
 {
-    ResultsOf("make-sample sample.oxd");
     for (const std::string path :
          {"Scan/X-Pos", "Scan/Comment", "Scan/Head/Gain", "Lab/Room/Number", "Instrument/Scanner/Head/Gain"}) {
         ResultsOf("set sample.oxd " + path + " 'a = b' --create -o out.oxd");

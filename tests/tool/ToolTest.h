@@ -19,10 +19,15 @@ struct Outcome
     std::string diagnostics; // standard error
 };
 
+// The folder has a sample file.
 class ToolTest : public OxdTest
 {
 protected:
-    ToolTest() : m_outside(std::filesystem::current_path()) { std::filesystem::current_path(Path("")); }
+    ToolTest() : m_outside(std::filesystem::current_path())
+    {
+        std::filesystem::current_path(Path(""));
+        ResultsOf("make-sample sample.oxd");
+    }
     ~ToolTest() override { std::filesystem::current_path(m_outside); }
 
     // `arguments` as typed in a shell; they may redirect the standard output elsewhere.
