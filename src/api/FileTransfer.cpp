@@ -44,7 +44,7 @@ void SaveFile(FileHandleStruct& file, const boost::source_location& where)
     const std::string header = RenderHeader(document, util::limits::headerBytes);
     util::CFileWriter writer(file.fileName);
 
-    writer.ReplaceFile(where);
+    writer.OpenInPlace(where);
     file.config.SwapContent(document);
     writer.Write(header);
     serialiser.SaveData(writer);

@@ -61,6 +61,7 @@ TEST_F(PartialFileTest, AFileThatEndsEarlyKeepsItsHeaderAndExactlyTheWholeLines)
             EXPECT_EQ(Tree(kept), "G{a=1;}");
             EXPECT_EQ(Text(GetChannelData_PointAxisName, kept, GetGroupCount(kept) - 1, 0U), "C");
             Saved(kept);
+            EXPECT_EQ(GetChannelData_Points(kept, GetGroupCount(kept) - 1, 0), 1U) << bytes;
             const auto again = Open(Path("out.oxd"));
             EXPECT_EQ(Samples(again), expected) << bytes;
             CloseOxdFile(again);

@@ -1,7 +1,6 @@
 #include "velflexlib/dataset/DataSet.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 

@@ -2,8 +2,6 @@
 
 #include "velstdlib/util/ContainerHelper.h"
 
-#include <algorithm>
-#include <bit>
 #include <utility>
 
 namespace veltaris::velflexlib::dataset {

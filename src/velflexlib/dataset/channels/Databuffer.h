@@ -139,6 +139,8 @@ public:
 
     // The point axes of all lines.
     CLineAxes GetLineAxes() const;
+    // How many lines a file promised and did not hold.
+    std::uint64_t GetMissingLineCount() const;
     // How many samples a file holds of this channel once it was prepared for saving: those of all lines that hold any.
     std::uint64_t GetStoredSampleCount() const;
     // Calls access(const CSampleBlock&) with the samples, under the lock.

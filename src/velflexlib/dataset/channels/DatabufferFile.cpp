@@ -53,6 +53,12 @@ CLineAxes CDataBuffer::GetLineAxes() const
     return m_lineAxes;
 }
 
+std::uint64_t CDataBuffer::GetMissingLineCount() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_lineAxes.Lines() - m_lineAxes.MissingFrom();
+}
+
 std::uint64_t CDataBuffer::GetStoredSampleCount() const
 {
     const std::lock_guard lock(m_mutex);

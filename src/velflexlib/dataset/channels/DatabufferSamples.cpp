@@ -2,9 +2,6 @@
 #include "velflexlib/dataset/channels/Databuffer.h"
 #include "velflexlib/dataset/channels/LineValues.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace veltaris::velflexlib::dataset {
 
 bool CDataBuffer::SetLineRaw(std::uint64_t line, std::span<const std::int32_t> values)

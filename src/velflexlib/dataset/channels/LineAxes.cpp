@@ -31,11 +31,12 @@ CLineAxis CLineAxes::At(std::uint64_t line) const
 
 std::uint64_t CLineAxes::LongestLine() const
 {
-    std::uint64_t ownLines = 0;
+    if (m_own.size() < m_lines)
+        return m_common.count;
     std::uint64_t longest = 0;
-    for (auto own = m_own.begin(); own != m_own.end() && own->first < m_missingFrom; ++own, ++ownLines)
-        longest = std::max(longest, own->second.count);
-    return ownLines < m_missingFrom ? m_common.count : std::min(longest, m_common.count);
+    for (const auto& [line, axis] : m_own)
+        longest = std::max(longest, axis.count);
+    return std::min(longest, m_common.count);
 }
 
 CHeldLines CLineAxes::LinesWithSamples(std::uint64_t end) const

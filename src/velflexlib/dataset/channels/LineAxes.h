@@ -54,7 +54,8 @@ public:
         return false;
     }
 
-    // The largest number of valid points of all lines, but no more than Points().
+    // The largest number of valid points of all lines, as if none were missing, but no more than Points(): lines that
+    // a file did not hold keep their length, so that they can be written.
     std::uint64_t LongestLine() const;
 
     // The lines below `end` with valid points, as if none were missing.

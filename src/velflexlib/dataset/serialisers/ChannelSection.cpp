@@ -8,7 +8,6 @@
 
 #include <array>
 #include <string_view>
-#include <utility>
 
 namespace veltaris::velflexlib::dataset {
 

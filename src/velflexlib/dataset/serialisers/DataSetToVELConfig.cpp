@@ -56,13 +56,16 @@ void Charge(const CDataSetPlan& plan, CVELConfig& document, const CHeaderSection
     }
 }
 
+void RethrowIfAny(const std::exception_ptr& failure)
+{
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
 // Lines of a channel without samples, and lines that a file promised but did not hold: nothing but numbers.
 std::uint64_t LinesThatCostNothing(const CDataBuffer& buffer)
 {
-    if (buffer.GetStoredSampleCount() == 0)
-        return buffer.GetLines();
-    const CLineAxes axes = buffer.GetLineAxes();
-    return axes.Lines() - axes.MissingFrom();
+    return buffer.GetStoredSampleCount() == 0 ? buffer.GetLines() : buffer.GetMissingLineCount();
 }
 
 // The last channel of a frame names its group, and the last one of a well-known name gives it its logical id.
@@ -84,7 +87,7 @@ void NameFrameGroup(CDataGroup& group)
 void CDataSetToVELConfig::LoadHeader(CVELConfig& document, const std::string& sectionName,
                                      const std::atomic<bool>& abort)
 try {
-    m_channels.clear();
+    ReleaseNotifications();
     m_version = 0;
     Clear(m_dataSet);
     const CHeaderSection section = document.SelectCreateSection(sectionName);
@@ -108,7 +111,7 @@ try {
         LoadProcessors(document);
     }
     if (abort)
-        ReleaseNotifications();
+        RethrowIfAny(ReleaseNotifications());
 } catch (...) {
     ReleaseNotifications();
     throw;
@@ -173,7 +176,7 @@ try {
         velstdlib::util::ThrowFileVersion({}, m_version);
     for (std::size_t c = 0; c < m_channels.size() && !abort; ++c)
         CDataBufferToVELConfig(*m_channels[c]).LoadData(stream, m_bytesLeft, abort);
-    ReleaseNotifications();
+    RethrowIfAny(ReleaseNotifications());
     m_dataSet.SetModified(false);
     m_dataSet.GetInfoSet().SetModified(false);
 } catch (...) {
@@ -181,10 +184,17 @@ try {
     throw;
 }
 
-void CDataSetToVELConfig::ReleaseNotifications()
+std::exception_ptr CDataSetToVELConfig::ReleaseNotifications() noexcept
 {
-    for (const auto& buffer : std::exchange(m_channels, {}))
-        buffer->ReleaseNotifications();
+    std::exception_ptr first;
+    for (const auto& buffer : std::exchange(m_channels, {})) {
+        try {
+            buffer->ReleaseNotifications();
+        } catch (...) {
+            first = first ? first : std::current_exception();
+        }
+    }
+    return first;
 }
 
 void CDataSetToVELConfig::CheckSavable(const std::string& fileName) const

@@ -10,6 +10,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <iosfwd>
 #include <memory>
 #include <string>
@@ -27,10 +28,13 @@ public:
         : m_dataSet(dataSet), m_bitCount(bitCount)
     {
     }
+    CDataSetToVELConfig(const CDataSetToVELConfig&) = delete;
+    CDataSetToVELConfig& operator=(const CDataSetToVELConfig&) = delete;
+    ~CDataSetToVELConfig() { ReleaseNotifications(); }
 
     // Rebuilds the data set from the document, whose section `section` lists groups and channels; `abort` is asked
     // before each group and channel. No memory is taken for samples. Channels hold their notifications back until
-    // LoadData is done, or until this fails or is aborted.
+    // LoadData is done, this fails or is aborted, or the serialiser is destroyed.
     // Throws CVELFileVersionException, CVELFileBadContentException, and what views and processors throw. What was built
     // by then stays.
     void LoadHeader(velstdlib::util::CVELConfig& document, const std::string& section, const std::atomic<bool>& abort);
@@ -59,7 +63,8 @@ private:
     void LoadInformation(velstdlib::util::CVELConfig& document, const std::string& section,
                          const std::atomic<bool>& abort);
     void LoadProcessors(velstdlib::util::CVELConfig& document);
-    void ReleaseNotifications();
+    // Releases those of all channels that are being loaded. Returns the first failure of a slot, or null.
+    std::exception_ptr ReleaseNotifications() noexcept;
 
     CDataSet& m_dataSet;
     std::int64_t m_bitCount;

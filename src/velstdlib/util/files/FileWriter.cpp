@@ -36,7 +36,7 @@ CFileWriter::~CFileWriter()
         close(m_descriptor);
 }
 
-void CFileWriter::ReplaceFile(const boost::source_location& where)
+void CFileWriter::OpenInPlace(const boost::source_location& where)
 {
     m_descriptor = OpenReplacement(m_path);
     if (m_descriptor < 0)

@@ -14,7 +14,7 @@ namespace veltaris::velstdlib::util {
 
 // A buffered file that is written from its first byte to its last. All memory is taken by the constructor: a lack of it
 // must be noticed before the old file is touched, whereas the streams of the C library take theirs when they open one.
-// Call in this order: ReplaceFile, Write as often as needed, Close. Not thread-safe.
+// Call in this order: OpenInPlace, Write as often as needed, Close. Not thread-safe.
 class CFileWriter
 {
 public:
@@ -26,7 +26,7 @@ public:
 
     // Removes the old file and opens the new one, as OpenReplacement does. Throws CVELFileOpenException, raised at
     // `where`.
-    void ReplaceFile(const boost::source_location& where);
+    void OpenInPlace(const boost::source_location& where);
 
     // Short texts are collected in a buffer. Throws std::ios_base::failure when the system does not take all bytes; the
     // file is then incomplete.

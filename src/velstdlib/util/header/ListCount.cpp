@@ -29,16 +29,19 @@ std::uint64_t LimitByKeys(const CVELKeyToValueList& keys)
 }
 
 template <class Number>
-std::uint64_t ReadListCount(const CHeaderSection& section, std::string_view key, std::uint64_t limit)
+std::uint64_t ReadListCount(const CHeaderSection& section, std::string_view key, std::uint64_t limit,
+                            const boost::source_location& where)
 {
     const std::uint64_t count = ReadCount(section.keys, key, Number());
     if (count > limit)
-        section.ThrowBadContent(key);
+        section.ThrowBadContent(key, where);
     return count;
 }
 
-template std::uint64_t ReadListCount<int>(const CHeaderSection&, std::string_view, std::uint64_t);
-template std::uint64_t ReadListCount<std::uint64_t>(const CHeaderSection&, std::string_view, std::uint64_t);
+template std::uint64_t ReadListCount<int>(const CHeaderSection&, std::string_view, std::uint64_t,
+                                          const boost::source_location&);
+template std::uint64_t ReadListCount<std::uint64_t>(const CHeaderSection&, std::string_view, std::uint64_t,
+                                                    const boost::source_location&);
 
 std::map<std::uint64_t, std::string_view> ReadNumberedValues(const CVELKeyToValueList& keys, std::string_view prefix,
                                                              std::uint64_t count)

@@ -3,6 +3,8 @@
 
 #include "velstdlib/util/header/HeaderSection.h"
 
+#include <boost/assert/source_location.hpp>
+
 #include <cstdint>
 #include <limits>
 #include <map>
@@ -18,9 +20,10 @@ std::uint64_t LimitByKeys(const CVELKeyToValueList& keys);
 
 // The count under the key; 0 when it is missing, negative or unreadable. `Number` is int or std::uint64_t: a value
 // beyond an int is unreadable as one, but may exceed the limit as the other. Throws CVELFileBadContentException above
-// the limit.
+// the limit, raised at `where`.
 template <class Number>
-std::uint64_t ReadListCount(const CHeaderSection& section, std::string_view key, std::uint64_t limit);
+std::uint64_t ReadListCount(const CHeaderSection& section, std::string_view key, std::uint64_t limit,
+                            const boost::source_location& where = BOOST_CURRENT_LOCATION);
 
 // The values of the keys that consist of the prefix and a number below `count`, in the order of the numbers. The work
 // is bounded by the keys that exist, because the count may be anything.
