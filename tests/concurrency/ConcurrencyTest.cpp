@@ -1,4 +1,5 @@
 #include "velflexlib/dataset/DataSet.h"
+#include "velflexlib/dataset/operators/LineOperatorTable.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 // What a channel announces, and what it knows of its samples.
 #include "velflexlib/dataset/channels/Databuffer.h"
+#include "velflexlib/dataset/operators/LineOperatorTable.h"
 
 #include <gtest/gtest.h>
 

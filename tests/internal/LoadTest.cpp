@@ -1,5 +1,6 @@
 // Loading that is told to stop, fails or finds less than was promised: what was loaded by then, and who is notified.
 #include "velflexlib/dataset/DataSet.h"
+#include "velflexlib/dataset/operators/LineOperatorTable.h"
 #include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
 #include "velstdlib/util/VELException.h"
 
