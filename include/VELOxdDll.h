@@ -62,10 +62,11 @@
  *       3 derived data    the difference from each sample to the next one; the last difference is repeated
  *       4 parabola fit    a least-squares parabola is subtracted
  *       5 polynomial fit  a least-squares polynomial of degree 4 is subtracted
- *     The fits take the position of a sample as x. They need at least four samples (degree 4: five) and give an empty
- *     line for fewer. Samples of -536870912 and 536870911 mark saturation: fits leave them unchanged, and clamp
- *     their results to the raw range. Operators work on raw samples; a real value that is read through one is the real
- *     value of the corrected raw sample, so a line minus its mean centres on the middle of the signal axis.
+ *     The fits take the position of a sample as x. Mean fit needs at least one sample, derived data two, line and
+ *     parabola fit four, and polynomial fit five; a line of fewer comes back empty. Samples of -536870912 and
+ *     536870911 mark saturation: fits leave them unchanged, and clamp their results to the raw range. Operators work
+ *     on raw samples; a real value that is read through one is the real value of the corrected raw sample, so a line
+ *     minus its mean centres on the middle of the signal axis.
  *     Any other `lineOp` fails with "invalid map<K, T> key".
  *
  * 10. Threads. The library creates no threads and the interface has no lock. Make one call at a time, from any thread,
@@ -87,8 +88,10 @@
  * 13. Saving. SaveOxdFile DROPS views and processors, which are settings of the acquiring application, and all sections
  *     that the library does not know. The file is replaced in place, without a backup. On POSIX systems the new file
  *     takes over the permission bits of the old one, and its owner and group where the system allows that; other hard
- *     links keep the old content, and access control lists are lost. To keep the old file, call ChangeOxdFilename
- *     first.
+ *     links keep the old content, and access control lists are lost. Users who could not open the old file cannot open
+ *     the new one, with two exceptions: the new file inherits a default access control list of its folder, and it
+ *     belongs to the saver when the saver does not own the old file and may not change owners. A save to a FIFO blocks
+ *     until somebody reads from it. To keep the old file, call ChangeOxdFilename first.
  *
  * 14. What a file does not keep. Empty texts: an empty group name comes back as "Group" and the group's id, an
  *     empty axis name as "Noname", an item without a name as " ", and an item without a value not at all. Blanks at the
@@ -119,8 +122,8 @@ extern "C" {
 
 /* Opens the file `filename` and reads all of it into memory. Result: its handle, or 0. A file without an end mark
  * opens empty and without an error; a failed open keeps what was loaded (convention 12). Errors: a failure to open,
- * which names "open", the system's error number and the file; a version above 2; bad content; a failed read, also when
- * the samples are cut short; "Null pointer" for a null name, which uses no handle number. */
+ * which names "open", the system's error number and the file; any version but 1 and 2; bad content; a failed read, also
+ * when the samples are cut short; "Null pointer" for a null name, which uses no handle number. */
 VELOXD_API uint64_t OpenOxdFile(const char* filename);
 
 /* Creates an empty data set that SaveOxdFile will write to `filename`. Nothing on disk is read or written yet.
@@ -142,9 +145,10 @@ VELOXD_API void CloseOxdFile(uint64_t handle);
 /* Makes `filename` the name that the next SaveOxdFile writes to. Nothing on disk changes. Error: "Null pointer". */
 VELOXD_API void ChangeOxdFilename(uint64_t handle, const char* filename);
 
-/* Result: the version of the file as last opened or saved, 1 or 2. A data set that was created and never saved has
- * none, nor has a file that opened empty because it had no header (convention 12): the result is 0 and the failure
- * "m_pActiveSection == nullptr". */
+/* Result: the version of the file as last opened or saved, 1 or 2, and 1 if its header gives none. When the open failed
+ * because of the version, the result is the file's own number, for example 7, 0 or -3, without an error. A data set
+ * that was created and never saved has no version, nor has a file without a header (convention 12) or one that could
+ * not be opened: the result is 0 and the failure "m_pActiveSection == nullptr". */
 VELOXD_API int32_t GetOxdVersion(uint64_t handle);
 
 /* ---- Errors ----------------------------------------------------------------------------------------------- */
@@ -166,8 +170,8 @@ VELOXD_API uint64_t GetGroupCount(uint64_t handle);
 VELOXD_API void GetAllGroupIds(uint64_t handle, uint64_t* ids);
 
 /* Makes a group without channels, named "Group" and its id, for example "Group0". `bitCount` (8, 16 or 32) is the
- * number of bits in which samples of its channels are saved; any other number makes SaveOxdFile fail. Result: the
- * group id. */
+ * number of bits in which samples of its channels are saved; any other number makes SaveOxdFile fail once the group has
+ * a channel. Result: the group id. */
 VELOXD_API uint64_t CreateGroup(uint64_t handle, int32_t bitCount);
 
 /* Result: the id of the first group whose name is exactly `name`. Action "get group index"; for an unknown name
@@ -210,8 +214,9 @@ VELOXD_API bool HasChannelBuffer(uint64_t handle, uint64_t group, uint64_t chann
 VELOXD_API void DeleteChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel);
 
 /* Gives the slot a channel of `lines` lines of `points` points each, all samples 0. A channel that has this size
- * already keeps its samples; one of another size loses them. A channel may have 2^32 samples, and without points
- * 1 048 576 lines; beyond that the function fails with "std::bad_alloc". Action "set channel xy dimension". */
+ * already keeps its samples; one of another size loses them. `points` and `lines` may each be up to 2^31 - 1 and their
+ * product up to 2^32; without points, there may be 1 048 576 lines. Beyond that the function fails with
+ * "std::bad_alloc". Action "set channel xy dimension". */
 VELOXD_API void SetChannelXYDimension(uint64_t handle, uint64_t group, uint64_t channel, uint64_t points, uint64_t lines);
 
 /* Sets the points per line, at most 65536, and keeps the number of lines. A change DISCARDS all samples.
