@@ -1,7 +1,8 @@
-// The texts with which the library tells a person about a file. They are in one table and are looked up by number, so
-// that they can be changed, or given in another language, in one place.
+// The texts of failures that concern a file, and of the warning that a text had to be changed for one. They are in one
+// table and are looked up by number, so that they can be reworded or translated in one place.
 //
-// Texts for programmers are not among them: what a caller did wrong is told where it is noticed.
+// Other texts are not in it. Those for programmers are worded where the mistake is detected, and the log's other
+// warnings where they are written.
 #pragma once
 
 #include <boost/exception/exception.hpp>

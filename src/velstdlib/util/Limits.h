@@ -10,7 +10,7 @@ namespace veltaris::velstdlib::util::limits {
 // Header text, in bytes.
 inline constexpr std::uint64_t headerBytes = std::uint64_t{1} << 30;
 
-// Groups of a data set, unless its section has even more keys.
+// Groups of a data set, and information groups that one section links, unless the section has even more keys.
 inline constexpr std::uint64_t listEntries = 65'536;
 
 // Views, and the line operators' parameters in the section of each.
@@ -24,7 +24,9 @@ inline constexpr std::uint64_t processorChannels = 65'536;
 // Channel slots: of one group, and of all groups of a file together.
 inline constexpr std::uint64_t channelSlots = 1'048'576;
 
-// Lines of a channel that has no points, and of all such channels of a file together: they cost the file nothing.
+// Lines that cost a file nothing. Where a channel is made or loaded, these are the lines of a channel without points,
+// and of all such channels of a file together. Where a data set is saved, they are the lines of all channels without
+// samples, and the lines that a file promised and did not hold.
 inline constexpr std::uint64_t pointlessLines = 1'048'576;
 
 // Points or lines of a channel; and those that a setter of only one of them takes.

@@ -24,7 +24,7 @@ using errinfo_fileversion = boost::error_info<struct tag_fileversion, std::int32
 // How the version appears in diagnostic texts: without the digit grouping that the program's locale may have.
 std::string to_string(const errinfo_fileversion& version);
 
-// What all of them are. The text is what() and does not change.
+// The base of these exceptions. what() returns the text, which does not change.
 class CVELException : public virtual boost::exception, public virtual std::exception
 {
 public:
@@ -69,15 +69,15 @@ class CVELFileBadContentException : public CVELFileException
 // and reports `where` as the place of the failure, which by default is the caller's. The texts are those of
 // velstdlib/string/Texts.h.
 
-// A file that cannot be opened, for the reason `error`, which is a value of errno.
+// Throws CVELFileOpenException when a file cannot be opened; `error` is a value of errno.
 [[noreturn]] void ThrowFileOpen(const std::string& filename, int error,
                                 const boost::source_location& where = BOOST_CURRENT_LOCATION);
-// The same for a file that is not even tried to be opened for writing, since nobody has the permission to write it.
+// Throws CVELFileOpenException for a file that nobody has the permission to write, without an attempt to open it.
 [[noreturn]] void ThrowProtectedOpen(const std::string& filename, const boost::source_location& where);
-// A data set that no file can hold.
+// Throws CVELFileSaveException when no file can hold the data set.
 [[noreturn]] void ThrowFileSave(const std::string& filename, string::TextId reason,
                                 const boost::source_location& where = BOOST_CURRENT_LOCATION);
-// A file, or a part of one, of a version that the library does not know.
+// Throws CVELFileVersionException when a file, or a part of one, has a version that the library does not know.
 [[noreturn]] void ThrowFileVersion(const std::string& filename, std::int32_t version,
                                    const boost::source_location& where = BOOST_CURRENT_LOCATION);
 // The place in a header that a failure is about.
@@ -86,13 +86,13 @@ struct CHeaderPlace
     std::string section;
     std::string key;
 };
-// A file whose header contradicts itself or asks for more than there may be at this place.
+// Throws CVELFileBadContentException when the header contradicts itself or exceeds a limit at this place.
 [[noreturn]] void ThrowBadContent(const std::string& filename, const CHeaderPlace& place,
                                   const boost::source_location& where = BOOST_CURRENT_LOCATION);
-// A file whose header is unusable as a whole.
+// Throws CVELFileBadContentException when the header is unusable as a whole.
 [[noreturn]] void ThrowBadContent(const std::string& filename,
                                   const boost::source_location& where = BOOST_CURRENT_LOCATION);
-// A header that is about to be written for a file that nobody has the permission to write.
+// Throws CVELFileWriteProtectedException when a header is to be written for a file that nobody may write.
 [[noreturn]] void ThrowWriteProtected(const std::string& filename,
                                       const boost::source_location& where = BOOST_CURRENT_LOCATION);
 

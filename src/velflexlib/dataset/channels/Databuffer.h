@@ -28,7 +28,7 @@ namespace veltaris::velflexlib::dataset {
 // Every line has the same number of points; how many of them are valid, its line axis says. Samples are kept as the
 // file that they came from has them, in 8, 16 or 32 bits.
 // Invariant: a line with valid points has storage. Lines that a file promised and did not hold are missing: they have
-// neither, and become ordinary lines of zeros when one of them is written.
+// neither. When one of them is written, all become ordinary lines of zeros, except those whose own axis says 0 points.
 // Every operation may be called from any thread: one lock guards all members. Signals are emitted without it, so that a
 // slot may call back.
 class CDataBuffer

@@ -21,8 +21,8 @@ struct CLineAxis
 };
 
 // A line has the common axis unless it has one of its own. Lines that a file promised and did not hold are missing:
-// they are always the last ones, and have no valid points until one of them is written, which makes all of them
-// ordinary lines. Memory goes by the lines that have an axis of their own.
+// they are always the last ones, and have no valid points. When one of them is written, all become ordinary lines of
+// zeros, except those whose own axis says 0 points. Memory goes by the lines that have an axis of their own.
 // Not thread-safe: guarded by the lock of the CDataBuffer that owns it.
 class CLineAxes
 {

@@ -64,7 +64,7 @@ public:
     // All samples that are held, in the order of their lines.
     CStoredSamples All() const { return {m_memory.Bytes().data(), m_width, m_count}; }
     std::span<const std::byte> Bytes() const { return m_memory.Bytes().first(m_count * BytesPerSample(m_width)); }
-    // All of them must be written before anything else is done with the block.
+    // All of them must be written before anything else is done with the block, or dropped by KeepBytes.
     std::span<std::byte> BytesToOverwrite()
     {
         return m_memory.BytesToOverwrite().first(m_count * BytesPerSample(m_width));

@@ -31,7 +31,7 @@ public:
         return {m_bytes.get(), m_bytes.get_deleter().size};
     }
 
-    // The caller must write all of them before anything else is done with them.
+    // The caller must write all of them before anything else is done with them, except those that are never read again.
     std::span<std::byte> BytesToOverwrite()
     {
         m_owesZeros = false;

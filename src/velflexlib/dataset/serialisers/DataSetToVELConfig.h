@@ -19,7 +19,8 @@
 namespace veltaris::velflexlib::dataset {
 
 // Loading has two stages, the header and then the samples, and so has saving. One thread at a time may use a serialiser
-// and the information, views and processors of its data set; groups and channels may be used by others meanwhile.
+// and the information, views and processors of its data set; groups and channels may be used by others meanwhile, but
+// must not be resized from LoadHeader until LoadData is done.
 class CDataSetToVELConfig
 {
 public:

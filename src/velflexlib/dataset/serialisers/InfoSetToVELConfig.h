@@ -30,8 +30,8 @@ public:
     void LoadTree(const std::atomic<bool>& abort);
 
     // Writes the groups that are stored flat first. They are all written as trees, ahead of the others, when reading a
-    // flat list would not give back the same groups and items. Throws
-    // CVELFileWriteProtectedException when the document's file may not be written.
+    // flat list would not give back the same groups and items. Throws CVELFileWriteProtectedException when the
+    // document's file may not be written.
     void Save();
 
 private:

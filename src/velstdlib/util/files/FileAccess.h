@@ -1,4 +1,5 @@
-// What the system says of a file before it is opened. These functions keep no state and may be called by any thread.
+// Questions to the system about a file, and its removal to make way for a new one. These functions keep no state and
+// may be called by any thread.
 #pragma once
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-// What must hold of a file name before the file is opened: the cases in which opening would succeed, wait or fail
-// without a reason, although the library cannot use what the name leads to.
+// Checks on a path before it is opened: cases in which opening would succeed although it should not, or would fail
+// without a useful reason. CheckReadable also refuses what would block.
 #pragma once
 
 #include <boost/assert/source_location.hpp>
@@ -14,7 +14,8 @@ namespace veltaris::velstdlib::util {
 // Refuses a folder, and a device or pipe. A name that leads to nothing passes: opening it fails with the true reason.
 void CheckReadable(const std::string& path, const boost::source_location& where);
 
-// Refuses a folder, and a file that nobody has the permission to write. A name that leads to nothing passes.
+// Refuses a folder, and a file that nobody has the permission to write. A name that leads to nothing passes, and so
+// does a device or a FIFO, which may be written to. Opening a FIFO then blocks until somebody reads from it.
 void CheckWritable(const std::string& path, const boost::source_location& where);
 
 } // namespace veltaris::velstdlib::util

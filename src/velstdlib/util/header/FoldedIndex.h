@@ -14,7 +14,7 @@
 
 namespace veltaris::velstdlib::util {
 
-// A name to look for, with its hash, which is so computed only once. The text must live as long.
+// A name to look up and its hash, which is computed once. The text must outlive this object.
 struct CFoldedName
 {
     explicit CFoldedName(std::string_view name) : text(name), hash(static_cast<std::uint32_t>(string::HashFolded(name)))

@@ -18,7 +18,7 @@ bool BreaksLine(char c)
     return c == '\r' || c == '\n' || c == '\0';
 }
 
-// Whether that can be told without looking twice: of ordinary texts.
+// A quick check that settles most texts: ASCII without line breaks and other control characters, and without '#'.
 bool IsPlain(std::string_view text)
 {
     return std::ranges::all_of(text, [](char c) { return c >= ' ' && c != '#'; });

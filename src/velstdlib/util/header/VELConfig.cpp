@@ -27,8 +27,8 @@ std::uint64_t LengthOf(std::istream& stream)
     return static_cast<std::uint64_t>(length);
 }
 
-// Position behind the first mark, or 0. The last byte of each chunk leads the next one, where a mark may begin with it.
-// What cannot be read may be anything but a data file: it has no header.
+// The position behind the first mark, or 0. The last byte of each chunk is carried over, since a mark may straddle two
+// chunks. A file that cannot be read is treated as one without a header.
 std::uint64_t FindHeaderEnd(std::istream& stream, std::uint64_t fileBytes)
 try {
     std::array<char, 1 + 16'384> window{};

@@ -4,9 +4,9 @@
 // both fast, and each gives the same result as a search through all keys would:
 // - A short list is searched from its start, and
 // - a long one has a hash index; CFoldedIndex holds both ways.
-// - Writing: sections of a header are mostly alike. As long as a list has got exactly the keys that the section before
-//   it has, in the same order and spelling, its next key is expected to be the one that is next there. A key that is so
-//   expected is not looked for: all keys before it differ from it, as they do in the section before.
+// - Writing: sections of a header are mostly alike. As long as a list repeats the keys of the previous section in the
+//   same order and spelling, its next key is predicted from there and needs no look-up: it differs from all keys before
+//   it, as it does in the previous section.
 // - Reading: keys are mostly asked for in the order in which they stand. The key behind the last one that was found is
 //   compared first.
 #pragma once
@@ -111,7 +111,8 @@ private:
     void Compact();
 
     CTextStore& m_texts;
-    std::vector<Entry> m_entries; // in write order, fewer tombstones than keys among them, and one more at most
+    // In write order. Setting a key removes the tombstones when they outnumber the keys; removing a key never does.
+    std::vector<Entry> m_entries;
     std::size_t m_tombstones = 0;
     std::size_t m_textBytes = 0;
     // Null as soon as this list is unlike the one before it. Until then the entries of both have equal keys at equal
