@@ -132,7 +132,8 @@ VELOXD_API uint64_t CreateOxdFile(const char* filename);
 
 /* Writes the data set to its file, in place of an existing one. Views, processors and unknown sections are dropped; see
  * convention 13 for this and for what the new file takes over from the old one.
- * Before that, lines are cut to the longest one in use, and they stay cut when the save fails afterwards.
+ * Before that, lines are cut to the longest one in use, and they stay cut when the save fails afterwards. Lines that the
+ * file promised and did not hold count as in use, with the length that it gave them.
  * Errors that leave the old file untouched: nobody has the permission to write it; the bit count of a channel is not 8,
  * 16 or 32 ("Invalid bit count: "); no file can hold that much; too little memory. When writing fails half-way, for
  * example because the disk is full, a partial file stays, the data set in memory is complete, and the save may be tried
