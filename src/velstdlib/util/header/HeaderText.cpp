@@ -21,7 +21,7 @@ bool BreaksLine(char c)
 // A quick check that settles most texts: ASCII without line breaks and other control characters, and without '#'.
 bool IsPlain(std::string_view text)
 {
-    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c != '#'; });
+    return std::ranges::all_of(text, [](char c) { return c >= ' ' && c <= '~' && c != '#'; });
 }
 
 } // namespace
