@@ -80,7 +80,7 @@ TEST_F(CommandLineTest, TellsForeignAndDamagedFilesFromItsOwn)
     WriteOxd("[DataSet]\nVersion=3\n", {}, "future.oxd");
     ExpectFailure("info future.oxd", 4, "unknown version");
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=999999999\n", {}, "damaged.oxd");
-    ExpectFailure("info damaged.oxd", 4, "to get a correct hed file.\n");
+    ExpectFailure("info damaged.oxd", 4, "to get a correct hed file. (section DataSet, key GroupCount)\n");
 
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n[C]\nPoints=9\nLines=1\n", "cut", "cut.oxd");
     ExpectFailure("info cut.oxd", 4, "oxd: cut.oxd: damaged, it ends before its samples do");

@@ -34,6 +34,17 @@ std::optional<std::string_view> SystemError(std::string_view text)
     return first < last ? std::optional(item->substr(first + 1, last - first - 1)) : std::nullopt;
 }
 
+// " (section S, key K)" where the text names the place of bad content.
+std::string Place(std::string_view text)
+{
+    const auto section = RestOfLine(text, "tag_section*] = ");
+    const auto key = RestOfLine(text, "tag_key*] = ");
+    if (!section || !key) {
+        return {};
+    }
+    return std::string(" (section ").append(*section).append(", key ").append(*key).append(")");
+}
+
 } // namespace
 
 bool IsOpenFailure(std::string_view text)
@@ -59,7 +70,7 @@ std::string Reason(std::string_view text)
     if (line == "std::bad_alloc") {
         return "not enough memory";
     }
-    return std::string(line.substr(0, line.find(" Filename: ")));
+    return std::string(line.substr(0, line.find(" Filename: "))).append(Place(text));
 }
 
 } // namespace oxd::diagnostic
