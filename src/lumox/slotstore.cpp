@@ -38,7 +38,7 @@ std::shared_ptr<const audience> audience::of_both(std::shared_ptr<const audience
 {
     const auto both = std::make_shared<audience>();
     both->m_behind = std::move(one);
-    both->m_also_behind = std::move(other);
+    both->m_alsoBehind = std::move(other);
     both->m_here.store(who::relays, std::memory_order_release);
     return both;
 }

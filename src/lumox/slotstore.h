@@ -43,12 +43,13 @@ class slot_base;
 class audience
 {
 public:
+    // NOLINTNEXTLINE(misc-no-recursion): goes as deep as relays to two signals follow each other
     bool is_present() const noexcept
     {
         const audience* at = this;
         who here = at->m_here.load(std::memory_order_acquire);
         while (here == who::relays) {
-            if (at->m_also_behind && at->m_also_behind->is_present())
+            if (at->m_alsoBehind && at->m_alsoBehind->is_present())
                 return true;
             at = at->m_behind.get();
             here = at->m_here.load(std::memory_order_acquire);
@@ -72,8 +73,8 @@ private:
     };
 
     std::atomic<who> m_here = who::nobody;
-    std::shared_ptr<const audience> m_behind;      // where the relay leads; set once, before m_here says so
-    std::shared_ptr<const audience> m_also_behind; // where it leads, too; only set together with the first one
+    std::shared_ptr<const audience> m_behind;     // where the relay leads; set once, before m_here says so
+    std::shared_ptr<const audience> m_alsoBehind; // where it leads, too; only set together with the first one
 };
 
 // A slot without the arguments that it is called with. It does not change, so that any number of signals and threads
