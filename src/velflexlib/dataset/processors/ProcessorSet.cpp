@@ -23,7 +23,7 @@ constexpr std::string_view entryPrefix = "Processor";
 struct CEntry
 {
     std::string guid; // empty: the section names no processor
-    std::uint64_t instanceNo;
+    std::uint64_t instanceNo = 0;
 };
 
 // Makes a processor of each entry. Each section is read once, because a file can name one as often as it likes.

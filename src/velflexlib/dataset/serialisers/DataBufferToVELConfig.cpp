@@ -38,27 +38,16 @@ void ReadChunk(std::istream& stream, std::span<std::byte> bytes, SampleWidth wid
     count();
 }
 
-// Cuts `filled` to the lines from `begin` on that come before the abort, which is asked for ahead of each of them.
-void DropAbortedLines(std::size_t begin, std::size_t lineBytes, const std::atomic<bool>& abort, std::size_t& filled)
-{
-    for (std::size_t line = begin; line < filled; line += lineBytes) {
-        if (abort)
-            filled = line;
-    }
-}
-
 // Fills the bytes with lines of `lineBytes`, and with zeros from where the stream ends or, ahead of a line, reading is
-// to end. Short lines are read many at a time.
+// to end. Short lines are read many at a time, and `abort` is asked as often.
 void ReadLines(std::istream& stream, std::span<std::byte> bytes, SampleWidth width, std::size_t lineBytes,
                const std::atomic<bool>& abort, std::size_t& filled)
 {
     const std::size_t batchBytes = lineBytes * std::max<std::size_t>(bytesPerTransfer / lineBytes, 1);
     while (!abort && stream && filled < bytes.size()) {
-        const std::size_t begin = filled;
         const std::size_t end = filled + std::min(bytes.size() - filled, batchBytes);
         while (stream && filled < end)
             ReadChunk(stream, bytes.subspan(filled, std::min(end - filled, bytesPerTransfer)), width, filled);
-        DropAbortedLines(begin, lineBytes, abort, filled);
     }
     std::ranges::fill(bytes.subspan(filled), std::byte{});
 }

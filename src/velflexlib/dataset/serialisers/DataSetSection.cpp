@@ -26,7 +26,7 @@ constexpr std::string_view versionKey = "Version";
 constexpr std::string_view channelCountKey = "ChannelCount";
 constexpr std::string_view frameCountKey = "FrameCount";
 constexpr std::string_view frameChannelPrefix = "Ch";
-constexpr std::string_view framePrefix = "-Fr"; // behind the number of the channel
+constexpr std::string_view frameInfix = "-Fr"; // behind the number of the channel
 
 // Version 2.
 constexpr std::string_view groupCountKey = "GroupCount";
@@ -34,7 +34,7 @@ constexpr std::string_view groupPrefix = "Gr";
 constexpr std::string_view groupName = "-Name"; // this and the next three behind the number of the group
 constexpr std::string_view groupId = "-ID";
 constexpr std::string_view groupSlotCount = "-Count";
-constexpr std::string_view channelPrefix = "-Ch";
+constexpr std::string_view channelInfix = "-Ch";
 constexpr int noLogicalId = -1;
 
 std::string GroupKey(std::uint64_t group, std::string_view property)
@@ -74,7 +74,7 @@ std::vector<CPlannedChannel> FrameChannels(const CVELKeyToValueList& keys, std::
                                            std::uint64_t frameCount)
 {
     std::vector<CPlannedChannel> channels;
-    ForEachDoublyIndexed(keys, frameChannelPrefix, framePrefix,
+    ForEachDoublyIndexed(keys, frameChannelPrefix, frameInfix,
                          [&](std::uint64_t channel, std::uint64_t frame, std::string_view section) {
                              if (channel < channelCount && frame < frameCount)
                                  channels.push_back({frame, channel, section});
@@ -122,7 +122,7 @@ CPlannedGroup PlanGroup(const CHeaderSection& section, std::uint64_t group)
 std::vector<CPlannedChannel> GroupChannels(const CVELKeyToValueList& keys, const std::deque<CPlannedGroup>& groups)
 {
     std::vector<CPlannedChannel> channels;
-    ForEachDoublyIndexed(keys, groupPrefix, channelPrefix,
+    ForEachDoublyIndexed(keys, groupPrefix, channelInfix,
                          [&](std::uint64_t group, std::uint64_t slot, std::string_view section) {
                              if (group < groups.size() && slot < groups[group].slotCount)
                                  channels.push_back({group, slot, section});
@@ -191,8 +191,8 @@ std::string SlotCountKey(int version, std::uint64_t group)
 
 std::string ChannelKey(int version, std::uint64_t group, std::uint64_t slot)
 {
-    return version == framesVersion ? DoublyIndexedKey(frameChannelPrefix, slot, framePrefix, group)
-                                    : DoublyIndexedKey(groupPrefix, group, channelPrefix, slot);
+    return version == framesVersion ? DoublyIndexedKey(frameChannelPrefix, slot, frameInfix, group)
+                                    : DoublyIndexedKey(groupPrefix, group, channelInfix, slot);
 }
 
 void WriteDataSetSection(CVELKeyToValueList& keys, std::string_view sectionName,

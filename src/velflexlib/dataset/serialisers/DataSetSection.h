@@ -25,14 +25,14 @@ struct CPlannedGroup
 {
     std::string name;
     std::optional<std::uint32_t> logicalId; // nothing: the data set's next one
-    std::uint64_t slotCount;
+    std::uint64_t slotCount = 0;
 };
 
 // A filled slot.
 struct CPlannedChannel
 {
-    std::uint64_t group;
-    std::uint64_t slot;
+    std::uint64_t group = 0;
+    std::uint64_t slot = 0;
     std::string_view section; // empty where version 1 lacks a channel, which is the last one of its plan
 };
 
@@ -40,7 +40,7 @@ struct CPlannedChannel
 // channel sections are views: they live as long as the keys that they were read from. A plain value without locks.
 struct CDataSetPlan
 {
-    int version;
+    int version = 0;
     std::deque<CPlannedGroup> groups;
     std::vector<CPlannedChannel> channels; // in the order of their samples in the file
 };
