@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -76,7 +77,7 @@ bool Run(const Shape& shape, int n)
 } // namespace
 
 int main(int argc, char** argv)
-{
+try {
     if (argc != 2)
         return 2;
     const int n = static_cast<int>(std::strtol(argv[1], nullptr, 10));
@@ -87,4 +88,7 @@ int main(int argc, char** argv)
             return 1;
     }
     return 0;
+} catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s\n", failure.what());
+    return 1;
 }

@@ -12,9 +12,9 @@ const std::string channels = "[A]\nVersion=3\nPoints=2\nLines=4\nSaveBits=16\nDi
                              "LineDim3Points=1\n"
                              "[B]\nVersion=2\nPoints=3\nLines=2\nDim0Name=B\n"
                              "[C]\nVersion=2\nPoints=1\nLines=2\nSaveBits=32\nDim0Name=C\n[I]\n-- G --=x\na=1\n";
-const std::string groups = "[DataSet]\nVersion=2\nSetInfos=I\nGroupCount=2\nGr0-Count=2\nGr0-Ch0=A\nGr0-Ch1=B\n"
-                           "Gr1-Count=1\nGr1-Ch0=C\n";
-const std::string frames = "[DataSet]\nSetInfos=I\nFrameCount=3\nChannelCount=1\nCh0-Fr0=A\nCh0-Fr1=B\nCh0-Fr2=C\n";
+const std::string groupList = "[DataSet]\nVersion=2\nSetInfos=I\nGroupCount=2\nGr0-Count=2\nGr0-Ch0=A\nGr0-Ch1=B\n"
+                              "Gr1-Count=1\nGr1-Ch0=C\n";
+const std::string frameList = "[DataSet]\nSetInfos=I\nFrameCount=3\nChannelCount=1\nCh0-Fr0=A\nCh0-Fr1=B\nCh0-Fr2=C\n";
 
 class PartialFileTest : public OxdTest
 {
@@ -45,7 +45,7 @@ TEST_F(PartialFileTest, AFileThatEndsEarlyKeepsItsHeaderAndExactlyTheWholeLines)
     const std::string data =
         "\1\2\3\4\5\6\7\x08\x09\x0A\x0B\x0C\x0D\x0E\x0F\x10\x11\x12\x13\x14\x15\x16\x17\x18\x19\x1A";
     constexpr std::size_t ends[] = {4, 4, 8, 12, 15, 18, 22, 26}; // of the lines, of which the second has no bytes
-    for (const std::string& header : {groups + channels, frames + channels}) {
+    for (const std::string& header : {groupList + channels, frameList + channels}) {
         const auto handle = Open(WriteOxd(header, data));
         const auto whole = Samples(handle);
         ASSERT_EQ(whole.size(), std::size(ends));

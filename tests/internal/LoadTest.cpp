@@ -42,7 +42,7 @@ private:
 
 const std::string twoChannels = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=2\nGr0-Ch0=A\nGr0-Ch1=B\n";
 
-std::vector<std::int32_t> Line(const CDataBuffer& buffer, std::uint64_t line)
+std::vector<std::int32_t> LineOf(const CDataBuffer& buffer, std::uint64_t line)
 {
     std::vector<std::int32_t> read(buffer.GetLineAxis(line).count);
     EXPECT_TRUE(buffer.ReadLineRaw(line, GetLineOperator(LineOpID::RawData), read.data()));
@@ -71,7 +71,7 @@ TEST(LoadTest, AnAbortedLoadEndsBetweenLinesAndReleasesNotifications)
         EXPECT_TRUE(abort && stream);
         EXPECT_EQ(log, "01");
         for (std::uint64_t line = 0; line < 4; ++line)
-            EXPECT_EQ(Line(*dataSet.GetGroup(0)->GetChannelBuffer(0), line),
+            EXPECT_EQ(LineOf(*dataSet.GetGroup(0)->GetChannelBuffer(0), line),
                       std::vector<std::int32_t>(points, line < linesLoaded ? 1 << 22 : 0));
     }
 }
@@ -101,12 +101,12 @@ TEST(LoadTest, AFailedReadKeepsTheLinesThatWereDoneAndReleasesNotifications)
         throw std::runtime_error("the disk is gone");
     };
     EXPECT_THROW(buffer.LoadSamples(100, fail), std::runtime_error);
-    EXPECT_EQ(Line(buffer, 0), (std::vector{0x0101 << 14, 0x0101 << 14}));
-    EXPECT_TRUE(Line(buffer, 1).empty() && Line(buffer, 2).empty());
+    EXPECT_EQ(LineOf(buffer, 0), (std::vector{0x0101 << 14, 0x0101 << 14}));
+    EXPECT_TRUE(LineOf(buffer, 1).empty() && LineOf(buffer, 2).empty());
     buffer.SetPixelRaw(1, 2, 8);
     EXPECT_EQ(changes, 1);
-    EXPECT_EQ(Line(buffer, 1), (std::vector{0, 0})) << "a write makes ordinary lines of the missing ones";
-    EXPECT_EQ(Line(buffer, 2), (std::vector{0, 8}));
+    EXPECT_EQ(LineOf(buffer, 1), (std::vector{0, 0})) << "a write makes ordinary lines of the missing ones";
+    EXPECT_EQ(LineOf(buffer, 2), (std::vector{0, 8}));
 }
 
 TEST(LoadTest, AHeaderMayPromiseMoreThanAnyChannelCanHold)
@@ -120,7 +120,7 @@ TEST(LoadTest, AHeaderMayPromiseMoreThanAnyChannelCanHold)
     EXPECT_FALSE(buffer.LoadSamples(65536 * 4 - 1, [](auto bytes, auto...) { std::ranges::fill(bytes, std::byte{}); }));
     EXPECT_EQ(buffer.GetStoredSampleCount(), 65536U);
     EXPECT_THROW(buffer.SetPixelRaw(0, 1, 1), std::bad_alloc);
-    EXPECT_TRUE(Line(buffer, 1).empty() && Line(buffer, (1ULL << 31) - 2).empty());
+    EXPECT_TRUE(LineOf(buffer, 1).empty() && LineOf(buffer, (1ULL << 31) - 2).empty());
     EXPECT_THROW(buffer.Restore(1, 1ULL << 31, {}, 0), std::bad_alloc);
     buffer.SetPixelRaw(0, 0, 1);
     EXPECT_EQ(log, "<>c") << "a size that is refused holds no notifications back";

@@ -23,7 +23,7 @@ constexpr int prefixedUnitsVersion = 1; // a unit may begin with the SI prefix o
 constexpr int plainVersion = 2;
 constexpr int lineAxesVersion = 3; // lines may have point axes of their own
 
-constexpr std::string_view versionKey = "Version";
+constexpr std::string_view channelVersionKey = "Version";
 constexpr std::string_view pointsKey = "Points";
 constexpr std::string_view frameKey = "Frame";
 constexpr std::string_view currentLineKey = "CurLine";
@@ -157,7 +157,7 @@ void SaveLineAxes(const CDataBuffer& buffer, CVELKeyToValueList& section)
 CChannelHeader ReadChannelSection(const CHeaderSection& section)
 {
     const CVELKeyToValueList& keys = section.keys;
-    const int version = keys.GetValueT<int>(versionKey, prefixedUnitsVersion);
+    const int version = keys.GetValueT<int>(channelVersionKey, prefixedUnitsVersion);
     if (version > lineAxesVersion)
         velstdlib::util::ThrowFileVersion(std::string(section.fileName), version);
     CChannelHeader header;
@@ -178,7 +178,7 @@ CChannelHeader ReadChannelSection(const CHeaderSection& section)
 void WriteChannelSection(CVELKeyToValueList& keys, const CDataBuffer& buffer)
 {
     const bool hasLineAxes = HasLineAxes(buffer);
-    keys.SetValue(versionKey, std::to_string(hasLineAxes ? lineAxesVersion : plainVersion));
+    keys.SetValue(channelVersionKey, std::to_string(hasLineAxes ? lineAxesVersion : plainVersion));
     keys.SetValue(pointsKey, buffer.GetPoints());
     keys.SetValue(channelLinesKey, buffer.GetLines());
     keys.SetValue(frameKey, CleanHeaderText(buffer.GetGroupName()));

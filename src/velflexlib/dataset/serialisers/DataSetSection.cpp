@@ -20,7 +20,7 @@ using velstdlib::util::SplitIndexedKey;
 
 namespace {
 
-constexpr std::string_view versionKey = "Version";
+constexpr std::string_view dataSetVersionKey = "Version";
 
 // Version 1.
 constexpr std::string_view channelCountKey = "ChannelCount";
@@ -173,7 +173,7 @@ std::optional<std::uint32_t> LogicalIdOfWellKnownName(std::string_view name)
 
 CDataSetPlan ReadDataSetSection(const CHeaderSection& section)
 {
-    const int version = section.keys.GetValueT<int>(versionKey, framesVersion);
+    const int version = section.keys.GetValueT<int>(dataSetVersionKey, framesVersion);
     switch (version) {
     case framesVersion:
         return PlanFrames(section);
@@ -198,7 +198,7 @@ std::string ChannelKey(int version, std::uint64_t group, std::uint64_t slot)
 void WriteDataSetSection(CVELKeyToValueList& keys, std::string_view sectionName,
                          const std::vector<std::shared_ptr<CDataGroup>>& groups)
 {
-    keys.SetValue(versionKey, groupsVersion);
+    keys.SetValue(dataSetVersionKey, groupsVersion);
     keys.SetValue(groupCountKey, groups.size());
     for (std::size_t group = 0; group < groups.size(); ++group)
         WriteGroup(keys, group, *groups[group]);
