@@ -62,8 +62,6 @@ std::vector<bench::Result> MeasureAll(const Options& options)
 void Run(const Options& options)
 {
     const auto results = MeasureAll(options);
-    if (results.empty())
-        throw std::invalid_argument("--works: no name matches " + options.works);
     if (!options.json.empty())
         bench::WriteJson(options.json, results, options.rounds);
     if (!options.chart.empty())
