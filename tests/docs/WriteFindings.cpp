@@ -24,8 +24,8 @@ The ids stay what they are.
 )";
 
 // By the first digit of an id.
-constexpr std::array<std::string_view, 7> chapters{"", "The text of the header", "Values", "Counts and links", "Samples",
-                                                   "Axes", "What a save changes"};
+constexpr std::array<std::string_view, 7> chapters{
+    "", "The text of the header", "Values", "Counts and links", "Samples", "Axes", "What a save changes"};
 
 std::string_view SeverityOf(const Rule& rule)
 {
@@ -45,8 +45,8 @@ int main()
         if (const auto of = static_cast<std::size_t>(rule.number) / 100; of != chapter)
             std::cout << "\n## " << chapters.at(chapter = of) << '\n';
         std::cout << "\n### " << rule.id << ": " << rule.title << "\n\n"
-                  << SeverityOf(rule) << ' ' 
-                  << rule.cause << "\n\n- Example: " << rule.example << "\n- Remedy: " << rule.remedy << '\n';
+                  << SeverityOf(rule) << ' ' << rule.cause << "\n\n- Example: " << rule.example
+                  << "\n- Remedy: " << rule.remedy << '\n';
     }
     return std::cout.flush() ? 0 : 1;
 }
