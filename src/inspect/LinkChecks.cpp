@@ -3,6 +3,8 @@
 #include "velflexlib/dataset/serialisers/DataSetSection.h"
 #include "velstdlib/string/FoldedText.h"
 
+#include <algorithm>
+
 namespace veltaris::inspect {
 
 using velstdlib::string::EqualFolded;
@@ -83,9 +85,12 @@ void CheckDropped(const CHeaderLines& lines, const CSectionUses& uses, std::uint
 
 bool LooksLikeChannel(const CHeaderLines& lines, std::uint32_t section)
 {
-    const auto has = [&](std::string_view key) { return lines.FindKey(section, key) != nullptr; };
-    return has("Points") || has("Lines") || has("SaveBits") ||
-           MatchKey(lines.SectionName(section), "DataSet-#:#").has_value();
+    const auto isOfChannel = [&](std::uint32_t position) {
+        const std::string_view key = lines.Key(lines.Lines()[position]);
+        return EqualFolded(key, "Points") || EqualFolded(key, "Lines") || EqualFolded(key, "SaveBits");
+    };
+    return MatchKey(lines.SectionName(section), "DataSet-#:#") ||
+           std::ranges::any_of(lines.LinesOf(section), isOfChannel);
 }
 
 void CheckLinks(const CHeaderLines& lines, const CSectionUses& uses, CFindingList& findings)

@@ -44,7 +44,7 @@ void ForEachDamage(const std::string& bytes, Use use)
     const std::size_t end = bytes.find("#!");
     for (std::size_t i = 0; i < end; ++i) {
         const std::string place = "byte " + std::to_string(i);
-        for (const char c : std::string_view("1290=-[]\n\0x\xFF", 12)) {
+        for (const char c : std::string_view("19=[]\n\0\xFF", 8)) {
             std::string changed = bytes;
             changed[i] = c;
             use(changed, place + " changed to " + std::to_string(c));
