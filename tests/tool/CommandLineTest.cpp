@@ -103,6 +103,7 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {2, "info", "FILE is required"},
         {2, "info --json sample.oxd sample.oxd", "--jsonl"},
         {2, "info ''", "FILE: must not be empty"},
+        {2, "get -p Scan/Lines sample.oxd ''", "FILE: must not be empty"},
         {2, "make-sample ''", "FILE: must not be empty"},
         {2, "make-sample x.oxd y.oxd", "y.oxd"},
         {2, "correct x.oxd --group G --channel 0 --op mean", "--output is required"},

@@ -7,6 +7,9 @@ TEST_F(MetaValueTest, IsFoundByItsPath)
     EXPECT_EQ(ResultsOf("get sample.oxd 'Instrument/Scanner/Calibration/XY angle'"), "90.2 \xC2\xB0\n");
     EXPECT_EQ(ResultsOf(R"(get sample.oxd 'Instrument\Scanner\Type' --separator '\')"), "Tube\n");
     EXPECT_EQ(ResultsOf("get sample.oxd 'Scan::Time/Line' --separator ::"), "0.5 s\n");
+
+    ResultsOf("set sample.oxd '[A,B]/[C]' 1 --create -o out.oxd");
+    EXPECT_EQ(ResultsOf("get out.oxd '[A,B]/[C]'"), "1\n");
 }
 
 TEST_F(MetaValueTest, IsPrintedForEachFileThatHasIt)

@@ -7,6 +7,7 @@
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace oxd {
@@ -23,9 +24,14 @@ void AddSeparator(CLI::App& command, std::string& separator)
         ->check(IsNotEmpty());
 }
 
+// The path is the second word, unless an option gives it; all other words are files. The parser would split a word in
+// brackets that is one of a list, so the words that may be a path are apart.
 struct GetOptions
 {
-    FileList files; // with the path behind the only file, unless an option names the path
+    FileList files;
+    std::string second;
+    CLI::Option* secondWord = nullptr;
+    std::vector<std::string> others;
     CLI::Option* pathOption = nullptr;
     std::string path;
     std::string separator = "/";
@@ -40,26 +46,31 @@ public:
     }
 };
 
-// Makes the path of the last word where no option gave it.
-void TakePath(GetOptions& options)
+void TellPathFromFiles(GetOptions& options)
 {
-    std::vector<std::string>& words = options.files.names;
+    const bool hasSecond = options.secondWord->count() > 0;
     if (options.pathOption->count() > 0) {
+        if (hasSecond) {
+            options.others.insert(options.others.begin(), options.second);
+        }
+        if (std::count(options.others.begin(), options.others.end(), "") > 0) {
+            throw CLI::ValidationError("FILE", "must not be empty");
+        }
+        options.files.names.insert(options.files.names.end(), options.others.begin(), options.others.end());
         return;
     }
-    if (words.size() < 2) {
+    if (!hasSecond) {
         throw CLI::RequiredError("PATH");
     }
-    if (words.size() > 2) {
+    if (!options.others.empty()) {
         throw CLI::RequiredError("For several files, --path");
     }
-    options.path = words.back();
-    words.pop_back();
+    options.path = options.second;
 }
 
 void Get(GetOptions& options, Results& results, ExitCode& outcome)
 {
-    TakePath(options);
+    TellPathFromFiles(options);
     const MetaPath path(options.path, options.separator);
     const bool several = options.files.names.size() > 1;
     const auto answer = [&](const std::string& file) {
@@ -82,8 +93,12 @@ void AddGet(CLI::App& app, Results& results, ExitCode& outcome)
     command.formatter(std::make_shared<GetFormatter>());
     command.footer(std::string(pathShape) + "\nFor several files, each value is behind the name of its file.\n" +
                    "With --jsonl: {file, path, value}, or {file, error} for a file that has no such value.");
-    AddInputFiles(command, options->files.names);
-    options->pathOption = command.add_option("-p,--path", options->path, "Where the value is, see below");
+    AddInputFile(command, options->files.names.emplace_back());
+    options->secondWord = command.add_option("PATH", options->second, "Where the value is, see below");
+    options->secondWord->type_name("");
+    command.add_option("FILES", options->others, "With --path: more files, and the second word is one, too")
+        ->type_name("");
+    options->pathOption = command.add_option("-p,--path", options->path, "The same for several files");
     options->pathOption->type_name("PATH");
     AddSeparator(command, options->separator);
     AddJsonLines(command, options->files.jsonLines);
