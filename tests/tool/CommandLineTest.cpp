@@ -7,7 +7,7 @@ using CommandLineTest = ToolTest;
 TEST_F(CommandLineTest, AnswersQuestionsAboutItself)
 {
     EXPECT_EQ(ResultsOf("--version"), "oxd " OXD_VERSION "\n");
-    for (const char* const command : {"info", "make-sample", "correct", "export", "get", "set"}) {
+    for (const char* const command : {"info", "make-sample", "correct", "export", "get", "set", "diff", "doctor"}) {
         EXPECT_NE(ResultsOf("--help").find(command), std::string::npos);
         EXPECT_NE(ResultsOf(std::string(command) + " --help").find(std::string("oxd ") + command), std::string::npos);
     }

@@ -1,6 +1,8 @@
 #include "oxd/commands/Commands.h"
 
 #include "oxd/commands/ChannelCommands.h"
+#include "oxd/commands/DiffCommand.h"
+#include "oxd/commands/DoctorCommand.h"
 #include "oxd/commands/MetaCommands.h"
 #include "oxd/example/Sample.h"
 #include "oxd/info/FileInfo.h"
@@ -74,6 +76,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
         }
     });
     AddInfo(app, results, outcome);
+    AddDiff(app, results, outcome);
+    AddDoctor(app, results, outcome);
     AddMakeSample(app);
     AddCorrect(app, outcome);
     AddExport(app, outcome);
