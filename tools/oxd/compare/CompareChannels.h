@@ -9,13 +9,13 @@
 namespace oxd {
 
 // The channel of each file. The place names it, for both.
-struct ChannelPair
+struct ChannelPair // NOLINT(cppcoreguidelines-pro-type-member-init): a pair cannot be made without its channels
 {
     Channel a;
     Channel b;
-    std::int64_t bitsOfA; // of a stored sample
-    std::int64_t bitsOfB;
-    Place place;
+    std::int64_t bitsOfA = 0; // of a stored sample
+    std::int64_t bitsOfB = 0;
+    Place place = {};
 };
 
 void CompareSizes(const ChannelPair& channels, Recorder& recorder);

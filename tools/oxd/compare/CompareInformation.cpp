@@ -3,6 +3,8 @@
 #include "oxd/compare/Pairs.h"
 #include "oxd/library/MetaNode.h"
 
+#include <algorithm>
+
 namespace oxd {
 
 namespace {
@@ -35,19 +37,20 @@ std::vector<Child> ChildrenOf(const MetaNode& group)
 std::vector<std::string> Keys(const std::vector<Child>& children)
 {
     std::vector<std::string> keys;
-    for (const Child& child : children) {
-        keys.push_back((child.isGroup ? "group " : "item ") + child.name);
-    }
+    std::transform(children.begin(), children.end(), std::back_inserter(keys),
+                   [](const Child& child) { return (child.isGroup ? "group " : "item ") + child.name; });
     return keys;
 }
 
-// A group has no value.
-Content ContentOf(const Child* child)
+const char* KindOf(const Child& child)
 {
-    if (child == nullptr) {
-        return {};
-    }
-    return child->isGroup ? std::string() : child->node.Value();
+    return child.isGroup ? "group" : "item";
+}
+
+// A group has no value.
+std::string ValueOf(const Child& child)
+{
+    return child.isGroup ? std::string() : child.node.Value();
 }
 
 // Walks through both trees at once. The groups that lead to the current ones are on a stack made here, because a file
@@ -81,23 +84,28 @@ private:
         const std::vector<Child> ofB = ChildrenOf(b);
         std::vector<GroupPair> common;
         for (const Pair& pair : PairByName(Keys(ofA), Keys(ofB))) {
-            const Child* const first = pair.a ? &ofA[*pair.a] : nullptr;
-            const Child* const second = pair.b ? &ofB[*pair.b] : nullptr;
-            if (first != nullptr && second != nullptr && first->isGroup) {
-                common.push_back({first->node, second->node, first->name});
-            } else {
-                CompareContent(first, second);
+            if (pair.a && pair.b) {
+                const Child& first = ofA[*pair.a];
+                const Child& second = ofB[*pair.b];
+                Compare("value", first, ValueOf(first), ValueOf(second));
+                if (first.isGroup) {
+                    common.push_back({first.node, second.node, first.name});
+                }
+            } else if (pair.a) {
+                const Child& only = ofA[*pair.a];
+                Compare(KindOf(only), only, ValueOf(only), {});
+            } else if (pair.b) {
+                const Child& only = ofB[*pair.b];
+                Compare(KindOf(only), only, {}, ValueOf(only));
             }
         }
         return {std::make_move_iterator(common.rbegin()), std::make_move_iterator(common.rend())};
     }
 
-    void CompareContent(const Child* a, const Child* b)
+    void Compare(const char* what, const Child& any, Content a, Content b)
     {
-        const Child& any = a != nullptr ? *a : *b;
-        const char* const what = a != nullptr && b != nullptr ? "value" : any.isGroup ? "group" : "item";
         m_place.path.push_back(any.name);
-        m_recorder.Compare(Aspect::Information, what, m_place, ContentOf(a), ContentOf(b));
+        m_recorder.Compare(Aspect::Information, what, m_place, std::move(a), std::move(b));
         m_place.path.pop_back();
     }
 

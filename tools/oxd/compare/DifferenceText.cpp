@@ -46,7 +46,7 @@ TextPair ContentTexts(const Content& a, const Content& b)
 std::string ContentsText(const Occurrence& occurrence, const std::string& unit)
 {
     const TextPair texts = ContentTexts(occurrence.a, occurrence.b);
-    const std::string contents = texts.a + " | " + texts.b + (unit.empty() ? "" : " " + Printable(unit));
+    std::string contents = texts.a + " | " + texts.b + (unit.empty() ? "" : " " + Printable(unit));
     if (!occurrence.raw || texts.a != texts.b) {
         return contents;
     }
