@@ -19,6 +19,13 @@ struct Axis
     double range;
 };
 
+// Where an axis begins and how far it reaches, without its name and unit.
+struct AxisSpan
+{
+    double min;
+    double range;
+};
+
 // The functions of the interface for one of the three axes. Which axis is meant is a value this way, and what is done
 // with an axis is written once.
 struct AxisAccess
@@ -55,6 +62,9 @@ public:
     // Makes a channel of that size in the slot. One that has the size already keeps its samples; else all are 0.
     void Resize(std::uint64_t points, std::uint64_t lines) { Call(SetChannelXYDimension, points, lines); }
 
+    // The name of the group that it is in.
+    std::string GroupName() const { return m_dataSet->Text(GetGroupName, m_group); }
+
     // The name of the signal axis, which says what a channel holds: it has no name of its own.
     std::string Name() const { return Text(signalAxis.getName); }
 
@@ -63,6 +73,9 @@ public:
 
     // How many points of a line are valid. A damaged file may claim more than a line holds; this throws then.
     std::uint64_t ValidPoints(std::uint64_t line) const;
+
+    // Of the point axis along a line, which may be the line's own.
+    AxisSpan PointSpan(std::uint64_t line) const;
 
     // Whether a line has a point axis of its own, other than that of the channel.
     bool HasOwnPointAxis(std::uint64_t line) const;

@@ -16,11 +16,36 @@ std::optional<std::string> FileName(const std::string& name);
 void IgnoreBrokenPipes();
 
 // Moves the standard output to a descriptor of its own and returns that, or -1 if it was closed. Whatever else writes
-// to the standard output, above all the library's log, goes to the standard error from then on.
+// to the standard output from then on, above all the library's log, writes to nowhere.
 int TakeStandardOutput();
+
+// Lets what would go nowhere go to the standard error instead.
+void ShowStrayOutput();
 
 // Opens a file for writing, new or emptied, or gives -1.
 int CreateFileFor(const std::string& name);
+
+// The file of a program or library that is loaded. Empty texts stand for what the system does not tell.
+struct LoadedFile
+{
+    std::string name;
+    std::string version; // three numbers with dots
+};
+
+// The file that holds the machine code of a function of this process.
+LoadedFile FileOf(const void* function);
+
+std::string ProgramFile(); // of this process
+
+// How the system treats texts. The remedy is empty unless names that are not ASCII come to harm.
+struct TextSettings
+{
+    std::string locale;
+    std::string encoding;
+    std::string remedy;
+};
+
+TextSettings GetTextSettings();
 
 bool IsRegularFile(int descriptor);
 bool IsTerminal(int descriptor);
