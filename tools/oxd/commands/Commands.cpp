@@ -1,10 +1,12 @@
 #include "oxd/commands/Commands.h"
 
 #include "oxd/commands/ChannelCommands.h"
+#include "oxd/commands/ExplainCommand.h"
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
 #include "oxd/commands/SampleCommand.h"
+#include "oxd/commands/ValidateCommand.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
@@ -34,6 +36,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     app.footer(exitCodes);
     app.require_subcommand(0, 1); // for the help: the command line is taken apart before this parses it
     AddInfo(app, results, outcome);
+    AddValidate(app, results, outcome);
+    AddExplain(app, results);
     AddMakeSample(app);
     AddCorrect(app, outcome);
     AddExport(app, outcome);
