@@ -1,6 +1,8 @@
 #include "oxd/commands/Commands.h"
 
 #include "oxd/commands/ChannelCommands.h"
+#include "oxd/commands/DiffCommand.h"
+#include "oxd/commands/DoctorCommand.h"
 #include "oxd/commands/ExplainCommand.h"
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
@@ -38,6 +40,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddInfo(app, results, outcome);
     AddValidate(app, results, outcome);
     AddExplain(app, results);
+    AddDiff(app, results, outcome);
+    AddDoctor(app, results, outcome);
     AddMakeSample(app);
     AddCorrect(app, outcome);
     AddExport(app, outcome);

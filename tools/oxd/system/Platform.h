@@ -25,6 +25,28 @@ void ShowStrayOutput();
 // Opens a file for writing, new or emptied, or gives -1.
 int CreateFileFor(const std::string& name);
 
+// The file of a program or library that is loaded. Empty texts stand for what the system does not tell.
+struct LoadedFile
+{
+    std::string name;
+    std::string version; // three numbers with dots
+};
+
+// The file that holds the machine code of a function of this process.
+LoadedFile FileOf(const void* function);
+
+std::string ProgramFile(); // of this process
+
+// How the system treats texts. The remedy is empty unless names that are not ASCII come to harm.
+struct TextSettings
+{
+    std::string locale;
+    std::string encoding;
+    std::string remedy;
+};
+
+TextSettings GetTextSettings();
+
 bool IsRegularFile(int descriptor);
 bool IsTerminal(int descriptor);
 
