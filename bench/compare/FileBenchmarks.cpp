@@ -133,8 +133,8 @@ auto Memory(Shape fullShape)
         const std::string path = MakeImage(settings, shape);
         const auto bytes = std::make_shared<std::uint64_t>();
         return std::vector<Contender>{
-            {ours, [=] { *bytes = MemoryTakenBy([&] { return OpenOxdFile(path.c_str()) != 0; }); }, [] { return 0.0; }, [] {},
-             [=] { return static_cast<double>(*bytes) / static_cast<double>(4 * shape.Samples()); }}};
+            {ours, [=] { *bytes = MemoryTakenBy([&] { return OpenOxdFile(path.c_str()) != 0; }); }, [] { return 0.0; },
+             [] {}, [=] { return static_cast<double>(*bytes) / static_cast<double>(4 * shape.Samples()); }}};
     };
 }
 

@@ -100,7 +100,11 @@ auto Tool(Shape fullShape, const std::vector<std::string>& arguments)
         std::vector<std::string> words{"oxd", arguments[0], MakeLargeFile(settings, Smaller(fullShape, settings))};
         words.insert(words.end(), arguments.begin() + 1, arguments.end());
         return std::vector<Contender>{{ours, [=] { RunTool(words); }, Nothing},
-                                      {"--version", [] { RunTool({"oxd", "--version"}); }, Nothing}};
+                                      {"--version",
+                                       [] {
+                                           RunTool({"oxd", "--version"});
+                                       },
+                                       Nothing}};
     };
 }
 

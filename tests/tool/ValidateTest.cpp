@@ -69,11 +69,9 @@ TEST_F(ValidateTest, EndsWithTheCodeOfTheWorstFile)
         const char* arguments;
         int exitCode;
     } const cases[] = {
-        {"sample.oxd", 0},         {"warned.oxd", 0},
-        {"--strict sample.oxd", 0}, {"--strict warned.oxd", 1},
-        {"size.oxd sample.oxd", 1}, {"foreign.oxd", 1},
-        {"short.oxd", 1},          {"missing.oxd size.oxd", 3},
-        {".", 3},
+        {"sample.oxd", 0},          {"warned.oxd", 0},           {"--strict sample.oxd", 0},
+        {"--strict warned.oxd", 1}, {"size.oxd sample.oxd", 1},  {"foreign.oxd", 1},
+        {"short.oxd", 1},           {"missing.oxd size.oxd", 3}, {".", 3},
     };
     for (const auto& [arguments, exitCode] : cases)
         EXPECT_EQ(Run("validate " + std::string(arguments)).exitCode, exitCode) << arguments;
@@ -93,8 +91,8 @@ TEST_F(ValidateTest, ReportsFitTheirSchema)
     WriteBytes("foreign.oxd", "no header");
     WriteBytes("latin.oxd", "[DataSet]\nGroupCount=1\nGr0-Name=\xB5\n[A]\n=\nx\n#!");
     std::string files;
-    for (std::size_t n = 0; const json& document :
-                            Lines(Run("validate --jsonl size.oxd foreign.oxd latin.oxd missing.oxd").results)) {
+    for (std::size_t n = 0;
+         const json& document : Lines(Run("validate --jsonl size.oxd foreign.oxd latin.oxd missing.oxd").results)) {
         const std::string file = std::to_string(n++) + ".json";
         WriteBytes(file, document.dump());
         files += " " + file;
@@ -129,7 +127,8 @@ TEST_F(ValidateTest, WritesOneLogForCodeReview)
     const json& invocation = run.at("invocations").at(0);
     EXPECT_EQ(invocation.at("executionSuccessful"), false);
     ASSERT_EQ(invocation.at("toolExecutionNotifications").size(), 1);
-    EXPECT_EQ(invocation["toolExecutionNotifications"][0].at("message").at("text"), "missing.oxd: No such file or directory");
+    EXPECT_EQ(invocation["toolExecutionNotifications"][0].at("message").at("text"),
+              "missing.oxd: No such file or directory");
 
     const std::string absolute = std::filesystem::absolute("sample.oxd").string();
     WriteBytes("sample.oxd", "");
@@ -189,7 +188,8 @@ TEST_F(ValidateTest, ReadsOnlyTheHeaderOfALargeFile)
 {
     const std::string size = "Points=8192\nLines=2048\nSaveBits=16\n";
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\nInfoSetCount=1\nInfoSet0=A\n"
-             "[DataSet\\A]\nB=c\n[C]\nVersion=2\n" + size,
+             "[DataSet\\A]\nB=c\n[C]\nVersion=2\n" +
+                 size,
              "", "large.oxd");
     std::filesystem::resize_file("large.oxd", std::filesystem::file_size("large.oxd") + 2 * 8192 * 2048);
     const auto brief = json::parse(ResultsOf("info --json large.oxd"));

@@ -1,9 +1,9 @@
 #include "oxd/commands/ChannelCommands.h"
 
-#include "oxd/commands/CheckInput.h"
 #include "oxd/commands/CommonOptions.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Messages.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "oxd/commands/DiffCommand.h"
 
-#include "oxd/commands/CheckInput.h"
 #include "oxd/commands/CommonOptions.h"
 #include "oxd/compare/Comparison.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 

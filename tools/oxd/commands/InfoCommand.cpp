@@ -1,9 +1,9 @@
 #include "oxd/commands/InfoCommand.h"
 
-#include "oxd/commands/CheckInput.h"
 #include "oxd/commands/CommonOptions.h"
 #include "oxd/commands/EachFile.h"
 #include "oxd/info/FileInfo.h"
+#include "oxd/inspection/CheckInput.h"
 
 #include <memory>
 #include <utility>
@@ -18,7 +18,8 @@ constexpr const char* jsonShape =
     "Values, bits and valid samples are shown if the samples of a file take up to 16 MiB, and with --values.\n"
     "They are null in JSON otherwise. A channel whose samples may not be its own has (?) behind its name; the exit\n"
     "code is 4 then, unless --trust is given.\n\n"
-    "JSON: {file, version, samplesRead, groups: [{id, logicalId, name, channels: [C or null]}], info: [I]}, null being an empty "
+    "JSON: {file, version, samplesRead, groups: [{id, logicalId, name, channels: [C or null]}], info: [I]}, null being "
+    "an empty "
     "slot.\n"
     "C: {name, points, lines, certain, validSamples, unreadableLines, significantBits, values: {min, max},\n"
     "    signalAxis: A, pointAxis: A, lineAxis: A}; significantBits and values are null without samples.\n"

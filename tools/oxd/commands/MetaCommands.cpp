@@ -1,10 +1,10 @@
 #include "oxd/commands/MetaCommands.h"
 
-#include "oxd/commands/CheckInput.h"
 #include "oxd/commands/CommonOptions.h"
 #include "oxd/commands/EachFile.h"
 #include "oxd/commands/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
 

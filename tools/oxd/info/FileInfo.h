@@ -80,8 +80,8 @@ enum class SampleReading
 };
 inline constexpr std::uint64_t fewSampleBytes = 16U << 20U; // of all channels together, as stored
 
-// Takes everything but what follows from the samples from the header that was inspected. Throws a Failure if the library
-// does not open the file. A line that cannot be read is a problem, not a failure.
+// Takes everything but what follows from the samples from the header that was inspected. Throws a Failure if the
+// library does not open the file. A line that cannot be read is a problem, not a failure.
 FileInfo ReadFileInfo(const inspect::Inspection& inspection, SampleReading reading);
 
 // A table for people, in which control characters are replaced and numbers are in multiples of their units.

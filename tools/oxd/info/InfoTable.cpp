@@ -15,7 +15,8 @@ namespace {
 constexpr const char* none = "-";
 constexpr const char* uncertain = " (?)";
 
-constexpr const char* bitsNote = "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+constexpr const char* bitsNote =
+    "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
 constexpr const char* notReadNote = "\nBits and values: not read; --values reads them.\n";
 constexpr const char* uncertainNote = "(?): the samples may not be those of this channel.\n";
 

@@ -26,7 +26,8 @@ std::vector<std::string> ErrorMessages(const inspect::Inspection& inspection)
     std::vector<std::string> messages;
     std::size_t count = 0;
     for (const inspect::Finding& finding : inspection.findings) {
-        if (finding.rule->severity == inspect::Severity::Error && count++ < most) {
+        const bool counts = finding.rule->severity == inspect::Severity::Error && inspection.headerBytes > 0;
+        if (counts && count++ < most) {
             messages.push_back(Message(finding));
         }
     }

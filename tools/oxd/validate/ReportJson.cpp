@@ -15,24 +15,20 @@ Json OrNull(const std::string& text)
 
 Json ToJson(const inspect::Finding& finding)
 {
-    return {{"rule", finding.rule->id},
-            {"severity", NameOf(finding.rule->severity)},
-            {"offset", finding.offset},
-            {"line", finding.line > 0 ? Json(finding.line) : Json(nullptr)},
-            {"section", OrNull(finding.section)},
-            {"key", OrNull(finding.key)},
-            {"found", OrNull(finding.found)},
-            {"taken", OrNull(finding.taken)},
+    return {{"rule", finding.rule->id},           {"severity", NameOf(finding.rule->severity)},
+            {"offset", finding.offset},           {"line", finding.line > 0 ? Json(finding.line) : Json(nullptr)},
+            {"section", OrNull(finding.section)}, {"key", OrNull(finding.key)},
+            {"found", OrNull(finding.found)},     {"taken", OrNull(finding.taken)},
             {"message", finding.sentence}};
 }
 
 Json ToJson(const inspect::ChannelSamples& channel)
 {
-    return {{"group", channel.group},   {"slot", channel.slot},
-            {"section", channel.section}, {"name", channel.name},
-            {"points", channel.points}, {"lines", channel.lines},
-            {"bits", channel.bits},     {"offset", channel.offset},
-            {"bytes", channel.bytes},   {"linesThere", channel.linesThere},
+    return {{"group", channel.group},      {"slot", channel.slot},
+            {"section", channel.section},  {"name", channel.name},
+            {"points", channel.points},    {"lines", channel.lines},
+            {"bits", channel.bits},        {"offset", channel.offset},
+            {"bytes", channel.bytes},      {"linesThere", channel.linesThere},
             {"certain", channel.isCertain}};
 }
 

@@ -38,8 +38,12 @@ std::string Paragraph(std::string label, std::string_view text)
 
 Json AsJson(const Rule& rule)
 {
-    return {{"id", rule.id},       {"severity", NameOf(rule.severity)}, {"stopsOpening", rule.stopsOpening},
-            {"title", rule.title}, {"cause", rule.cause},               {"example", rule.example},
+    return {{"id", rule.id},
+            {"severity", NameOf(rule.severity)},
+            {"stopsOpening", rule.stopsOpening},
+            {"title", rule.title},
+            {"cause", rule.cause},
+            {"example", rule.example},
             {"remedy", rule.remedy}};
 }
 

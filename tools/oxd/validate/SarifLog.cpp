@@ -15,7 +15,7 @@ Json Message(std::string_view text)
     return {{"text", text}};
 }
 
-Json ToJson(const inspect::Rule& rule)
+Json Descriptor(const inspect::Rule& rule)
 {
     return {{"id", rule.id},
             {"shortDescription", Message(rule.title)},
@@ -28,7 +28,7 @@ Json AllRulesAsJson()
 {
     Json rules = Json::array();
     for (const inspect::Rule& rule : inspect::AllRules()) {
-        rules.push_back(ToJson(rule));
+        rules.push_back(Descriptor(rule));
     }
     return rules;
 }
@@ -92,9 +92,8 @@ std::string SarifLog::Text() const
     const Json driver{{"name", "oxd validate"}, {"version", m_content->toolVersion}, {"rules", AllRulesAsJson()}};
     const Json invocation{{"executionSuccessful", m_content->failures.empty()},
                           {"toolExecutionNotifications", m_content->failures}};
-    const Json run{{"tool", {{"driver", driver}}},
-                   {"invocations", Json::array({invocation})},
-                   {"results", m_content->results}};
+    const Json run{
+        {"tool", {{"driver", driver}}}, {"invocations", Json::array({invocation})}, {"results", m_content->results}};
     const Json log{{"version", "2.1.0"}, {"runs", Json::array({run})}};
     return log.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

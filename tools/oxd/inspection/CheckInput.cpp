@@ -1,4 +1,4 @@
-#include "oxd/commands/CheckInput.h"
+#include "oxd/inspection/CheckInput.h"
 
 #include "oxd/inspection/FindingText.h"
 #include "oxd/system/Failure.h"

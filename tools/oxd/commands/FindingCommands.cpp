@@ -1,11 +1,15 @@
-#include "oxd/commands/ValidateCommand.h"
+#include "oxd/commands/FindingCommands.h"
 
 #include "oxd/commands/CommonOptions.h"
 #include "oxd/commands/EachFile.h"
+#include "oxd/commands/Suggestion.h"
 #include "oxd/system/Results.h"
 #include "oxd/validate/Report.h"
+#include "oxd/validate/RuleText.h"
 #include "oxd/validate/SarifLog.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace oxd {
@@ -24,7 +28,7 @@ struct ValidateOptions
     bool sarif = false;
 };
 
-std::string Report(const inspect::Inspection& inspection, const ValidateOptions& options)
+std::string TextOf(const inspect::Inspection& inspection, const ValidateOptions& options)
 {
     return options.json || options.files.jsonLines ? ToJson(inspection, options.files.jsonLines) : ToText(inspection);
 }
@@ -55,13 +59,34 @@ void Validate(const ValidateOptions& options, Results& results, ExitCode& outcom
     SarifLog log(OXD_VERSION);
     const auto answer = [&](const std::string& file) {
         const inspect::Inspection inspection = InspectInto(log, file);
-        return FileAnswer{options.sarif ? std::string() : Report(inspection, options), {},
-                          Judge(inspection, options.strict)};
+        return FileAnswer{
+            options.sarif ? std::string() : TextOf(inspection, options), {}, Judge(inspection, options.strict)};
     };
     AnswerForEach(options.files, answer, results, outcome);
     if (options.sarif) {
         results.Write(log.Text());
     }
+}
+
+const inspect::Rule& KnownRule(const std::string& id)
+{
+    const inspect::Rule* const rule = inspect::FindRule(id);
+    if (rule == nullptr) {
+        std::vector<std::string> ids;
+        std::transform(inspect::AllRules().begin(), inspect::AllRules().end(), std::back_inserter(ids),
+                       [](const inspect::Rule& known) { return std::string(known.id); });
+        throw Failure(ExitCode::No, "\"" + id + "\"", "no such finding" + Suggestion(id, ids));
+    }
+    return *rule;
+}
+
+std::string Explanation(const std::string& id, bool json)
+{
+    if (id.empty()) {
+        return json ? ToJson(inspect::AllRules()) : ToText(inspect::AllRules());
+    }
+    const inspect::Rule& rule = KnownRule(id);
+    return json ? ToJson(rule) : ToText(rule);
 }
 
 } // namespace
@@ -78,6 +103,20 @@ void AddValidate(CLI::App& app, Results& results, ExitCode& outcome)
         ->excludes(&json)
         ->excludes(command.get_option("--jsonl"));
     command.callback([options, &results, &outcome] { Validate(*options, results, outcome); });
+}
+
+void AddExplain(CLI::App& app, Results& results)
+{
+    struct Options
+    {
+        std::string id;
+        bool json = false;
+    };
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand("explain", "Explain a finding of oxd validate");
+    command.add_option("ID", options->id, "Its id, such as OXD205; without it, all are listed")->type_name("");
+    command.add_flag("--json", options->json, "Print JSON instead of text");
+    command.callback([options, &results] { results.Write(Explanation(options->id, options->json)); });
 }
 
 } // namespace oxd

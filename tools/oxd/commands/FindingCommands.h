@@ -1,4 +1,4 @@
-// The command that finds what is wrong with files.
+// The commands that find what is wrong with files, and explain it.
 #pragma once
 
 #include "oxd/system/Failure.h"
@@ -9,7 +9,8 @@ namespace oxd {
 
 class Results;
 
-// Adds its command as AddCommands describes.
+// Each adds its command as AddCommands describes.
 void AddValidate(CLI::App& app, Results& results, ExitCode& outcome);
+void AddExplain(CLI::App& app, Results& results);
 
 } // namespace oxd
