@@ -7,13 +7,11 @@
 #include <regex>
 #include <sstream>
 
-namespace {
-
-using nlohmann::json;
-
 class ValidateTest : public ToolTest
 {
 protected:
+    using json = nlohmann::json;
+
     // A copy of the sample in which the first `before` is `after`.
     static void Damage(const std::string& before, const std::string& after, const std::string& file,
                        const std::string& behind = "")
@@ -37,8 +35,6 @@ protected:
     }
 };
 
-} // namespace
-
 TEST_F(ValidateTest, NamesThePlaceOfEachFinding)
 {
     EXPECT_EQ(ResultsOf("validate sample.oxd"), "sample.oxd: 0 errors, 0 warnings, 0 notes\n");
@@ -51,8 +47,8 @@ TEST_F(ValidateTest, NamesThePlaceOfEachFinding)
     const auto report = json::parse(Run("validate --json size.oxd").results);
     const std::string bytes = ReadBytes("size.oxd");
     for (const json& finding : report["findings"]) {
-        if (finding["rule"] == "OXD205")
-            EXPECT_EQ(bytes.substr(finding["offset"], 10), "Points=2S6");
+        const bool isSize = finding["rule"] == "OXD205";
+        EXPECT_EQ(bytes.compare(finding["offset"], 10, "Points=2S6") == 0, isSize) << finding;
     }
     EXPECT_EQ(report["channels"][0]["certain"], false);
     EXPECT_EQ(report["channels"][1]["name"], "Deflection");

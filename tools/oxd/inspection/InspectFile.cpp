@@ -2,6 +2,7 @@
 
 #include "oxd/library/DataSet.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Messages.h"
 
 #include <system_error>
 
@@ -12,6 +13,7 @@ inspect::Inspection InspectFile(const std::string& file)
     try {
         return inspect::Inspect(file);
     } catch (const std::system_error& error) {
+        Explain(error.what());
         const bool isUnreadable = error.code() == std::errc::io_error;
         throw Failure(isUnreadable ? ExitCode::Damaged : ExitCode::CannotOpen, file, error.code().message());
     }
