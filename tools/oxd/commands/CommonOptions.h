@@ -24,7 +24,10 @@ inline constexpr const char* selectionShape =
 void AddInputFile(CLI::App& command, std::string& file);
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
 void AddOutput(CLI::App& command, std::string& output);
-void AddSelection(CLI::App& command, ChannelSelection& selection); // with its file
+void AddSelection(CLI::App& command, ChannelSelection& selection); // with its file, and AddTrust
+
+// Asks for samples that may not be those of their channel.
+void AddTrust(CLI::App& command, bool& trust);
 
 // Asks for one line of JSON for each file, errors included.
 void AddJsonLines(CLI::App& command, bool& jsonLines);

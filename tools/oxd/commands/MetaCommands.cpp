@@ -4,6 +4,7 @@
 #include "oxd/commands/EachFile.h"
 #include "oxd/commands/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
 
@@ -73,13 +74,17 @@ void Get(GetOptions& options, Results& results, ExitCode& outcome)
     TellPathFromFiles(options);
     const MetaPath path(options.path, options.separator);
     const bool several = options.files.names.size() > 1;
-    const auto answer = [&](const std::string& file) {
-        const std::string value = GetMetaValue(file, path);
+    const auto show = [&](const std::string& file, const std::string& value) {
         if (options.files.jsonLines) {
-            return FileAnswer{JsonLine({{"file", file}, {"path", options.path}, {"value", value}})};
+            return JsonLine({{"file", file}, {"path", options.path}, {"value", value}});
         }
         const std::string line = (several ? file + ": " : "") + value;
-        return FileAnswer{(results.IsTerminal() ? Printable(line) : line) + "\n"};
+        return (results.IsTerminal() ? Printable(line) : line) + "\n";
+    };
+    const auto answer = [&](const std::string& file) {
+        const inspect::Inspection inspection = InspectAloud(file);
+        RequireOpens(inspection);
+        return FileAnswer{show(file, GetMetaValue(inspection, path))};
     };
     AnswerForEach(options.files, answer, results, outcome);
 }
@@ -112,6 +117,7 @@ void AddSet(CLI::App& app)
         MetaChange change{"", MetaPath("", "/"), "", false, ""};
         std::string path;
         std::string separator = "/";
+        bool trust = false;
     };
     const auto options = std::make_shared<Options>();
     MetaChange& change = options->change;
@@ -123,7 +129,9 @@ void AddSet(CLI::App& app)
     AddSeparator(command, options->separator);
     command.add_flag("--create", change.create, "Make the item, and groups on the way, if they are missing");
     AddOutput(command, change.output);
+    AddTrust(command, options->trust);
     command.callback([options] {
+        RequireCertain(options->change.file, options->trust);
         options->change.path = MetaPath(options->path, options->separator);
         SetMetaValue(options->change);
     });

@@ -1,6 +1,8 @@
 // Gets and sets one value of the measurement information, which is named by the groups that lead to it.
 #pragma once
 
+#include "oxd/inspection/InspectFile.h"
+
 #include <string>
 #include <vector>
 
@@ -18,8 +20,8 @@ struct MetaPath
     std::string item;
 };
 
-// Throws a Failure if the file cannot be read or has no such item.
-std::string GetMetaValue(const std::string& file, const MetaPath& path);
+// Throws a Failure if the file that was inspected has no such item.
+std::string GetMetaValue(const inspect::Inspection& inspection, const MetaPath& path);
 
 struct MetaChange
 {
