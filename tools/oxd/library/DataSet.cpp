@@ -2,6 +2,7 @@
 
 #include "oxd/library/Diagnostic.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Messages.h"
 #include "oxd/system/Platform.h"
 
 namespace oxd {
@@ -15,6 +16,17 @@ std::string NameForLibrary(const std::string& file, ExitCode ifImpossible)
         throw Failure(ifImpossible, file, "the system's code page lacks a character of this name");
     }
     return *name;
+}
+
+// The text that the last failed call left. A buffer that was too short is no failure to look into, since a longer one
+// is tried.
+std::string TakeLastError()
+{
+    std::string text = VELGetLastError();
+    if (!diagnostic::IsShortBuffer(text)) {
+        Explain(text);
+    }
+    return text;
 }
 
 Failure OpenFailure(const std::string& file, const std::string& text)
@@ -41,7 +53,7 @@ LibraryError::LibraryError(const std::string& text)
 void ThrowPendingError()
 {
     if (VELHasLastError()) {
-        throw LibraryError(VELGetLastError());
+        throw LibraryError(TakeLastError());
     }
 }
 
@@ -49,12 +61,12 @@ DataSet DataSet::Open(const std::string& file)
 {
     DataSet opened(OpenOxdFile(NameForLibrary(file, ExitCode::CannotOpen).c_str()));
     if (opened.m_handle == 0) {
-        throw OpenFailure(file, VELGetLastError());
+        throw OpenFailure(file, TakeLastError());
     }
     // A file without a complete header opens as an empty data set, which differs from others by having no version.
     GetOxdVersion(opened.m_handle);
     if (VELHasLastError()) {
-        VELGetLastError();
+        TakeLastError();
         throw Failure(ExitCode::Damaged, file, "not an .oxd file, it has no header");
     }
     return opened;
@@ -72,7 +84,7 @@ void DataSet::SaveAs(const std::string& file)
     Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
     SaveOxdFile(m_handle);
     if (VELHasLastError()) {
-        throw SaveFailure(file, VELGetLastError());
+        throw SaveFailure(file, TakeLastError());
     }
 }
 

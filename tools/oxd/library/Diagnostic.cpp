@@ -1,10 +1,25 @@
 #include "oxd/library/Diagnostic.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
 namespace oxd::diagnostic {
 
 namespace {
+
+// How a text of the library begins that is of little use to whoever only uses the tool, and what it means to them.
+struct Translation
+{
+    std::string_view library;
+    std::string_view user;
+};
+
+constexpr std::array translations{
+    Translation{"The hed file is corrupted", "damaged, its header has bad content"},
+    Translation{"The hed file has an unknown version", "it is of an unknown version,"},
+    Translation{"std::bad_alloc", "not enough memory"},
+};
 
 bool Contains(std::string_view text, std::string_view part)
 {
@@ -67,10 +82,13 @@ std::string Reason(std::string_view text)
     const auto what = RestOfLine(text, "std::exception::what: ");
     const auto reason = SystemError(text).value_or(what.value_or(text));
     const auto line = reason.substr(0, reason.find_first_of("\r\n"));
-    if (line == "std::bad_alloc") {
-        return "not enough memory";
+    const auto* const known = std::find_if(translations.begin(), translations.end(), [&](const Translation& candidate) {
+        return line.starts_with(candidate.library);
+    });
+    if (known == translations.end()) {
+        return std::string(line.substr(0, line.find(" Filename: "))).append(Place(text));
     }
-    return std::string(line.substr(0, line.find(" Filename: "))).append(Place(text));
+    return std::string(known->user).append(RestOfLine(line, "Version:").value_or("")).append(Place(text));
 }
 
 } // namespace oxd::diagnostic

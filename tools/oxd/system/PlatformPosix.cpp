@@ -16,6 +16,11 @@ namespace oxd::platform {
 
 namespace {
 
+int OpenNowhere()
+{
+    return open("/dev/null", O_RDWR | O_CLOEXEC);
+}
+
 // What the environment asks for. A process takes it over only if it wants to, and this one does not.
 std::string LocaleName()
 {
@@ -52,11 +57,18 @@ int TakeStandardOutput()
 {
     // Not one of the standard three, even if some of these are closed.
     const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) { // there is no standard error either
-        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(nowhere, STDOUT_FILENO);
+    int nowhere = OpenNowhere();
+    while (nowhere >= 0 && nowhere <= STDERR_FILENO) { // stays where a stream is closed, so that no file gets there
+        nowhere = OpenNowhere();
     }
+    dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
     return own;
+}
+
+void ShowStrayOutput()
+{
+    dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
 int CreateFileFor(const std::string& name)

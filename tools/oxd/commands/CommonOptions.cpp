@@ -1,0 +1,48 @@
+#include "oxd/commands/CommonOptions.h"
+
+namespace oxd {
+
+void AddInputFile(CLI::App& command, std::string& file)
+{
+    command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required()->check(IsNotEmpty());
+}
+
+void AddInputFiles(CLI::App& command, std::vector<std::string>& files)
+{
+    command.add_option("FILE", files, "Files to read; they stay as they are")
+        ->type_name("")
+        ->required()
+        ->check(IsNotEmpty());
+}
+
+void AddOutput(CLI::App& command, std::string& output)
+{
+    command.add_option("-o,--output", output, "File to write; an existing one is replaced")
+        ->type_name("OUT")
+        ->required()
+        ->check(IsNotEmpty());
+}
+
+void AddSelection(CLI::App& command, ChannelSelection& selection)
+{
+    AddInputFile(command, selection.file);
+    command.add_option("-g,--group", selection.group, "Name of the group, or id: and its id")
+        ->type_name("NAME|id:N")
+        ->required();
+    command.add_option("-c,--channel", selection.channel, "Index of the channel, or its name")
+        ->type_name("INDEX|NAME")
+        ->required();
+}
+
+void AddJsonLines(CLI::App& command, bool& jsonLines)
+{
+    command.add_flag("--jsonl", jsonLines, "Print a line of JSON for each file, errors included");
+}
+
+CLI::Validator IsNotEmpty()
+{
+    const auto check = [](const std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); };
+    return {check, ""};
+}
+
+} // namespace oxd

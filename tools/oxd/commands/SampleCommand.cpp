@@ -1,0 +1,22 @@
+#include "oxd/commands/SampleCommand.h"
+
+#include "oxd/commands/CommonOptions.h"
+#include "oxd/example/Sample.h"
+
+#include <memory>
+
+namespace oxd {
+
+void AddMakeSample(CLI::App& app)
+{
+    const auto file = std::make_shared<std::string>();
+    CLI::App& command = *app.add_subcommand("make-sample", "Write a sample file with scans and force curves");
+    command.footer("The file is the same every time, byte for byte.");
+    command.add_option("FILE", *file, "File to write; an existing one is replaced")
+        ->type_name("")
+        ->required()
+        ->check(IsNotEmpty());
+    command.callback([file] { MakeSample(*file); });
+}
+
+} // namespace oxd
