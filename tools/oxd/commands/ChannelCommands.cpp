@@ -1,6 +1,7 @@
 #include "oxd/commands/ChannelCommands.h"
 
 #include "oxd/commands/CommandHelp.h"
+#include "oxd/commands/OutputOptions.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
 #include "oxd/system/Messages.h"
@@ -52,13 +53,6 @@ CLI::Option& AddOperator(CLI::App& command, LineOperator& lineOperator, const ch
     return *command.add_option_function<std::string>("--op", choose, description)->type_name("OP")->check(IsOperator());
 }
 
-void AddOutput(CLI::App& command, std::string& output)
-{
-    command.add_option("-o,--output", output, "File to write; an existing one is replaced")
-        ->type_name("OUT")
-        ->required();
-}
-
 // Complains of the lines that the command could not treat as it was asked to.
 ExitCode Report(const std::string& file, const SkippedLines& lines, const char* consequence)
 {
@@ -79,7 +73,7 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
     command.footer(DescribeOperators() + "\n\n" + notInSavedFiles);
     AddSelection(command, correction->selection);
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
-    AddOutput(command, correction->output);
+    AddOutput(command, correction->output).required();
     command.callback([correction, &outcome] {
         outcome = Report(correction->selection.file, Correct(*correction), "left as before");
     });
@@ -94,7 +88,7 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
-    AddOutput(command, wanted->output);
+    AddOutput(command, wanted->output).required();
     command.callback([wanted, &outcome] {
         const ExportGaps gaps = ExportChannel(*wanted);
         outcome = Report(wanted->selection.file, gaps.skipped, "left out");

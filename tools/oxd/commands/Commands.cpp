@@ -2,6 +2,7 @@
 
 #include "oxd/commands/ChannelCommands.h"
 #include "oxd/commands/MetaCommands.h"
+#include "oxd/commands/OutputOptions.h"
 #include "oxd/example/Sample.h"
 #include "oxd/info/FileInfo.h"
 #include "oxd/system/Messages.h"
@@ -13,8 +14,17 @@ namespace oxd {
 
 namespace {
 
-constexpr const char* exitCodes = "Exit codes: 0 done, 1 not in the file, 2 wrong usage, 3 cannot open,\n"
-                                  "4 damaged or not an .oxd file, 5 cannot write.";
+std::string DescribeExitCodes()
+{
+    constexpr std::size_t width = 4;
+    std::string text = "Exit codes:";
+    for (const ExitCodeMeaning& known : exitCodeMeanings) {
+        std::string number = std::to_string(static_cast<int>(known.code));
+        number.resize(width, ' ');
+        text.append("\n  ").append(number).append(known.meaning);
+    }
+    return text;
+}
 
 constexpr const char* jsonShape =
     "Bits are the fewest of 8, 16 and 32 that hold every sample of a channel exactly.\n"
@@ -53,11 +63,12 @@ void AddInfo(CLI::App& app, Results& results, ExitCode& outcome)
 
 void AddMakeSample(CLI::App& app)
 {
-    const auto file = std::make_shared<std::string>();
+    const auto output = std::make_shared<Destination>();
     CLI::App& command = *app.add_subcommand("make-sample", "Write a sample file with scans and force curves");
     command.footer("The file is the same every time, byte for byte.");
-    command.add_option("FILE", *file, "File to write; an existing one is replaced")->type_name("")->required();
-    command.callback([file] { MakeSample(*file); });
+    command.add_option("FILE", output->name, "File to write; an existing one is replaced")->type_name("")->required();
+    AddNoClobber(command, *output);
+    command.callback([output] { MakeSample(*output); });
 }
 
 } // namespace
@@ -66,7 +77,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
 {
     app.allow_windows_style_options(false); // a leading slash is part of a path
     app.set_version_flag("--version", "oxd " OXD_VERSION);
-    app.footer(exitCodes);
+    app.footer(DescribeExitCodes());
     app.require_subcommand(0, 1); // not several, since each has an outcome of its own
     app.callback([&app] {         // CLI11 has its own check for none, but it would hide that a command is misspelt
         if (app.get_subcommands().empty()) {

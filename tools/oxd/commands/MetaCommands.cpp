@@ -1,6 +1,7 @@
 #include "oxd/commands/MetaCommands.h"
 
 #include "oxd/commands/CommandHelp.h"
+#include "oxd/commands/OutputOptions.h"
 #include "oxd/edit/MetaValue.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
@@ -58,20 +59,26 @@ void AddSet(CLI::App& app)
     {
         std::string value;
         bool create = false;
-        std::string output;
+        bool inPlace = false;
+        Destination output;
+
+        MetaChange Change() const
+        {
+            if (!inPlace && output.name.empty()) {
+                throw CLI::RequiredError("--output or --in-place");
+            }
+            return {file, Path(), value, create, inPlace ? Destination{file} : output, inPlace};
+        }
     };
     const auto options = std::make_shared<Options>();
-    CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information in another file");
+    CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information");
     options->AddTo(command);
     command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
     command.add_option("VALUE", options->value, "New value")->type_name("")->required();
     command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
-    command.add_option("-o,--output", options->output, "File to write; an existing one is replaced")
-        ->type_name("OUT")
-        ->required();
-    command.callback([options] {
-        SetMetaValue({options->file, options->Path(), options->value, options->create, options->output});
-    });
+    CLI::Option& inPlace = *command.add_flag("--in-place", options->inPlace, "Replace FILE itself");
+    inPlace.excludes(&AddOutput(command, options->output))->excludes("--no-clobber");
+    command.callback([options] { SetMetaValue(options->Change()); });
 }
 
 } // namespace oxd

@@ -4,8 +4,7 @@
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
-
-#include <string>
+#include "oxd/system/OutputFile.h"
 
 namespace oxd {
 
@@ -13,7 +12,7 @@ struct Correction
 {
     ChannelSelection selection; // its file stays as it is
     LineOperator lineOperator;
-    std::string output; // replaced if it exists
+    Destination output;
 };
 
 // Gives the lines that stay as they are, because they cannot be read or are too short for the operator. Throws a

@@ -4,6 +4,7 @@
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
+#include "oxd/system/OutputFile.h"
 
 #include <string>
 #include <vector>
@@ -14,7 +15,7 @@ struct Export
 {
     ChannelSelection selection;
     LineOperator lineOperator = rawData;
-    std::string output; // its suffix says what is written
+    Destination output; // its suffix says what is written
     bool grey = false;  // asks for a picture for programs instead of one for people
 };
 
@@ -25,7 +26,7 @@ struct ExportGaps
     std::vector<std::string> notes; // a sentence each
 };
 
-// Throws a Failure if the output cannot be made. What was written by then is removed, unless it is a device or a pipe.
+// Throws a Failure if the output cannot be made. What was there stays then.
 ExportGaps ExportChannel(const Export& wanted);
 
 // A line of help for each kind of output, under the options that choose it.

@@ -4,6 +4,8 @@
 #include "oxd/system/Failure.h"
 #include "oxd/system/Platform.h"
 
+#include <new>
+
 namespace oxd {
 
 namespace {
@@ -15,6 +17,16 @@ std::string NameForLibrary(const std::string& file, ExitCode ifImpossible)
         throw Failure(ifImpossible, file, "the system's code page lacks a character of this name");
     }
     return *name;
+}
+
+// A lack of memory says nothing about a file or a line, and must not pass for damage there.
+std::string PendingError()
+{
+    std::string text = VELGetLastError();
+    if (diagnostic::IsOutOfMemory(text)) {
+        throw std::bad_alloc();
+    }
+    return text;
 }
 
 Failure OpenFailure(const std::string& file, const std::string& text)
@@ -41,7 +53,7 @@ LibraryError::LibraryError(const std::string& text)
 void ThrowPendingError()
 {
     if (VELHasLastError()) {
-        throw LibraryError(VELGetLastError());
+        throw LibraryError(PendingError());
     }
 }
 
@@ -49,12 +61,12 @@ DataSet DataSet::Open(const std::string& file)
 {
     DataSet opened(OpenOxdFile(NameForLibrary(file, ExitCode::CannotOpen).c_str()));
     if (opened.m_handle == 0) {
-        throw OpenFailure(file, VELGetLastError());
+        throw OpenFailure(file, PendingError());
     }
     // A file without a complete header opens as an empty data set, which differs from others by having no version.
     GetOxdVersion(opened.m_handle);
     if (VELHasLastError()) {
-        VELGetLastError();
+        PendingError();
         throw Failure(ExitCode::Damaged, file, "not an .oxd file, it has no header");
     }
     return opened;
@@ -67,13 +79,16 @@ DataSet DataSet::Create()
     return created;
 }
 
-void DataSet::SaveAs(const std::string& file)
+std::string DataSet::SaveTo(OutputFile& output)
 {
+    NameForLibrary(output.Name(), ExitCode::CannotWrite);
+    std::string file = output.FileToFill();
     Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
     SaveOxdFile(m_handle);
     if (VELHasLastError()) {
-        throw SaveFailure(file, VELGetLastError());
+        throw SaveFailure(output.Name(), PendingError());
     }
+    return file;
 }
 
 } // namespace oxd

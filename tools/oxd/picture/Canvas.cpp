@@ -1,9 +1,11 @@
 #include "oxd/picture/Canvas.h"
 
+#include "oxd/picture/FontFace.h"
 #include "oxd/system/Text.h"
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <stdexcept>
 
 namespace oxd {
@@ -16,6 +18,9 @@ constexpr double ink = 0.1; // nearly black
 // Drawing calls need no checks of their own: after an error the context draws nothing more and keeps the error.
 void Require(cairo_status_t status)
 {
+    if (status == CAIRO_STATUS_NO_MEMORY) {
+        throw std::bad_alloc();
+    }
     if (status != CAIRO_STATUS_SUCCESS) {
         throw std::runtime_error(std::string("the picture cannot be drawn: ") + cairo_status_to_string(status));
     }
@@ -53,7 +58,20 @@ Canvas::Canvas(int width, int height)
     cairo_paint(m_context.get());
     cairo_set_source_rgb(m_context.get(), ink, ink, ink);
     cairo_set_line_width(m_context.get(), 1);
-    cairo_select_font_face(m_context.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    SelectFont();
+}
+
+// Letters keep their shapes and are no more than moved to whole pixels.
+void Canvas::SelectFont()
+{
+    const std::unique_ptr<cairo_font_face_t, Destroyer<cairo_font_face_destroy>> font(CreateFontFace());
+    const std::unique_ptr<cairo_font_options_t, Destroyer<cairo_font_options_destroy>> options(
+        cairo_font_options_create());
+    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
+    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+    Require(cairo_font_options_status(options.get()));
+    cairo_set_font_face(m_context.get(), font.get());
+    cairo_set_font_options(m_context.get(), options.get());
     cairo_set_font_size(m_context.get(), fontSize);
 }
 
@@ -139,6 +157,7 @@ void Canvas::DrawUpwardText(const std::string& text, double x, double y, double 
 
 std::string Canvas::ToPng() const
 {
+    RequireWholeLetters();
     Require(cairo_status(m_context.get()));
     std::string png;
     Require(cairo_surface_write_to_png_stream(m_surface.get(), Append, &png));

@@ -52,6 +52,7 @@ public:
     std::string ToPng() const;
 
 private:
+    void SelectFont();
     void Hatch(const Rectangle& place);
 
     template <auto destroy>

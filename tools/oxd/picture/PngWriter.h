@@ -23,7 +23,7 @@ struct PngText
 class PngWriter
 {
 public:
-    // Throws std::runtime_error if the picture is too large for the format.
+    // Throws a Failure if the picture is too large for the format.
     PngWriter(OutputFile& output, std::uint64_t width, std::uint64_t height);
     ~PngWriter();
     PngWriter(const PngWriter&) = delete;
