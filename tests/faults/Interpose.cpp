@@ -204,6 +204,9 @@ int open(const char* path, int flags, ...)
     return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
 }
 
+// Another name of the same.
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+
 int fchown(int descriptor, uid_t owner, gid_t group)
 {
     return FailsAltogether(EPERM) ? -1 : static_cast<int>(syscall(SYS_fchown, descriptor, owner, group));

@@ -143,10 +143,10 @@ const char* Fault(const Ending& ending, const std::string& before, const std::st
 
 int Sweep(const Command& command, faults::Plan plan, const char* effectName)
 {
-    const std::string whole = Run(command, {plan.kind}).output;
+    const auto [ignored, code, whole] = Run(command, {plan.kind});
     constexpr std::uint64_t first = 50;
     std::uint64_t points = 0;
-    int failures = whole == command.before ? 1 : 0;
+    int failures = code != 0 || whole == command.before ? 1 : 0;
     bool struck = true;
     for (plan.at = 0; struck; plan.at += plan.at < first ? 1 : every, ++points) {
         const Ending ending = Run(command, plan);

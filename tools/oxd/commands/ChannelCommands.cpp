@@ -74,6 +74,7 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
     AddSelection(command, correction->selection);
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output).required();
+    AddNoClobber(command, correction->output);
     command.callback([correction, &outcome] {
         outcome = Report(correction->selection.file, Correct(*correction), "left as before");
     });
@@ -89,6 +90,7 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
     AddOutput(command, wanted->output).required();
+    AddNoClobber(command, wanted->output);
     command.callback([wanted, &outcome] {
         const ExportGaps gaps = ExportChannel(*wanted);
         outcome = Report(wanted->selection.file, gaps.skipped, "left out");

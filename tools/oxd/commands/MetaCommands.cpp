@@ -76,8 +76,9 @@ void AddSet(CLI::App& app)
     command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
     command.add_option("VALUE", options->value, "New value")->type_name("")->required();
     command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
-    CLI::Option& inPlace = *command.add_flag("--in-place", options->inPlace, "Replace FILE itself");
-    inPlace.excludes(&AddOutput(command, options->output))->excludes("--no-clobber");
+    CLI::Option& output = AddOutput(command, options->output);
+    CLI::Option& noClobber = AddNoClobber(command, options->output);
+    command.add_flag("--in-place", options->inPlace, "Replace FILE itself")->excludes(&output)->excludes(&noClobber);
     command.callback([options] { SetMetaValue(options->Change()); });
 }
 

@@ -10,7 +10,6 @@ CLI::Option& AddNoClobber(CLI::App& command, Destination& destination)
 
 CLI::Option& AddOutput(CLI::App& command, Destination& destination)
 {
-    AddNoClobber(command, destination);
     return *command.add_option("-o,--output", destination.name, "File to write; an existing one is replaced")
                 ->type_name("OUT");
 }

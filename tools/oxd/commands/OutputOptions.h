@@ -10,7 +10,7 @@ namespace oxd {
 // Adds --no-clobber.
 CLI::Option& AddNoClobber(CLI::App& command, Destination& destination);
 
-// Adds -o and --no-clobber. Whether -o is required is up to the caller.
+// Adds -o. Whether it is required is up to the caller.
 CLI::Option& AddOutput(CLI::App& command, Destination& destination);
 
 } // namespace oxd

@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
+
+#include <ftw.h>
 
 namespace oxd {
 
@@ -47,39 +52,44 @@ struct FontFile
     bool operator<(const FontFile& other) const { return rank != other.rank ? rank < other.rank : path < other.path; }
 };
 
-// Another font because of a passing trouble would be another picture.
-void RequireReadable(const std::error_code& error)
+// What the search has found so far. The system's function that visits the files passes nothing on but them, and no
+// exception may pass through it. (The standard library's iterators end the process where memory is refused.)
+FontFile best;
+bool lackedMemory = false;
+
+int Visit(const char* path, const struct stat*, int, FTW* place)
 {
-    const bool isAbsent = error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory;
-    if (error && !isAbsent) {
-        throw std::system_error(error, "fonts cannot be found");
+    const auto* const known = std::find(fontFiles.begin(), fontFiles.end(), std::string_view(path + place->base));
+    try {
+        const auto rank = static_cast<std::size_t>(known - fontFiles.begin());
+        if (rank <= best.rank && rank < fontFiles.size()) {
+            best = std::min(best, FontFile{rank, path});
+        }
+    } catch (const std::bad_alloc&) {
+        lackedMemory = true;
     }
+    return lackedMemory ? 1 : 0;
 }
 
-FontFile BestIn(const std::filesystem::path& folder)
+// Another font because of a passing trouble would be another picture.
+void Search(const std::filesystem::path& folder)
 {
-    constexpr auto options = std::filesystem::directory_options::skip_permission_denied;
-    FontFile best;
-    std::error_code error;
-    std::filesystem::recursive_directory_iterator entry(folder, options, error);
-    for (; !error && entry != std::filesystem::recursive_directory_iterator(); entry.increment(error)) {
-        const auto known = std::find(fontFiles.begin(), fontFiles.end(), entry->path().filename().native());
-        const auto rank = static_cast<std::size_t>(known - fontFiles.begin());
-        if (rank < fontFiles.size()) {
-            best = std::min(best, FontFile{rank, entry->path().native()});
-        }
+    constexpr int openFolders = 8;
+    if (nftw(folder.c_str(), Visit, openFolders, FTW_PHYS) < 0 && errno != ENOENT && errno != ENOTDIR) {
+        throw std::system_error(errno, std::generic_category(), "fonts cannot be found");
     }
-    RequireReadable(error);
-    return best;
+    if (std::exchange(lackedMemory, false)) {
+        throw std::bad_alloc();
+    }
 }
 
 } // namespace
 
 std::string FindFontFile()
 {
-    FontFile best;
+    best = FontFile();
     for (const std::filesystem::path& folder : FontFolders()) {
-        best = std::min(best, BestIn(folder));
+        Search(folder);
     }
     return best.path;
 }
