@@ -7,10 +7,85 @@ using CommandLineTest = ToolTest;
 TEST_F(CommandLineTest, AnswersQuestionsAboutItself)
 {
     EXPECT_EQ(ResultsOf("--version"), "oxd " OXD_VERSION "\n");
-    for (const char* const command : {"info", "make-sample", "correct", "export", "get", "set"}) {
-        EXPECT_NE(ResultsOf("--help").find(command), std::string::npos);
-        EXPECT_NE(ResultsOf(std::string(command) + " --help").find(std::string("oxd ") + command), std::string::npos);
+    EXPECT_EQ(ResultsOf("-V"), ResultsOf("--version"));
+    EXPECT_EQ(ResultsOf("help"), ResultsOf("--help"));
+    for (const std::string command : {"info", "make-sample", "correct", "export", "get", "set", "help"}) {
+        EXPECT_NE(ResultsOf("--help").find("\n  " + command + " "), std::string::npos);
+        const std::string help = ResultsOf(command + " --help");
+        EXPECT_NE(help.find("oxd " + command), std::string::npos);
+        EXPECT_EQ(ResultsOf("help " + command), help);
     }
+}
+
+TEST_F(CommandLineTest, GuessesWhatWasMeant)
+{
+    const std::string rest = " sample.oxd --channel 0 --op mean -o out.oxd";
+    const std::pair<std::string, const char*> cases[] = {
+        {"inof sample.oxd", "oxd: \"inof\": no such command, did you mean info? (see oxd --help)\n"},
+        {"help exprot", "did you mean export?"},
+        {"mak-sampel out.oxd", "did you mean make-sample?"},
+        {"--debgu info sample.oxd", "unknown option --debgu, did you mean --debug? (see oxd --help)\n"},
+        {"info sample.oxd --jsno", "unknown option --jsno, did you mean --json? (see oxd info --help)\n"},
+        {"correct --gruop=ForwardScan" + rest, "unknown option --gruop, did you mean --group? (see"},
+        {"zebra sample.oxd", "oxd: \"zebra\": no such command (see"},
+        {"info sample.oxd --zebra", "unknown option --zebra (see"},
+        {"''", "no such command"},
+    };
+    for (const auto& [arguments, part] : cases)
+        ExpectFailure(arguments, 2, part);
+}
+
+TEST_F(CommandLineTest, ListsWhatAFileHasInsteadOfAGroupOrChannel)
+{
+    const auto handle = Create("many.oxd");
+    CreateGroup(handle, 32);
+    SetGroupName(handle, 0, "id:1");
+    SetChannelCount(handle, 0, 9);
+    for (std::uint64_t slot = 1; slot < 9; ++slot) {
+        SetChannelXYDimension(handle, 0, slot, 1, 1);
+        SetChannelData_PixelRaw(handle, 0, slot, 0, 0, static_cast<std::int32_t>(slot));
+    }
+    SetChannelData_SignalAxisName(handle, 0, 1, std::string(39, 'x').append("\xC2\xB5\xC2\xB5").c_str());
+    SetChannelData_SignalAxisName(handle, 0, 2, "5");
+    SetChannelData_SignalAxisName(handle, 0, 3, "name:5");
+    SetGroupName(handle, CreateGroup(handle, 32), "0");
+    Save(handle);
+    const std::string ofMany = "export many.oxd -o out.raw";
+    for (const auto& [selection, slot] : {std::pair("-g id:0 -c 5", '\5'),
+                                          {"--group name:id:1 --channel name:5", '\2'},
+                                          {"-g id:0 -c name:name:5", '\3'}}) {
+        ResultsOf(ofMany + " " + selection);
+        EXPECT_EQ(ReadBytes("out.raw"), std::string({slot, '\0', '\0', '\0'})) << selection;
+    }
+    const std::string groups = "; it has \"id:1\" (id:0) and \"0\" (id:1)\n";
+    for (const std::string group : {"id:2", "id:", "id:x", "ID:0", "name:1", ""})
+        ExpectFailure(ofMany + " -c 0 -g '" + group + "'", 1, "no group \"" + group + "\"" + groups);
+    ExpectFailure(
+        ofMany + " -g id:0 -c 0", 1,
+        "no channel \"0\" in group \"id:1\"; it has \"" + std::string(39, 'x') +
+            "\xC2\xB5\xE2\x80\xA6\" (1), \"5\" (2), \"name:5\" (3), \"Noname\" (4), \"Noname\" (5) and 3 more\n");
+    ExpectFailure(ofMany + " -g 0 -c 0", 1, "; it has no channels\n");
+}
+
+TEST_F(CommandLineTest, TakesAWordThatIsACommandForAValue)
+{
+    ResultsOf("make-sample info");
+    EXPECT_NE(ResultsOf("info info").find("Topography"), std::string::npos);
+    ResultsOf("set sample.oxd Scan/Comment get --create -o set");
+    EXPECT_EQ(ResultsOf("get set Scan/Comment"), "get\n");
+}
+
+TEST_F(CommandLineTest, ShowsTheLogAndWholeDiagnosticsOnRequest)
+{
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=many\n", {}, "odd.oxd");
+    ResultsOf("info odd.oxd"); // no message
+    for (const char* const command : {"--debug info odd.oxd", "info odd.oxd --debug"}) {
+        const Outcome outcome = ExpectMessage(command, 0, "lexical cast");
+        EXPECT_EQ(outcome.results, ResultsOf("info odd.oxd"));
+    }
+    EXPECT_EQ(Run("info missing.oxd").diagnostics.find("oxd: debug: "), std::string::npos);
+    ExpectMessage("info missing.oxd --debug", 3, "\noxd: missing.oxd: No such file");
+    ExpectMessage("info missing.oxd --debug", 3, "oxd: debug: ");
 }
 
 TEST_F(CommandLineTest, RefusesWhatItCannotDo)
@@ -26,10 +101,15 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
     const std::tuple<int, std::string, const char*> cases[] = {
         {2, "", "A command is required"},
         {2, "info", "FILE is required"},
-        {2, "info x.oxd y.oxd", "y.oxd"},
+        {2, "info --json sample.oxd sample.oxd", "--jsonl"},
+        {2, "info ''", "FILE: must not be empty"},
+        {2, "get -p Scan/Lines sample.oxd ''", "FILE: must not be empty"},
+        {2, "make-sample ''", "FILE: must not be empty"},
+        {2, "make-sample x.oxd y.oxd", "y.oxd"},
         {2, "correct x.oxd --group G --channel 0 --op mean", "--output is required"},
         {2, "export x.oxd --group G --channel 0 --op raw -o y.csv", "raw"},
         {2, "get x.oxd", "PATH is required"},
+        {2, "get sample.oxd sample.oxd Scan/Lines", "--path is required"},
         {2, "set x.oxd A/B -o y.oxd", "VALUE is required"},
         {2, "set x.oxd A/B 1", "--output or --in-place is required"},
         {2, "set x.oxd A/B 1 --in-place -o y.oxd", "--output excludes --in-place"},
@@ -42,10 +122,10 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {2, "set sample.oxd Scan/X-Pos 0 -o ./sample.oxd", "./sample.oxd: "},
         {2, "get sample.oxd Scan/Rotation --separator ''", "--separator"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation ''", "value"},
+        {2, "set sample.oxd -o '' Scan/Rotation 5", "must not be empty"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation '5 '", "value"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation '5\n6'", "value"},
         {2, "set sample.oxd -o out.oxd Scan/Rotation 'see #!1'", "value"},
-        {2, "info sample.oxd info sample.oxd", "info"},
         {2, "set sample.oxd -o out.oxd Scan//Gain 5 --create", "name"},
         {2, "set sample.oxd -o out.oxd Scan/a=b 5 --create", "name"},
         {2, "set sample.oxd -o out.oxd Gain 5 --create", "in a group"},
@@ -80,9 +160,9 @@ TEST_F(CommandLineTest, TellsForeignAndDamagedFilesFromItsOwn)
         ExpectFailure("info foreign.oxd", 4, "oxd: foreign.oxd: not an .oxd file");
     }
     WriteOxd("[DataSet]\nVersion=3\n", {}, "future.oxd");
-    ExpectFailure("info future.oxd", 4, "unknown version");
+    ExpectFailure("info future.oxd", 4, "oxd: future.oxd: it is of an unknown version, 3\n");
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=999999999\n", {}, "damaged.oxd");
-    ExpectFailure("info damaged.oxd", 4, "to get a correct hed file. (section DataSet, key GroupCount)\n");
+    ExpectFailure("info damaged.oxd", 4, "damaged, its header has bad content (section DataSet, key GroupCount)\n");
 
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n[C]\nPoints=9\nLines=1\n", "cut", "cut.oxd");
     ExpectFailure("info cut.oxd", 4, "oxd: cut.oxd: damaged, it ends before its samples do");

@@ -2,6 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <iterator>
+#include <sstream>
+
 using InfoTest = ToolTest;
 
 namespace {
@@ -74,4 +77,60 @@ TEST_F(InfoTest, CutsATreeThatIsTooDeep)
         group = nlohmann::json(group.at("groups").at(0));
     EXPECT_EQ(group["cut"], true);
     EXPECT_TRUE(group["groups"].empty());
+}
+
+TEST_F(InfoTest, TakesUnitsThatSuitTheNumbersInTablesOnly)
+{
+    struct
+    {
+        const char* unit;
+        double min, range;
+        const char* shown;
+    } const axes[] = {
+        {"m", -6.7e-9, 5.3e-9, "-6.7 .. -1.4 nm"}, {"m", 0, 5e-6, "0 .. 5 \xC2\xB5m"},
+        {"Hz", 1e5, -2e5, "100 .. -100 kHz"},      {"V", 0, 0, "0 .. 0 V"},
+        {"V", 0, 1e-20, "0 .. 0.01 aV"},           {"A", 0, 1e20, "0 .. 1e+11 GA"},
+        {"nm", 0, 1500, "0 .. 1500 nm"}, // has a prefix
+        {"m^2", 0, 1e-12, "0 .. 1e-12 m^2"},       {"", 0, 1e-5, "0 .. 1e-05"},
+    };
+    const auto handle = Create("axes.oxd");
+    CreateGroup(handle, 32);
+    SetChannelCount(handle, 0, std::size(axes));
+    for (std::uint64_t slot = 0; const auto& axis : axes) {
+        SetChannelXYDimension(handle, 0, slot, 1, 1);
+        SetChannelData_PointAxisName(handle, 0, slot, "X");
+        SetChannelData_PointAxisUnit(handle, 0, slot, axis.unit);
+        SetChannelData_PointAxisMin(handle, 0, slot, axis.min);
+        SetChannelData_PointAxisRange(handle, 0, slot++, axis.range);
+    }
+    Save(handle);
+    const std::string table = ResultsOf("info axes.oxd");
+    const auto told = nlohmann::json::parse(ResultsOf("info --json axes.oxd"));
+    for (std::size_t slot = 0; const auto& axis : axes) {
+        EXPECT_NE(table.find(std::string("  X: ") + axis.shown + " "), std::string::npos) << table;
+        EXPECT_EQ(told["groups"][0]["channels"][slot]["pointAxis"]["unit"], axis.unit);
+        EXPECT_EQ(told["groups"][0]["channels"][slot++]["pointAxis"]["range"], axis.range);
+    }
+}
+
+TEST_F(InfoTest, OfSeveralFilesGoesOnAfterOneThatFails)
+{
+    WriteOxd(raggedHeader, raggedSamples, "ragged.oxd");
+    WriteBytes("foreign.oxd", "");
+    const std::string files = " sample.oxd missing.oxd ragged.oxd foreign.oxd sample.oxd";
+    const Outcome tables = ExpectMessage("info" + files, 4, "oxd: missing.oxd: No such file");
+    const std::string sample = ResultsOf("info sample.oxd");
+    EXPECT_EQ(tables.results, sample + "\n" + Run("info ragged.oxd").results + "\n" + sample);
+    EXPECT_NE(tables.diagnostics.find("oxd: foreign.oxd: not an .oxd file"), std::string::npos);
+
+    std::istringstream lines(ExpectMessage("info --jsonl" + files, 4, "oxd: missing.oxd: No such file").results);
+    std::vector<nlohmann::json> documents;
+    for (std::string line; std::getline(lines, line);)
+        documents.push_back(nlohmann::json::parse(line));
+    ASSERT_EQ(documents.size(), 5);
+    EXPECT_EQ(documents[0], nlohmann::json::parse(ResultsOf("info --json sample.oxd")));
+    EXPECT_EQ(documents[1], (nlohmann::json{{"file", "missing.oxd"}, {"error", "No such file or directory"}}));
+    EXPECT_EQ(documents[2], nlohmann::json::parse(Run("info --json ragged.oxd").results));
+    EXPECT_EQ(documents[3]["error"], "not an .oxd file, it has no header");
+    EXPECT_EQ(Run("info missing.oxd sample.oxd").exitCode, 3);
 }

@@ -7,6 +7,24 @@ TEST_F(MetaValueTest, IsFoundByItsPath)
     EXPECT_EQ(ResultsOf("get sample.oxd 'Instrument/Scanner/Calibration/XY angle'"), "90.2 \xC2\xB0\n");
     EXPECT_EQ(ResultsOf(R"(get sample.oxd 'Instrument\Scanner\Type' --separator '\')"), "Tube\n");
     EXPECT_EQ(ResultsOf("get sample.oxd 'Scan::Time/Line' --separator ::"), "0.5 s\n");
+
+    ResultsOf("set sample.oxd '[A,B]/[C]' 1 --create -o out.oxd");
+    EXPECT_EQ(ResultsOf("get out.oxd '[A,B]/[C]'"), "1\n");
+}
+
+TEST_F(MetaValueTest, IsPrintedForEachFileThatHasIt)
+{
+    ResultsOf("set sample.oxd Scan/Comment 'a \\ b' --create -o other.oxd");
+    EXPECT_EQ(ResultsOf("get --path Scan/Comment other.oxd"), "a \\ b\n");
+    EXPECT_EQ(ResultsOf("get other.oxd sample.oxd -p Scan/Lines"), "other.oxd: 256\nsample.oxd: 256\n");
+
+    const std::string ofAll = "get --path Scan/Comment sample.oxd other.oxd ";
+    const Outcome some = ExpectMessage(ofAll, 1, "oxd: sample.oxd: no information named \"Scan/Comment\"\n");
+    EXPECT_EQ(some.results, "other.oxd: a \\ b\n");
+    EXPECT_EQ(Run(ofAll + "missing.oxd sample.oxd").exitCode, 3);
+    EXPECT_EQ(Run(ofAll + "--jsonl").results,
+              "{\"file\":\"sample.oxd\",\"error\":\"no information named \\\"Scan/Comment\\\"\"}\n"
+              "{\"file\":\"other.oxd\",\"path\":\"Scan/Comment\",\"value\":\"a \\\\ b\"}\n");
 }
 
 TEST_F(MetaValueTest, ChangesInAnotherFileOnly)

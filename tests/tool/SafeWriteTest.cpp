@@ -60,7 +60,7 @@ TEST_F(SafeWriteTest, LeavesTheOldFileWhenTheNewOneIsWrong)
 
 TEST_F(SafeWriteTest, HelpAndDocumentGiveTheSameExitCodes)
 {
-    const std::string document = ReadBytes(OXD_DOCUMENT);
+    const std::string document = ReadBytes(OXD_MANUAL);
     const std::string help = ResultsOf("--help");
     std::istringstream lines(help.substr(help.find("Exit codes:\n") + 12));
     int rows = 0;

@@ -1,7 +1,6 @@
 #include "oxd/commands/ChannelCommands.h"
 
-#include "oxd/commands/CommandHelp.h"
-#include "oxd/commands/OutputOptions.h"
+#include "oxd/commands/CommonOptions.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
 #include "oxd/system/Messages.h"
@@ -38,15 +37,6 @@ LineOperator FindOperator(const std::string& name)
     return found == lineOperators.end() ? rawData : *found;
 }
 
-void AddSelection(CLI::App& command, ChannelSelection& selection)
-{
-    command.add_option("FILE", selection.file, "File to read; stays as it is")->type_name("")->required();
-    command.add_option("--group", selection.group, "Name of the group")->type_name("NAME")->required();
-    command.add_option("--channel", selection.channel, "Index of the channel, or its name")
-        ->type_name("INDEX|NAME")
-        ->required();
-}
-
 CLI::Option& AddOperator(CLI::App& command, LineOperator& lineOperator, const char* description)
 {
     const auto choose = [&lineOperator](const std::string& name) { lineOperator = FindOperator(name); };
@@ -70,11 +60,10 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
 {
     const auto correction = std::make_shared<Correction>();
     CLI::App& command = *app.add_subcommand("correct", "Correct a channel line by line and save it as another file");
-    command.footer(DescribeOperators() + "\n\n" + notInSavedFiles);
+    command.footer(DescribeOperators() + "\n\n" + selectionShape + "\n\n" + notInSavedFiles);
     AddSelection(command, correction->selection);
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
-    AddOutput(command, correction->output).required();
-    AddNoClobber(command, correction->output);
+    AddOutput(command, correction->output);
     command.callback([correction, &outcome] {
         outcome = Report(correction->selection.file, Correct(*correction), "left as before");
     });
@@ -85,12 +74,11 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     const auto wanted = std::make_shared<Export>();
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
     command.footer("The suffix of OUT, in any case, says what is written:\n" + DescribeExportKinds() + "\n" +
-                   DescribeOperators());
+                   DescribeOperators() + "\n\n" + selectionShape);
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
-    AddOutput(command, wanted->output).required();
-    AddNoClobber(command, wanted->output);
+    AddOutput(command, wanted->output);
     command.callback([wanted, &outcome] {
         const ExportGaps gaps = ExportChannel(*wanted);
         outcome = Report(wanted->selection.file, gaps.skipped, "left out");

@@ -1,11 +1,13 @@
 #include "oxd/commands/MetaCommands.h"
 
-#include "oxd/commands/CommandHelp.h"
-#include "oxd/commands/OutputOptions.h"
+#include "oxd/commands/CommonOptions.h"
+#include "oxd/commands/EachFile.h"
+#include "oxd/commands/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace oxd {
@@ -15,70 +17,123 @@ namespace {
 constexpr const char* pathShape = "PATH joins the names of the groups and of the item, for example Scan/Rotation.\n"
                                   "The first match counts, and case matters.";
 
-struct PathOptions
+void AddSeparator(CLI::App& command, std::string& separator)
 {
-    std::string file;
+    command.add_option("--separator", separator, "What separates the names in PATH, instead of /")
+        ->type_name("TEXT")
+        ->check(IsNotEmpty());
+}
+
+// The path is the second word, unless an option gives it; all other words are files. The parser would split a word in
+// brackets that is one of a list, so the words that may be a path are apart.
+struct GetOptions
+{
+    FileList files;
+    std::string second;
+    CLI::Option* secondWord = nullptr;
+    std::vector<std::string> others;
+    CLI::Option* pathOption = nullptr;
     std::string path;
     std::string separator = "/";
+};
 
-    void AddTo(CLI::App& command)
+class GetFormatter : public CLI::Formatter
+{
+public:
+    std::string make_usage(const CLI::App*, std::string name) const override
     {
-        command.footer(pathShape);
-        command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required();
-        command.add_option("PATH", path, "Where the value is, see below")->type_name("")->required();
-        command.add_option("--separator", separator, "What separates the names in PATH, instead of /")
-            ->type_name("TEXT");
-    }
-
-    // Options are complete only once the whole command line is read, so the separator is checked here.
-    MetaPath Path() const
-    {
-        if (separator.empty()) {
-            throw CLI::ValidationError("--separator", "must not be empty");
-        }
-        return {path, separator};
+        return "Usage: " + name + " [OPTIONS] FILE PATH\n       " + name + " [OPTIONS] --path PATH FILE...\n";
     }
 };
 
+void TellPathFromFiles(GetOptions& options)
+{
+    const bool hasSecond = options.secondWord->count() > 0;
+    if (options.pathOption->count() > 0) {
+        if (hasSecond) {
+            options.others.insert(options.others.begin(), options.second);
+        }
+        if (std::count(options.others.begin(), options.others.end(), "") > 0) {
+            throw CLI::ValidationError("FILE", "must not be empty");
+        }
+        options.files.names.insert(options.files.names.end(), options.others.begin(), options.others.end());
+        return;
+    }
+    if (!hasSecond) {
+        throw CLI::RequiredError("PATH");
+    }
+    if (!options.others.empty()) {
+        throw CLI::RequiredError("For several files, --path");
+    }
+    options.path = options.second;
+}
+
+void Get(GetOptions& options, Results& results, ExitCode& outcome)
+{
+    TellPathFromFiles(options);
+    const MetaPath path(options.path, options.separator);
+    const bool several = options.files.names.size() > 1;
+    const auto answer = [&](const std::string& file) {
+        const std::string value = GetMetaValue(file, path);
+        if (options.files.jsonLines) {
+            return FileAnswer{JsonLine({{"file", file}, {"path", options.path}, {"value", value}})};
+        }
+        const std::string line = (several ? file + ": " : "") + value;
+        return FileAnswer{(results.IsTerminal() ? Printable(line) : line) + "\n"};
+    };
+    AnswerForEach(options.files, answer, results, outcome);
+}
+
 } // namespace
 
-void AddGet(CLI::App& app, Results& results)
+void AddGet(CLI::App& app, Results& results, ExitCode& outcome)
 {
-    const auto options = std::make_shared<PathOptions>();
+    const auto options = std::make_shared<GetOptions>();
     CLI::App& command = *app.add_subcommand("get", "Print one value of the measurement information");
-    options->AddTo(command);
-    command.callback([options, &results] {
-        const std::string value = GetMetaValue(options->file, options->Path());
-        results.Write((results.IsTerminal() ? Printable(value) : value) + "\n");
-    });
+    command.formatter(std::make_shared<GetFormatter>());
+    command.footer(std::string(pathShape) + "\nFor several files, each value is behind the name of its file.\n" +
+                   "With --jsonl: {file, path, value}, or {file, error} for a file that has no such value.");
+    AddInputFile(command, options->files.names.emplace_back());
+    options->secondWord = command.add_option("PATH", options->second, "Where the value is, see below");
+    options->secondWord->type_name("");
+    command.add_option("FILES", options->others, "With --path: more files, and the second word is one, too")
+        ->type_name("");
+    options->pathOption = command.add_option("-p,--path", options->path, "The same for several files");
+    options->pathOption->type_name("PATH");
+    AddSeparator(command, options->separator);
+    AddJsonLines(command, options->files.jsonLines);
+    command.callback([options, &results, &outcome] { Get(*options, results, outcome); });
 }
 
 void AddSet(CLI::App& app)
 {
-    struct Options : PathOptions
+    struct Options
     {
-        std::string value;
-        bool create = false;
-        bool inPlace = false;
-        Destination output;
-
         MetaChange Change() const
         {
             if (!inPlace && output.name.empty()) {
                 throw CLI::RequiredError("--output or --in-place");
             }
-            return {file, Path(), value, create, inPlace ? Destination{file} : output, inPlace};
+            return {file, MetaPath(path, separator), value, create, inPlace ? Destination{file} : output, inPlace};
         }
+
+        std::string file;
+        std::string path;
+        std::string separator = "/";
+        std::string value;
+        bool create = false;
+        bool inPlace = false;
+        Destination output;
     };
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information");
-    options->AddTo(command);
     command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
+    AddInputFile(command, options->file);
+    command.add_option("PATH", options->path, "Where the value is, see below")->type_name("")->required();
     command.add_option("VALUE", options->value, "New value")->type_name("")->required();
+    AddSeparator(command, options->separator);
     command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
-    CLI::Option& output = AddOutput(command, options->output);
-    CLI::Option& noClobber = AddNoClobber(command, options->output);
-    command.add_flag("--in-place", options->inPlace, "Replace FILE itself")->excludes(&output)->excludes(&noClobber);
+    AddOutputOrInPlace(command, options->output, options->inPlace);
     command.callback([options] { SetMetaValue(options->Change()); });
 }
 

@@ -1,9 +1,10 @@
 #include "oxd/commands/Run.h"
 
+#include "oxd/commands/CommandLine.h"
 #include "oxd/commands/Commands.h"
+#include "oxd/files/Interruption.h"
 #include "oxd/library/DataSet.h"
 #include "oxd/system/Failure.h"
-#include "oxd/system/Interruption.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Platform.h"
 #include "oxd/system/Results.h"
@@ -17,36 +18,19 @@ namespace oxd {
 
 namespace {
 
-// The file that the command is about, for a message.
-std::string NamedFile(const CLI::App& app)
+ExitCode Parse(CommandLine& commandLine, Results& results)
 {
-    const auto commands = app.get_subcommands();
-    const CLI::Option* const file = commands.empty() ? nullptr : commands.front()->get_option_no_throw("FILE");
-    return file != nullptr && file->count() > 0 ? file->as<std::string>() : std::string("a file");
-}
-
-// How to ask for the help that a wrong command line lacked.
-std::string HelpCommand(const CLI::App& app)
-{
-    const auto commands = app.get_subcommands();
-    return "oxd " + (commands.empty() ? std::string() : commands.front()->get_name() + " ") + "--help";
-}
-
-// CLI11 takes the arguments last first.
-ExitCode Parse(CLI::App& app, std::vector<std::string> arguments, Results& results)
-{
-    std::reverse(arguments.begin(), arguments.end());
     try {
-        app.parse(std::move(arguments));
+        commandLine.Run();
     } catch (const CLI::CallForHelp&) {
-        results.Write(app.help());
+        results.Write(commandLine.Help());
     } catch (const CLI::CallForVersion& version) {
         results.Write(std::string(version.what()) + "\n");
     } catch (const CLI::ParseError& error) {
-        Complain(std::string(error.what()) + " (see " + HelpCommand(app) + ")");
+        Complain(commandLine.Explanation(error));
         return ExitCode::Usage;
     } catch (const LibraryError& error) { // the library refused what it does with a sound file
-        throw Failure(ExitCode::Damaged, NamedFile(app), error.what());
+        throw Failure(ExitCode::Damaged, commandLine.NamedFile(), error.what());
     }
     return ExitCode::Done;
 }
@@ -56,9 +40,14 @@ ExitCode Execute(std::vector<std::string> arguments, Results& results)
     CLI::App app("Shows, corrects and makes .oxd measurement files.", "oxd");
     ExitCode outcome = ExitCode::Done;
     AddCommands(app, results, outcome);
-    const ExitCode parsed = Parse(app, std::move(arguments), results);
-    results.Close();
-    return parsed == ExitCode::Done ? outcome : parsed;
+    CommandLine commandLine(app, std::move(arguments));
+    try {
+        const ExitCode parsed = Parse(commandLine, results);
+        results.Close();
+        return parsed == ExitCode::Done ? outcome : parsed;
+    } catch (const ReaderGone&) {
+        return outcome;
+    }
 }
 
 } // namespace

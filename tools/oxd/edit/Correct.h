@@ -1,10 +1,10 @@
 // Runs every line of a channel through a line operator and saves the outcome as another file.
 #pragma once
 
+#include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
-#include "oxd/system/OutputFile.h"
 
 namespace oxd {
 

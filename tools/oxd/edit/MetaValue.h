@@ -1,7 +1,7 @@
 // Gets and sets one value of the measurement information, which is named by the groups that lead to it.
 #pragma once
 
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // Makes an example of a file such as a microscope writes, byte for byte the same every time and on every machine.
 #pragma once
 
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
 namespace oxd {
 

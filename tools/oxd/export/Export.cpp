@@ -64,7 +64,7 @@ const Kind& FindKind(const Export& wanted)
 
 std::string Title(const Export& wanted, const Channel& channel)
 {
-    const std::string name = wanted.selection.group + ": " + channel.Name();
+    const std::string name = channel.GroupName() + ": " + channel.Name();
     const std::string caption(wanted.lineOperator.caption);
     return caption.empty() ? name : name + ", " + caption;
 }

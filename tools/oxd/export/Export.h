@@ -1,10 +1,10 @@
 // Writes one channel as a file that other programs read: a picture, a table or bare numbers.
 #pragma once
 
+#include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
-#include "oxd/system/OutputFile.h"
 
 #include <string>
 #include <vector>

@@ -66,8 +66,15 @@ struct FileInfo
 // Throws a Failure if `file` cannot be opened. A line that cannot be read is a problem, not a failure.
 FileInfo ReadFileInfo(const std::string& file);
 
-// A table for people, in which control characters are replaced, and a JSON document whose shape docs/oxd.md describes.
+// A table for people, in which control characters are replaced and numbers are in multiples of their units.
 std::string ToTable(const FileInfo& info);
-std::string ToJson(const FileInfo& info);
+
+// A JSON document whose shape docs/oxd.md describes, in base units. It ends with a line feed.
+enum class JsonLayout
+{
+    Indented,
+    OneLine
+};
+std::string ToJson(const FileInfo& info, JsonLayout layout);
 
 } // namespace oxd

@@ -73,14 +73,14 @@ Json ToJson(const std::vector<InfoNode>& nodes)
 
 } // namespace
 
-std::string ToJson(const FileInfo& info)
+std::string ToJson(const FileInfo& info, JsonLayout layout)
 {
     Json groups = Json::array();
     for (const GroupInfo& group : info.groups) {
         groups.push_back(ToJson(group));
     }
     const Json json{{"file", info.file}, {"version", info.version}, {"groups", groups}, {"info", ToJson(info.nodes)}};
-    constexpr int indent = 2;
+    const int indent = layout == JsonLayout::Indented ? 2 : -1;
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -2,7 +2,10 @@
 
 #include "oxd/info/TextTable.h"
 #include "oxd/system/Text.h"
+#include "oxd/system/Unit.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace oxd {
@@ -11,9 +14,13 @@ namespace {
 
 constexpr const char* none = "-";
 
+// Both ends in the same multiple of the unit, which suits the one farther from zero.
 std::string RangeText(double min, double max, const std::string& unit)
 {
-    return Printable(ToText(min) + " .. " + ToText(max) + (unit.empty() ? "" : " " + unit));
+    const double magnitude = std::max(std::fabs(min), std::fabs(max));
+    const UnitMultiple multiple = TakesPrefix(unit) ? WithPrefix(unit, magnitude) : UnitMultiple{1, unit};
+    return Printable(ToText(min * multiple.factor) + " .. " + ToText(max * multiple.factor) +
+                     (unit.empty() ? "" : " " + multiple.text));
 }
 
 std::string AxisText(const Axis& axis)

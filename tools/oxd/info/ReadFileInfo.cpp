@@ -1,5 +1,6 @@
 #include "oxd/info/FileInfo.h"
 
+#include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
 #include "oxd/library/MetaNode.h"
@@ -75,11 +76,7 @@ public:
     FileInfo Read()
     {
         m_info.version = m_dataSet.Call(GetOxdVersion);
-        std::vector<std::uint64_t> ids(m_dataSet.Call(GetGroupCount));
-        if (!ids.empty()) {
-            m_dataSet.Call(GetAllGroupIds, ids.data());
-        }
-        for (const std::uint64_t id : ids) {
+        for (const std::uint64_t id : GroupIds(m_dataSet)) {
             m_info.groups.push_back(ReadGroup(id));
         }
         ReadInformation();

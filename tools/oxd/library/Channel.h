@@ -55,6 +55,9 @@ public:
     // Makes a channel of that size in the slot. One that has the size already keeps its samples; else all are 0.
     void Resize(std::uint64_t points, std::uint64_t lines) { Call(SetChannelXYDimension, points, lines); }
 
+    // The name of the group that it is in.
+    std::string GroupName() const { return m_dataSet->Text(GetGroupName, m_group); }
+
     // The name of the signal axis, which says what a channel holds: it has no name of its own.
     std::string Name() const { return Text(signalAxis.getName); }
 

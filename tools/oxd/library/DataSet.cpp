@@ -2,6 +2,7 @@
 
 #include "oxd/library/Diagnostic.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Messages.h"
 #include "oxd/system/Platform.h"
 
 #include <new>
@@ -19,10 +20,14 @@ std::string NameForLibrary(const std::string& file, ExitCode ifImpossible)
     return *name;
 }
 
-// A lack of memory says nothing about a file or a line, and must not pass for damage there.
-std::string PendingError()
+// The text that the last failed call left. A buffer that was too short is no failure to look into, since a longer one
+// is tried. A lack of memory says nothing about a file or a line, and must not pass for damage there.
+std::string TakeLastError()
 {
     std::string text = VELGetLastError();
+    if (!diagnostic::IsShortBuffer(text)) {
+        Explain(text);
+    }
     if (diagnostic::IsOutOfMemory(text)) {
         throw std::bad_alloc();
     }
@@ -53,7 +58,7 @@ LibraryError::LibraryError(const std::string& text)
 void ThrowPendingError()
 {
     if (VELHasLastError()) {
-        throw LibraryError(PendingError());
+        throw LibraryError(TakeLastError());
     }
 }
 
@@ -61,12 +66,12 @@ DataSet DataSet::Open(const std::string& file)
 {
     DataSet opened(OpenOxdFile(NameForLibrary(file, ExitCode::CannotOpen).c_str()));
     if (opened.m_handle == 0) {
-        throw OpenFailure(file, PendingError());
+        throw OpenFailure(file, TakeLastError());
     }
     // A file without a complete header opens as an empty data set, which differs from others by having no version.
     GetOxdVersion(opened.m_handle);
     if (VELHasLastError()) {
-        PendingError();
+        TakeLastError();
         throw Failure(ExitCode::Damaged, file, "not an .oxd file, it has no header");
     }
     return opened;
@@ -86,7 +91,7 @@ std::string DataSet::SaveTo(OutputFile& output)
     Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
     SaveOxdFile(m_handle);
     if (VELHasLastError()) {
-        throw SaveFailure(output.Name(), PendingError());
+        throw SaveFailure(output.Name(), TakeLastError());
     }
     return file;
 }

@@ -2,7 +2,7 @@
 // files of the format goes through the public header of the library, which is included only here.
 #pragma once
 
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
 #include <VELOxdDll.h>
 

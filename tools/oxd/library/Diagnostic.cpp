@@ -1,10 +1,25 @@
 #include "oxd/library/Diagnostic.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 
 namespace oxd::diagnostic {
 
 namespace {
+
+// How a text of the library begins that is of little use to whoever only uses the tool, and what it means to them.
+struct Translation
+{
+    std::string_view library;
+    std::string_view user;
+};
+
+constexpr std::array translations{
+    Translation{"The hed file is corrupted", "damaged, its header has bad content"},
+    Translation{"The hed file has an unknown version", "it is of an unknown version,"},
+    Translation{"std::bad_alloc", "not enough memory"},
+};
 
 bool Contains(std::string_view text, std::string_view part)
 {
@@ -78,7 +93,13 @@ bool IsOutOfMemory(std::string_view text)
 std::string Reason(std::string_view text)
 {
     const std::string_view line = MainLine(text);
-    return std::string(line.substr(0, line.find(" Filename: "))).append(Place(text));
+    const auto* const known = std::find_if(translations.begin(), translations.end(), [&](const Translation& candidate) {
+        return line.starts_with(candidate.library);
+    });
+    if (known == translations.end()) {
+        return std::string(line.substr(0, line.find(" Filename: "))).append(Place(text));
+    }
+    return std::string(known->user).append(RestOfLine(line, "Version:").value_or("")).append(Place(text));
 }
 
 } // namespace oxd::diagnostic

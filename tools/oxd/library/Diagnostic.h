@@ -19,8 +19,8 @@ bool IsShortBuffer(std::string_view text);
 // There was not enough memory, whatever the call was about.
 bool IsOutOfMemory(std::string_view text);
 
-// The part that a user can act upon, in one line: the system's own message if there is one, else the library's, with
-// the place in the header that it is about.
+// The part that a user can act upon, in one sentence: the system's own message if there is one, else the library's,
+// with the place in the header that it is about.
 std::string Reason(std::string_view text);
 
 } // namespace oxd::diagnostic

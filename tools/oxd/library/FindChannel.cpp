@@ -1,38 +1,55 @@
 #include "oxd/library/FindChannel.h"
 
+#include "oxd/library/NameList.h"
 #include "oxd/system/Failure.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
+#include <string_view>
 
 namespace oxd {
 
 namespace {
 
+constexpr std::string_view idMark = "id:";
+constexpr std::string_view nameMark = "name:";
+
+// What follows `mark` at the beginning of the text.
+std::optional<std::string> Behind(std::string_view mark, const std::string& text)
+{
+    return text.starts_with(mark) ? std::optional(text.substr(mark.size())) : std::nullopt;
+}
+
+std::optional<std::uint64_t> ToNumber(const std::string& text)
+{
+    std::uint64_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), end, number);
+    return parsed.ec == std::errc() && parsed.ptr == end ? std::optional(number) : std::nullopt;
+}
+
+std::string GroupName(const DataSet& dataSet, std::uint64_t id)
+{
+    return dataSet.Text(GetGroupName, id);
+}
+
 std::uint64_t FindGroup(const DataSet& dataSet, const ChannelSelection& wanted)
 {
-    try {
-        return dataSet.Call(GetGroupId, wanted.group.c_str());
-    } catch (const LibraryError&) {
-        throw Failure(ExitCode::No, wanted.file, "no group named \"" + wanted.group + "\"");
+    const auto id = Behind(idMark, wanted.group);
+    const std::string name = Behind(nameMark, wanted.group).value_or(wanted.group);
+    const std::vector<std::uint64_t> ids = GroupIds(dataSet);
+    const auto found = std::find_if(ids.begin(), ids.end(), [&](std::uint64_t candidate) {
+        return id ? ToNumber(*id) == candidate : GroupName(dataSet, candidate) == name;
+    });
+    if (found != ids.end()) {
+        return *found;
     }
-}
-
-std::optional<std::uint64_t> ToIndex(const std::string& text)
-{
-    std::uint64_t index = 0;
-    const char* const end = text.data() + text.size();
-    const auto parsed = std::from_chars(text.data(), end, index);
-    return parsed.ec == std::errc() && parsed.ptr == end ? std::optional(index) : std::nullopt;
-}
-
-bool Matches(const Channel& channel, std::uint64_t slot, const std::string& wanted)
-{
-    if (!channel.Exists()) {
-        return false;
+    NameList known("it has no groups");
+    for (const std::uint64_t candidate : ids) {
+        known.Add(GroupName(dataSet, candidate), std::string(idMark) + std::to_string(candidate));
     }
-    const auto index = ToIndex(wanted);
-    return index ? slot == *index : channel.Name() == wanted;
+    throw Failure(ExitCode::No, wanted.file, "no group \"" + wanted.group + "\"; " + known.Sentence());
 }
 
 } // namespace
@@ -40,14 +57,32 @@ bool Matches(const Channel& channel, std::uint64_t slot, const std::string& want
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted)
 {
     const std::uint64_t group = FindGroup(dataSet, wanted);
+    const auto index = ToNumber(wanted.channel);
+    const std::string name = Behind(nameMark, wanted.channel).value_or(wanted.channel);
     const std::uint64_t slots = dataSet.Call(GetChannelCount, group);
+    NameList known("it has no channels");
     for (std::uint64_t slot = 0; slot < slots; ++slot) {
         const Channel channel(dataSet, group, slot);
-        if (Matches(channel, slot, wanted.channel)) {
+        if (!channel.Exists()) {
+            continue;
+        }
+        if (index ? slot == *index : channel.Name() == name) {
             return channel;
         }
+        known.Add(channel.Name(), std::to_string(slot));
     }
-    throw Failure(ExitCode::No, wanted.file, "no channel \"" + wanted.channel + "\" in group \"" + wanted.group + "\"");
+    throw Failure(ExitCode::No, wanted.file,
+                  "no channel \"" + wanted.channel + "\" in group \"" + GroupName(dataSet, group) + "\"; " +
+                      known.Sentence());
+}
+
+std::vector<std::uint64_t> GroupIds(const DataSet& dataSet)
+{
+    std::vector<std::uint64_t> ids(dataSet.Call(GetGroupCount));
+    if (!ids.empty()) {
+        dataSet.Call(GetAllGroupIds, ids.data());
+    }
+    return ids;
 }
 
 } // namespace oxd

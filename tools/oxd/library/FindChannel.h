@@ -3,20 +3,26 @@
 
 #include "oxd/library/Channel.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 namespace oxd {
 
-// A name may stand for several groups or channels of a file. The first of them is meant then.
+// A name may stand for several groups or channels of a file. The first of them is meant then. "name:" may stand before
+// a name, so that every name can be written.
 struct ChannelSelection
 {
     std::string file;
-    std::string group;   // its name
+    std::string group;   // "id:" and its id, or its name
     std::string channel; // its index if there is nothing but digits, else the name of its signal axis
 };
 
-// `dataSet` is the one read from the selection's file. Throws a Failure if it has no such channel; an empty slot is
-// none. The channel refers to `dataSet` and must not outlive it.
+// `dataSet` is the one read from the selection's file. Throws a Failure, which lists what there is, if it has no such
+// channel; an empty slot is none. The channel refers to `dataSet` and must not outlive it.
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted);
+
+// The ids of all groups, in the order of the file.
+std::vector<std::uint64_t> GroupIds(const DataSet& dataSet);
 
 } // namespace oxd

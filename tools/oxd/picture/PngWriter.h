@@ -1,7 +1,7 @@
 // Writes a PNG file with 16 bits of grey, row by row, so that a picture of any size takes little memory.
 #pragma once
 
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
 #include <png.h>
 

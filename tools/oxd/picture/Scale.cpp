@@ -1,5 +1,6 @@
 #include "oxd/picture/Scale.h"
 
+#include "oxd/system/Unit.h"
 #include "velstdlib/math/Round.h"
 
 #include <algorithm>
@@ -13,28 +14,6 @@ namespace oxd {
 namespace {
 
 using veltaris::velstdlib::math::vel_round;
-
-// The units that take a prefix. Any other may have one already, as "nm" has.
-constexpr std::array<std::string_view, 17> prefixable{"m", "s", "A", "V", "N", "Hz", "W", "J", "K",
-                                                      "C", "F", "T", "S", "H", "Pa", "Ω", "eV"};
-
-struct Prefix
-{
-    int exponent;
-    std::string_view text;
-};
-
-constexpr std::array prefixes{Prefix{-18, "a"}, Prefix{-15, "f"}, Prefix{-12, "p"}, Prefix{-9, "n"}, Prefix{-6, "µ"},
-                              Prefix{-3, "m"},  Prefix{0, ""},    Prefix{3, "k"},   Prefix{6, "M"},  Prefix{9, "G"}};
-
-// The largest power of 1000 that is not more than `magnitude`.
-int Exponent(double magnitude)
-{
-    constexpr double roundingError = 1e-9;
-    return magnitude > 0 && std::isfinite(magnitude)
-               ? 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3 + roundingError))
-               : 0;
-}
 
 // The smallest number that is not less than `step` and is 1, 2 or 5 times a power of ten.
 double RoundStep(double step)
@@ -96,18 +75,15 @@ std::vector<double> Scale::Ticks(int wanted) const
 UnitText::UnitText(const Scale& scale, const std::string& unit) : m_unit(unit)
 {
     const double magnitude = scale.Magnitude();
-    const int exponent = std::clamp(Exponent(magnitude), prefixes.front().exponent, prefixes.back().exponent);
-    const auto* const prefix =
-        std::find_if(prefixes.begin(), prefixes.end(), [&](const Prefix& known) { return known.exponent == exponent; });
-    const bool takesPrefix = std::find(prefixable.begin(), prefixable.end(), unit) != prefixable.end();
     constexpr double readableFrom = 1e-2;
     constexpr double readableTo = 1e4;
-    if (takesPrefix) {
-        m_unit = std::string(prefix->text) + unit;
-        m_factor = std::pow(10, -exponent);
+    if (TakesPrefix(unit)) {
+        const UnitMultiple multiple = WithPrefix(unit, magnitude);
+        m_unit = multiple.text;
+        m_factor = multiple.factor;
     } else if (magnitude > 0 && (magnitude < readableFrom || magnitude >= readableTo)) {
-        m_unit = "1e" + std::to_string(Exponent(magnitude)) + (unit.empty() ? "" : " " + unit);
-        m_factor = std::pow(10, -Exponent(magnitude));
+        m_unit = "1e" + std::to_string(ExponentOf(magnitude)) + (unit.empty() ? "" : " " + unit);
+        m_factor = std::pow(10, -ExponentOf(magnitude));
     }
 }
 

@@ -17,8 +17,11 @@ std::optional<std::string> FileName(const std::string& name);
 void IgnoreBrokenPipes();
 
 // Moves the standard output to a descriptor of its own and returns that, or -1 if it was closed. Whatever else writes
-// to the standard output, above all the library's log, goes to the standard error from then on.
+// to the standard output from then on, above all the library's log, writes to nowhere.
 int TakeStandardOutput();
+
+// Lets what would go nowhere go to the standard error instead.
+void ShowStrayOutput();
 
 // Whether the name leads to what is written as it stands and cannot be replaced: a pipe, a device, or an open
 // descriptor of this process, such as /dev/stdout.

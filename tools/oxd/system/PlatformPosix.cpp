@@ -38,6 +38,11 @@ std::optional<int> NamedDescriptor(std::filesystem::path name)
     return std::nullopt;
 }
 
+int OpenNowhere()
+{
+    return open("/dev/null", O_RDWR | O_CLOEXEC);
+}
+
 } // namespace
 
 std::optional<std::string> FileName(const std::string& name)
@@ -55,11 +60,18 @@ int TakeStandardOutput()
 {
     // Not one of the standard three, even if some of these are closed.
     standardOutput = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) { // there is no standard error either
-        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(nowhere, STDOUT_FILENO);
+    int nowhere = OpenNowhere();
+    while (nowhere >= 0 && nowhere <= STDERR_FILENO) { // stays where a stream is closed, so that no file gets there
+        nowhere = OpenNowhere();
     }
+    dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
     return standardOutput;
+}
+
+void ShowStrayOutput()
+{
+    dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
 bool IsStream(const std::string& name)

@@ -65,11 +65,17 @@ int TakeStandardOutput()
     if (own >= 0) {
         _setmode(own, _O_BINARY); // lines end as they do elsewhere
     }
-    if (_dup2(standardError, standardOutput) != 0) { // there is no standard error either
-        const int nowhere = _open("NUL", _O_WRONLY);
+    const int nowhere = _open("NUL", _O_WRONLY);
+    if (nowhere != standardOutput) {
         _dup2(nowhere, standardOutput);
+        _close(nowhere);
     }
     return own;
+}
+
+void ShowStrayOutput()
+{
+    _dup2(standardError, standardOutput);
 }
 
 // Nobody but the reader of a pipe should open it to have a look.

@@ -15,6 +15,9 @@ constexpr int closed = -1;
 
 void Require(bool success)
 {
+    if (!success && errno == EPIPE) {
+        throw ReaderGone();
+    }
     if (!success) {
         throw Failure(ExitCode::CannotWrite, "standard output", std::generic_category().message(errno));
     }
@@ -36,6 +39,11 @@ Results::~Results()
 bool Results::IsTerminal() const
 {
     return platform::IsTerminal(m_descriptor);
+}
+
+void Results::ShowLog()
+{
+    platform::ShowStrayOutput();
 }
 
 void Results::Write(std::string_view text)

@@ -60,6 +60,12 @@ bool IsControl(char byte)
     return (byte >= 0 && byte < ' ') || byte == 0x7F;
 }
 
+// In UTF-8, all bytes of a character but the first are 10xxxxxx.
+bool BeginsCharacter(char byte)
+{
+    return (byte & 0xC0) != 0x80;
+}
+
 // Whether a control character from U+0080 to U+009F, which has two bytes, comes first.
 bool BeginsControl(std::string_view text)
 {
@@ -102,6 +108,19 @@ std::string ValidUtf8(const std::string& text)
             valid.begin(), valid.end(), [](char byte) { return (byte & 0x80) != 0; }, '?');
     }
     return valid;
+}
+
+std::string Shortened(const std::string& text, std::size_t characters)
+{
+    std::size_t begun = 0;
+    const auto beyond = std::find_if(text.begin(), text.end(),
+                                     [&](char byte) { return BeginsCharacter(byte) && begun++ == characters; });
+    return beyond == text.end() ? text : std::string(text.begin(), beyond) + "…";
+}
+
+std::size_t CharacterCount(const std::string& text)
+{
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), BeginsCharacter));
 }
 
 } // namespace oxd

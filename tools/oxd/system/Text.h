@@ -1,6 +1,7 @@
 // Numbers as text, and texts from files made fit to show. Everything is the same in every locale.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace oxd {
@@ -18,5 +19,11 @@ std::string Printable(const std::string& text);
 // `text` itself if it is UTF-8, else with every byte beyond ASCII replaced by a question mark. Codes that stand for no
 // character, such as U+FFFE, count as not UTF-8.
 std::string ValidUtf8(const std::string& text);
+
+// `text` itself if it has at most `characters`, else as many of them and an ellipsis.
+std::string Shortened(const std::string& text, std::size_t characters);
+
+// The number of characters of a text in UTF-8.
+std::size_t CharacterCount(const std::string& text);
 
 } // namespace oxd

@@ -27,8 +27,19 @@ std::uint64_t LengthOf(std::istream& stream)
     return static_cast<std::uint64_t>(length);
 }
 
-// The position behind the first mark, or 0. The last byte of each chunk is carried over, since a mark may straddle two
-// chunks. A file that cannot be read is treated as one without a header.
+std::string ReadText(std::istream& stream, std::uint64_t bytes)
+{
+    std::string raw(bytes, '\0');
+    stream.seekg(0);
+    stream.read(raw.data(), static_cast<std::streamsize>(bytes));
+    std::string text;
+    string::AppendAnalyzed(text, std::move(raw));
+    return text;
+}
+
+} // namespace
+
+// The last byte of each chunk is carried over, since a mark may straddle two chunks.
 std::uint64_t FindHeaderEnd(std::istream& stream, std::uint64_t fileBytes)
 try {
     std::array<char, 1 + 16'384> window{};
@@ -47,18 +58,6 @@ try {
 } catch (const std::ios_base::failure&) {
     return 0;
 }
-
-std::string ReadText(std::istream& stream, std::uint64_t bytes)
-{
-    std::string raw(bytes, '\0');
-    stream.seekg(0);
-    stream.read(raw.data(), static_cast<std::streamsize>(bytes));
-    std::string text;
-    string::AppendAnalyzed(text, std::move(raw));
-    return text;
-}
-
-} // namespace
 
 std::optional<CHeaderSection> CVELConfig::SelectSection(std::string_view name)
 {

@@ -66,6 +66,10 @@ private:
     std::uint64_t m_dataBytes = 0;
 };
 
+// The position behind the first end mark in a stream, which is read from where it is and has so many bytes; 0 when
+// there is no mark, and when the stream fails: a file that cannot be read is treated as one without a header.
+std::uint64_t FindHeaderEnd(std::istream& stream, std::uint64_t fileBytes);
+
 // The header of an .oxd file.
 class CVELOXDConfig : public CVELConfig
 {

@@ -1,8 +1,8 @@
-#include "oxd/system/TemporaryFile.h"
+#include "oxd/files/TemporaryFile.h"
 
-#include "oxd/system/Interruption.h"
+#include "oxd/files/Interruption.h"
+#include "oxd/files/PlatformFiles.h"
 #include "oxd/system/Platform.h"
-#include "oxd/system/PlatformFiles.h"
 
 #include <cerrno>
 #include <random>

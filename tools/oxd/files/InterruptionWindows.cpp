@@ -1,4 +1,4 @@
-#include "oxd/system/Interruption.h"
+#include "oxd/files/Interruption.h"
 
 #include "oxd/system/Failure.h"
 

@@ -1,9 +1,9 @@
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
+#include "oxd/files/Interruption.h"
+#include "oxd/files/PlatformFiles.h"
 #include "oxd/system/Failure.h"
-#include "oxd/system/Interruption.h"
 #include "oxd/system/Platform.h"
-#include "oxd/system/PlatformFiles.h"
 
 #include <cerrno>
 #include <fstream>

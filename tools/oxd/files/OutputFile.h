@@ -1,7 +1,7 @@
 // Files that the tool writes; and the rule that no command writes the file that it reads.
 #pragma once
 
-#include "oxd/system/TemporaryFile.h"
+#include "oxd/files/TemporaryFile.h"
 
 #include <filesystem>
 #include <optional>

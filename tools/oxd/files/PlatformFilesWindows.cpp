@@ -1,4 +1,4 @@
-#include "oxd/system/PlatformFiles.h"
+#include "oxd/files/PlatformFiles.h"
 
 #include <array>
 #include <cerrno>

@@ -1,0 +1,75 @@
+#include "oxd/commands/CommonOptions.h"
+
+namespace oxd {
+
+namespace {
+
+CLI::Option& OutputName(CLI::App& command, Destination& output)
+{
+    return *command.add_option("-o,--output", output.name, "File to write; an existing one is replaced")
+                ->type_name("OUT")
+                ->check(IsNotEmpty());
+}
+
+CLI::Option& NoClobber(CLI::App& command, Destination& output)
+{
+    const auto protect = [&output] { output.mayReplace = false; };
+    return *command.add_flag_callback("--no-clobber", protect, "Do not replace a file that exists");
+}
+
+} // namespace
+
+void AddInputFile(CLI::App& command, std::string& file)
+{
+    command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required()->check(IsNotEmpty());
+}
+
+void AddInputFiles(CLI::App& command, std::vector<std::string>& files)
+{
+    command.add_option("FILE", files, "Files to read; they stay as they are")
+        ->type_name("")
+        ->required()
+        ->check(IsNotEmpty());
+}
+
+void AddOutput(CLI::App& command, Destination& output)
+{
+    OutputName(command, output).required();
+    AddNoClobber(command, output);
+}
+
+void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace)
+{
+    CLI::Option& name = OutputName(command, output);
+    CLI::Option& noClobber = NoClobber(command, output);
+    command.add_flag("--in-place", inPlace, "Replace FILE itself")->excludes(&name)->excludes(&noClobber);
+}
+
+void AddNoClobber(CLI::App& command, Destination& output)
+{
+    NoClobber(command, output);
+}
+
+void AddSelection(CLI::App& command, ChannelSelection& selection)
+{
+    AddInputFile(command, selection.file);
+    command.add_option("-g,--group", selection.group, "Name of the group, or id: and its id")
+        ->type_name("NAME|id:N")
+        ->required();
+    command.add_option("-c,--channel", selection.channel, "Index of the channel, or its name")
+        ->type_name("INDEX|NAME")
+        ->required();
+}
+
+void AddJsonLines(CLI::App& command, bool& jsonLines)
+{
+    command.add_flag("--jsonl", jsonLines, "Print a line of JSON for each file, errors included");
+}
+
+CLI::Validator IsNotEmpty()
+{
+    const auto check = [](const std::string& text) { return std::string(text.empty() ? "must not be empty" : ""); };
+    return {check, ""};
+}
+
+} // namespace oxd

@@ -1,0 +1,38 @@
+// Options that several commands have, so that they have the same names and mean the same everywhere.
+#pragma once
+
+#include "oxd/files/OutputFile.h"
+#include "oxd/library/FindChannel.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace oxd {
+
+// Part of the help of each command that reads an .oxd file and saves another one.
+inline constexpr const char* notInSavedFiles =
+    "Saving drops views, processors and sections that the library does not know: OUT\n"
+    "does not have them. Channels that FILE stores in 8 bits take 16 in OUT.";
+
+// Part of the help of each command with AddSelection.
+inline constexpr const char* selectionShape =
+    "If several groups or channels have the same name, the first one is used. name:TEXT stands for\n"
+    "TEXT also where that consists of digits or begins like another way to name a group or channel.";
+
+// What the options set must outlive the command. A FILE or OUT without a name is wrong usage.
+void AddInputFile(CLI::App& command, std::string& file);
+void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
+void AddOutput(CLI::App& command, Destination& output);
+void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
+void AddNoClobber(CLI::App& command, Destination& output);                      // for a command without -o
+void AddSelection(CLI::App& command, ChannelSelection& selection);              // with its file
+
+// Asks for one line of JSON for each file, errors included.
+void AddJsonLines(CLI::App& command, bool& jsonLines);
+
+// For the file names of a command that has other options for them than these.
+CLI::Validator IsNotEmpty();
+
+} // namespace oxd

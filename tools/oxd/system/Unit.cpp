@@ -1,0 +1,47 @@
+#include "oxd/system/Unit.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+
+namespace oxd {
+
+namespace {
+
+constexpr std::array<std::string_view, 17> prefixable{"m", "s", "A", "V", "N", "Hz", "W", "J", "K",
+                                                      "C", "F", "T", "S", "H", "Pa", "Ω", "eV"};
+
+struct Prefix
+{
+    int exponent;
+    std::string_view text;
+};
+
+constexpr std::array prefixes{Prefix{-18, "a"}, Prefix{-15, "f"}, Prefix{-12, "p"}, Prefix{-9, "n"}, Prefix{-6, "µ"},
+                              Prefix{-3, "m"},  Prefix{0, ""},    Prefix{3, "k"},   Prefix{6, "M"},  Prefix{9, "G"}};
+
+} // namespace
+
+bool TakesPrefix(const std::string& unit)
+{
+    return std::find(prefixable.begin(), prefixable.end(), unit) != prefixable.end();
+}
+
+UnitMultiple WithPrefix(const std::string& unit, double magnitude)
+{
+    const int exponent = std::clamp(ExponentOf(magnitude), prefixes.front().exponent, prefixes.back().exponent);
+    const auto* const prefix =
+        std::find_if(prefixes.begin(), prefixes.end(), [&](const Prefix& known) { return known.exponent == exponent; });
+    return {std::pow(10, -exponent), std::string(prefix->text) + unit};
+}
+
+int ExponentOf(double magnitude)
+{
+    constexpr double roundingError = 1e-9;
+    return magnitude > 0 && std::isfinite(magnitude)
+               ? 3 * static_cast<int>(std::floor(std::log10(magnitude) / 3 + roundingError))
+               : 0;
+}
+
+} // namespace oxd

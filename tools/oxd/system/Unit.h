@@ -1,0 +1,24 @@
+// Multiples of units that suit the numbers in them, such as nanometres for atomic steps.
+#pragma once
+
+#include <string>
+
+namespace oxd {
+
+struct UnitMultiple
+{
+    double factor;    // by which a number in the unit is multiplied to be one in the multiple
+    std::string text; // the multiple, for example "nm"
+};
+
+// Whether prefixes are known to go with the unit. Any other may have one already, as "nm" has.
+bool TakesPrefix(const std::string& unit);
+
+// The multiple of a unit that takes prefixes in which a number of that magnitude has one to three digits before its
+// point, from atto to giga.
+UnitMultiple WithPrefix(const std::string& unit, double magnitude);
+
+// The exponent of ten of the largest power of 1000 that is not more than `magnitude`; 0 for what has none.
+int ExponentOf(double magnitude);
+
+} // namespace oxd
