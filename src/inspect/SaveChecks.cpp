@@ -27,7 +27,7 @@ Items InReadingOrder(const std::vector<std::unique_ptr<CInfoSetItem>>& items, bo
     Items ordered;
     for (const auto& item : items)
         ordered.push_back(item.get());
-    std::ranges::stable_partition(ordered, [&](const CInfoSetItem* item) { return isFirst(*item); });
+    std::stable_partition(ordered.begin(), ordered.end(), [&](const CInfoSetItem* item) { return isFirst(*item); });
     return ordered;
 }
 

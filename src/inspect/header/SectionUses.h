@@ -18,10 +18,10 @@ inline constexpr std::string_view processorListName = "ProcessorSet";
 // A key that names a section.
 struct SectionLink
 {
-    const HeaderLine* line;    // of the key
-    std::uint32_t section;     // noSection when there is none of the name
-    std::uint64_t group, slot; // of a channel
-    bool isRepeated = false;   // the section was linked before
+    const HeaderLine* line = nullptr;  // of the key
+    std::uint32_t section = noSection; // which stays when there is none of the name
+    std::uint64_t group = 0, slot = 0; // of a channel
+    bool isRepeated = false;           // the section was linked before
 };
 
 // Follows the links of a header, as far as the library does. The lines must outlive this. Does not change once it is

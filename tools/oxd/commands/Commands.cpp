@@ -1,6 +1,8 @@
 #include "oxd/commands/Commands.h"
 
 #include "oxd/commands/ChannelCommands.h"
+#include "oxd/commands/DiffCommand.h"
+#include "oxd/commands/DoctorCommand.h"
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
@@ -43,6 +45,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     app.footer(DescribeExitCodes());
     app.require_subcommand(0, 1); // for the help: the command line is taken apart before this parses it
     AddInfo(app, results, outcome);
+    AddDiff(app, results, outcome);
+    AddDoctor(app, results, outcome);
     AddMakeSample(app);
     AddCorrect(app, outcome);
     AddExport(app, outcome);

@@ -37,11 +37,12 @@ void AnswerForEach(const FileList& files, const std::function<FileAnswer(const s
                    Results& results, ExitCode& outcome)
 {
     for (const std::string& file : files.names) {
+        const std::string subject = file + ": ";
         const FileAnswer given = AnswerOrFailure(file, files, answer);
         outcome = std::max(outcome, given.code);
         results.Write(given.text);
         for (const std::string& message : given.messages) {
-            Complain(file + ": " + message);
+            Complain(subject + message);
         }
     }
 }

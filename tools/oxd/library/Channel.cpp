@@ -50,10 +50,15 @@ std::uint64_t Channel::ValidPoints(std::uint64_t line) const
     return valid;
 }
 
+AxisSpan Channel::PointSpan(std::uint64_t line) const
+{
+    return {Call(GetChannelData_PointAxisMinPerLine, line), Call(GetChannelData_PointAxisRangePerLine, line)};
+}
+
 bool Channel::HasOwnPointAxis(std::uint64_t line) const
 {
-    return Call(GetChannelData_PointAxisMinPerLine, line) != Call(pointAxis.getMin) ||
-           Call(GetChannelData_PointAxisRangePerLine, line) != Call(pointAxis.getRange);
+    const AxisSpan own = PointSpan(line);
+    return own.min != Call(pointAxis.getMin) || own.range != Call(pointAxis.getRange);
 }
 
 template <typename Sample>

@@ -19,6 +19,13 @@ struct Axis
     double range;
 };
 
+// Where an axis begins and how far it reaches, without its name and unit.
+struct AxisSpan
+{
+    double min;
+    double range;
+};
+
 // The functions of the interface for one of the three axes. Which axis is meant is a value this way, and what is done
 // with an axis is written once.
 struct AxisAccess
@@ -66,6 +73,9 @@ public:
 
     // How many points of a line are valid. A damaged file may claim more than a line holds; this throws then.
     std::uint64_t ValidPoints(std::uint64_t line) const;
+
+    // Of the point axis along a line, which may be the line's own.
+    AxisSpan PointSpan(std::uint64_t line) const;
 
     // Whether a line has a point axis of its own, other than that of the channel.
     bool HasOwnPointAxis(std::uint64_t line) const;

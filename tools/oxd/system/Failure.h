@@ -32,7 +32,8 @@ struct ExitCodeMeaning
 inline constexpr std::array exitCodeMeanings{
     ExitCodeMeaning{ExitCode::Done, "done"},
     ExitCodeMeaning{ExitCode::No,
-                    "the file has no such group, channel or information, or the channel has nothing to show"},
+                    "the file has no such group, channel or information, or the channel has nothing to show; "
+                    "diff: the files differ"},
     ExitCodeMeaning{ExitCode::Usage, "wrong usage"},
     ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read"},
     ExitCodeMeaning{ExitCode::Damaged, "the file is damaged or not an .oxd file"},

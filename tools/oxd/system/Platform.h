@@ -31,6 +31,28 @@ bool IsStream(const std::string& name);
 // was taken.
 int OpenStream(const std::string& name);
 
+// The file of a program or library that is loaded. Empty texts stand for what the system does not tell.
+struct LoadedFile
+{
+    std::string name;
+    std::string version; // three numbers with dots
+};
+
+// The file that holds the machine code of a function of this process.
+LoadedFile FileOf(const void* function);
+
+std::string ProgramFile(); // of this process
+
+// How the system treats texts. The remedy is empty unless names that are not ASCII come to harm.
+struct TextSettings
+{
+    std::string locale;
+    std::string encoding;
+    std::string remedy;
+};
+
+TextSettings GetTextSettings();
+
 bool IsTerminal(int descriptor);
 
 // Writes all of `text`, in several steps where it takes them. False if not all of it was taken.

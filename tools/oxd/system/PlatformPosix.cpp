@@ -3,10 +3,14 @@
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
+#include <dlfcn.h>
 #include <fcntl.h>
+#include <langinfo.h>
+#include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,6 +47,26 @@ int OpenNowhere()
     return open("/dev/null", O_RDWR | O_CLOEXEC);
 }
 
+// What the environment asks for. A process takes it over only if it wants to, and this one does not.
+std::string LocaleName()
+{
+    for (const char* const variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* const name = std::getenv(variable); // NOLINT(concurrency-mt-unsafe): there is one thread
+        if (name != nullptr && *name != '\0') {
+            return name;
+        }
+    }
+    return "C";
+}
+
+// Libraries here carry their version behind the name, and the name that programs use is a link to that.
+std::string VersionIn(const std::string& name)
+{
+    constexpr std::string_view mark = ".so.";
+    const std::size_t found = name.rfind(mark);
+    return found == std::string::npos ? std::string() : name.substr(found + mark.size());
+}
+
 } // namespace
 
 std::optional<std::string> FileName(const std::string& name)
@@ -72,6 +96,40 @@ int TakeStandardOutput()
 void ShowStrayOutput()
 {
     dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+LoadedFile FileOf(const void* function)
+{
+    Dl_info found = {};
+    if (dladdr(function, &found) == 0 || found.dli_fname == nullptr) {
+        return {};
+    }
+    std::error_code error;
+    const std::string name = std::filesystem::canonical(found.dli_fname, error).string();
+    return {error ? found.dli_fname : name, VersionIn(name)};
+}
+
+std::string ProgramFile()
+{
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).string();
+}
+
+TextSettings GetTextSettings()
+{
+    TextSettings settings{LocaleName(), {}, {}};
+    const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
+    if (locale == nullptr) {
+        settings.encoding = "unknown, the locale is not installed";
+        settings.remedy = "Install this locale, or set LC_ALL to one that the command locale -a lists.";
+        return settings;
+    }
+    settings.encoding = nl_langinfo_l(CODESET, locale);
+    freelocale(locale);
+    if (settings.encoding != "UTF-8" && settings.encoding != "ANSI_X3.4-1968") { // the latter is ASCII
+        settings.remedy = "Set LC_ALL to a locale in UTF-8: the terminal shows names that are not ASCII wrongly.";
+    }
+    return settings;
 }
 
 bool IsStream(const std::string& name)

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 
 #include <windows.h>
 
@@ -34,6 +35,37 @@ public:
 private:
     UINT m_before;
 };
+
+HMODULE ModuleOf(const void* function)
+{
+    HMODULE module = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<LPCWSTR>(function), &module);
+    return module;
+}
+
+// That of the program if there is no module.
+std::string NameOf(HMODULE module)
+{
+    std::wstring name(1 << 15, L'\0'); // as long as names get
+    name.resize(GetModuleFileNameW(module, name.data(), static_cast<DWORD>(name.size())));
+    return boost::nowide::narrow(name);
+}
+
+// From the fixed part of the version resource, which a text of a fixed length precedes.
+std::string VersionOf(HMODULE module)
+{
+    constexpr std::size_t fixedPart = 40;
+    const HRSRC found = FindResourceW(module, MAKEINTRESOURCEW(VS_VERSION_INFO), MAKEINTRESOURCEW(16)); // RT_VERSION
+    const HGLOBAL loaded = found == nullptr ? nullptr : LoadResource(module, found);
+    if (loaded == nullptr || SizeofResource(module, found) < fixedPart + sizeof(VS_FIXEDFILEINFO)) {
+        return {};
+    }
+    VS_FIXEDFILEINFO info = {};
+    std::memcpy(&info, static_cast<const char*>(LockResource(loaded)) + fixedPart, sizeof info);
+    return std::to_string(HIWORD(info.dwFileVersionMS)) + "." + std::to_string(LOWORD(info.dwFileVersionMS)) + "." +
+           std::to_string(HIWORD(info.dwFileVersionLS));
+}
 
 } // namespace
 
@@ -92,6 +124,32 @@ bool IsStream(const std::string& name)
     const bool isFile = GetFileType(file) == FILE_TYPE_DISK;
     CloseHandle(file);
     return !isFile;
+}
+
+LoadedFile FileOf(const void* function)
+{
+    const HMODULE module = ModuleOf(function);
+    return module == nullptr ? LoadedFile() : LoadedFile{NameOf(module), VersionOf(module)};
+}
+
+std::string ProgramFile()
+{
+    return NameOf(nullptr);
+}
+
+TextSettings GetTextSettings()
+{
+    std::wstring locale(LOCALE_NAME_MAX_LENGTH, L'\0');
+    const int length = GetUserDefaultLocaleName(locale.data(), LOCALE_NAME_MAX_LENGTH);
+    locale.resize(static_cast<std::size_t>(std::max(length, 1) - 1)); // its end counts
+    const UINT codePage = GetACP();
+    TextSettings settings{boost::nowide::narrow(locale), "code page " + std::to_string(codePage), {}};
+    if (codePage != CP_UTF8) {
+        settings.remedy =
+            "Use a Windows from 10, version 1903, on: this one's code page lacks characters that names of "
+            "files may have.";
+    }
+    return settings;
 }
 
 int OpenStream(const std::string& name)
