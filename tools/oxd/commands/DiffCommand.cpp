@@ -1,6 +1,6 @@
 #include "oxd/commands/DiffCommand.h"
 
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/compare/Comparison.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Messages.h"

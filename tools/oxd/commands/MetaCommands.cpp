@@ -1,8 +1,8 @@
 #include "oxd/commands/MetaCommands.h"
 
-#include "oxd/commands/CommonOptions.h"
-#include "oxd/commands/EachFile.h"
-#include "oxd/commands/JsonLine.h"
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/EachFile.h"
+#include "oxd/commandline/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Results.h"

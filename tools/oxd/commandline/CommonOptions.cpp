@@ -1,4 +1,4 @@
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 
 namespace oxd {
 
