@@ -53,6 +53,17 @@ TEST_F(VersionTest, PrefixesOfUnitsScaleTheNumbersOfTheirAxis)
     EXPECT_EQ(GetChannelData_SignalAxisRange(handle, 1, 0), 1e6) << "an unreadable number counts as missing";
 }
 
+TEST_F(VersionTest, ChannelsBeyondTheCountsAreNotLoadedAndCostNoOther)
+{
+    const auto handle = Open(WriteOxd("[DataSet]\nChannelCount=2\nFrameCount=1\nCh0-Fr0=A\nCh0-Fr1=A\nCh1-Fr0=A\n"
+                                      "Ch2-Fr0=A\n[A]\nPoints=1\nLines=1\n",
+                                      "\1\2"));
+    EXPECT_EQ(GetGroupCount(handle), 1U);
+    EXPECT_EQ(GetChannelCount(handle, 0), 2U);
+    for (std::uint64_t channel = 0; channel < 2; ++channel)
+        EXPECT_EQ(GetChannelData_PixelRaw(handle, 0, channel, 0, 0, 0), (channel + 1) << 22U);
+}
+
 TEST_F(VersionTest, LogicalIdsGoOnBehindTheNumbersOfFrames)
 {
     const auto handle = Open(WriteOxd("[DataSet]\nChannelCount=1\nFrameCount=300\n" + Lines(300, "Ch0-Fr#=A\n")));

@@ -31,6 +31,17 @@ protected:
     }
 };
 
+TEST_F(DatabufferTest, OnlyWhatWasLoadedCountsAsUnchanged)
+{
+    EXPECT_FALSE(CDataBuffer(16, 0, 0).IsDataChanged());
+    SetLine(1, {5});
+    EXPECT_TRUE(buffer.IsDataChanged());
+    Load(12);
+    EXPECT_FALSE(buffer.IsDataChanged());
+    buffer.SetPixelRaw(0, 0, 1);
+    EXPECT_TRUE(buffer.IsDataChanged());
+}
+
 TEST_F(DatabufferTest, ReshapesAndWritesAreAnnouncedOnceAndLaterWhenThatIsHeldBack)
 {
     std::string log;

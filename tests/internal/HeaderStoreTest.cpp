@@ -4,11 +4,15 @@
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/VELConfig.h"
 
+#include <boost/log/core/core.hpp>
+#include <boost/log/utility/setup/console.hpp>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <limits>
 #include <random>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -49,6 +53,28 @@ TEST(HeaderStoreTest, TheOrderOfKeysRunsOutInsteadOfWrappingAround)
     last.SetValue("a", "1");
     EXPECT_THROW(last.SetValue("b", "2"), std::runtime_error);
     EXPECT_EQ(Rendered(last), "a=1;");
+}
+
+TEST(HeaderStoreTest, NoSectionIsActiveOnceAllAreCleared)
+{
+    CIniFileContent content;
+    content.SelectCreateSection("A");
+    content.GetActiveSection().SetValue("key", "value");
+    content.Clear();
+    EXPECT_THROW(content.GetActiveSection(), std::runtime_error);
+    EXPECT_EQ(content.Render(), "");
+}
+
+TEST(HeaderStoreTest, ANumberThatIsNoneGivesTheDefaultAndAWarning)
+{
+    std::stringstream log;
+    const auto sink = boost::log::add_console_log(log);
+    CTextStore texts;
+    CVELKeyToValueList list(texts);
+    list.SetValue("Points", "2S6");
+    EXPECT_EQ(list.GetValueT<int>("Points", 7), 7);
+    boost::log::core::get()->remove_sink(sink);
+    EXPECT_NE(log.str(), "");
 }
 
 TEST(HeaderStoreTest, AnEmptyKeyIsAKeyLikeAnyOtherAndNoneThatWasRemoved)

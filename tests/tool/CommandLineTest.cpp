@@ -171,6 +171,12 @@ TEST_F(CommandLineTest, TellsForeignAndDamagedFilesFromItsOwn)
     EXPECT_NE(cut.diagnostics.find("[OXD402]\n"), std::string::npos) << cut.diagnostics;
 }
 
+TEST_F(CommandLineTest, LetsNoNameCommandTheTerminal)
+{
+    for (const char* const name : {"\xC2\x9B", "\x1B", "\x7F"})
+        ExpectFailure("info '" + std::string(name) + "31m'", 3, "oxd: ?31m: ");
+}
+
 TEST_F(CommandLineTest, TakesNamesInEveryScript)
 {
     const std::string german = "gr\xC3\xB6\xC3\x9F"

@@ -1,0 +1,66 @@
+// The bar that a command shows on a terminal, which a pseudo-terminal stands for.
+#include "oxd/system/Progress.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// What is written to the standard error while this lives goes to a terminal of its own.
+class Terminal
+{
+public:
+    Terminal() : m_own(dup(STDERR_FILENO)), m_master(posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK))
+    {
+        grantpt(m_master);
+        unlockpt(m_master);
+        const int slave = open(ptsname(m_master), O_RDWR | O_NOCTTY);
+        dup2(slave, STDERR_FILENO);
+        close(slave);
+    }
+    ~Terminal()
+    {
+        dup2(m_own, STDERR_FILENO);
+        close(m_own);
+        close(m_master);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    std::string Shown() const
+    {
+        std::array<char, 1024> buffer{};
+        const ssize_t count = read(m_master, buffer.data(), buffer.size());
+        return {buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+    }
+
+private:
+    int m_own;
+    int m_master;
+};
+
+TEST(PosixProgressTest, FillsABarAndRemovesItInTheEnd)
+{
+    const Terminal terminal;
+    {
+        oxd::Progress progress(8);
+        progress.Advance();
+        EXPECT_EQ(terminal.Shown(), "") << "nobody wonders yet";
+        std::this_thread::sleep_for(std::chrono::milliseconds(600));
+        progress.Advance();
+        progress.Advance();
+        EXPECT_EQ(terminal.Shown(), "\r[" + std::string(10, '#') + std::string(30, ' ') + "] 25 %\r[" +
+                                        std::string(14, '#') + std::string(26, ' ') + "] 37 %");
+    }
+    EXPECT_EQ(terminal.Shown(), "\r" + std::string(48, ' ') + "\r");
+}
+
+} // namespace
