@@ -78,6 +78,7 @@ struct Benchmark
 // All benchmarks, in the order of the report.
 std::vector<Benchmark> FileBenchmarks();
 std::vector<Benchmark> HeaderBenchmarks();
+std::vector<Benchmark> InspectBenchmarks();
 std::vector<Benchmark> LineFileBenchmarks();
 std::vector<Benchmark> CallBenchmarks();
 

@@ -2,18 +2,14 @@
 #include "compare/Baseline.h"
 #include "compare/Benchmark.h"
 #include "compare/Lines.h"
+#include "compare/Memory.h"
 #include "compare/Peers.h"
 #include "support/Oxd.h"
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <utility>
 
 namespace bench {
@@ -130,38 +126,6 @@ auto Close(Shape fullShape)
     };
 }
 
-std::uint64_t ResidentBytes()
-{
-    std::ifstream status("/proc/self/statm");
-    std::uint64_t pages = 0;
-    status >> pages >> pages;
-    return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
-}
-
-// How much a process grows by opening the file. This is measured in a child process, since a process may keep memory
-// that was freed earlier.
-std::uint64_t MemoryToOpen(const std::string& path)
-{
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0)
-        throw std::runtime_error("No pipe");
-    const pid_t child = fork();
-    if (child == 0) {
-        const std::uint64_t before = ResidentBytes();
-        const auto handle = OpenOxdFile(path.c_str());
-        const std::uint64_t grown = handle == 0 ? 0 : ResidentBytes() - before;
-        _exit(write(ends[1], &grown, sizeof grown) == sizeof grown ? 0 : 1);
-    }
-    close(ends[1]);
-    std::uint64_t grown = 0;
-    const bool answered = read(ends[0], &grown, sizeof grown) == sizeof grown && grown > 0;
-    close(ends[0]);
-    waitpid(child, nullptr, 0);
-    if (!answered)
-        throw std::runtime_error("No memory was measured");
-    return grown;
-}
-
 auto Memory(Shape fullShape)
 {
     return [=](const Settings& settings) {
@@ -169,8 +133,8 @@ auto Memory(Shape fullShape)
         const std::string path = MakeImage(settings, shape);
         const auto bytes = std::make_shared<std::uint64_t>();
         return std::vector<Contender>{
-            {ours, [=] { *bytes = MemoryToOpen(path); }, [] { return 0.0; }, [] {},
-             [=] { return static_cast<double>(*bytes) / static_cast<double>(4 * shape.Samples()); }}};
+            {ours, [=] { *bytes = MemoryTakenBy([&] { return OpenOxdFile(path.c_str()) != 0; }); }, [] { return 0.0; },
+             [] {}, [=] { return static_cast<double>(*bytes) / static_cast<double>(4 * shape.Samples()); }}};
     };
 }
 

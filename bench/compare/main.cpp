@@ -29,8 +29,8 @@ struct Options
 std::vector<bench::Benchmark> AllBenchmarks()
 {
     std::vector<bench::Benchmark> benchmarks;
-    for (const auto make :
-         {bench::FileBenchmarks, bench::HeaderBenchmarks, bench::LineFileBenchmarks, bench::CallBenchmarks})
+    for (const auto make : {bench::FileBenchmarks, bench::HeaderBenchmarks, bench::InspectBenchmarks,
+                            bench::LineFileBenchmarks, bench::CallBenchmarks})
         std::ranges::move(make(), std::back_inserter(benchmarks));
     return benchmarks;
 }

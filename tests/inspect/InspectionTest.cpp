@@ -96,6 +96,7 @@ std::vector<Case> Cases()
         {"OXD109", 14, with("POINTS=3\n")},
         {"OXD110", 14, with("Frame=\n")},
         {"OXD111", 14, Replaced(with("Frame=x"), "Frame=x\r\n", "Frame=x")},
+        {"OXD111", 1, "Version=2#!"},
         {"OXD112", 0, "\xEF\xBB\xBF" + with({})},
         {"OXD201", 2, changed("Version=2", "Version=3")},
         {"OXD201", 7, changed("[C]\nVersion=2", "[C]\nVersion=4")},

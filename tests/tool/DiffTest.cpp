@@ -210,8 +210,8 @@ TEST_F(DiffTest, SaysWhatCannotBeCompared)
     WriteOxd(header, "\1\2\3\4", "whole.oxd");
     WriteOxd(header, "\1\2\3", "cut.oxd");
     WriteOxd(header + "LineDim0Points=9\n", "\1\2\3\5", "claims.oxd");
-    ExpectFailure("diff whole.oxd cut.oxd", 4, "oxd: cut.oxd: damaged");
-    ExpectFailure("diff cut.oxd whole.oxd", 4, "oxd: cut.oxd: damaged");
+    ExpectMessage("diff whole.oxd cut.oxd", 4, "oxd: cut.oxd: damaged");
+    ExpectMessage("diff cut.oxd whole.oxd", 4, "oxd: cut.oxd: damaged");
     const Outcome outcome = ExpectMessage("diff whole.oxd claims.oxd", 4,
                                           "oxd: claims.oxd: group 0, channel 0: 1 line cannot be read, the first");
     EXPECT_NE(outcome.results.find("line 1, point 1"), std::string::npos) << outcome.results;

@@ -86,9 +86,9 @@ protected:
                 "Version=3\nPoints=4\nLines=3\nSaveBits=8\n"
                 "Dim0Name=X\nDim0Unit=m\nDim0Min=0\nDim0Range=4e-6\nDim1Name=Y\nDim1Unit=m\nDim1Min=0\nDim1Range=2e-6\n"
                 "Dim2Name=a \"b\", c \xEF\xBF\xBE\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\n"
-                "LineDim1Points=1\nLineDim2Points=" +
+                "LineDim0Points=4\nLineDim1Points=1\nLineDim2Points=" +
                 lastLine + "\n",
-            std::string_view("\x80\xC0\x40\x7F\0\0\0\0\0\0\0\0", 12), "ragged.oxd");
+            std::string_view("\x80\xC0\x40\x7F\0\0\0\0\0\0\0\0", lastLine == "0" ? 8 : 12), "ragged.oxd");
     }
 };
 

@@ -78,9 +78,11 @@ void CHeaderLines::ReadLines(std::string_view bytes)
     std::string_view rest = View().substr(begin);
     rest.remove_suffix(std::min(rest.size(), velstdlib::util::headerEndMark.size()));
     rest = str::WithoutTrailingSpace(rest);
-    if (!rest.empty())
-        m_unended = HeaderLine{static_cast<std::uint32_t>(markBytes + offset), number,
-                               static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(rest.size())};
+    if (rest.empty())
+        return;
+    m_unended = HeaderLine{static_cast<std::uint32_t>(markBytes + offset), number, static_cast<std::uint32_t>(begin),
+                           static_cast<std::uint32_t>(rest.size())};
+    m_unended->section = m_current;
 }
 
 void CHeaderLines::ReadLine(std::uint64_t offset, std::uint32_t number, std::string_view text)

@@ -12,6 +12,8 @@
 
 namespace veltaris::inspect {
 
+inline constexpr std::uint32_t noSection = ~std::uint32_t{0};
+
 // A line that is not blank.
 struct HeaderLine
 {
@@ -23,18 +25,16 @@ struct HeaderLine
         Other    // neither: it is ignored
     };
 
-    std::uint32_t offset = 0;    // in the file, in bytes
-    std::uint32_t number = 0;    // from 1
-    std::uint32_t begin = 0;     // in the decoded text, in bytes
-    std::uint32_t length = 0;    // without white space at the end
-    std::uint32_t keyLength = 0; // of a key
-    std::uint32_t section = 0;   // position of the section that it is in, or noSection
+    std::uint32_t offset = 0;          // in the file, in bytes
+    std::uint32_t number = 0;          // from 1
+    std::uint32_t begin = 0;           // in the decoded text, in bytes
+    std::uint32_t length = 0;          // without white space at the end
+    std::uint32_t keyLength = 0;       // of a key
+    std::uint32_t section = noSection; // position of the section that it is in, or noSection
     Kind kind = Kind::Other;
     bool isReplaced = false; // a later line sets or removes the same key
     bool repeats = false;    // an earlier line has the same name or key
 };
-
-inline constexpr std::uint32_t noSection = ~std::uint32_t{0};
 
 // Reads lines exactly as CIniFileContent does, and decodes them as CVELConfig does. Positions of sections and lines are
 // numbers from 0 in the order of the file. Not thread-safe while it is made; afterwards it does not change.

@@ -1,8 +1,9 @@
 #include "oxd/commands/ChannelCommands.h"
 
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Messages.h"
 
 #include <algorithm>
@@ -65,6 +66,7 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output);
     command.callback([correction, &outcome] {
+        correction->selection.doubted = Doubted(InspectAloud(correction->selection.file));
         outcome = Report(correction->selection.file, Correct(*correction), "left as before");
     });
 }
@@ -80,6 +82,7 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
     AddOutput(command, wanted->output);
     command.callback([wanted, &outcome] {
+        wanted->selection.doubted = Doubted(InspectAloud(wanted->selection.file));
         const ExportGaps gaps = ExportChannel(*wanted);
         outcome = Report(wanted->selection.file, gaps.skipped, "left out");
         for (const std::string& note : gaps.notes) {

@@ -3,6 +3,7 @@
 #include "oxd/commands/ChannelCommands.h"
 #include "oxd/commands/DiffCommand.h"
 #include "oxd/commands/DoctorCommand.h"
+#include "oxd/commands/FindingCommands.h"
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
@@ -45,6 +46,8 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     app.footer(DescribeExitCodes());
     app.require_subcommand(0, 1); // for the help: the command line is taken apart before this parses it
     AddInfo(app, results, outcome);
+    AddValidate(app, results, outcome);
+    AddExplain(app, results);
     AddDiff(app, results, outcome);
     AddDoctor(app, results, outcome);
     AddMakeSample(app);

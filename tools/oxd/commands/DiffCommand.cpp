@@ -1,6 +1,8 @@
 #include "oxd/commands/DiffCommand.h"
 
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/compare/Comparison.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
@@ -27,6 +29,7 @@ struct DiffOptions
     ComparisonOptions comparison;
     bool json = false;
     bool quiet = false;
+    bool trust = false;
 };
 
 Aspects WantedAspects(const DiffOptions& options)
@@ -64,7 +67,7 @@ CLI::Validator IsCount()
         const bool isCount = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
         return isCount ? "" : text + " is not a whole number from 0 on";
     };
-    return CLI::Validator(check, "");
+    return {check, ""};
 }
 
 // Its own check takes what is not a number for one that is not negative.
@@ -76,7 +79,7 @@ CLI::Validator IsTolerance()
         const bool isNumber = std::from_chars(text.data(), end, number).ptr == end;
         return isNumber && std::isfinite(number) && number >= 0 ? "" : text + " is not a number from 0 on";
     };
-    return CLI::Validator(check, "");
+    return {check, ""};
 }
 
 void AddTolerances(CLI::App& command, Tolerance& tolerance)
@@ -97,6 +100,9 @@ void AddTolerances(CLI::App& command, Tolerance& tolerance)
 
 void Diff(const DiffOptions& options, Results& results, ExitCode& outcome)
 {
+    const bool trusts = options.trust || !options.comparison.aspects.contains(Aspect::Samples);
+    RequireCertain(options.a, trusts);
+    RequireCertain(options.b, trusts);
     const Comparison comparison = CompareFiles(options.a, options.b, options.comparison);
     if (!options.quiet) {
         results.Write(options.json ? ToJson(comparison, options.comparison) : ToText(comparison));
@@ -125,6 +131,7 @@ void AddDiff(CLI::App& app, Results& results, ExitCode& outcome)
         ->check(IsCount());
     command.add_flag("--json", options->json, "Print JSON instead of text");
     command.add_flag("--quiet", options->quiet, "Print nothing: the exit code tells");
+    AddTrust(command, options->trust);
     command.callback([options, &results, &outcome] {
         options->comparison.aspects = WantedAspects(*options);
         Diff(*options, results, outcome);

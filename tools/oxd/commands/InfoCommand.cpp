@@ -1,8 +1,9 @@
 #include "oxd/commands/InfoCommand.h"
 
-#include "oxd/commands/CommonOptions.h"
-#include "oxd/commands/EachFile.h"
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/EachFile.h"
 #include "oxd/info/FileInfo.h"
+#include "oxd/inspection/CheckInput.h"
 
 #include <memory>
 #include <utility>
@@ -14,9 +15,13 @@ namespace {
 constexpr const char* jsonShape =
     "Bits are the fewest of 8, 16 and 32 that hold every sample of a channel exactly.\n"
     "Views, processors and sections that the library does not know are not shown.\n\n"
-    "JSON: {file, version, groups: [{id, logicalId, name, channels: [C or null]}], info: [I]}, null being an empty "
+    "Values, bits and valid samples are shown if the samples of a file take up to 16 MiB, and with --values.\n"
+    "They are null in JSON otherwise. A channel whose samples may not be its own has (?) behind its name; the exit\n"
+    "code is 4 then, unless --trust is given.\n\n"
+    "JSON: {file, version, samplesRead, groups: [{id, logicalId, name, channels: [C or null]}], info: [I]}, null being "
+    "an empty "
     "slot.\n"
-    "C: {name, points, lines, validSamples, unreadableLines, significantBits, values: {min, max},\n"
+    "C: {name, points, lines, certain, validSamples, unreadableLines, significantBits, values: {min, max},\n"
     "    signalAxis: A, pointAxis: A, lineAxis: A}; significantBits and values are null without samples.\n"
     "A: {name, unit, min, range}; an axis ends at min + range.\n"
     "I: {name, groups: [I], items: [{name, value}]}, a group of information; \"cut\": true if what is inside is not "
@@ -27,12 +32,18 @@ struct InfoOptions
 {
     FileList files;
     bool json = false;
+    bool trust = false;
+    SampleReading reading = SampleReading::IfFew;
 };
 
-FileAnswer Answer(const std::string& file, const std::function<std::string(const FileInfo&)>& show)
+FileAnswer Answer(const std::string& file, const InfoOptions& options,
+                  const std::function<std::string(const FileInfo&)>& show)
 {
-    const FileInfo info = ReadFileInfo(file);
-    FileAnswer answer{show(info), info.problems, info.problems.empty() ? ExitCode::Done : ExitCode::Damaged};
+    const inspect::Inspection inspection = InspectAloud(file);
+    const FileInfo info = ReadFileInfo(inspection, options.reading);
+    const bool isTrusted = options.trust || Doubted(inspection).empty();
+    FileAnswer answer{show(info), info.problems,
+                      info.problems.empty() && isTrusted ? ExitCode::Done : ExitCode::Damaged};
     if (info.cutGroups > 0) {
         answer.messages.push_back("information below level " + std::to_string(shownLevels) + " is not shown");
     }
@@ -51,7 +62,7 @@ void Show(const InfoOptions& options, Results& results, ExitCode& outcome)
                                        : std::exchange(separator, "\n") + ToTable(info);
     };
     AnswerForEach(
-        options.files, [&](const std::string& file) { return Answer(file, show); }, results, outcome);
+        options.files, [&](const std::string& file) { return Answer(file, options, show); }, results, outcome);
 }
 
 } // namespace
@@ -63,6 +74,10 @@ void AddInfo(CLI::App& app, Results& results, ExitCode& outcome)
     AddInputFiles(command, options->files.names);
     command.add_flag("--json", options->json, "Print JSON instead of a table");
     AddJsonLines(command, options->files.jsonLines);
+    AddTrust(command, options->trust);
+    const auto set = [options](SampleReading reading) { return [options, reading] { options->reading = reading; }; };
+    CLI::Option& values = *command.add_flag_callback("--values", set(SampleReading::Always), "Read all samples");
+    command.add_flag_callback("--no-values", set(SampleReading::Never), "Read no samples")->excludes(&values);
     command.callback([options, &results, &outcome] { Show(*options, results, outcome); });
 }
 

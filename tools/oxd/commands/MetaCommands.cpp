@@ -1,9 +1,10 @@
 #include "oxd/commands/MetaCommands.h"
 
-#include "oxd/commands/CommonOptions.h"
-#include "oxd/commands/EachFile.h"
-#include "oxd/commands/JsonLine.h"
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/EachFile.h"
+#include "oxd/commandline/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
+#include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
 
@@ -73,13 +74,17 @@ void Get(GetOptions& options, Results& results, ExitCode& outcome)
     TellPathFromFiles(options);
     const MetaPath path(options.path, options.separator);
     const bool several = options.files.names.size() > 1;
-    const auto answer = [&](const std::string& file) {
-        const std::string value = GetMetaValue(file, path);
+    const auto show = [&](const std::string& file, const std::string& value) {
         if (options.files.jsonLines) {
-            return FileAnswer{JsonLine({{"file", file}, {"path", options.path}, {"value", value}})};
+            return JsonLine({{"file", file}, {"path", options.path}, {"value", value}});
         }
         const std::string line = (several ? file + ": " : "") + value;
-        return FileAnswer{(results.IsTerminal() ? Printable(line) : line) + "\n"};
+        return (results.IsTerminal() ? Printable(line) : line) + "\n";
+    };
+    const auto answer = [&](const std::string& file) {
+        const inspect::Inspection inspection = InspectAloud(file);
+        RequireOpens(inspection);
+        return FileAnswer{show(file, GetMetaValue(inspection, path))};
     };
     AnswerForEach(options.files, answer, results, outcome);
 }
@@ -124,6 +129,7 @@ void AddSet(CLI::App& app)
         bool create = false;
         bool inPlace = false;
         Destination output;
+        bool trust = false;
     };
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information");
@@ -134,7 +140,11 @@ void AddSet(CLI::App& app)
     AddSeparator(command, options->separator);
     command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
     AddOutputOrInPlace(command, options->output, options->inPlace);
-    command.callback([options] { SetMetaValue(options->Change()); });
+    AddTrust(command, options->trust);
+    command.callback([options] {
+        RequireCertain(options->file, options->trust);
+        SetMetaValue(options->Change());
+    });
 }
 
 } // namespace oxd

@@ -1,6 +1,6 @@
 #include "oxd/commands/Run.h"
 
-#include "oxd/commands/CommandLine.h"
+#include "oxd/commandline/CommandLine.h"
 #include "oxd/commands/Commands.h"
 #include "oxd/files/Interruption.h"
 #include "oxd/library/DataSet.h"

@@ -1,6 +1,6 @@
 #include "oxd/commands/SampleCommand.h"
 
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/example/Sample.h"
 
 #include <memory>

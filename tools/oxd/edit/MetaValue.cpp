@@ -1,5 +1,6 @@
 #include "oxd/edit/MetaValue.h"
 
+#include "oxd/inspection/HeaderNode.h"
 #include "oxd/library/MetaNode.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Text.h"
@@ -20,9 +21,10 @@ Failure WrongKind(const std::string& file, const std::string& name, const char* 
     return {ExitCode::No, file, "\"" + name + "\" is " + kind};
 }
 
-MetaNode FindItem(const DataSet& dataSet, const std::string& file, const MetaPath& path)
+// Below the root of a tree in memory, or as a header has it.
+template <typename Node>
+Node FindItem(Node group, const std::string& file, const MetaPath& path)
 {
-    MetaNode group = MetaNode::Root(dataSet);
     for (const std::string& name : path.groups) {
         const auto next = group.FindGroup(name);
         if (!next) {
@@ -98,7 +100,7 @@ void RequireArrived(const MetaChange& change, const std::string& savedFile)
     const DataSet saved = DataSet::Open(savedFile);
     std::string arrived;
     try {
-        arrived = FindItem(saved, savedFile, change.path).Value();
+        arrived = FindItem(MetaNode::Root(saved), savedFile, change.path).Value();
     } catch (const Failure&) { // NOLINT(bugprone-empty-catch): there is nothing under that name
     }
     if (arrived != change.value) {
@@ -120,10 +122,9 @@ MetaPath::MetaPath(std::string pathText, const std::string& separator) : text(st
     item = text.substr(begin);
 }
 
-std::string GetMetaValue(const std::string& file, const MetaPath& path)
+std::string GetMetaValue(const inspect::Inspection& inspection, const MetaPath& path)
 {
-    const DataSet dataSet = DataSet::Open(file);
-    return FindItem(dataSet, file, path).Value();
+    return FindItem(HeaderNode::Root(*inspection.dataSet), inspection.file, path).Value();
 }
 
 void SetMetaValue(const MetaChange& change)
@@ -137,7 +138,7 @@ void SetMetaValue(const MetaChange& change)
     if (change.create) {
         CreateItem(dataSet, change);
     } else {
-        FindItem(dataSet, change.file, change.path).SetValue(change.value);
+        FindItem(MetaNode::Root(dataSet), change.file, change.path).SetValue(change.value);
     }
     RequireArrived(change, dataSet.SaveTo(output));
     output.Close();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "oxd/files/OutputFile.h"
+#include "oxd/inspection/InspectFile.h"
 
 #include <string>
 #include <vector>
@@ -20,8 +21,8 @@ struct MetaPath
     std::string item;
 };
 
-// Throws a Failure if the file cannot be read or has no such item.
-std::string GetMetaValue(const std::string& file, const MetaPath& path);
+// Throws a Failure if the file that was inspected has no such item.
+std::string GetMetaValue(const inspect::Inspection& inspection, const MetaPath& path);
 
 struct MetaChange
 {

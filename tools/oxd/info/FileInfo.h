@@ -1,6 +1,7 @@
 // What `oxd info` tells of a file: plain data, which one function reads and others turn into text.
 #pragma once
 
+#include "oxd/inspection/InspectFile.h"
 #include "oxd/library/Channel.h"
 
 #include <cstdint>
@@ -17,7 +18,15 @@ struct ValueRange
     double max;
 };
 
-// Lines that cannot be read count as unreadable and add nothing else.
+// What follows from the samples of a channel. Lines that cannot be read count as unreadable and add nothing else.
+struct SampleInfo
+{
+    std::uint64_t validSamples = 0; // those that were acquired
+    std::uint64_t unreadableLines = 0;
+    std::optional<int> significantBits = {}; // fewest of 8, 16 and 32 that hold every sample exactly
+    std::optional<ValueRange> values = {};   // observed, in the unit of the signal axis
+};
+
 struct ChannelInfo
 {
     std::uint64_t points;
@@ -25,10 +34,8 @@ struct ChannelInfo
     Axis pointAxis;
     Axis lineAxis;
     Axis signalAxis;
-    std::uint64_t validSamples = 0; // those that were acquired
-    std::uint64_t unreadableLines = 0;
-    std::optional<int> significantBits = {}; // fewest of 8, 16 and 32 that hold every sample exactly
-    std::optional<ValueRange> values = {};   // observed, in the unit of the signal axis
+    bool isCertain = true;                  // otherwise, its samples may be another channel's
+    std::optional<SampleInfo> samples = {}; // nothing when samples are not read
 };
 
 struct GroupInfo
@@ -57,14 +64,25 @@ struct FileInfo
 {
     std::string file;
     std::int32_t version = 0;
+    bool hasSamples = false; // they were read
     std::vector<GroupInfo> groups;
     std::vector<InfoNode> nodes;
     std::uint64_t cutGroups = 0;       // groups of information that are cut
     std::vector<std::string> problems; // parts that could not be read, a sentence each
 };
 
-// Throws a Failure if `file` cannot be opened. A line that cannot be read is a problem, not a failure.
-FileInfo ReadFileInfo(const std::string& file);
+// Which files' samples are read. The few are those that take no noticeable time.
+enum class SampleReading
+{
+    IfFew,
+    Always,
+    Never
+};
+inline constexpr std::uint64_t fewSampleBytes = 16U << 20U; // of all channels together, as stored
+
+// Takes everything but what follows from the samples from the header that was inspected. Throws a Failure if the
+// library does not open the file. A line that cannot be read is a problem, not a failure.
+FileInfo ReadFileInfo(const inspect::Inspection& inspection, SampleReading reading);
 
 // A table for people, in which control characters are replaced and numbers are in multiples of their units.
 std::string ToTable(const FileInfo& info);

@@ -14,23 +14,33 @@ Json ToJson(const Axis& axis)
     return {{"name", axis.name}, {"unit", axis.unit}, {"min", axis.min}, {"range", axis.range}};
 }
 
+void AddSamples(const SampleInfo& samples, Json& json)
+{
+    json["validSamples"] = samples.validSamples;
+    json["unreadableLines"] = samples.unreadableLines;
+    if (samples.significantBits) {
+        json["significantBits"] = *samples.significantBits;
+    }
+    if (samples.values) {
+        json["values"] = {{"min", samples.values->min}, {"max", samples.values->max}};
+    }
+}
+
 Json ToJson(const ChannelInfo& channel)
 {
     Json json{{"name", channel.signalAxis.name},
               {"points", channel.points},
               {"lines", channel.lines},
-              {"validSamples", channel.validSamples},
-              {"unreadableLines", channel.unreadableLines},
+              {"certain", channel.isCertain},
+              {"validSamples", nullptr},
+              {"unreadableLines", nullptr},
               {"significantBits", nullptr},
               {"values", nullptr},
               {"signalAxis", ToJson(channel.signalAxis)},
               {"pointAxis", ToJson(channel.pointAxis)},
               {"lineAxis", ToJson(channel.lineAxis)}};
-    if (channel.significantBits) {
-        json["significantBits"] = *channel.significantBits;
-    }
-    if (channel.values) {
-        json["values"] = {{"min", channel.values->min}, {"max", channel.values->max}};
+    if (channel.samples) {
+        AddSamples(*channel.samples, json);
     }
     return json;
 }
@@ -79,7 +89,11 @@ std::string ToJson(const FileInfo& info, JsonLayout layout)
     for (const GroupInfo& group : info.groups) {
         groups.push_back(ToJson(group));
     }
-    const Json json{{"file", info.file}, {"version", info.version}, {"groups", groups}, {"info", ToJson(info.nodes)}};
+    const Json json{{"file", info.file},
+                    {"version", info.version},
+                    {"samplesRead", info.hasSamples},
+                    {"groups", groups},
+                    {"info", ToJson(info.nodes)}};
     const int indent = layout == JsonLayout::Indented ? 2 : -1;
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }

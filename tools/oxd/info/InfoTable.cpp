@@ -13,6 +13,18 @@ namespace oxd {
 namespace {
 
 constexpr const char* none = "-";
+constexpr const char* uncertain = " (?)";
+
+constexpr const char* bitsNote =
+    "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+constexpr const char* notReadNote = "\nBits and values: not read; --values reads them.\n";
+constexpr const char* uncertainNote = "(?): the samples may not be those of this channel.\n";
+
+bool HasUncertain(const GroupInfo& group)
+{
+    return std::any_of(group.channels.begin(), group.channels.end(),
+                       [](const auto& channel) { return channel && !channel->isCertain; });
+}
 
 // Both ends in the same multiple of the unit, which suits the one farther from zero.
 std::string RangeText(double min, double max, const std::string& unit)
@@ -31,8 +43,8 @@ std::string AxisText(const Axis& axis)
 std::string SizeText(const ChannelInfo& channel)
 {
     const std::string size = std::to_string(channel.points) + " x " + std::to_string(channel.lines);
-    const bool full = channel.validSamples == channel.points * channel.lines;
-    return full ? size : size + ", " + std::to_string(channel.validSamples) + " valid";
+    const bool full = !channel.samples || channel.samples->validSamples == channel.points * channel.lines;
+    return full ? size : size + ", " + std::to_string(channel.samples->validSamples) + " valid";
 }
 
 std::vector<std::string> Row(const std::string& slot, const std::optional<ChannelInfo>& channel)
@@ -41,11 +53,12 @@ std::vector<std::string> Row(const std::string& slot, const std::optional<Channe
         return {slot, "(empty)"};
     }
     const Axis& signal = channel->signalAxis;
+    const SampleInfo samples = channel->samples.value_or(SampleInfo());
     return {slot,
-            Printable(signal.name),
+            Printable(signal.name) + (channel->isCertain ? "" : uncertain),
             SizeText(*channel),
-            channel->significantBits ? std::to_string(*channel->significantBits) : none,
-            channel->values ? RangeText(channel->values->min, channel->values->max, signal.unit) : none,
+            samples.significantBits ? std::to_string(*samples.significantBits) : none,
+            samples.values ? RangeText(samples.values->min, samples.values->max, signal.unit) : none,
             AxisText(signal),
             Printable(channel->pointAxis.name) + ": " + AxisText(channel->pointAxis),
             Printable(channel->lineAxis.name) + ": " + AxisText(channel->lineAxis)};
@@ -99,7 +112,8 @@ std::string ToTable(const FileInfo& info)
     for (const GroupInfo& group : info.groups) {
         text += GroupText(group);
     }
-    text += "\nBits: the fewest of 8, 16 and 32 that hold every sample exactly, not those of its storage.\n";
+    text += info.hasSamples ? bitsNote : notReadNote;
+    text += std::any_of(info.groups.begin(), info.groups.end(), HasUncertain) ? uncertainNote : "";
     return text + InformationText(info.nodes);
 }
 

@@ -1,150 +1,117 @@
 #include "oxd/info/FileInfo.h"
 
-#include "oxd/library/FindChannel.h"
-#include "oxd/library/LineOperators.h"
-#include "oxd/library/LineTally.h"
-#include "oxd/library/MetaNode.h"
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
+#include "oxd/info/SampleInfo.h"
+#include "oxd/inspection/HeaderNode.h"
 
 namespace oxd {
 
 namespace {
 
-// A sample has 30 bits, and one that is stored in 8 or 16 has only the highest of them: these below are zero.
-constexpr std::uint32_t bitsBelow8 = (1U << 22) - 1;
-constexpr std::uint32_t bitsBelow16 = (1U << 14) - 1;
+namespace model = veltaris::velflexlib::dataset;
 
-// Gathers what depends on the samples, line by line.
-class SampleStatistics
+Axis ToAxis(const model::CAxis& axis)
 {
-public:
-    void Add(const std::vector<std::int32_t>& samples, const std::vector<double>& values)
-    {
-        for (const std::int32_t sample : samples) {
-            m_bitsInUse |= static_cast<std::uint32_t>(sample);
-        }
-        for (const double value : values) {
-            if (std::isfinite(value)) {
-                m_range.min = std::min(m_range.min, value);
-                m_range.max = std::max(m_range.max, value);
-            }
-        }
-        m_count += samples.size();
-    }
-
-    void Store(ChannelInfo& info) const
-    {
-        info.validSamples = m_count;
-        if (m_count > 0) {
-            info.significantBits = (m_bitsInUse & bitsBelow8) == 0 ? 8 : (m_bitsInUse & bitsBelow16) == 0 ? 16 : 32;
-        }
-        if (m_range.min <= m_range.max) { // there were none if the axis gives no finite numbers
-            info.values = m_range;
-        }
-    }
-
-private:
-    std::uint64_t m_count = 0;
-    std::uint32_t m_bitsInUse = 0;
-    ValueRange m_range{std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
-};
-
-LineTally ReadSamples(const Channel& channel, ChannelInfo& info)
-{
-    SampleStatistics statistics;
-    LineTally unreadable;
-    for (std::uint64_t line = 0; line < info.lines; ++line) {
-        try {
-            statistics.Add(channel.ReadRaw(line, rawData.code), channel.ReadReal(line, rawData.code));
-        } catch (const LibraryError& error) {
-            unreadable.Add(line, error.what());
-        }
-    }
-    statistics.Store(info);
-    info.unreadableLines = unreadable.Count();
-    return unreadable;
+    return {axis.name, axis.unit, axis.min, axis.range};
 }
 
-class Reader
+// What the header tells.
+class HeaderReader
 {
 public:
-    explicit Reader(const std::string& file) : m_dataSet(DataSet::Open(file)) { m_info.file = file; }
+    HeaderReader(const inspect::Inspection& inspection, FileInfo& info) : m_inspection(&inspection), m_info(&info) {}
 
-    FileInfo Read()
+    void Read()
     {
-        m_info.version = m_dataSet.Call(GetOxdVersion);
-        for (const std::uint64_t id : GroupIds(m_dataSet)) {
-            m_info.groups.push_back(ReadGroup(id));
+        m_info->file = m_inspection->file;
+        m_info->version = m_inspection->version.value_or(0);
+        const std::vector<int> ids = m_inspection->dataSet->GetAllGroupIds();
+        const auto groups = m_inspection->dataSet->GetAllGroups();
+        for (std::size_t position = 0; position < ids.size(); ++position) {
+            m_info->groups.push_back(ReadGroup(static_cast<std::uint64_t>(ids[position]), *groups[position]));
         }
+        MarkUncertain();
         ReadInformation();
-        return std::move(m_info);
     }
 
 private:
-    GroupInfo ReadGroup(std::uint64_t id)
+    static GroupInfo ReadGroup(std::uint64_t id, const model::CDataGroup& group)
     {
-        GroupInfo group{id, m_dataSet.Call(GetLogicalGroupId, id), m_dataSet.Text(GetGroupName, id), {}};
-        const std::uint64_t count = m_dataSet.Call(GetChannelCount, id);
-        for (std::uint64_t index = 0; index < count; ++index) {
-            const Channel channel(m_dataSet, id, index);
-            group.channels.push_back(channel.Exists() ? std::optional(ReadChannel(channel, id, index)) : std::nullopt);
-        }
-        return group;
-    }
-
-    ChannelInfo ReadChannel(const Channel& channel, std::uint64_t group, std::uint64_t index)
-    {
-        ChannelInfo info{.points = channel.Points(),
-                         .lines = channel.Lines(),
-                         .pointAxis = channel.ReadAxis(pointAxis),
-                         .lineAxis = channel.ReadAxis(lineAxis),
-                         .signalAxis = channel.ReadAxis(signalAxis)};
-        const LineTally unreadable = ReadSamples(channel, info);
-        if (unreadable.Count() > 0) {
-            m_info.problems.push_back("group " + std::to_string(group) + ", channel " + std::to_string(index) + ": " +
-                                      unreadable.Sentence("cannot be read"));
+        GroupInfo info{id, group.GetLogicalGroupId(), group.GetName(), {}};
+        for (const auto& channel : group.GetChannelBuffers()) {
+            info.channels.push_back(channel ? std::optional(ReadChannel(*channel)) : std::nullopt);
         }
         return info;
+    }
+
+    static ChannelInfo ReadChannel(const model::CDataBuffer& channel)
+    {
+        return {.points = channel.GetPoints(),
+                .lines = channel.GetLines(),
+                .pointAxis = ToAxis(channel.GetAxis(model::pointAxis)),
+                .lineAxis = ToAxis(channel.GetAxis(model::lineAxis)),
+                .signalAxis = ToAxis(channel.GetAxis(model::signalAxis))};
+    }
+
+    void MarkUncertain()
+    {
+        for (const inspect::ChannelSamples& samples : m_inspection->channels) {
+            auto& channel = m_info->groups.at(samples.group).channels.at(samples.slot);
+            if (channel) {
+                channel->isCertain = samples.isCertain;
+            }
+        }
     }
 
     // In order. The groups that lead to the current node are on a stack made here, because a file may nest groups
     // deeper than calls can be nested.
     void ReadInformation()
     {
-        std::vector<MetaChildren> path{MetaChildren(MetaNode::Root(m_dataSet))};
+        struct Level
+        {
+            HeaderNode group;
+            std::size_t next;
+        };
+        std::vector<Level> path{{HeaderNode::Root(*m_inspection->dataSet), 0}};
         while (!path.empty()) {
-            const auto node = path.back().Next();
-            if (!node) {
+            Level& level = path.back();
+            if (level.next == level.group.ChildCount()) {
                 path.pop_back();
-            } else if (AddNode(*node, path.size() - 1)) {
-                path.emplace_back(*node);
+                continue;
+            }
+            const HeaderNode node = level.group.Child(level.next++);
+            if (AddNode(node, path.size() - 1)) {
+                path.push_back({node, 0});
             }
         }
     }
 
     // Gives whether there is more to show below the node.
-    bool AddNode(const MetaNode& node, std::size_t depth)
+    bool AddNode(const HeaderNode& node, std::size_t depth)
     {
         const bool isGroup = node.IsGroup();
         const bool hasMore = isGroup && node.ChildCount() > 0;
         const bool isCut = hasMore && depth + 1 == shownLevels;
-        m_info.nodes.push_back({depth, isGroup, isCut, node.Name(), isGroup ? std::string() : node.Value()});
-        m_info.cutGroups += isCut ? 1 : 0;
+        m_info->nodes.push_back({depth, isGroup, isCut, node.Name(), isGroup ? std::string() : node.Value()});
+        m_info->cutGroups += isCut ? 1 : 0;
         return hasMore && !isCut;
     }
 
-    DataSet m_dataSet;
-    FileInfo m_info;
+    const inspect::Inspection* m_inspection;
+    FileInfo* m_info;
 };
 
 } // namespace
 
-FileInfo ReadFileInfo(const std::string& file)
+FileInfo ReadFileInfo(const inspect::Inspection& inspection, SampleReading reading)
 {
-    return Reader(file).Read();
+    RequireOpens(inspection);
+    FileInfo info;
+    HeaderReader(inspection, info).Read();
+    const bool isFew = inspection.claimedBytes <= fewSampleBytes;
+    if (reading == SampleReading::Always || (reading == SampleReading::IfFew && isFew)) {
+        ReadAllSamples(info);
+    }
+    return info;
 }
 
 } // namespace oxd

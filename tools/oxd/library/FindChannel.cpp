@@ -34,16 +34,16 @@ std::string GroupName(const DataSet& dataSet, std::uint64_t id)
     return dataSet.Text(GetGroupName, id);
 }
 
-std::uint64_t FindGroup(const DataSet& dataSet, const ChannelSelection& wanted)
+// Its position.
+std::size_t FindGroup(const DataSet& dataSet, const std::vector<std::uint64_t>& ids, const ChannelSelection& wanted)
 {
     const auto id = Behind(idMark, wanted.group);
     const std::string name = Behind(nameMark, wanted.group).value_or(wanted.group);
-    const std::vector<std::uint64_t> ids = GroupIds(dataSet);
     const auto found = std::find_if(ids.begin(), ids.end(), [&](std::uint64_t candidate) {
         return id ? ToNumber(*id) == candidate : GroupName(dataSet, candidate) == name;
     });
     if (found != ids.end()) {
-        return *found;
+        return static_cast<std::size_t>(found - ids.begin());
     }
     NameList known("it has no groups");
     for (const std::uint64_t candidate : ids) {
@@ -52,11 +52,22 @@ std::uint64_t FindGroup(const DataSet& dataSet, const ChannelSelection& wanted)
     throw Failure(ExitCode::No, wanted.file, "no group \"" + wanted.group + "\"; " + known.Sentence());
 }
 
+void RequireCertain(const ChannelSelection& wanted, ChannelPlace place, const Channel& channel)
+{
+    if (!wanted.trust && std::find(wanted.doubted.begin(), wanted.doubted.end(), place) != wanted.doubted.end()) {
+        throw Failure(ExitCode::Damaged, wanted.file,
+                      "the samples of channel \"" + channel.Name() +
+                          "\" may not be its own; --trust takes them all the same");
+    }
+}
+
 } // namespace
 
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted)
 {
-    const std::uint64_t group = FindGroup(dataSet, wanted);
+    const std::vector<std::uint64_t> ids = GroupIds(dataSet);
+    const std::size_t position = FindGroup(dataSet, ids, wanted);
+    const std::uint64_t group = ids[position];
     const auto index = ToNumber(wanted.channel);
     const std::string name = Behind(nameMark, wanted.channel).value_or(wanted.channel);
     const std::uint64_t slots = dataSet.Call(GetChannelCount, group);
@@ -67,6 +78,7 @@ Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted)
             continue;
         }
         if (index ? slot == *index : channel.Name() == name) {
+            RequireCertain(wanted, {position, slot}, channel);
             return channel;
         }
         known.Add(channel.Name(), std::to_string(slot));

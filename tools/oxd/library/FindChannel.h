@@ -9,6 +9,15 @@
 
 namespace oxd {
 
+// Where a channel is in a file: positions, from 0.
+struct ChannelPlace
+{
+    std::uint64_t group;
+    std::uint64_t slot;
+
+    bool operator==(const ChannelPlace&) const = default;
+};
+
 // A name may stand for several groups or channels of a file. The first of them is meant then. "name:" may stand before
 // a name, so that every name can be written.
 struct ChannelSelection
@@ -16,10 +25,14 @@ struct ChannelSelection
     std::string file;
     std::string group;   // "id:" and its id, or its name
     std::string channel; // its index if there is nothing but digits, else the name of its signal axis
+    std::vector<ChannelPlace> doubted = {}; // channels whose samples may not be their own
+    bool trust = false;                     // takes such samples, too
 };
 
 // `dataSet` is the one read from the selection's file. Throws a Failure, which lists what there is, if it has no such
-// channel; an empty slot is none. The channel refers to `dataSet` and must not outlive it.
+// channel, an empty slot being none, and one if the samples of the channel are
+// doubted and not trusted. The channel refers to `dataSet` and must not
+// outlive it.
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted);
 
 // The ids of all groups, in the order of the file.

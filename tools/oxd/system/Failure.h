@@ -33,10 +33,11 @@ inline constexpr std::array exitCodeMeanings{
     ExitCodeMeaning{ExitCode::Done, "done"},
     ExitCodeMeaning{ExitCode::No,
                     "the file has no such group, channel or information, or the channel has nothing to show; "
-                    "diff: the files differ"},
+                    "diff: the files differ; validate: there are errors"},
     ExitCodeMeaning{ExitCode::Usage, "wrong usage"},
     ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read"},
-    ExitCodeMeaning{ExitCode::Damaged, "the file is damaged or not an .oxd file"},
+    ExitCodeMeaning{ExitCode::Damaged,
+                    "the file is damaged, not an .oxd file, or its samples may belong to another channel"},
     ExitCodeMeaning{ExitCode::CannotWrite,
                     "cannot write: no such folder, no permission, disk full, OUT exists, standard output closed"},
     ExitCodeMeaning{ExitCode::Internal, "the tool failed: not enough memory, or an error in it"},

@@ -27,7 +27,10 @@ void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
 void AddOutput(CLI::App& command, Destination& output);
 void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
 void AddNoClobber(CLI::App& command, Destination& output);                      // for a command without -o
-void AddSelection(CLI::App& command, ChannelSelection& selection);              // with its file
+void AddSelection(CLI::App& command, ChannelSelection& selection);              // with its file, and AddTrust
+
+// Asks for samples that may not be those of their channel.
+void AddTrust(CLI::App& command, bool& trust);
 
 // Asks for one line of JSON for each file, errors included.
 void AddJsonLines(CLI::App& command, bool& jsonLines);

@@ -1,4 +1,4 @@
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 
 namespace oxd {
 
@@ -59,6 +59,12 @@ void AddSelection(CLI::App& command, ChannelSelection& selection)
     command.add_option("-c,--channel", selection.channel, "Index of the channel, or its name")
         ->type_name("INDEX|NAME")
         ->required();
+    AddTrust(command, selection.trust);
+}
+
+void AddTrust(CLI::App& command, bool& trust)
+{
+    command.add_flag("--trust", trust, "Take samples also where they may not be those of their channel");
 }
 
 void AddJsonLines(CLI::App& command, bool& jsonLines)

@@ -1,0 +1,21 @@
+// Looks a file over before a command reads it, so that no damage goes unsaid and no channel is mistaken for another.
+#pragma once
+
+#include "oxd/inspection/InspectFile.h"
+#include "oxd/library/FindChannel.h"
+
+#include <string>
+#include <vector>
+
+namespace oxd {
+
+// Complains of all errors in the file. Throws a Failure if it cannot be read.
+inspect::Inspection InspectAloud(const std::string& file);
+
+// The channels whose samples may not be their own.
+std::vector<ChannelPlace> Doubted(const inspect::Inspection& inspection);
+
+// The same as InspectAloud, and throws a Failure if there is such a channel in a file that opens and is not trusted.
+void RequireCertain(const std::string& file, bool trust);
+
+} // namespace oxd

@@ -1,0 +1,40 @@
+#include "oxd/inspection/FindingText.h"
+
+namespace oxd {
+
+namespace {
+
+std::string Message(const inspect::Finding& finding)
+{
+    const std::string place = finding.line > 0     ? "line " + std::to_string(finding.line) + ": "
+                              : finding.offset > 0 ? "byte " + std::to_string(finding.offset) + ": "
+                                                   : std::string();
+    return place + Verdict(finding);
+}
+
+} // namespace
+
+std::string Verdict(const inspect::Finding& finding)
+{
+    return std::string(NameOf(finding.rule->severity)) + ": " + finding.sentence + " [" +
+           std::string(finding.rule->id) + "]";
+}
+
+std::vector<std::string> ErrorMessages(const inspect::Inspection& inspection)
+{
+    constexpr std::size_t most = 10;
+    std::vector<std::string> messages;
+    std::size_t count = 0;
+    for (const inspect::Finding& finding : inspection.findings) {
+        const bool counts = finding.rule->severity == inspect::Severity::Error && inspection.headerBytes > 0;
+        if (counts && count++ < most) {
+            messages.push_back(Message(finding));
+        }
+    }
+    if (count > most) {
+        messages.push_back(std::to_string(count - most) + " more errors, which oxd validate lists");
+    }
+    return messages;
+}
+
+} // namespace oxd

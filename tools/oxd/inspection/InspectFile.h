@@ -1,0 +1,18 @@
+// Inspects files for commands: failures to read one are those that every command has.
+#pragma once
+
+#include "inspect/Inspection.h"
+
+#include <string>
+
+namespace oxd {
+
+namespace inspect = veltaris::inspect;
+
+// Reads the header only. Throws a Failure if the file cannot be opened or read, never for what it holds.
+inspect::Inspection InspectFile(const std::string& file);
+
+// Throws the Failure with which opening the file ends, if it is none that the library opens or has no header.
+void RequireOpens(const inspect::Inspection& inspection);
+
+} // namespace oxd
