@@ -33,18 +33,24 @@ std::string RandomName()
     return name + ".tmp";
 }
 
-} // namespace
-
-TemporaryFile::TemporaryFile(const std::filesystem::path& folder, const std::filesystem::path& replaced)
-    : m_path(folder / RandomName())
+// An interruption that comes before the file is there, or while it is made, finds it guarded.
+int Create(const std::filesystem::path& file, const std::filesystem::path& replaced)
 {
-    interruption::Guard(m_path);
-    m_descriptor = platform::CreateReplacement(m_path, replaced);
-    if (m_descriptor == closed) {
+    interruption::Guard(file);
+    const int descriptor = platform::CreateReplacement(file, replaced);
+    if (descriptor < 0) {
         const int error = errno;
         interruption::Release();
         throw std::system_error(error, std::generic_category());
     }
+    return descriptor;
+}
+
+} // namespace
+
+TemporaryFile::TemporaryFile(const std::filesystem::path& folder, const std::filesystem::path& replaced)
+    : m_path(folder / RandomName()), m_descriptor(Create(m_path, replaced))
+{
 }
 
 TemporaryFile::~TemporaryFile()

@@ -37,7 +37,7 @@ private:
     void Flush();
 
     std::filesystem::path m_path;
-    int m_descriptor = closed;
+    int m_descriptor;
     bool m_isMoved = false;
 };
 

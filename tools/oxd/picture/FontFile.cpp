@@ -75,6 +75,7 @@ int Visit(const char* path, const struct stat*, int, FTW* place)
 void Search(const std::filesystem::path& folder)
 {
     constexpr int openFolders = 8;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the tool runs in one thread
     if (nftw(folder.c_str(), Visit, openFolders, FTW_PHYS) < 0 && errno != ENOENT && errno != ENOTDIR) {
         throw std::system_error(errno, std::generic_category(), "fonts cannot be found");
     }
