@@ -43,7 +43,9 @@ bool Strikes(Kind kind)
     counted.struck |= strikes;
     if (strikes && current.effect == Effect::Kill)
         std::raise(SIGKILL);
-    return strikes;
+    if (strikes && current.effect == Effect::CtrlC)
+        std::raise(SIGINT);
+    return strikes && current.effect != Effect::CtrlC;
 }
 
 template <class Allocate>
@@ -202,6 +204,9 @@ int open(const char* path, int flags, ...)
     return FailsAltogether(EMFILE) ? -1 : static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
 }
 
+// Another name of the same.
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
+
 int fchown(int descriptor, uid_t owner, gid_t group)
 {
     return FailsAltogether(EPERM) ? -1 : static_cast<int>(syscall(SYS_fchown, descriptor, owner, group));
@@ -225,6 +230,21 @@ int fclose(FILE* file)
     const bool fails = FailsAltogether(EIO);
     const int result = Next<int(FILE*)>("fclose")(file);
     return fails ? EOF : result;
+}
+
+int fsync(int descriptor)
+{
+    return FailsAltogether(EIO) ? -1 : static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+int rename(const char* from, const char* to)
+{
+    return FailsAltogether(EIO) ? -1 : static_cast<int>(syscall(SYS_rename, from, to));
+}
+
+int unlink(const char* path)
+{
+    return FailsAltogether(EIO) ? -1 : static_cast<int>(syscall(SYS_unlink, path));
 }
 
 int remove(const char* path)

@@ -9,17 +9,18 @@ namespace faults {
 enum class Kind
 {
     Memory, // allocations
-    File,   // querying, opening, reading, writing, seeking, closing and removing files
+    File,   // querying, opening, reading, writing, seeking, closing, flushing, renaming and removing files
 };
 
 enum class Effect
 {
-    Fail,      // once: no memory, a broken or a full disk
-    FailOn,    // this call and all later ones
-    Shorten,   // only half of the bytes are read or written
-    Interrupt, // EINTR, once
-    Kill,      // the process is killed before the call
-    KillWithin // the process is killed after half of the bytes are written
+    Fail,       // once: no memory, a broken or a full disk
+    FailOn,     // this call and all later ones
+    Shorten,    // only half of the bytes are read or written
+    Interrupt,  // EINTR, once
+    Kill,       // the process is killed before the call
+    KillWithin, // the process is killed after half of the bytes are written
+    CtrlC       // the process is interrupted before the call
 };
 
 // Which call fails, and how. By default none does.

@@ -29,7 +29,7 @@ TEST_F(PosixStreamTest, NoticesThatResultsDoNotArrive)
 TEST_F(PosixStreamTest, NoticesAFullDisk)
 {
     for (const char* const command : {"make-sample /dev/full", "set sample.oxd Scan/Lines 1 -o /dev/full"})
-        ExpectFailure(command, 5, "oxd: /dev/full: not written whole");
+        ExpectFailure(command, 5, "oxd: /dev/full: No space left");
     for (const std::string link : {"full.csv", "full.raw", "full.f64", "full.png"}) {
         std::filesystem::create_symlink("/dev/full", link);
         ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o " + link, 5, "No space left");
@@ -37,7 +37,7 @@ TEST_F(PosixStreamTest, NoticesAFullDisk)
     }
 }
 
-TEST_F(PosixStreamTest, LeavesNoPartOfAnExport)
+TEST_F(PosixStreamTest, LeavesNoPartOfAFile)
 {
     WriteBytes("old.f64", "old");
     std::filesystem::create_symlink("old.f64", "link.f64");
@@ -50,10 +50,11 @@ TEST_F(PosixStreamTest, LeavesNoPartOfAnExport)
     setrlimit(RLIMIT_FSIZE, &small);
     ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o out.csv", 5, "File too large");
     ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o link.f64", 5, "File too large");
+    ExpectFailure("set sample.oxd Scan/Lines 1 -o old.f64", 5, "not written whole");
     setrlimit(RLIMIT_FSIZE, &limit);
     (void)std::signal(SIGXFSZ, before);
     EXPECT_FALSE(std::filesystem::exists("out.csv"));
-    EXPECT_FALSE(std::filesystem::exists("old.f64"));
+    EXPECT_EQ(ReadBytes("old.f64"), "old");
 }
 
 TEST_F(PosixStreamTest, WorksWithoutStandardStreams)

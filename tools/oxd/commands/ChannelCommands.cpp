@@ -1,6 +1,6 @@
 #include "oxd/commands/ChannelCommands.h"
 
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
 #include "oxd/inspection/CheckInput.h"

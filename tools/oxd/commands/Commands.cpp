@@ -15,8 +15,17 @@ namespace oxd {
 
 namespace {
 
-constexpr const char* exitCodes = "Exit codes: 0 done, 1 not in the file, 2 wrong usage, 3 cannot open,\n"
-                                  "4 damaged or not an .oxd file, 5 cannot write.";
+std::string DescribeExitCodes()
+{
+    constexpr std::size_t width = 4;
+    std::string text = "Exit codes:";
+    for (const ExitCodeMeaning& known : exitCodeMeanings) {
+        std::string number = std::to_string(static_cast<int>(known.code));
+        number.resize(width, ' ');
+        text.append("\n  ").append(number).append(known.meaning);
+    }
+    return text;
+}
 
 void AddDebug(CLI::App& app)
 {
@@ -34,7 +43,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.allow_windows_style_options(false); // a leading slash is part of a path
     app.set_version_flag("-V,--version", "oxd " OXD_VERSION);
-    app.footer(exitCodes);
+    app.footer(DescribeExitCodes());
     app.require_subcommand(0, 1); // for the help: the command line is taken apart before this parses it
     AddInfo(app, results, outcome);
     AddValidate(app, results, outcome);

@@ -1,6 +1,6 @@
 #include "oxd/commands/DiffCommand.h"
 
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/compare/Comparison.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Messages.h"
@@ -67,7 +67,7 @@ CLI::Validator IsCount()
         const bool isCount = !text.empty() && text.find_first_not_of("0123456789") == std::string::npos;
         return isCount ? "" : text + " is not a whole number from 0 on";
     };
-    return CLI::Validator(check, "");
+    return {check, ""};
 }
 
 // Its own check takes what is not a number for one that is not negative.
@@ -79,7 +79,7 @@ CLI::Validator IsTolerance()
         const bool isNumber = std::from_chars(text.data(), end, number).ptr == end;
         return isNumber && std::isfinite(number) && number >= 0 ? "" : text + " is not a number from 0 on";
     };
-    return CLI::Validator(check, "");
+    return {check, ""};
 }
 
 void AddTolerances(CLI::App& command, Tolerance& tolerance)

@@ -1,8 +1,8 @@
 #include "oxd/commands/FindingCommands.h"
 
-#include "oxd/commands/CommonOptions.h"
-#include "oxd/commands/EachFile.h"
-#include "oxd/commands/Suggestion.h"
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/EachFile.h"
+#include "oxd/commandline/Suggestion.h"
 #include "oxd/system/Results.h"
 #include "oxd/validate/Report.h"
 #include "oxd/validate/RuleText.h"

@@ -1,6 +1,6 @@
 #include "oxd/commands/HelpCommand.h"
 
-#include "oxd/commands/CommandLine.h"
+#include "oxd/commandline/CommandLine.h"
 #include "oxd/system/Results.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "oxd/commands/InfoCommand.h"
 
-#include "oxd/commands/CommonOptions.h"
-#include "oxd/commands/EachFile.h"
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/EachFile.h"
 #include "oxd/info/FileInfo.h"
 #include "oxd/inspection/CheckInput.h"
 

@@ -1,8 +1,8 @@
 #include "oxd/commands/MetaCommands.h"
 
-#include "oxd/commands/CommonOptions.h"
-#include "oxd/commands/EachFile.h"
-#include "oxd/commands/JsonLine.h"
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/EachFile.h"
+#include "oxd/commandline/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/system/Results.h"
@@ -114,26 +114,36 @@ void AddSet(CLI::App& app)
 {
     struct Options
     {
-        MetaChange change{"", MetaPath("", "/"), "", false, ""};
+        MetaChange Change() const
+        {
+            if (!inPlace && output.name.empty()) {
+                throw CLI::RequiredError("--output or --in-place");
+            }
+            return {file, MetaPath(path, separator), value, create, inPlace ? Destination{file} : output, inPlace};
+        }
+
+        std::string file;
         std::string path;
         std::string separator = "/";
+        std::string value;
+        bool create = false;
+        bool inPlace = false;
+        Destination output;
         bool trust = false;
     };
     const auto options = std::make_shared<Options>();
-    MetaChange& change = options->change;
-    CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information in another file");
+    CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information");
     command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
-    AddInputFile(command, change.file);
+    AddInputFile(command, options->file);
     command.add_option("PATH", options->path, "Where the value is, see below")->type_name("")->required();
-    command.add_option("VALUE", change.value, "New value")->type_name("")->required();
+    command.add_option("VALUE", options->value, "New value")->type_name("")->required();
     AddSeparator(command, options->separator);
-    command.add_flag("--create", change.create, "Make the item, and groups on the way, if they are missing");
-    AddOutput(command, change.output);
+    command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
+    AddOutputOrInPlace(command, options->output, options->inPlace);
     AddTrust(command, options->trust);
     command.callback([options] {
-        RequireCertain(options->change.file, options->trust);
-        options->change.path = MetaPath(options->path, options->separator);
-        SetMetaValue(options->change);
+        RequireCertain(options->file, options->trust);
+        SetMetaValue(options->Change());
     });
 }
 

@@ -1,11 +1,18 @@
 #include "oxd/commands/Run.h"
 
-#include "oxd/commands/CommandLine.h"
+#include "oxd/commandline/CommandLine.h"
 #include "oxd/commands/Commands.h"
-#include "oxd/library/Diagnostic.h"
+#include "oxd/files/Interruption.h"
+#include "oxd/library/DataSet.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Messages.h"
+#include "oxd/system/Platform.h"
 #include "oxd/system/Results.h"
+
+#include <boost/nowide/args.hpp>
+
+#include <algorithm>
+#include <new>
 
 namespace oxd {
 
@@ -22,12 +29,8 @@ ExitCode Parse(CommandLine& commandLine, Results& results)
     } catch (const CLI::ParseError& error) {
         Complain(commandLine.Explanation(error));
         return ExitCode::Usage;
-    } catch (const Failure&) {
-        throw;
-    } catch (const ReaderGone&) {
-        throw;
-    } catch (const std::exception& error) { // the library refused what it does with a sound file
-        throw Failure(ExitCode::Damaged, commandLine.NamedFile(), diagnostic::Reason(error.what()));
+    } catch (const LibraryError& error) { // the library refused what it does with a sound file
+        throw Failure(ExitCode::Damaged, commandLine.NamedFile(), error.what());
     }
     return ExitCode::Done;
 }
@@ -51,16 +54,34 @@ ExitCode Execute(std::vector<std::string> arguments, Results& results)
 
 int Run(std::vector<std::string> arguments, Results& results)
 {
-    ExitCode code = ExitCode::Damaged;
+    ExitCode code = ExitCode::Internal;
     try {
         code = Execute(std::move(arguments), results);
     } catch (const Failure& failure) {
-        Complain(failure.what());
         code = failure.Code();
+        Complain(failure.what());
+    } catch (const std::bad_alloc&) {
+        throw;
     } catch (const std::exception& error) {
         Complain(error.what());
     }
     return static_cast<int>(code);
+}
+
+// A message that there is no memory for must not take any.
+int RunProcess(int argc, char** argv)
+{
+    try {
+        platform::IgnoreBrokenPipes();
+        interruption::Heed();
+        const boost::nowide::args inUtf8(argc, argv); // on Windows, where the system's code page lacks most characters
+        Results results;
+        return Run({argv + std::min(argc, 1), argv + argc}, results);
+    } catch (const std::exception&) {
+        constexpr int standardError = 2;
+        platform::WriteAll(standardError, "oxd: not enough memory\n");
+        return static_cast<int>(ExitCode::Internal);
+    }
 }
 
 } // namespace oxd

@@ -11,7 +11,10 @@ namespace oxd {
 class Results;
 
 // Runs the command that `arguments`, in UTF-8 and without the name of the tool, ask for. Writes its results to
-// `results` and what went wrong to the standard error. Throws nothing.
+// `results` and what went wrong to the standard error. Throws std::bad_alloc if memory runs out, and nothing else.
 int Run(std::vector<std::string> arguments, Results& results);
+
+// All that the main function does: sets the process up and runs the command that its arguments ask for. Throws nothing.
+int RunProcess(int argc, char** argv);
 
 } // namespace oxd

@@ -1,6 +1,6 @@
 #include "oxd/commands/SampleCommand.h"
 
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 #include "oxd/example/Sample.h"
 
 #include <memory>
@@ -9,14 +9,15 @@ namespace oxd {
 
 void AddMakeSample(CLI::App& app)
 {
-    const auto file = std::make_shared<std::string>();
+    const auto output = std::make_shared<Destination>();
     CLI::App& command = *app.add_subcommand("make-sample", "Write a sample file with scans and force curves");
     command.footer("The file is the same every time, byte for byte.");
-    command.add_option("FILE", *file, "File to write; an existing one is replaced")
+    command.add_option("FILE", output->name, "File to write; an existing one is replaced")
         ->type_name("")
         ->required()
         ->check(IsNotEmpty());
-    command.callback([file] { MakeSample(*file); });
+    AddNoClobber(command, *output);
+    command.callback([output] { MakeSample(*output); });
 }
 
 } // namespace oxd

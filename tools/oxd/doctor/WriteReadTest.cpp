@@ -104,7 +104,9 @@ ExitCode CheckOne(const TestName& name, Checks& checks)
     try {
         const TemporaryFolder folder;
         const std::string file = folder.File(name.file);
-        MakeKnown().SaveAs(file);
+        OutputFile output({file});
+        MakeKnown().SaveTo(output);
+        output.Close();
         RequireKnown(file);
         checks.push_back({name.check, name.file + std::string(" holds what was written to it")});
         return ExitCode::Done;

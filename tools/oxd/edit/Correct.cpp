@@ -1,7 +1,5 @@
 #include "oxd/edit/Correct.h"
 
-#include "oxd/system/OutputFile.h"
-
 namespace oxd {
 
 namespace {
@@ -31,9 +29,11 @@ SkippedLines Correct(const Correction& correction)
 {
     const ChannelSelection& wanted = correction.selection;
     DataSet dataSet = DataSet::Open(wanted.file);
-    RequireOtherFile(wanted.file, correction.output);
+    RequireOtherFile(wanted.file, correction.output.name);
+    OutputFile output(correction.output);
     SkippedLines untouched = CorrectLines(FindChannel(dataSet, wanted), correction.lineOperator.code);
-    dataSet.SaveAs(correction.output);
+    dataSet.SaveTo(output);
+    output.Close();
     return untouched;
 }
 

@@ -3,7 +3,6 @@
 #include "oxd/inspection/HeaderNode.h"
 #include "oxd/library/MetaNode.h"
 #include "oxd/system/Failure.h"
-#include "oxd/system/OutputFile.h"
 #include "oxd/system/Text.h"
 
 #include <algorithm>
@@ -96,17 +95,18 @@ void RequireKept(const MetaChange& change)
 
 // Some names are changed on saving because of the names beside them, for example one that differs from another in case
 // only. This shows only in the saved file.
-void RequireArrived(const MetaChange& change)
+void RequireArrived(const MetaChange& change, const std::string& savedFile)
 {
-    const DataSet saved = DataSet::Open(change.output);
+    const DataSet saved = DataSet::Open(savedFile);
     std::string arrived;
     try {
-        arrived = FindItem(MetaNode::Root(saved), change.output, change.path).Value();
+        arrived = FindItem(MetaNode::Root(saved), savedFile, change.path).Value();
     } catch (const Failure&) { // NOLINT(bugprone-empty-catch): there is nothing under that name
     }
     if (arrived != change.value) {
-        throw Failure(ExitCode::Usage, change.output,
-                      "\"" + change.path.text + "\" has another name or value there, since a file cannot keep it");
+        throw Failure(ExitCode::Usage, change.output.name,
+                      "\"" + change.path.text +
+                          "\" would have another name or value there, since a file cannot keep it");
     }
 }
 
@@ -131,14 +131,17 @@ void SetMetaValue(const MetaChange& change)
 {
     RequireKept(change);
     DataSet dataSet = DataSet::Open(change.file);
-    RequireOtherFile(change.file, change.output);
+    if (!change.inPlace) {
+        RequireOtherFile(change.file, change.output.name);
+    }
+    OutputFile output(change.output);
     if (change.create) {
         CreateItem(dataSet, change);
     } else {
         FindItem(MetaNode::Root(dataSet), change.file, change.path).SetValue(change.value);
     }
-    dataSet.SaveAs(change.output);
-    RequireArrived(change);
+    RequireArrived(change, dataSet.SaveTo(output));
+    output.Close();
 }
 
 } // namespace oxd

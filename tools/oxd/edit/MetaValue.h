@@ -1,6 +1,7 @@
 // Gets and sets one value of the measurement information, which is named by the groups that lead to it.
 #pragma once
 
+#include "oxd/files/OutputFile.h"
 #include "oxd/inspection/InspectFile.h"
 
 #include <string>
@@ -25,15 +26,16 @@ std::string GetMetaValue(const inspect::Inspection& inspection, const MetaPath& 
 
 struct MetaChange
 {
-    std::string file; // stays as it is
+    std::string file; // stays as it is, unless it is the output, too
     MetaPath path;
     std::string value;
-    bool create;        // the item, and groups on the way to it, if they are missing
-    std::string output; // replaced if it exists
+    bool create; // the item, and groups on the way to it, if they are missing
+    Destination output;
+    bool inPlace; // the output is the file itself
 };
 
-// Throws a Failure if the output cannot be made, and also if a file would not keep the value or its name as they are.
-// The latter sometimes shows only when the output is read again: it stays then, with the value under another name.
+// Throws a Failure if the output cannot be made, and also if a file would not keep the value or its name as they are,
+// which sometimes shows only when the new file is read again, before it takes its place.
 void SetMetaValue(const MetaChange& change);
 
 } // namespace oxd

@@ -118,15 +118,17 @@ void AddCurves(const DataSet& dataSet)
 
 } // namespace
 
-void MakeSample(const std::string& file)
+void MakeSample(const Destination& destination)
 {
+    OutputFile output(destination);
     DataSet dataSet = DataSet::Create();
     for (const ScanDirection& direction : scanDirections) {
         AddScan(dataSet, direction);
     }
     AddCurves(dataSet);
     AddSampleInfo(dataSet);
-    dataSet.SaveAs(file);
+    dataSet.SaveTo(output);
+    output.Close();
 }
 
 } // namespace oxd

@@ -51,12 +51,12 @@ std::string SuffixOf(const std::string& file)
 
 const Kind& FindKind(const Export& wanted)
 {
-    const std::string suffix = SuffixOf(wanted.output);
+    const std::string suffix = SuffixOf(wanted.output.name);
     const auto* const found = std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) {
         return kind.suffix == suffix && kind.grey == wanted.grey;
     });
     if (found == kinds.end()) {
-        throw Failure(ExitCode::Usage, wanted.output,
+        throw Failure(ExitCode::Usage, wanted.output.name,
                       wanted.grey ? "--grey is for .png only" : "its suffix is none of" + AllSuffixes());
     }
     return *found;
@@ -75,7 +75,7 @@ ExportGaps ExportChannel(const Export& wanted)
 {
     const Kind& kind = FindKind(wanted);
     const DataSet dataSet = DataSet::Open(wanted.selection.file);
-    RequireOtherFile(wanted.selection.file, wanted.output);
+    RequireOtherFile(wanted.selection.file, wanted.output.name);
     const Channel channel = FindChannel(dataSet, wanted.selection);
     Progress progress(kind.passes * channel.Lines());
     LineSource source(channel, wanted.lineOperator, progress);

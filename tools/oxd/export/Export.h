@@ -1,6 +1,7 @@
 // Writes one channel as a file that other programs read: a picture, a table or bare numbers.
 #pragma once
 
+#include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
@@ -14,7 +15,7 @@ struct Export
 {
     ChannelSelection selection;
     LineOperator lineOperator = rawData;
-    std::string output; // its suffix says what is written
+    Destination output; // its suffix says what is written
     bool grey = false;  // asks for a picture for programs instead of one for people
 };
 
@@ -25,7 +26,7 @@ struct ExportGaps
     std::vector<std::string> notes; // a sentence each
 };
 
-// Throws a Failure if the output cannot be made. What was written by then is removed, unless it is a device or a pipe.
+// Throws a Failure if the output cannot be made. What was there stays then.
 ExportGaps ExportChannel(const Export& wanted);
 
 // A line of help for each kind of output, under the options that choose it.

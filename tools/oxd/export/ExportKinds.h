@@ -3,7 +3,7 @@
 #pragma once
 
 #include "oxd/export/LineSource.h"
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
 #include <string>
 #include <vector>

@@ -5,6 +5,8 @@
 #include "oxd/system/Messages.h"
 #include "oxd/system/Platform.h"
 
+#include <new>
+
 namespace oxd {
 
 namespace {
@@ -19,12 +21,15 @@ std::string NameForLibrary(const std::string& file, ExitCode ifImpossible)
 }
 
 // The text that the last failed call left. A buffer that was too short is no failure to look into, since a longer one
-// is tried.
+// is tried. A lack of memory says nothing about a file or a line, and must not pass for damage there.
 std::string TakeLastError()
 {
     std::string text = VELGetLastError();
     if (!diagnostic::IsShortBuffer(text)) {
         Explain(text);
+    }
+    if (diagnostic::IsOutOfMemory(text)) {
+        throw std::bad_alloc();
     }
     return text;
 }
@@ -79,13 +84,16 @@ DataSet DataSet::Create()
     return created;
 }
 
-void DataSet::SaveAs(const std::string& file)
+std::string DataSet::SaveTo(OutputFile& output)
 {
+    NameForLibrary(output.Name(), ExitCode::CannotWrite);
+    std::string file = output.FileToFill();
     Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
     SaveOxdFile(m_handle);
     if (VELHasLastError()) {
-        throw SaveFailure(file, TakeLastError());
+        throw SaveFailure(output.Name(), TakeLastError());
     }
+    return file;
 }
 
 } // namespace oxd

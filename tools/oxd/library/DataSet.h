@@ -2,6 +2,8 @@
 // files of the format goes through the public header of the library, which is included only here.
 #pragma once
 
+#include "oxd/files/OutputFile.h"
+
 #include <VELOxdDll.h>
 
 #include <cstdint>
@@ -26,7 +28,7 @@ private:
     bool m_shortBuffer;
 };
 
-// Throws the failure that the last call into the library left, if it left one.
+// Throws the failure that the last call into the library left, if it left one: a lack of memory as std::bad_alloc.
 void ThrowPendingError();
 
 // Owns a handle of the library and closes it in the end; a DataSet that was moved from owns none and only waits to be
@@ -44,9 +46,9 @@ public:
     DataSet& operator=(DataSet&&) = delete;
     ~DataSet() { CloseOxdFile(m_handle); }
 
-    // Saves the data set, which then goes by the name `file`. Throws a Failure if the file cannot be written; a part of
-    // it may be left then. Views, processors and sections that the library does not know are not saved.
-    void SaveAs(const std::string& file);
+    // Saves the data set into the file that is to become the output, and gives the name of that. Throws a Failure if it
+    // cannot be written. Views, processors and sections that the library does not know are not saved.
+    std::string SaveTo(OutputFile& output);
 
     // Calls a function of the interface on this data set; throws a LibraryError if it fails.
     template <typename Result, typename... Parameters>

@@ -49,6 +49,13 @@ std::optional<std::string_view> SystemError(std::string_view text)
     return first < last ? std::optional(item->substr(first + 1, last - first - 1)) : std::nullopt;
 }
 
+std::string_view MainLine(std::string_view text)
+{
+    const auto what = RestOfLine(text, "std::exception::what: ");
+    const auto reason = SystemError(text).value_or(what.value_or(text));
+    return reason.substr(0, reason.find_first_of("\r\n"));
+}
+
 // " (section S, key K)" where the text names the place of bad content.
 std::string Place(std::string_view text)
 {
@@ -77,11 +84,15 @@ bool IsShortBuffer(std::string_view text)
     return Contains(text, "Buffer to small");
 }
 
+bool IsOutOfMemory(std::string_view text)
+{
+    const std::string_view line = MainLine(text);
+    return line == "std::bad_alloc" || line == "Cannot allocate memory" || line == "Not enough space";
+}
+
 std::string Reason(std::string_view text)
 {
-    const auto what = RestOfLine(text, "std::exception::what: ");
-    const auto reason = SystemError(text).value_or(what.value_or(text));
-    const auto line = reason.substr(0, reason.find_first_of("\r\n"));
+    const std::string_view line = MainLine(text);
     const auto* const known = std::find_if(translations.begin(), translations.end(), [&](const Translation& candidate) {
         return line.starts_with(candidate.library);
     });

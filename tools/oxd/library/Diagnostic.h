@@ -16,6 +16,9 @@ bool IsStreamFailure(std::string_view text);
 // The buffer that the caller provided was too small for the text to be returned.
 bool IsShortBuffer(std::string_view text);
 
+// There was not enough memory, whatever the call was about.
+bool IsOutOfMemory(std::string_view text);
+
 // The part that a user can act upon, in one sentence: the system's own message if there is one, else the library's,
 // with the place in the header that it is about.
 std::string Reason(std::string_view text);

@@ -1,9 +1,12 @@
 #include "oxd/picture/Canvas.h"
 
+#include "oxd/picture/FontFace.h"
 #include "oxd/system/Text.h"
 
 #include <algorithm>
+#include <array>
 #include <exception>
+#include <new>
 #include <stdexcept>
 
 namespace oxd {
@@ -13,9 +16,24 @@ namespace {
 constexpr double fontSize = 14;
 constexpr double ink = 0.1; // nearly black
 
+std::uint32_t* RowOf(cairo_surface_t* image, int row)
+{
+    const std::ptrdiff_t offset = static_cast<std::ptrdiff_t>(row) * cairo_image_surface_get_stride(image);
+    return reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(image) + offset);
+}
+
+std::uint32_t Pixel(cairo_surface_t* image, int column, int row)
+{
+    cairo_surface_flush(image);
+    return RowOf(image, row)[column] & 0xFFFFFF;
+}
+
 // Drawing calls need no checks of their own: after an error the context draws nothing more and keeps the error.
 void Require(cairo_status_t status)
 {
+    if (status == CAIRO_STATUS_NO_MEMORY) {
+        throw std::bad_alloc();
+    }
     if (status != CAIRO_STATUS_SUCCESS) {
         throw std::runtime_error(std::string("the picture cannot be drawn: ") + cairo_status_to_string(status));
     }
@@ -29,6 +47,25 @@ cairo_status_t Append(void* png, const unsigned char* bytes, unsigned int size)
     } catch (const std::exception&) {
         return CAIRO_STATUS_NO_MEMORY;
     }
+}
+
+// What the drawing library keeps to use it again, it has to have first: where it lacks memory for that, it draws
+// nothing and reports no error. So the first strokes are on a surface of their own, and looked at.
+void Prepare()
+{
+    constexpr int size = 8;
+    cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, size, size);
+    cairo_t* const context = cairo_create(surface);
+    cairo_set_source_rgb(context, 1, 1, 1);
+    cairo_move_to(context, size / 2.0 + 0.25,
+                  2); // NOLINT(readability-magic-numbers): between pixels, as most lines are
+    cairo_rel_line_to(context, 0, size / 2.0);
+    cairo_stroke(context);
+    const cairo_status_t status = cairo_status(context);
+    const bool isDrawn = status == CAIRO_STATUS_SUCCESS && Pixel(surface, size / 2, size / 2) != 0;
+    cairo_destroy(context);
+    cairo_surface_destroy(surface);
+    Require(isDrawn ? status : CAIRO_STATUS_NO_MEMORY);
 }
 
 // Restores the state of the context at the end of its scope, whatever was drawn meanwhile.
@@ -49,29 +86,45 @@ private:
 Canvas::Canvas(int width, int height)
     : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height)), m_context(cairo_create(m_surface.get()))
 {
+    Prepare();
     cairo_set_source_rgb(m_context.get(), 1, 1, 1);
     cairo_paint(m_context.get());
     cairo_set_source_rgb(m_context.get(), ink, ink, ink);
     cairo_set_line_width(m_context.get(), 1);
-    cairo_select_font_face(m_context.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    SelectFont();
+}
+
+// Letters keep their shapes and are no more than moved to whole pixels.
+void Canvas::SelectFont()
+{
+    const std::unique_ptr<cairo_font_face_t, Destroyer<cairo_font_face_destroy>> font(CreateFontFace());
+    const std::unique_ptr<cairo_font_options_t, Destroyer<cairo_font_options_destroy>> options(
+        cairo_font_options_create());
+    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
+    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
+    Require(cairo_font_options_status(options.get()));
+    cairo_set_font_face(m_context.get(), font.get());
+    cairo_set_font_options(m_context.get(), options.get());
     cairo_set_font_size(m_context.get(), fontSize);
 }
 
-void Canvas::DrawCells(const Rectangle& place, int columns, int rows,
-                       const std::function<std::uint32_t(int column, int row)>& colour)
+Canvas::Surface Canvas::DrawImage(cairo_format_t format, int columns, int rows, const CellColours& colour)
 {
-    const Surface image(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, columns, rows));
+    Surface image(cairo_image_surface_create(format, columns, rows));
     Require(cairo_surface_status(image.get()));
     for (int row = 0; row < rows; ++row) {
-        unsigned char* const begin = cairo_image_surface_get_data(image.get()) +
-                                     static_cast<std::ptrdiff_t>(row) * cairo_image_surface_get_stride(image.get());
-        auto* const pixels = reinterpret_cast<std::uint32_t*>(begin);
+        std::uint32_t* const pixels = RowOf(image.get(), row);
         for (int column = 0; column < columns; ++column) {
             pixels[column] = colour(column, row);
         }
     }
     cairo_surface_mark_dirty(image.get());
+    return image;
+}
 
+void Canvas::DrawCells(const Rectangle& place, int columns, int rows, const CellColours& colour)
+{
+    const Surface image = DrawImage(CAIRO_FORMAT_ARGB32, columns, rows, colour);
     Hatch(place);
     const Saved saved(m_context.get());
     cairo_rectangle(m_context.get(), place.x, place.y, place.width, place.height);
@@ -83,17 +136,22 @@ void Canvas::DrawCells(const Rectangle& place, int columns, int rows,
     cairo_fill(m_context.get());
 }
 
+// Fills with a tile. Slanting lines would take shapes other than rectangles, on which the drawing library crashes where
+// it lacks memory.
 void Canvas::Hatch(const Rectangle& place)
 {
-    constexpr double distance = 8;
-    constexpr double lightGrey = 0.75;
+    constexpr int tile = 8;
+    constexpr std::array<std::uint32_t, tile> greys{0xEFEFEF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF,
+                                                    0xFFFFFF, 0xFFFFFF, 0xEFEFEF, 0xC5C5C5}; // across a line
+    const Surface image = DrawImage(CAIRO_FORMAT_RGB24, tile, tile, [&greys](int column, int row) {
+        return greys.at(static_cast<std::size_t>(column + row) % tile);
+    });
     const Saved saved(m_context.get());
+    cairo_set_source_surface(m_context.get(), image.get(), place.x, place.y);
+    cairo_pattern_set_filter(cairo_get_source(m_context.get()), CAIRO_FILTER_NEAREST);
+    cairo_pattern_set_extend(cairo_get_source(m_context.get()), CAIRO_EXTEND_REPEAT);
     cairo_rectangle(m_context.get(), place.x, place.y, place.width, place.height);
-    cairo_clip(m_context.get());
-    cairo_set_source_rgb(m_context.get(), lightGrey, lightGrey, lightGrey);
-    for (int i = 0; i * distance < place.width + place.height; ++i) {
-        DrawLine(place.x + i * distance, place.y, -place.height, place.height);
-    }
+    cairo_fill(m_context.get());
 }
 
 void Canvas::DrawFrame(const Rectangle& around)
@@ -125,7 +183,29 @@ void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor
     cairo_translate(m_context.get(), x, y + (font.ascent - font.descent) / 2);
     cairo_scale(m_context.get(), narrowing, 1);
     cairo_move_to(m_context.get(), -lead, 0);
-    cairo_show_text(m_context.get(), drawable.c_str());
+    ShowText(drawable);
+}
+
+// Leaves out what has no shape, such as blanks: where it lacks memory, the drawing library crashes on that.
+void Canvas::ShowText(const std::string& text)
+{
+    double x = 0;
+    double y = 0;
+    cairo_get_current_point(m_context.get(), &x, &y);
+    cairo_scaled_font_t* const font = cairo_get_scaled_font(m_context.get());
+    cairo_glyph_t* found = nullptr;
+    int count = 0;
+    Require(cairo_scaled_font_text_to_glyphs(font, x, y, text.c_str(), static_cast<int>(text.size()), &found, &count,
+                                             nullptr, nullptr, nullptr));
+    const std::unique_ptr<cairo_glyph_t, Destroyer<cairo_glyph_free>> glyphs(found);
+    const auto hasNoShape = [font](const cairo_glyph_t& glyph) {
+        cairo_text_extents_t extents;
+        cairo_scaled_font_glyph_extents(font, &glyph, 1, &extents);
+        return extents.width == 0;
+    };
+    const cairo_glyph_t* const end = std::remove_if(found, found + count, hasNoShape);
+    cairo_show_glyphs(m_context.get(), found, static_cast<int>(end - found));
+    Require(cairo_scaled_font_status(font));
 }
 
 void Canvas::DrawUpwardText(const std::string& text, double x, double y, double maxWidth)
@@ -139,6 +219,7 @@ void Canvas::DrawUpwardText(const std::string& text, double x, double y, double 
 
 std::string Canvas::ToPng() const
 {
+    RequireWholeLetters();
     Require(cairo_status(m_context.get()));
     std::string png;
     Require(cairo_surface_write_to_png_stream(m_surface.get(), Append, &png));

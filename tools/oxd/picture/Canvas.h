@@ -34,8 +34,8 @@ public:
 
     // Draws an image of `columns` by `rows` cells, the first row on top, stretched to fill `place`. Colours are
     // 0xAARRGGBB, multiplied by their opacity; 0 is transparent and shows the hatching that marks missing samples.
-    void DrawCells(const Rectangle& place, int columns, int rows,
-                   const std::function<std::uint32_t(int column, int row)>& colour);
+    using CellColours = std::function<std::uint32_t(int column, int row)>;
+    void DrawCells(const Rectangle& place, int columns, int rows, const CellColours& colour);
 
     // Draws a line one pixel wide around a rectangle, just outside of it.
     void DrawFrame(const Rectangle& around);
@@ -52,6 +52,8 @@ public:
     std::string ToPng() const;
 
 private:
+    void SelectFont();
+    void ShowText(const std::string& text);
     void Hatch(const Rectangle& place);
 
     template <auto destroy>
@@ -61,6 +63,8 @@ private:
     };
     using Surface = std::unique_ptr<cairo_surface_t, Destroyer<cairo_surface_destroy>>;
     using Context = std::unique_ptr<cairo_t, Destroyer<cairo_destroy>>;
+
+    static Surface DrawImage(cairo_format_t format, int columns, int rows, const CellColours& colour);
 
     Surface m_surface;
     Context m_context;

@@ -1,5 +1,7 @@
 #include "oxd/picture/PngWriter.h"
 
+#include "oxd/system/Failure.h"
+
 #include <algorithm>
 #include <csetjmp>
 #include <exception>
@@ -68,7 +70,7 @@ PngWriter::PngWriter(OutputFile& output, std::uint64_t width, std::uint64_t heig
 {
     if (std::max(width, height) > PNG_UINT_31_MAX) {
         png_destroy_write_struct(&m_png, &m_info);
-        throw std::runtime_error("too large for a picture");
+        throw Failure(ExitCode::CannotWrite, output.Name(), "too large for a picture");
     }
     if (m_info == nullptr) {
         png_destroy_write_struct(&m_png, &m_info);

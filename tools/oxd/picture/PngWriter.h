@@ -1,7 +1,7 @@
 // Writes a PNG file with 16 bits of grey, row by row, so that a picture of any size takes little memory.
 #pragma once
 
-#include "oxd/system/OutputFile.h"
+#include "oxd/files/OutputFile.h"
 
 #include <png.h>
 
@@ -23,7 +23,7 @@ struct PngText
 class PngWriter
 {
 public:
-    // Throws std::runtime_error if the picture is too large for the format.
+    // Throws a Failure if the picture is too large for the format.
     PngWriter(OutputFile& output, std::uint64_t width, std::uint64_t height);
     ~PngWriter();
     PngWriter(const PngWriter&) = delete;

@@ -1,4 +1,5 @@
-// What differs between operating systems. Each function has one definition per system, and all texts on this side of it
+// What differs between operating systems: streams and names. PlatformFiles.h has what concerns files that are replaced,
+// Interruption.h what ends the process. Each function has one definition per system, and all texts on this side of it
 // are UTF-8. Functions that give a descriptor or a success leave the reason of a failure in errno.
 #pragma once
 
@@ -11,8 +12,8 @@ namespace oxd::platform {
 // `name` as the library takes file names; nothing if its encoding lacks a character of it.
 std::optional<std::string> FileName(const std::string& name);
 
-// Makes writing to a pipe that nobody reads an error instead of the end of the process, for the whole process. To be
-// called before anything is written.
+// Makes writing to a pipe that nobody reads, or beyond the largest size of a file, an error instead of the end of the
+// process, for the whole process. To be called before anything is written.
 void IgnoreBrokenPipes();
 
 // Moves the standard output to a descriptor of its own and returns that, or -1 if it was closed. Whatever else writes
@@ -22,8 +23,13 @@ int TakeStandardOutput();
 // Lets what would go nowhere go to the standard error instead.
 void ShowStrayOutput();
 
-// Opens a file for writing, new or emptied, or gives -1.
-int CreateFileFor(const std::string& name);
+// Whether the name leads to what is written as it stands and cannot be replaced: a pipe, a device, or an open
+// descriptor of this process, such as /dev/stdout.
+bool IsStream(const std::string& name);
+
+// Opens such a name for writing, or gives -1. It may wait for a reader of a pipe. The standard output is the one that
+// was taken.
+int OpenStream(const std::string& name);
 
 // The file of a program or library that is loaded. Empty texts stand for what the system does not tell.
 struct LoadedFile
@@ -47,7 +53,6 @@ struct TextSettings
 
 TextSettings GetTextSettings();
 
-bool IsRegularFile(int descriptor);
 bool IsTerminal(int descriptor);
 
 // Writes all of `text`, in several steps where it takes them. False if not all of it was taken.

@@ -1,9 +1,11 @@
 #include "oxd/system/Platform.h"
 
 #include <cerrno>
+#include <charconv>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <system_error>
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -15,6 +17,30 @@
 namespace oxd::platform {
 
 namespace {
+
+int standardOutput = STDOUT_FILENO; // once it is taken, the descriptor of its own
+
+// The descriptor of this process that a name such as /dev/stdout leads to, through links of the system.
+std::optional<int> NamedDescriptor(std::filesystem::path name)
+{
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    const std::filesystem::path descriptors = std::filesystem::canonical("/proc/self/fd", error);
+    for (int i = 0; i < mostLinks; ++i) {
+        const std::filesystem::path folder = std::filesystem::absolute(name, error).parent_path();
+        if (!descriptors.empty() && std::filesystem::canonical(folder, error) == descriptors) {
+            int number = -1;
+            const std::string text = name.filename();
+            const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+            return parsed.ec == std::errc() ? std::optional(number) : std::nullopt;
+        }
+        if (!std::filesystem::is_symlink(name, error)) {
+            break;
+        }
+        name = folder / std::filesystem::read_symlink(name, error);
+    }
+    return std::nullopt;
+}
 
 int OpenNowhere()
 {
@@ -51,30 +77,25 @@ std::optional<std::string> FileName(const std::string& name)
 void IgnoreBrokenPipes()
 {
     (void)std::signal(SIGPIPE, SIG_IGN);
+    (void)std::signal(SIGXFSZ, SIG_IGN);
 }
 
 int TakeStandardOutput()
 {
     // Not one of the standard three, even if some of these are closed.
-    const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    standardOutput = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     int nowhere = OpenNowhere();
     while (nowhere >= 0 && nowhere <= STDERR_FILENO) { // stays where a stream is closed, so that no file gets there
         nowhere = OpenNowhere();
     }
     dup2(nowhere, STDOUT_FILENO);
     close(nowhere);
-    return own;
+    return standardOutput;
 }
 
 void ShowStrayOutput()
 {
     dup2(STDERR_FILENO, STDOUT_FILENO);
-}
-
-int CreateFileFor(const std::string& name)
-{
-    constexpr mode_t readAndWrite = 0666;
-    return open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, readAndWrite);
 }
 
 LoadedFile FileOf(const void* function)
@@ -111,10 +132,23 @@ TextSettings GetTextSettings()
     return settings;
 }
 
-bool IsRegularFile(int descriptor)
+bool IsStream(const std::string& name)
 {
     struct stat status = {};
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    const bool exists = stat(name.c_str(), &status) == 0;
+    return NamedDescriptor(name) || (exists && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode));
+}
+
+int OpenStream(const std::string& name)
+{
+    if (const auto descriptor = NamedDescriptor(name)) {
+        return fcntl(*descriptor == STDOUT_FILENO ? standardOutput : *descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    }
+    int descriptor = -1;
+    do {
+        descriptor = open(name.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
 }
 
 bool IsTerminal(int descriptor)

@@ -10,7 +10,6 @@
 
 #include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
 
 namespace oxd::platform {
 
@@ -68,12 +67,6 @@ std::string VersionOf(HMODULE module)
            std::to_string(HIWORD(info.dwFileVersionLS));
 }
 
-bool IsFolder(const std::wstring& name)
-{
-    const DWORD attributes = GetFileAttributesW(name.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 } // namespace
 
 // The library takes names in the system's code page, which lacks most characters and silently puts similar ones in
@@ -117,14 +110,20 @@ void ShowStrayOutput()
     _dup2(standardError, standardOutput);
 }
 
-int CreateFileFor(const std::string& name)
+// Nobody but the reader of a pipe should open it to have a look.
+bool IsStream(const std::string& name)
 {
-    const std::wstring wide = boost::nowide::widen(name);
-    const int descriptor = _wopen(wide.c_str(), _O_WRONLY | _O_CREAT | _O_TRUNC | _O_BINARY, _S_IREAD | _S_IWRITE);
-    if (descriptor < 0 && errno == EACCES && IsFolder(wide)) {
-        errno = EISDIR; // as on other systems, which tell a folder from a lack of rights
+    constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    if (name.starts_with(R"(\\.\)")) {
+        return true;
     }
-    return descriptor;
+    const HANDLE file = CreateFileW(boost::nowide::widen(name).c_str(), 0, shared, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    const bool isFile = GetFileType(file) == FILE_TYPE_DISK;
+    CloseHandle(file);
+    return !isFile;
 }
 
 LoadedFile FileOf(const void* function)
@@ -153,10 +152,9 @@ TextSettings GetTextSettings()
     return settings;
 }
 
-bool IsRegularFile(int descriptor)
+int OpenStream(const std::string& name)
 {
-    struct _stat64 status = {};
-    return _fstat64(descriptor, &status) == 0 && (status.st_mode & _S_IFREG) != 0;
+    return _wopen(boost::nowide::widen(name).c_str(), _O_WRONLY | _O_BINARY);
 }
 
 bool IsTerminal(int descriptor)

@@ -1,6 +1,7 @@
 // Options that several commands have, so that they have the same names and mean the same everywhere.
 #pragma once
 
+#include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 
 #include <CLI/CLI.hpp>
@@ -23,8 +24,10 @@ inline constexpr const char* selectionShape =
 // What the options set must outlive the command. A FILE or OUT without a name is wrong usage.
 void AddInputFile(CLI::App& command, std::string& file);
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
-void AddOutput(CLI::App& command, std::string& output);
-void AddSelection(CLI::App& command, ChannelSelection& selection); // with its file, and AddTrust
+void AddOutput(CLI::App& command, Destination& output);
+void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
+void AddNoClobber(CLI::App& command, Destination& output);                      // for a command without -o
+void AddSelection(CLI::App& command, ChannelSelection& selection);              // with its file, and AddTrust
 
 // Asks for samples that may not be those of their channel.
 void AddTrust(CLI::App& command, bool& trust);

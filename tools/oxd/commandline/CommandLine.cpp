@@ -1,6 +1,6 @@
-#include "oxd/commands/CommandLine.h"
+#include "oxd/commandline/CommandLine.h"
 
-#include "oxd/commands/Suggestion.h"
+#include "oxd/commandline/Suggestion.h"
 #include "oxd/system/Failure.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "oxd/commands/JsonLine.h"
+#include "oxd/commandline/JsonLine.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,23 @@
-#include "oxd/commands/CommonOptions.h"
+#include "oxd/commandline/CommonOptions.h"
 
 namespace oxd {
+
+namespace {
+
+CLI::Option& OutputName(CLI::App& command, Destination& output)
+{
+    return *command.add_option("-o,--output", output.name, "File to write; an existing one is replaced")
+                ->type_name("OUT")
+                ->check(IsNotEmpty());
+}
+
+CLI::Option& NoClobber(CLI::App& command, Destination& output)
+{
+    const auto protect = [&output] { output.mayReplace = false; };
+    return *command.add_flag_callback("--no-clobber", protect, "Do not replace a file that exists");
+}
+
+} // namespace
 
 void AddInputFile(CLI::App& command, std::string& file)
 {
@@ -15,12 +32,22 @@ void AddInputFiles(CLI::App& command, std::vector<std::string>& files)
         ->check(IsNotEmpty());
 }
 
-void AddOutput(CLI::App& command, std::string& output)
+void AddOutput(CLI::App& command, Destination& output)
 {
-    command.add_option("-o,--output", output, "File to write; an existing one is replaced")
-        ->type_name("OUT")
-        ->required()
-        ->check(IsNotEmpty());
+    OutputName(command, output).required();
+    AddNoClobber(command, output);
+}
+
+void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace)
+{
+    CLI::Option& name = OutputName(command, output);
+    CLI::Option& noClobber = NoClobber(command, output);
+    command.add_flag("--in-place", inPlace, "Replace FILE itself")->excludes(&name)->excludes(&noClobber);
+}
+
+void AddNoClobber(CLI::App& command, Destination& output)
+{
+    NoClobber(command, output);
 }
 
 void AddSelection(CLI::App& command, ChannelSelection& selection)

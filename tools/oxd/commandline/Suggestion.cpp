@@ -1,4 +1,4 @@
-#include "oxd/commands/Suggestion.h"
+#include "oxd/commandline/Suggestion.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
-#include "oxd/commands/EachFile.h"
+#include "oxd/commandline/EachFile.h"
 
-#include "oxd/commands/JsonLine.h"
+#include "oxd/commandline/JsonLine.h"
 #include "oxd/library/DataSet.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"

@@ -1,0 +1,35 @@
+// Ends of the process that come from outside: Ctrl-C, a terminal that is closed, and a request to end. The process then
+// leaves no temporary file, and exits with 128 and the number of the signal. Each function has one definition per
+// system.
+//
+// On POSIX systems the handler removes the file and ends the process on the spot, both of which a handler is allowed to
+// do. So a command ends at once, also while the library reads a large file or waits for the other end of a pipe. On
+// Windows, nobody can remove a file that the process still has open: there the handler only takes note, and the command
+// ends where it next asks.
+//
+// A new file takes its place in one step. From just before that step to the end of the process the first interruption
+// goes unheeded, so that a process which was interrupted has always left the old file. A second one ends it.
+//
+// There is one temporary file at a time. Only the thread that runs the command may call these functions.
+#pragma once
+
+#include <filesystem>
+
+namespace oxd::interruption {
+
+// Begins to heed interruptions, except for those that the process was started to ignore.
+void Heed();
+
+// Has an interruption remove this file from now on, whether it exists or not.
+void Guard(const std::filesystem::path& temporary);
+
+// Throws a Failure if there was an interruption that has not ended the process.
+void Check();
+
+// The temporary file is about to take its place. The same as Check otherwise.
+void Commit();
+
+// There is no temporary file any more.
+void Release();
+
+} // namespace oxd::interruption

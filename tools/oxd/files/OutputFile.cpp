@@ -1,0 +1,154 @@
+#include "oxd/files/OutputFile.h"
+
+#include "oxd/files/Interruption.h"
+#include "oxd/files/PlatformFiles.h"
+#include "oxd/system/Failure.h"
+#include "oxd/system/Platform.h"
+
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace oxd {
+
+namespace {
+
+std::filesystem::path ToPath(const std::string& utf8)
+{
+    return std::u8string(utf8.begin(), utf8.end());
+}
+
+std::string ToUtf8(const std::filesystem::path& path)
+{
+    const std::u8string utf8 = path.u8string();
+    return {utf8.begin(), utf8.end()};
+}
+
+[[noreturn]] void Throw(std::errc error)
+{
+    throw std::system_error(std::make_error_code(error));
+}
+
+void Require(bool success)
+{
+    if (!success) {
+        throw std::system_error(errno, std::generic_category());
+    }
+}
+
+} // namespace
+
+void RequireOtherFile(const std::string& input, const std::string& output)
+{
+    std::error_code ignored;
+    if (std::filesystem::equivalent(ToPath(input), ToPath(output), ignored)) {
+        throw Failure(ExitCode::Usage, output, "is the file to read, which must stay as it is");
+    }
+}
+
+// Runs a step and tells of its failure under the name that the user knows.
+template <typename Step>
+void OutputFile::Try(Step step) const
+{
+    try {
+        step();
+    } catch (const std::system_error& error) {
+        if (error.code() == std::errc::not_enough_memory) {
+            throw std::bad_alloc();
+        }
+        throw Failure(ExitCode::CannotWrite, Name(), error.code().message());
+    }
+}
+
+OutputFile::OutputFile(Destination destination)
+    : m_destination(std::move(destination)), m_isStream(platform::IsStream(Name()))
+{
+    if (!m_isStream) {
+        Try([this] {
+            m_target = platform::FollowLinks(ToPath(Name()));
+            CheckTarget();
+        });
+    }
+}
+
+OutputFile::~OutputFile()
+{
+    if (m_stream != closed) {
+        platform::Close(m_stream);
+    }
+}
+
+// Whoever took away the permission to write a file wants to keep it, although a new one could be put in its place.
+void OutputFile::CheckTarget() const
+{
+    const std::filesystem::file_status status = std::filesystem::symlink_status(m_target);
+    const bool exists = std::filesystem::exists(status);
+    if (std::filesystem::is_directory(status) || (!exists && !Name().empty() && !m_target.has_filename())) {
+        Throw(std::errc::is_a_directory);
+    }
+    if (exists && !m_destination.mayReplace) {
+        Throw(std::errc::file_exists);
+    }
+    Require(!exists || platform::IsWritable(m_target));
+}
+
+void OutputFile::Write(std::string_view bytes)
+{
+    Try([&] {
+        Begin();
+        m_isStream ? Require(platform::WriteAll(m_stream, bytes)) : m_file->Write(bytes);
+    });
+}
+
+std::string OutputFile::FileToFill()
+{
+    Try([this] {
+        const auto folder = m_isStream ? std::filesystem::temp_directory_path() : m_target.parent_path();
+        m_file.emplace(folder, m_target);
+        m_file->Close();
+    });
+    return ToUtf8(m_file->Path());
+}
+
+void OutputFile::Close()
+{
+    Try([this] {
+        Begin(); // in case nothing was written
+        if (m_isStream) {
+            CopyToStream();
+            Require(platform::Close(std::exchange(m_stream, closed)));
+        } else {
+            m_file->MoveTo(m_target, m_destination.mayReplace);
+        }
+    });
+}
+
+void OutputFile::Begin()
+{
+    if (m_isStream && m_stream == closed) {
+        m_stream = platform::OpenStream(Name());
+        Require(m_stream != closed);
+    } else if (!m_isStream && !m_file) {
+        m_file.emplace(m_target.parent_path(), m_target);
+    }
+}
+
+// What something else wrote to a file, if it did.
+void OutputFile::CopyToStream()
+{
+    if (!m_file) {
+        return;
+    }
+    constexpr std::size_t chunk = std::size_t{1} << 20;
+    std::ifstream file(m_file->Path(), std::ios::binary);
+    file.exceptions(std::ios::badbit);
+    for (std::vector<char> bytes(chunk); file;) {
+        file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        interruption::Check();
+        Require(platform::WriteAll(m_stream, {bytes.data(), static_cast<std::size_t>(file.gcount())}));
+    }
+}
+
+} // namespace oxd

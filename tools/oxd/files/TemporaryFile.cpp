@@ -1,0 +1,94 @@
+#include "oxd/files/TemporaryFile.h"
+
+#include "oxd/files/Interruption.h"
+#include "oxd/files/PlatformFiles.h"
+#include "oxd/system/Platform.h"
+
+#include <cerrno>
+#include <random>
+#include <system_error>
+#include <utility>
+
+namespace oxd {
+
+namespace {
+
+void Require(bool success)
+{
+    if (!success) {
+        throw std::system_error(errno, std::generic_category());
+    }
+}
+
+// Short, since the name beside it may be as long as the system allows; and hidden on systems that hide such names.
+std::string RandomName()
+{
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz234567";
+    constexpr int length = 20; // of 5 bits each
+    std::random_device random;
+    std::string name = ".oxd-";
+    for (int i = 0; i < length; ++i) {
+        name += letters[random() % letters.size()];
+    }
+    return name + ".tmp";
+}
+
+} // namespace
+
+TemporaryFile::TemporaryFile(const std::filesystem::path& folder, const std::filesystem::path& replaced)
+    : m_path(folder / RandomName())
+{
+    interruption::Guard(m_path);
+    m_descriptor = platform::CreateReplacement(m_path, replaced);
+    if (m_descriptor == closed) {
+        const int error = errno;
+        interruption::Release();
+        throw std::system_error(error, std::generic_category());
+    }
+}
+
+TemporaryFile::~TemporaryFile()
+{
+    if (m_descriptor != closed) {
+        platform::Close(m_descriptor);
+    }
+    if (!m_isMoved) {
+        std::error_code ignored;
+        std::filesystem::remove(m_path, ignored);
+        interruption::Release();
+    }
+}
+
+void TemporaryFile::Write(std::string_view bytes)
+{
+    interruption::Check();
+    Require(platform::WriteAll(m_descriptor, bytes));
+}
+
+void TemporaryFile::Close()
+{
+    if (m_descriptor != closed) {
+        Require(platform::Close(std::exchange(m_descriptor, closed)));
+    }
+}
+
+void TemporaryFile::MoveTo(const std::filesystem::path& target, bool mayReplace)
+{
+    Flush();
+    interruption::Commit();
+    Require(platform::Move(m_path, target, mayReplace));
+    m_isMoved = true;
+    Require(platform::FlushFolder(target.parent_path()));
+}
+
+void TemporaryFile::Flush()
+{
+    if (m_descriptor == closed) {
+        m_descriptor = platform::OpenExisting(m_path);
+        Require(m_descriptor != closed);
+    }
+    Require(platform::Flush(m_descriptor));
+    Close();
+}
+
+} // namespace oxd
