@@ -21,8 +21,8 @@ namespace bench {
 
 namespace {
 
-constexpr Shape largeImage{16'384, 16'384, 16};
-constexpr std::uint64_t largeChannels = 2; // 1 GiB
+constexpr Shape gibibyteImage{16'384, 16'384, 16};
+constexpr std::uint64_t largeChannels = 2;
 constexpr std::uint64_t infoItems = 60;
 
 double Nothing()
@@ -115,11 +115,11 @@ std::vector<Benchmark> InspectBenchmarks()
     constexpr double microseconds = 1e6;
     using enum Against;
     return {
-        {"inspect 1 GiB", "us", microseconds, {}, Inspect(largeImage)},
-        {"memory to inspect 1 GiB", "MB", 1, {{Figure, 20}}, InspectMemory(largeImage)},
-        {"oxd info of 1 GiB", "ms", milliseconds, {{Figure, 20}}, Tool(largeImage, {"info", "--json"})},
-        {"oxd get of 1 GiB", "ms", milliseconds, {{Figure, 20}}, Tool(largeImage, {"get", "Group 0/Setting 0"})},
-        {"oxd validate of 1 GiB", "ms", milliseconds, {{Figure, 20}}, Tool(largeImage, {"validate"})},
+        {"inspect 1 GiB", "us", microseconds, {}, Inspect(gibibyteImage)},
+        {"memory to inspect 1 GiB", "MB", 1, {{Figure, 20}}, InspectMemory(gibibyteImage)},
+        {"oxd info of 1 GiB", "ms", milliseconds, {{Figure, 20}}, Tool(gibibyteImage, {"info", "--json"})},
+        {"oxd get of 1 GiB", "ms", milliseconds, {{Figure, 20}}, Tool(gibibyteImage, {"get", "Group 0/Setting 0"})},
+        {"oxd validate of 1 GiB", "ms", milliseconds, {{Figure, 20}}, Tool(gibibyteImage, {"validate"})},
     };
 }
 

@@ -2,10 +2,10 @@
 
 #include "oxd/files/Interruption.h"
 #include "oxd/files/PlatformFiles.h"
+#include "oxd/files/Require.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Platform.h"
 
-#include <cerrno>
 #include <fstream>
 #include <system_error>
 #include <utility>
@@ -29,13 +29,6 @@ std::string ToUtf8(const std::filesystem::path& path)
 [[noreturn]] void Throw(std::errc error)
 {
     throw std::system_error(std::make_error_code(error));
-}
-
-void Require(bool success)
-{
-    if (!success) {
-        throw std::system_error(errno, std::generic_category());
-    }
 }
 
 } // namespace

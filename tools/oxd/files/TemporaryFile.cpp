@@ -2,6 +2,7 @@
 
 #include "oxd/files/Interruption.h"
 #include "oxd/files/PlatformFiles.h"
+#include "oxd/files/Require.h"
 #include "oxd/system/Platform.h"
 
 #include <cerrno>
@@ -12,13 +13,6 @@
 namespace oxd {
 
 namespace {
-
-void Require(bool success)
-{
-    if (!success) {
-        throw std::system_error(errno, std::generic_category());
-    }
-}
 
 // Short, since the name beside it may be as long as the system allows; and hidden on systems that hide such names.
 std::string RandomName()

@@ -20,8 +20,9 @@ std::vector<ChannelPlace> Doubted(const inspect::Inspection& inspection)
 inspect::Inspection InspectAloud(const std::string& file)
 {
     inspect::Inspection inspection = InspectFile(file);
+    const std::string subject = file + ": ";
     for (const std::string& message : ErrorMessages(inspection)) {
-        Complain(file + ": " + message);
+        Complain(subject + message);
     }
     return inspection;
 }

@@ -30,7 +30,7 @@ std::string FileUri(const std::string& file)
 {
     const std::filesystem::path path(std::u8string(file.begin(), file.end()));
     const std::u8string slashed = path.generic_u8string();
-    const std::string name = Encoded({slashed.begin(), slashed.end()});
+    std::string name = Encoded({slashed.begin(), slashed.end()});
     if (!path.is_absolute()) {
         return name;
     }
