@@ -55,6 +55,15 @@ TEST(HeaderStoreTest, TheOrderOfKeysRunsOutInsteadOfWrappingAround)
     EXPECT_EQ(Rendered(last), "a=1;");
 }
 
+TEST(HeaderStoreTest, OnlyLettersHaveACapitalForm)
+{
+    CIniFileContent content;
+    content.SelectCreateSection("@AMZ[");
+    EXPECT_TRUE(content.SelectSection("@amz["));
+    EXPECT_FALSE(content.SelectSection("`AMZ["));
+    EXPECT_FALSE(content.SelectSection("@AMZ{"));
+}
+
 TEST(HeaderStoreTest, NoSectionIsActiveOnceAllAreCleared)
 {
     CIniFileContent content;

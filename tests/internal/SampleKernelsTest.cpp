@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstddef>
 #include <random>
+#include <utility>
 #include <vector>
 
 using namespace veltaris::velflexlib::dataset;
@@ -75,6 +77,21 @@ TEST(SampleKernelsTest, EveryWidthOfInstructionsGivesTheSameOfStoredSamples)
                     (set.*width).momentsInAnyOrder[degree](stored.data(), length, moments.data() + 5);
                     return moments;
                 });
+            }
+        }
+    }
+}
+
+TEST(SampleKernelsTest, FittedValuesFarBeyondTheRawRangeTakeSamplesToItsEnds)
+{
+    for (const auto& [fitted, end] : {std::pair(1e12, lowestRaw), {-1e12, highestRaw}}) {
+        const double coefficients[5] = {fitted};
+        for (const std::size_t length : {2U, 69U}) {
+            std::vector<std::byte> stored(length);
+            for (const int degree : {0, 1, 2, 4}) {
+                Line corrected(length);
+                Kernels().stored8.subtract[degree](stored.data(), length, 3, coefficients, corrected.data());
+                EXPECT_EQ(corrected, Line(length, end)) << degree;
             }
         }
     }

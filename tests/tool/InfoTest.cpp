@@ -51,8 +51,14 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
 
 TEST_F(InfoTest, CountsTheBitsThatHoldEverySample)
 {
-    for (const auto& [sample, bits] :
-         {std::pair(0, 8), {-536870912, 8}, {1 << 22, 8}, {1 << 21, 16}, {-(1 << 14), 16}, {1 << 13, 32}, {-1, 32}}) {
+    for (const auto& [sample, bits] : {std::pair(0, 8),
+                                       {-536870912, 8},
+                                       {1 << 22, 8},
+                                       {1 << 21, 16},
+                                       {-(1 << 14), 16},
+                                       {1 << 13, 32},
+                                       {1, 32},
+                                       {-1, 32}}) {
         const auto handle = Create("one.oxd");
         SetChannelData_PixelRaw(handle, CreateChannel(handle, 32, 2, 2), 0, 1, 1, sample);
         Save(handle);
