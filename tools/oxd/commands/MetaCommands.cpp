@@ -142,8 +142,9 @@ void AddSet(CLI::App& app)
     AddOutputOrInPlace(command, options->output, options->inPlace);
     AddTrust(command, options->trust);
     command.callback([options] {
-        RequireCertain(options->file, options->trust);
-        SetMetaValue(options->Change());
+        const MetaChange change = options->Change();
+        RequireCertain(change.file, options->trust);
+        SetMetaValue(change);
     });
 }
 
