@@ -93,6 +93,7 @@ TEST_F(ValidateTest, ReportsFitTheirSchema)
         WriteBytes(file, document.dump());
         files += " " + file;
     }
+    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): one thread, and a shell is what runs programs
     EXPECT_EQ(std::system((OXD_SCHEMA_CHECK " '" OXD_SCHEMAS "/validate.schema.json'" + files).c_str()), 0);
 }
 #endif
@@ -187,7 +188,8 @@ TEST_F(ValidateTest, ReadsOnlyTheHeaderOfALargeFile)
              "[DataSet\\A]\nB=c\n[C]\nVersion=2\n" +
                  size,
              "", "large.oxd");
-    std::filesystem::resize_file("large.oxd", std::filesystem::file_size("large.oxd") + 2 * 8192 * 2048);
+    std::filesystem::resize_file("large.oxd",
+                                 std::filesystem::file_size("large.oxd") + std::uintmax_t{2} * 8192 * 2048);
     const auto brief = json::parse(ResultsOf("info --json large.oxd"));
     EXPECT_EQ(brief["samplesRead"], false);
     const json& channel = brief["groups"][0]["channels"][0];

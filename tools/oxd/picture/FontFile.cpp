@@ -55,7 +55,7 @@ struct FontFile
 // What the search has found so far. The system's function that visits the files passes nothing on but them, and no
 // exception may pass through it. (The standard library's iterators end the process where memory is refused.)
 FontFile best;
-bool lackedMemory = false;
+bool searchLackedMemory = false;
 
 int Visit(const char* path, const struct stat*, int, FTW* place)
 {
@@ -66,9 +66,9 @@ int Visit(const char* path, const struct stat*, int, FTW* place)
             best = std::min(best, FontFile{rank, path});
         }
     } catch (const std::bad_alloc&) {
-        lackedMemory = true;
+        searchLackedMemory = true;
     }
-    return lackedMemory ? 1 : 0;
+    return searchLackedMemory ? 1 : 0;
 }
 
 // Another font because of a passing trouble would be another picture.
@@ -79,7 +79,7 @@ void Search(const std::filesystem::path& folder)
     if (nftw(folder.c_str(), Visit, openFolders, FTW_PHYS) < 0 && errno != ENOENT && errno != ENOTDIR) {
         throw std::system_error(errno, std::generic_category(), "fonts cannot be found");
     }
-    if (std::exchange(lackedMemory, false)) {
+    if (std::exchange(searchLackedMemory, false)) {
         throw std::bad_alloc();
     }
 }
