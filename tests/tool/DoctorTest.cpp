@@ -26,23 +26,34 @@ void SetTemporaryFolder(const std::string& folder)
 #endif
 }
 
+// Not every system can tell whether two names stand for one file.
+bool IsFile(const std::string& told, const std::string& file)
+{
+    std::error_code unknown;
+    return std::filesystem::equivalent(told, file, unknown) ||
+           std::filesystem::path(told).generic_string().ends_with(file);
+}
+
 } // namespace
 
 TEST_F(DoctorTest, NamesTheFilesThatRunAndLeavesNone)
 {
+    const std::string before = std::filesystem::temp_directory_path().string();
+    std::filesystem::create_directory("temporary");
+    SetTemporaryFolder(Path("temporary"));
     const auto told = nlohmann::json::parse(ResultsOf("doctor --json"));
+    const std::string table = ResultsOf("doctor");
+    SetTemporaryFolder(before);
     const std::string tool = FindCheck(told, "tool")["found"];
     const std::string version = OXD_VERSION ", ";
     ASSERT_TRUE(tool.starts_with(version)) << tool;
-    EXPECT_TRUE(std::filesystem::equivalent(tool.substr(version.size()), OXD_TOOL));
+    EXPECT_TRUE(IsFile(tool.substr(version.size()), OXD_TOOL)) << tool;
     const std::string library = FindCheck(told, "library")["found"];
     ASSERT_TRUE(library.starts_with(version)) << library;
-    EXPECT_TRUE(std::filesystem::equivalent(library.substr(version.size()), OXD_LIBRARY)) << library;
+    EXPECT_TRUE(IsFile(library.substr(version.size()), OXD_LIBRARY)) << library;
     for (const char* const name : {"write and read", "write and read Unicode"})
         EXPECT_EQ(FindCheck(told, name)["ok"], true) << told;
-    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::temp_directory_path()))
-        EXPECT_FALSE(entry.path().filename().string().starts_with("oxd-doctor")) << entry.path();
-    const std::string table = ResultsOf("doctor");
+    EXPECT_TRUE(std::filesystem::is_empty("temporary"));
     EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(table, '\n')), told["checks"].size());
 }
 

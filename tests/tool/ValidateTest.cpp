@@ -101,7 +101,8 @@ TEST_F(ValidateTest, ReportsFitTheirSchema)
 // What the standard of the format requires, and that the references inside a log hold.
 TEST_F(ValidateTest, WritesOneLogForCodeReview)
 {
-    DamageSize("size of a b\xC3\xB6x.oxd");
+    DamageSize("box.oxd");
+    std::filesystem::rename("box.oxd", u8"size of a b\u00F6x.oxd");
     const Outcome outcome = Run("validate --sarif 'size of a b\xC3\xB6x.oxd' missing.oxd sample.oxd");
     EXPECT_EQ(outcome.exitCode, 3);
     const auto log = json::parse(outcome.results);

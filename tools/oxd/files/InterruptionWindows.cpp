@@ -68,7 +68,8 @@ void Heed()
 void Guard(const std::filesystem::path&)
 {
     Stage before = Stage::NoFile;
-    if (!Proceed(before, Stage::Temporary)) {
+    const bool isFirst = Proceed(before, Stage::Temporary);
+    if (!isFirst && (before != Stage::Committed || !Proceed(before, Stage::Temporary))) {
         Sleep(INFINITE); // the process is about to end
     }
 }
