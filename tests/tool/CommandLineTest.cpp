@@ -63,7 +63,7 @@ TEST_F(CommandLineTest, ListsWhatAFileHasInsteadOfAGroupOrChannel)
         ExpectFailure(ofMany + " -c 0 -g '" + group + "'", 1, "no group \"" + group + "\"" + groups);
     ExpectFailure(
         ofMany + " -g id:0 -c 0", 1,
-        "no channel \"0\" in group \"id:1\"; it has \"" + std::string(39, 'x') +
+        R"(no channel "0" in group "id:1"; it has ")" + std::string(39, 'x') +
             "\xC2\xB5\xE2\x80\xA6\" (1), \"5\" (2), \"name:5\" (3), \"Noname\" (4), \"Noname\" (5) and 3 more\n");
     ExpectFailure(ofMany + " -g 0 -c 0", 1, "; it has no channels\n");
 }

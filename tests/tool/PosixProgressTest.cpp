@@ -10,6 +10,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 namespace {
@@ -35,11 +36,19 @@ public:
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
+    // All that was written since: it arrives in pieces, the last of which nothing follows.
     std::string Shown() const
     {
+        constexpr int patience = 200; // milliseconds
+        std::string shown;
         std::array<char, 1024> buffer{};
-        const ssize_t count = read(m_master, buffer.data(), buffer.size());
-        return {buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+        for (pollfd waiting{m_master, POLLIN, 0}; poll(&waiting, 1, patience) > 0;) {
+            const ssize_t count = read(m_master, buffer.data(), buffer.size());
+            if (count <= 0)
+                break;
+            shown.append(buffer.data(), static_cast<std::size_t>(count));
+        }
+        return shown;
     }
 
 private:
