@@ -17,6 +17,7 @@ struct Export
     LineOperator lineOperator = rawData;
     Destination output; // its suffix says what is written
     bool grey = false;  // asks for a picture for programs instead of one for people
+    bool labels = true; // notes down in a picture what it shows
 };
 
 // What the output lacks or does not show. It is complete otherwise.

@@ -1,5 +1,6 @@
 #include "oxd/files/OutputFile.h"
 
+#include "oxd/files/FilePath.h"
 #include "oxd/files/Interruption.h"
 #include "oxd/files/PlatformFiles.h"
 #include "oxd/files/Require.h"
@@ -14,17 +15,6 @@
 namespace oxd {
 
 namespace {
-
-std::filesystem::path ToPath(const std::string& utf8)
-{
-    return std::u8string(utf8.begin(), utf8.end());
-}
-
-std::string ToUtf8(const std::filesystem::path& path)
-{
-    const std::u8string utf8 = path.u8string();
-    return {utf8.begin(), utf8.end()};
-}
 
 [[noreturn]] void Throw(std::errc error)
 {

@@ -27,15 +27,16 @@ inspect::Inspection InspectAloud(const std::string& file)
     return inspection;
 }
 
-void RequireCertain(const std::string& file, bool trust)
+inspect::Inspection RequireCertain(const std::string& file, bool trust)
 {
-    const inspect::Inspection inspection = InspectAloud(file);
+    inspect::Inspection inspection = InspectAloud(file);
     const std::size_t count = Doubted(inspection).size();
     if (count > 0 && inspection.Opens() && !trust) {
         const std::string channels = count == 1 ? "1 channel" : std::to_string(count) + " channels";
         throw Failure(ExitCode::Damaged, file,
                       "the samples of " + channels + " may not be their own; --trust takes them all the same");
     }
+    return inspection;
 }
 
 } // namespace oxd

@@ -16,6 +16,6 @@ inspect::Inspection InspectAloud(const std::string& file);
 std::vector<ChannelPlace> Doubted(const inspect::Inspection& inspection);
 
 // The same as InspectAloud, and throws a Failure if there is such a channel in a file that opens and is not trusted.
-void RequireCertain(const std::string& file, bool trust);
+inspect::Inspection RequireCertain(const std::string& file, bool trust);
 
 } // namespace oxd
