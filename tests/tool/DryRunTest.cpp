@@ -63,12 +63,12 @@ TEST_F(DryRunTest, ShowsWhatWouldChange)
 
 TEST_F(DryRunTest, CountsTheSamplesThatASaveWouldHold)
 {
-    // In 16 bits, the means of 1 and 3, and of 2 and 2; the third line is too short to have any sample.
-    WriteOxd(oneChannel + "Version=3\nPoints=2\nLines=3\nSaveBits=16\nDim2Range=1\nLineDim2Points=0\n",
-             std::string("\1\0\3\0\2\0\2\0\0\0\0\0", 12));
-    for (const auto& [operation, count] : {std::pair("mean", "4"), {"derive", "4"}, {"line", "4"}})
-        EXPECT_NE(ResultsOf(std::string("correct in.oxd -g Scan -c 0 --dry-run --op ") + operation)
-                      .find("channel \"\": " + std::string(count) + " of 6 samples change"),
+    WriteOxd(oneChannel + "Version=3\nPoints=2\nLines=3\nSaveBits=16\nDim2Name=Z\nDim2Range=1\n"
+                          "LineDim0Points=2\nLineDim1Points=2\nLineDim2Points=0\n",
+             std::string("\1\0\3\0\2\0\2\0", 8));
+    for (const auto& [operation, told] : {std::pair("mean", "group \"Scan\", channel \"Z\": 4 of 6 samples change\n"),
+                                          {"line", "\nno samples change\n"}}) // lines are too short for it
+        EXPECT_NE(Run(std::string("correct in.oxd -g Scan -c 0 --dry-run --op ") + operation).results.find(told),
                   std::string::npos)
             << operation;
 }
@@ -97,8 +97,8 @@ TEST_F(DryRunTest, GivesAPatchOfTheHeader)
 {
     const std::string channel = "[C]\nSaveBits=16\nLines=1\nPoints=1\nVersion=2\nDim2Range=5e-324\n";
     const std::string files[] = {
-        "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\nSetInfos=I\n[I]\n-- A --=\nb=1\n" + channel,
-        "[DataSet]\nVersion=1\nChannelCount=1\nFrameCount=1\nCh0-Fr0=C\nSetInfos=I\n[I]\n-- A --=\nb=1\nc=d\n" +
+        "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\nSetInfos=I\n[I]\n-- A --=x\nb=1\n" + channel,
+        "[DataSet]\nVersion=1\nChannelCount=1\nFrameCount=1\nCh0-Fr0=C\nSetInfos=I\n[I]\n-- A --=x\nb=1\nc=d\n" +
             channel,
         "[X]\ny=1\n[DataSet]\nVersion=2\nInfoSetCount=900\n" + Lines(900, "InfoSet#=A#\n") +
             "InfoSetCount=901\nInfoSet900=A\n" + Lines(900, "[DataSet\\A#]\nq=1\nq#=2\nw\n") + "[DataSet\\A]\nb=1\n",

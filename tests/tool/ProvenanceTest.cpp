@@ -79,11 +79,12 @@ TEST_F(ProvenanceTest, IsAGroupForEachCorrection)
     std::vector<std::string> items;
     for (const Json& item : first[0]["groups"][0]["items"])
         items.push_back(item["name"].get<std::string>() + "=" + item["value"].get<std::string>());
-    EXPECT_EQ(items,
-              (std::vector<std::string>{
-                  "Time=2020-01-02T03:04:05Z", "Tool=oxd " OXD_VERSION, "Library=VELOxdDll " OXD_VERSION,
-                  "Source=in.oxd", "Group=Group0", "Group id=0", "Channel index=0", "Operator=parabola",
-                  "SHA-256 of samples before=d3daba1de0bc02aa250270f4bbe18fb37cf8ef85b829ae4fb9d763d1bd16b5ae"}));
+    EXPECT_EQ(
+        items,
+        (std::vector<std::string>{
+            "Time=2020-01-02T03:04:05Z", "Tool=oxd " OXD_VERSION, "Library=VELOxdDll " OXD_VERSION, "Source=in.oxd",
+            "Group=Group0", "Group id=0", "Channel=Noname", "Channel index=0", "Operator=parabola",
+            "SHA-256 of samples before=d3daba1de0bc02aa250270f4bbe18fb37cf8ef85b829ae4fb9d763d1bd16b5ae"}));
     EXPECT_EQ(ResultsOf("get b.oxd 'Provenance/Step 2/Operator'"), "mean\n");
 }
 

@@ -47,13 +47,14 @@ constexpr std::array lossKinds{
     LossKind{RuleId::ListBecomesTrees, "makes trees of the flat list of information"},
 };
 
-// Empty for the finding that says how many more there are.
+// The key, or the line that has none, or the section. Empty for the finding that says how many more there are.
 std::string NameIn(const inspect::Finding& finding)
 {
-    const bool isOfSection = finding.key.empty() || finding.rule->number == RuleId::BitsWidened;
-    return isOfSection && !finding.section.empty() ? finding.section
-           : !finding.key.empty()                  ? finding.key
-                                                   : finding.found;
+    const bool isOfSection = finding.rule->number == RuleId::BitsWidened; // whose key is always the same
+    return isOfSection             ? finding.section
+           : !finding.key.empty()  ? finding.key
+           : finding.found.empty() ? finding.section
+                                   : finding.found;
 }
 
 // The first different ones, in quotes.
