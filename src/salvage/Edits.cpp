@@ -12,8 +12,8 @@ constexpr std::size_t mostDigits = 10; // of a number that a size may be
 
 bool IsWritten(std::string_view number)
 {
-    return !number.empty() && number.size() <= mostDigits && number.find_first_not_of(digits) == std::string_view::npos &&
-           (number.size() == 1 || number.front() != '0');
+    return !number.empty() && number.size() <= mostDigits &&
+           number.find_first_not_of(digits) == std::string_view::npos && (number.size() == 1 || number.front() != '0');
 }
 
 } // namespace

@@ -62,7 +62,8 @@ CImageBuffer::pos_type CImageBuffer::seekoff(off_type offset, std::ios_base::see
     const auto here = static_cast<off_type>(m_end) - (egptr() - gptr());
     if (from == std::ios_base::cur && offset == 0)
         return here;
-    const off_type base = from == std::ios_base::beg ? 0 : (from == std::ios_base::cur ? here : static_cast<off_type>(Size()));
+    const off_type base =
+        from == std::ios_base::beg ? 0 : (from == std::ios_base::cur ? here : static_cast<off_type>(Size()));
     return seekpos(base + offset, which);
 }
 

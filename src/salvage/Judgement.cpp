@@ -35,9 +35,9 @@ public:
         m_first = InspectWhole();
         if (!HasCertainEnd())
             return JudgeCut();
-        const CLegible legible(m_file, m_fileName,
-                               {ReadPart(m_file, {0, m_first.headerBytes}),
-                                {m_first.headerBytes, m_bytes - m_first.headerBytes}});
+        const CLegible legible(
+            m_file, m_fileName,
+            {ReadPart(m_file, {0, m_first.headerBytes}), {m_first.headerBytes, m_bytes - m_first.headerBytes}});
         Judgement judgement = Take(legible, HeaderState::AsItStands, damagedHeader);
         if (IsOrderCertain(legible.Lines(), legible.Uses())) {
             const bool isSound = IsMaybeSound(legible.Inspected());
@@ -162,8 +162,6 @@ private:
         Judgement judgement;
         judgement.image = std::move(survivors.front().image);
         judgement.inspection = std::move(survivors.front().inspection);
-        judgement.repair = survivors.front().repair;
-        judgement.state = HeaderState::Repaired;
         judgement.doubt = otherNumber;
         const auto& channels = judgement.inspection.channels;
         judgement.isCertain.assign(channels.size(), true);
@@ -171,6 +169,9 @@ private:
             for (std::size_t c = 0; c < channels.size(); ++c)
                 judgement.isCertain[c] = judgement.isCertain[c] && HasSame(survivor, judgement, c);
         }
+        const bool isOne = std::ranges::find(judgement.isCertain, false) == judgement.isCertain.end();
+        judgement.state = isOne ? HeaderState::Repaired : HeaderState::Ambiguous;
+        judgement.repair = isOne ? survivors.front().repair : std::nullopt;
         return judgement;
     }
 

@@ -22,8 +22,9 @@ namespace veltaris::salvage {
 enum class HeaderState
 {
     AsItStands,
-    Repaired, // a byte of it was another
-    Cut       // its end is lost, and with it where the samples begin
+    Repaired,  // a byte of it was another
+    Ambiguous, // a byte of it was another, and nobody knows which
+    Cut        // its end is lost, and with it where the samples begin
 };
 
 // A plain value.
@@ -32,7 +33,7 @@ struct Judgement
     FileImage image;                // the header that is taken, and where the samples are
     inspect::Inspection inspection; // of the image
     HeaderState state = HeaderState::AsItStands;
-    std::optional<Repair> repair; // by which the header that is taken came about; none where only its mark was damaged
+    std::optional<Repair> repair; // of a repaired header; none where only its mark was damaged
     std::vector<bool> isCertain;  // of each of the channels of the inspection
     std::string doubt;            // a sentence on those that are not
 };

@@ -118,8 +118,9 @@ private:
         if (channel == m_channels.end())
             return;
         for (const std::string_view key : sizeKeys)
-            RepairNumber(line, key,
-                         [&](const std::string& number) { return MayFit(*channel->second, line.section, key, number); });
+            RepairNumber(line, key, [&](const std::string& number) {
+                return MayFit(*channel->second, line.section, key, number);
+            });
     }
 
     bool MayFit(const ChannelSamples& channel, std::uint32_t section, std::string_view key,
@@ -129,13 +130,25 @@ private:
             return IsVersion(number) && (HasLineKeys(section) || !IsVersion(m_lines.ValueOf(section, key)));
         if (key == "SaveBits")
             return IsOneOf(number, {"8", "16", "32"});
+        return m_channels.count(section) > 1 ||
+               MayFit(channel, key == "Points", ToNumber(number), HasLineKeys(section));
+    }
+
+    // Lines that have no samples are told by their numbers, so that with more or fewer lines nobody knows how many.
+    bool MayFit(const ChannelSamples& channel, bool isPoints, std::uint64_t number, bool hasLineKeys) const
+    {
         constexpr std::uint64_t unknown = ~std::uint64_t{0};
-        if (m_header.inspection.claimedBytes == unknown || HasLineKeys(section) || m_channels.count(section) > 1)
+        const std::uint64_t sampleBytes = channel.bits == 8 || channel.bits == 16 || channel.bits == 32
+                                              ? static_cast<std::uint64_t>(channel.bits) / 8
+                                              : 0;
+        const std::uint64_t lineBytes = Product(channel.points, sampleBytes);
+        const bool isKnown = !hasLineKeys || (isPoints && lineBytes > 0);
+        if (m_header.inspection.claimedBytes == unknown || !isKnown)
             return true;
+        const std::uint64_t lines = hasLineKeys ? channel.bytes / lineBytes : channel.lines;
         const std::uint64_t others = m_header.inspection.claimedBytes - channel.bytes;
-        const std::uint64_t sampleBytes = channel.bits < 8 || channel.bits > 32 ? 0 : static_cast<std::uint64_t>(channel.bits) / 8;
-        const std::uint64_t other = key == "Points" ? channel.lines : channel.points;
-        return m_data >= others && Product(Product(ToNumber(number), other), sampleBytes) == m_data - others;
+        const std::uint64_t bytes = Product(number, isPoints ? Product(lines, sampleBytes) : lineBytes);
+        return m_data >= others && bytes == m_data - others;
     }
 
     bool HasLineKeys(std::uint32_t section) const
@@ -194,7 +207,8 @@ private:
     {
         const std::string_view raw = RawText(line);
         if (place) {
-            const std::string whole = "Gr" + std::to_string(place->first) + "-Ch" + std::to_string(place->second) + "=" + name;
+            const std::string whole =
+                "Gr" + std::to_string(place->first) + "-Ch" + std::to_string(place->second) + "=" + name;
             if (IsOneEdit(raw, whole))
                 Add(line, whole);
         } else if (line.kind == HeaderLine::Kind::Key && IsOneEdit(m_lines.Value(line), name)) {

@@ -94,7 +94,8 @@ private:
     {
         const dataset::CLineAxes axes = buffer.GetLineAxes();
         dataset::CHeldLines held = axes.LinesWithSamples(axes.Lines());
-        const std::uint64_t lineBytes = axes.Points() * dataset::BytesPerSample(dataset::WidthOfBits(buffer.GetBitCount()));
+        const std::uint64_t lineBytes =
+            axes.Points() * dataset::BytesPerSample(dataset::WidthOfBits(buffer.GetBitCount()));
         if (lineBytes > 0)
             held.Truncate(std::min(bytes / lineBytes, held.Count()));
         const bool hasSamples = lineBytes > 0 && held.Count() > 0;
@@ -109,13 +110,14 @@ private:
 
     void Load(dataset::CDataBuffer& buffer, const FileSpan& samples)
     {
-        buffer.LoadSamples(samples.bytes, [&](std::span<std::byte> bytes, dataset::SampleWidth width, std::size_t& filled) {
-            filled = ReadInto(m_file, samples.offset, bytes);
-            filled -= filled % dataset::BytesPerSample(width);
-            dataset::DropSpareBits(bytes.first(filled), width);
-            if (filled < bytes.size())
-                throw std::system_error(EIO, std::generic_category());
-        });
+        buffer.LoadSamples(samples.bytes,
+                           [&](std::span<std::byte> bytes, dataset::SampleWidth width, std::size_t& filled) {
+                               filled = ReadInto(m_file, samples.offset, bytes);
+                               filled -= filled % dataset::BytesPerSample(width);
+                               dataset::DropSpareBits(bytes.first(filled), width);
+                               if (filled < bytes.size())
+                                   throw std::system_error(EIO, std::generic_category());
+                           });
     }
 
     static void Describe(const dataset::CDataBuffer& buffer, bool isCertain, SalvagedChannel& channel)

@@ -38,8 +38,8 @@ struct SalvagedChannel
     std::string groupName, name;       // the name is that of the signal axis
     std::string section;               // of the header; empty where it could not be read
     std::uint64_t points = 0, lines = 0;
-    std::uint64_t savedLines = 0; // with samples
-    std::uint64_t heldLines = 0;  // in the data set: fewer than `lines` where no file can hold so many without samples
+    std::uint64_t savedLines = 0;  // with samples
+    std::uint64_t heldLines = 0;   // in the data set: fewer than `lines` where no file can hold so many without samples
     std::vector<LineRange> ranges; // all lines, in their order
 };
 

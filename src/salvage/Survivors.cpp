@@ -114,8 +114,11 @@ std::size_t FirstOtherNumber(const CLegible& header)
     for (const Repair& repair :
          FindRepairs({header.Image().header, header.Lines(), header.Uses(), header.Inspected()})) {
         if (repair.text.starts_with("Points=") || repair.text.starts_with("Lines=")) {
-            const auto isOfSection = [&](const inspect::ChannelSamples& channel) { return channel.section == repair.section; };
-            first = std::min(first, static_cast<std::size_t>(std::ranges::find_if(channels, isOfSection) - channels.begin()));
+            const auto isOfSection = [&](const inspect::ChannelSamples& channel) {
+                return channel.section == repair.section;
+            };
+            first = std::min(first,
+                             static_cast<std::size_t>(std::ranges::find_if(channels, isOfSection) - channels.begin()));
         }
     }
     return first;

@@ -22,11 +22,11 @@ namespace {
 bool IsHarmless(inspect::RuleId rule)
 {
     using enum inspect::RuleId;
-    constexpr std::array harmless{NotUtf8,       ByteOrderMark,     KeyWithoutValue,  InfoLinkDangling,
-                                  EntrySkipped,  InfoNotLinked,     CurrentLineOutside, AxisNotFinite,
-                                  AxisRangeZero, SignalRangeZero,   AxisReversed,     ViewsDropped,
-                                  SectionDropped, ProcessorsDropped, NameCollides,    TextChanged,
-                                  NumberRounded, BitsWidened,       VersionRaised,    ListBecomesTrees};
+    constexpr std::array harmless{NotUtf8,        ByteOrderMark,     KeyWithoutValue,    InfoLinkDangling,
+                                  EntrySkipped,   InfoNotLinked,     CurrentLineOutside, AxisNotFinite,
+                                  AxisRangeZero,  SignalRangeZero,   AxisReversed,       ViewsDropped,
+                                  SectionDropped, ProcessorsDropped, NameCollides,       TextChanged,
+                                  NumberRounded,  BitsWidened,       VersionRaised,      ListBecomesTrees};
     return std::ranges::find(harmless, rule) != harmless.end();
 }
 
@@ -74,8 +74,7 @@ bool HasNoTraces(const CHeaderLines& lines, const CSectionUses& uses, const insp
     for (std::uint32_t section = 0; section < lines.SectionCount(); ++section) {
         if (IsOfChannel(uses, section) &&
             (inspect::FindSizeDoubts(lines, uses, section).doubt != inspect::Doubt::None ||
-             FindLineDoubt(lines, uses, section, true) != LineDoubt::None ||
-             !HasAllSizes(lines, section)))
+             FindLineDoubt(lines, uses, section, true) != LineDoubt::None || !HasAllSizes(lines, section)))
             return false;
     }
     return IsOrderCertain(lines, uses);

@@ -13,7 +13,7 @@ using Json = nlohmann::ordered_json; // keys keep the order in which they are wr
 
 // By the values of the enumerators.
 constexpr std::array<std::string_view, 4> lineStates{"saved", "empty", "missing", "uncertain"};
-constexpr std::array<std::string_view, 3> headerStates{"asItStands", "repaired", "cut"};
+constexpr std::array<std::string_view, 4> headerStates{"asItStands", "repaired", "ambiguous", "cut"};
 
 Json Ranges(const salvage::SalvagedChannel& channel)
 {

@@ -50,7 +50,8 @@ void WritePicture(const salvage::Salvaged& salvaged, OutputFile& output)
 {
     const std::uint64_t strips = std::max<std::uint64_t>(salvaged.channels.size(), 1);
     PngWriter picture(output, strips * (stripWidth + gap), height);
-    picture.WriteHeader({{"Title", "A strip for each channel, line 0 at the bottom: white saved, black lost, grey both"}});
+    picture.WriteHeader(
+        {{"Title", "A strip for each channel, line 0 at the bottom: white saved, black lost, grey both"}});
     for (std::uint64_t row = height; row-- > 0;) {
         std::vector<std::uint16_t> levels;
         for (const salvage::SalvagedChannel& channel : salvaged.channels) {

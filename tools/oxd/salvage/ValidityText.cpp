@@ -42,7 +42,9 @@ std::string Sentence(const salvage::SalvagedChannel& channel)
         const std::uint64_t count = Count(channel, state);
         text += count > 0 ? ", " + std::to_string(count) + what : "";
     }
-    text += channel.heldLines < channel.lines ? "; only the first " + std::to_string(channel.heldLines) + " are lines of OUT" : "";
+    text += channel.heldLines < channel.lines
+                ? "; only the first " + std::to_string(channel.heldLines) + " are lines of OUT"
+                : "";
     return Place(channel) + text + ".";
 }
 
