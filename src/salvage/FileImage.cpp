@@ -18,7 +18,7 @@ try {
     file.clear();
     file.seekg(static_cast<std::streamoff>(offset));
     file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    if (file.bad())
+    if (file.fail() && !file.eof())
         throw std::system_error(EIO, std::generic_category());
     return static_cast<std::size_t>(file.gcount());
 } catch (const std::ios_base::failure&) {

@@ -4,15 +4,18 @@
 #include "salvage/Survivors.h"
 #include "salvage/Traces.h"
 
+#include "velstdlib/util/Limits.h"
+
 #include <algorithm>
-#include <span>
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace veltaris::salvage {
 
 namespace {
 
-// Of a header without an end; it may be any text before samples.
+// Of a header without an end, which may be any text before samples.
 constexpr std::uint64_t mostHeaderBytes = std::uint64_t{64} << 20U;
 
 constexpr const char* lostEnd = "The header has no certain end, so that nobody knows where the samples begin.";
@@ -40,7 +43,7 @@ public:
             {ReadPart(m_file, {0, m_first.headerBytes}), {m_first.headerBytes, m_bytes - m_first.headerBytes}});
         Judgement judgement = Take(legible, HeaderState::AsItStands, damagedHeader);
         if (IsOrderCertain(legible.Lines(), legible.Uses())) {
-            const bool isSound = IsMaybeSound(legible.Inspected());
+            const bool isSound = legible.IsRead() && IsMaybeSound(legible.Inspected());
             TakeFirst(legible, isSound ? CertainOfSound(legible) : CertainOfDamaged(legible), judgement);
             if (isSound)
                 return judgement;
@@ -55,7 +58,9 @@ private:
         m_file.clear();
         m_file.seekg(0, std::ios::end);
         const auto length = m_file.tellg();
-        return length < 0 ? 0 : static_cast<std::uint64_t>(length);
+        if (length < 0)
+            throw std::system_error(EIO, std::generic_category());
+        return static_cast<std::uint64_t>(length);
     }
 
     inspect::Inspection InspectWhole()
@@ -66,7 +71,7 @@ private:
 
     bool HasCertainEnd()
     {
-        if (m_first.headerBytes == 0 || m_first.headerBytes > mostHeaderBytes)
+        if (m_first.headerBytes == 0 || m_first.headerBytes > velstdlib::util::limits::headerBytes)
             return false;
         const std::string header = ReadPart(m_file, {0, m_first.headerBytes});
         const bool fits = m_first.Opens() && m_first.claimedBytes == m_bytes - m_first.headerBytes;
@@ -165,14 +170,22 @@ private:
         judgement.doubt = otherNumber;
         const auto& channels = judgement.inspection.channels;
         judgement.isCertain.assign(channels.size(), true);
-        for (const Survivor& survivor : std::span(survivors).subspan(1)) {
+        for (const Survivor& survivor : survivors) {
             for (std::size_t c = 0; c < channels.size(); ++c)
-                judgement.isCertain[c] = judgement.isCertain[c] && HasSame(survivor, judgement, c);
+                judgement.isCertain[c] =
+                    judgement.isCertain[c] && HasSame(survivor, judgement, c) && !IsGuess(survivor, channels[c]);
         }
         const bool isOne = std::ranges::find(judgement.isCertain, false) == judgement.isCertain.end();
         judgement.state = isOne ? HeaderState::Repaired : HeaderState::Ambiguous;
         judgement.repair = isOne ? survivors.front().repair : std::nullopt;
         return judgement;
+    }
+
+    // That a line had samples can be told, but not how many.
+    static bool IsGuess(const Survivor& survivor, const inspect::ChannelSamples& channel)
+    {
+        return survivor.repair && survivor.repair->section == channel.section && IsLineRepair(*survivor.repair) &&
+               !survivor.repair->text.ends_with("=0");
     }
 
     // Offsets are counted from the header, which repairs may make longer.

@@ -121,6 +121,31 @@ private:
             RepairNumber(line, key, [&](const std::string& number) {
                 return MayFit(*channel->second, line.section, key, number);
             });
+        RepairNumber(line, std::string(lineKeyPrefix) + FirstNumber(line) + "Points",
+                     [&](const std::string& number) { return MayToggleLine(*channel->second, number); });
+    }
+
+    std::string FirstNumber(const HeaderLine& line) const
+    {
+        const std::string_view raw = RawText(line);
+        const auto begin = std::min(raw.find_first_of(digits), raw.size());
+        const auto end = std::min(raw.find_first_not_of(digits, begin), raw.size());
+        return std::string(raw.substr(begin, end - begin));
+    }
+
+    // A line has samples or none, and 1 stands for any number that it may have.
+    bool MayToggleLine(const ChannelSamples& channel, const std::string& number) const
+    {
+        const std::uint64_t lineBytes = Product(channel.points, SampleBytes(channel));
+        const std::uint64_t claimed = m_header.inspection.claimedBytes;
+        return (number == "0" && claimed >= m_data && claimed - m_data == lineBytes) ||
+               (number == "1" && claimed <= m_data && (claimed == m_data || m_data - claimed == lineBytes));
+    }
+
+    static std::uint64_t SampleBytes(const ChannelSamples& channel)
+    {
+        const bool isUsable = channel.bits == 8 || channel.bits == 16 || channel.bits == 32;
+        return isUsable ? static_cast<std::uint64_t>(channel.bits) / 8 : 0;
     }
 
     bool MayFit(const ChannelSamples& channel, std::uint32_t section, std::string_view key,
@@ -138,9 +163,7 @@ private:
     bool MayFit(const ChannelSamples& channel, bool isPoints, std::uint64_t number, bool hasLineKeys) const
     {
         constexpr std::uint64_t unknown = ~std::uint64_t{0};
-        const std::uint64_t sampleBytes = channel.bits == 8 || channel.bits == 16 || channel.bits == 32
-                                              ? static_cast<std::uint64_t>(channel.bits) / 8
-                                              : 0;
+        const std::uint64_t sampleBytes = SampleBytes(channel);
         const std::uint64_t lineBytes = Product(channel.points, sampleBytes);
         const bool isKnown = !hasLineKeys || (isPoints && lineBytes > 0);
         if (m_header.inspection.claimedBytes == unknown || !isKnown)
@@ -164,12 +187,7 @@ private:
         const auto any = [](const std::string&) { return true; };
         for (const std::string_view key : countKeys)
             RepairNumber(line, key, any);
-        const std::string_view raw = RawText(line);
-        const auto group = raw.find_first_of(digits);
-        if (group == std::string_view::npos)
-            return;
-        const auto end = std::min(raw.find_first_not_of(digits, group), raw.size());
-        RepairNumber(line, "Gr" + std::string(raw.substr(group, end - group)) + "-Count", any);
+        RepairNumber(line, "Gr" + FirstNumber(line) + "-Count", any);
     }
 
     bool IsUnlisted(std::uint32_t section) const
@@ -243,6 +261,11 @@ private:
 };
 
 } // namespace
+
+bool IsLineRepair(const Repair& repair)
+{
+    return repair.text.starts_with(lineKeyPrefix);
+}
 
 std::string Repaired(std::string_view header, const Repair& repair)
 {

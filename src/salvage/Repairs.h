@@ -22,6 +22,9 @@ struct Repair
     std::string text;         // what stands there instead
 };
 
+// Whether it concerns a single line of a channel.
+bool IsLineRepair(const Repair& repair);
+
 std::string Repaired(std::string_view header, const Repair& repair);
 
 // A header that opens, its text, and what was found in it.

@@ -44,6 +44,7 @@ CLegible::CLegible(std::istream& file, std::string fileName, FileImage image)
     Read();
     for (int removed = 0; removed < mostRemoved && RemoveUnreadable(); ++removed)
         Read();
+    m_isRead = std::ranges::none_of(m_inspection.findings, IsUnreadable);
 }
 
 void CLegible::Read()

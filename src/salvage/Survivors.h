@@ -30,6 +30,7 @@ public:
     const inspect::CHeaderLines& Lines() const { return *m_lines; }
     const inspect::CSectionUses& Uses() const { return *m_uses; }
     const std::string& FileName() const { return m_fileName; }
+    bool IsRead() const { return m_isRead; } // false where the list of channels itself cannot be read
     std::istream& File() const { return m_file; }
 
 private:
@@ -43,6 +44,7 @@ private:
     inspect::Inspection m_inspection;
     std::unique_ptr<inspect::CHeaderLines> m_lines;
     std::unique_ptr<inspect::CSectionUses> m_uses;
+    bool m_isRead = false;
 };
 
 // A header without any sign of damage, which accounts for all bytes of the file.
