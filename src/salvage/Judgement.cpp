@@ -48,8 +48,8 @@ public:
             if (isSound)
                 return judgement;
         }
-        std::vector<Survivor> survivors = FindSurvivors(legible);
-        return survivors.empty() ? judgement : Agree(std::move(survivors));
+        const std::vector<Survivor> survivors = FindSurvivors(legible);
+        return survivors.empty() ? judgement : Agree(survivors);
     }
 
 private:
@@ -92,7 +92,7 @@ private:
                 survivors.push_back(std::move(*survivor));
         }
         if (survivors.size() == 1)
-            return Agree(std::move(survivors));
+            return Agree(survivors);
         return Take(CLegible(m_file, m_fileName, {header, {}}), HeaderState::Cut, lostEnd);
     }
 
@@ -162,11 +162,11 @@ private:
     }
 
     // What all of these headers say alike.
-    static Judgement Agree(std::vector<Survivor> survivors)
+    static Judgement Agree(const std::vector<Survivor>& survivors)
     {
         Judgement judgement;
-        judgement.image = std::move(survivors.front().image);
-        judgement.inspection = std::move(survivors.front().inspection);
+        judgement.image = survivors.front().image;
+        judgement.inspection = survivors.front().inspection;
         judgement.doubt = otherNumber;
         const auto& channels = judgement.inspection.channels;
         judgement.isCertain.assign(channels.size(), true);

@@ -155,8 +155,19 @@ private:
             return IsVersion(number) && (HasLineKeys(section) || !IsVersion(m_lines.ValueOf(section, key)));
         if (key == "SaveBits")
             return IsOneOf(number, {"8", "16", "32"});
+        const std::uint64_t sizedLines = CountSizedLines(section);
+        if (key == "Lines" && sizedLines > 0)
+            return ToNumber(number) == sizedLines; // all lines say how many points they have, or none does
         return m_channels.count(section) > 1 ||
                MayFit(channel, key == "Points", ToNumber(number), HasLineKeys(section));
+    }
+
+    std::uint64_t CountSizedLines(std::uint32_t section) const
+    {
+        const auto isSized = [&](std::uint32_t position) {
+            return inspect::MatchKey(m_lines.Key(m_lines.Lines()[position]), "LineDim#Points").has_value();
+        };
+        return static_cast<std::uint64_t>(std::ranges::count_if(m_lines.LinesOf(section), isSized));
     }
 
     // Lines that have no samples are told by their numbers, so that with more or fewer lines nobody knows how many.

@@ -318,7 +318,9 @@ TEST_F(SalvageTest, SavesWhatIsCertainAndNoMore)
         {changed("out!", "ou#!"), whole, HeaderState::Repaired},
         // One digit of several may have been another: what they have in common is certain.
         {changed("Points=17", "Points=15", "[DataSet-0:0]"), "?12 | ?12 | S1 E1 S2 | S3", HeaderState::Ambiguous},
-        {changed("Points=5", "Points=3"), whole, HeaderState::Repaired},
+        {changed("Points=5", "Points=3"), "S12 | S12 | S1 E1 S2 | ?3", HeaderState::Ambiguous},
+        {changed("LineDim0Points=9", "LineDim0Points=0"), "S12 | S12 | ?4 | S3", HeaderState::Ambiguous},
+        {changed("LineDim1Points=0", "LineDim1Points=x"), whole, HeaderState::Repaired},
         // The file may as well have been cut off.
         {changed("Points=17", "Points=18", "[DataSet-0:1]"), "?12 | ?12 | ?4 | ?3"},
         {changed("Points=5", "Points=6"), "S12 | S12 | S1 E1 S2 | ?3"},
