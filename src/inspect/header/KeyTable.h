@@ -63,7 +63,7 @@ struct KeyIndices
 // A key of a section, and what is known of it.
 struct KnownKey
 {
-    const KeySpec* spec;
+    const KeySpec* spec = nullptr;
     KeyIndices indices;
 };
 

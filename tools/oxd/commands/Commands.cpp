@@ -7,6 +7,7 @@
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
+#include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
@@ -50,6 +51,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddExplain(app, results);
     AddDiff(app, results, outcome);
     AddDoctor(app, results, outcome);
+    AddSalvage(app, results);
     AddMakeSample(app);
     AddCorrect(app, outcome);
     AddExport(app, outcome);
