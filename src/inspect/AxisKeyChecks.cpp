@@ -24,6 +24,16 @@ constexpr std::array<std::string_view, 3> linePatterns{"LineDim#Range", "LineDim
 
 using Indices = std::vector<std::uint64_t>;
 
+// The text, which is UTF-8, without its first character.
+std::string_view BehindFirst(std::string_view text)
+{
+    const auto isWithin = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
+    text.remove_prefix(text.empty() ? 0 : 1);
+    while (!text.empty() && isWithin(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
 // Whether the text begins with `whole`, or would if one character were put in, left out or changed.
 bool NearlyBeginsWith(std::string_view text, std::string_view whole)
 {
@@ -31,7 +41,7 @@ bool NearlyBeginsWith(std::string_view text, std::string_view whole)
     const std::string_view rest(begins.in1, text.end()), restOfWhole(begins.in2, whole.end());
     if (restOfWhole.empty())
         return true;
-    const std::string_view next = rest.substr(rest.empty() ? 0 : 1);
+    const std::string_view next = BehindFirst(rest);
     const auto beginsFolded = [](std::string_view a, std::string_view b) {
         return velstdlib::string::EqualFolded(a.substr(0, b.size()), b);
     };
@@ -84,25 +94,35 @@ private:
         return true;
     }
 
+    // Files of version 1 may lack numbers.
     void CheckNumber(std::string_view key)
     {
         const std::string taken = m_version < plainVersion && key.ends_with("Range") ? "1" : "0";
-        if (!m_lines.FindKey(m_section, key) && !FindEmptied(key, taken) && m_version >= plainVersion)
+        if (m_lines.FindKey(m_section, key) || FindEmptied(key, taken))
+            return;
+        if (m_version < plainVersion)
+            FindTrace(key, taken);
+        else
             m_findings.AddKey(RuleId::AxisKeyMissing, m_section, key,
                               {taken, Quoted(key) + m_where + " is missing; " + taken + " is used instead."});
     }
 
-    // A unit that is empty has no key, so that one without a trace is not missed.
+    // A unit that is empty has no key.
     void CheckUnit(std::string_view key)
     {
-        if (m_lines.FindKey(m_section, key) || FindEmptied(key, "no unit"))
-            return;
+        if (!m_lines.FindKey(m_section, key) && !FindEmptied(key, "no unit"))
+            FindTrace(key, "no unit");
+    }
+
+    // Of a key that may be missing.
+    void FindTrace(std::string_view key, const std::string& taken)
+    {
         const auto body = Body();
         for (std::size_t i = 0; i < body.size(); ++i) {
             if (IsTraceOf(std::string(key) + "=", body, i))
                 return m_findings.AddLine(RuleId::AxisKeyDamaged, body[i],
-                                          {"no unit", Quoted(key) + m_where + " is missing, and " +
-                                                          Quoted(m_lines.Text(body[i])) + " looks like what is left."});
+                                          {taken, Quoted(key) + m_where + " is missing, and " +
+                                                      Quoted(m_lines.Text(body[i])) + " looks like what is left."});
         }
     }
 

@@ -37,8 +37,8 @@ constexpr std::array rules{
          "Check whether the head of the section, such as `[DataSet]`, is damaged."},
     Rule{NeitherSectionNorKey, "OXD106", Warning, opens, "Line ignored",
          "A line is neither `[section]` nor `key=value`, and is ignored.", "`Points 256`, or `DataSet-0:1]`.",
-         "Check whether the line is damaged, above all when it was the head of a section: its keys then belong to the "
-         "section before."},
+         "Check whether the line is damaged, above all when it was the head of a section: its keys then belong to "
+         "the section before."},
     Rule{SectionWithoutName, "OXD107", Error, doesNotOpen, "Section without a name",
          "A section is named `[]`. The library opens no such file.", "`[]`",
          "Restore the name, which a link in another section has, or take the two brackets away."},
@@ -59,8 +59,7 @@ constexpr std::array rules{
          "The bytes EF BB BF at the beginning of the file.", "No action is needed."},
     Rule{AxisKeyRepeated, "OXD113", Error, opens, "Key of an axis given twice",
          "The same key of an axis appears earlier in its section. Only the last one counts; where one of them had "
-         "another "
-         "name, positions or values are wrong.",
+         "another name, positions or values are wrong.",
          "`Dim1Range=5e-06` and, further on, `Dim1Range=1e-07`, which was `Dim2Range`.",
          "Restore the name of the one that is wrong; the keys of an axis follow each other in written files."},
     Rule{
@@ -71,8 +70,8 @@ constexpr std::array rules{
         "Restore the byte at the place of the finding; the rest of the header is then read as it was."},
     // Values.
     Rule{UnknownVersion, "OXD201", Error, doesNotOpen, "Unknown version",
-         "A section has a version that the library does not know: a data set has 1 or 2, a channel at most 3, views at "
-         "most 1.",
+         "A section has a version that the library does not know: a data set has 1 or 2, a channel at most 3, views "
+         "at most 1.",
          "`Version=7`", "Check whether the number is damaged. If it is not, a newer program wrote the file."},
     Rule{BadContent, "OXD202", Error, doesNotOpen, "Impossible size or count",
          "A size is negative, a count is beyond what the rest of the header can back up, or a key that must be there "
@@ -80,16 +79,16 @@ constexpr std::array rules{
          "`Points=-1`, or `GroupCount=99999999`.",
          "Restore the number; the samples and the other channels of the group often tell it."},
     Rule{UnreadableView, "OXD203", Error, doesNotOpen, "Unreadable view or processor",
-         "A view has a code that there is not, a range without a comma or a parameter whose operator is no number; or "
-         "a processor has an unknown identifier. The library does not open such a file, although views and processors "
-         "do not concern the samples.",
+         "A view has a code that there is not, a range without a comma or a parameter whose operator is no number; "
+         "or a processor has an unknown identifier. The library does not open such a file, although views and "
+         "processors do not concern the samples.",
          "`ViewTyp=9`", "Restore the value, or remove the key: the library then uses its default."},
     Rule{NoNumber, "OXD204", Warning, opens, "Not a number",
          "A value should be a number, or one of a few words, and is not. The default of its key is used instead.",
          "`CurLine=l2`", "Restore the value if it matters."},
     Rule{SizeNoNumber, "OXD205", Error, opens, "Size that is not a number",
-         "A number that says how many samples a channel has, or which channels there are, cannot be read. Its default "
-         "is used instead, and the samples of this channel and of all that follow may not be their own.",
+         "A number that says how many samples a channel has, or which channels there are, cannot be read. Its "
+         "default is used instead, and the samples of this channel and of all that follow may not be their own.",
          "`Points=2S6`", "Restore the number; the other channels of the group usually have the same."},
     Rule{OutOfRange, "OXD206", Warning, opens, "Number out of range",
          "A number is too large for its key. The default of the key is used instead.", "`CurLine=9999999999`",
@@ -105,25 +104,23 @@ constexpr std::array rules{
          "are wrong.",
          "`Dim2Range=1,5e-7`", "Write the number with a decimal point, or restore it."},
     Rule{OtherStorage, "OXD210", Error, opens, "Samples stored otherwise",
-         "The header says that samples are stored in another way than the library reads them, which is signed, binary "
-         "and with the lowest byte first. They are read like this all the same.",
+         "The header says that samples are stored in another way than the library reads them, which is signed, "
+         "binary and with the lowest byte first. They are read like this all the same.",
          "`SaveOrder=Motorola`", "If the key is right, no value of this channel is; if it is damaged, restore it."},
     Rule{AxisKeyMissing, "OXD211", Error, opens, "Key of an axis missing",
          "The start or the range of an axis is missing or has no value, or a unit has none. Written files have both "
          "numbers for every axis, and no key for an empty unit. The default is used instead, so that positions or "
-         "values "
-         "are wrong.",
+         "values are wrong.",
          "A channel of version 2 or 3 without `Dim2Min`.",
          "Restore the key; a similar name among the unknown keys of the section may be what is left of it."},
     Rule{AxisKeyDamaged, "OXD212", Error, opens, "Key of an axis damaged",
-         "A unit is missing where a line looks like what is left of its key, or the line behind a number or a unit of "
-         "an "
-         "axis is ignored and may be the rest of it.",
+         "A unit, or a number in version 1, is missing where a line looks like what is left of its key; or the line "
+         "behind a number or a unit is ignored and may be the rest of it.",
          "`Dim2Unyt=V`, or `Dim2Min=-0` and, in the next line, `5`.", "Restore the line, or join the two."},
     Rule{ChannelVersionDoubtful, "OXD213", Error, opens, "Channel of an older version than its data set",
          "The section of a channel has version 1, or none, in a data set of version 2, and a unit begins with an SI "
-         "prefix. In version 1 the prefix scales the numbers of the axis and is taken off the unit; files of version 2 "
-         "are written with channels of version 2 or 3.",
+         "prefix. In version 1 the prefix scales the numbers of the axis and is taken off the unit; files of version "
+         "2 are written with channels of version 2 or 3.",
          "`Version=1` and `Dim2Unit=Pa`: numbers are multiplied by 10^15, and the unit becomes `a`.",
          "Restore the version. If it is right, no action is needed."},
     // Counts and links.
@@ -132,8 +129,8 @@ constexpr std::array rules{
          "`GroupCount=3` with keys for two groups, or `Gr0-Count=93` with three channels.",
          "Restore the count or the missing keys."},
     Rule{KeyBeyondCount, "OXD302", Warning, opens, "Key beyond its count",
-         "The number of a key is not below the count of its list, so that the key is ignored, or taken for an item of "
-         "information.",
+         "The number of a key is not below the count of its list, so that the key is ignored, or taken for an item "
+         "of information.",
          "`Gr2-Name=Back` with `GroupCount=2`.", "Check the count: everything behind it is not read."},
     Rule{ChannelSectionMissing, "OXD303", Error, opens, "Section of a channel missing",
          "A channel slot names a section that there is not. The channel counts as one without samples; if it had "
@@ -198,13 +195,13 @@ constexpr std::array rules{
          "The line that was written last is not one of the channel. The number is kept.",
          "`CurLine=256` with `Lines=256`.", "No action is needed."},
     Rule{LinePointsMissing, "OXD409", Error, opens, "Points of a line missing",
-         "Lines of a channel of version 3 have axes of their own, and one of them lacks its number of valid points. It "
-         "counts as acquired to its end; points that never were are read as values.",
+         "Lines of a channel of version 3 have axes of their own, and one of them lacks its number of valid points. "
+         "It counts as acquired to its end; points that never were are read as values.",
          "`LineDim0Points=16` and no `LineDim1Points`, with `Lines=2`.",
          "Restore the key; a similar name among the unknown keys of the section may be what is left of it."},
     Rule{LineKeysIgnored, "OXD410", Error, opens, "Axes of lines ignored",
-         "The section of a channel has keys for axes of lines, which only version 3 has. They are ignored: points that "
-         "were never acquired are read as values, and a save drops the axes.",
+         "The section of a channel has keys for axes of lines, which only version 3 has. They are ignored: points "
+         "that were never acquired are read as values, and a save drops the axes.",
          "`LineDim0Points=10` with `Version=2`.", "Restore the version, which is 3 in written files with such keys."},
     // Axes.
     Rule{AxisNotFinite, "OXD501", Warning, opens, "Axis that is not finite",
