@@ -30,8 +30,8 @@ struct SampleInfo
 
 struct ChannelInfo
 {
-    std::uint64_t points;
-    std::uint64_t lines;
+    std::uint64_t points = 0;
+    std::uint64_t lines = 0;
     Axis pointAxis;
     Axis lineAxis;
     Axis signalAxis;
