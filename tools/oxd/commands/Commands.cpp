@@ -30,11 +30,8 @@ std::string DescribeExitCodes()
 
 void AddDebug(CLI::App& app)
 {
-    const auto debug = [] {
-        Results::ShowLog();
-        ShowDetails();
-    };
-    app.add_flag_callback("--debug", debug, "Show the library's log and all that it tells of a failure");
+    app.add_flag_callback("--debug", ShowDetails,
+                          "Show all findings in a file, and all that the library tells of a failure");
 }
 
 } // namespace
