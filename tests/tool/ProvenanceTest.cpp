@@ -10,7 +10,7 @@
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using OrderedJson = nlohmann::ordered_json;
 
 constexpr const char* noted = "Provenance/Step 1/";
 
@@ -70,21 +70,21 @@ TEST_F(ProvenanceTest, IsAGroupForEachCorrection)
     ResultsOf("correct folder/in.oxd -g Group0 -c 0 --op parabola -o a.oxd");
     ResultsOf("correct a.oxd -g id:0 -c 0 --op mean -o b.oxd");
 
-    const Json first = Json::parse(ResultsOf("info --json a.oxd"))["info"];
-    const Json both = Json::parse(ResultsOf("info --json b.oxd"))["info"];
+    const OrderedJson first = OrderedJson::parse(ResultsOf("info --json a.oxd"))["info"];
+    const OrderedJson both = OrderedJson::parse(ResultsOf("info --json b.oxd"))["info"];
     ASSERT_EQ(both.size(), 1);
     EXPECT_EQ(both[0]["name"], "Provenance");
     ASSERT_EQ(both[0]["groups"].size(), 2);
     EXPECT_EQ(both[0]["groups"][0], first[0]["groups"][0]) << "a step stays as it is";
     std::vector<std::string> items;
-    for (const Json& item : first[0]["groups"][0]["items"])
+    for (const OrderedJson& item : first[0]["groups"][0]["items"])
         items.push_back(item["name"].get<std::string>() + "=" + item["value"].get<std::string>());
-    EXPECT_EQ(
-        items,
-        (std::vector<std::string>{
-            "Time=2020-01-02T03:04:05Z", "Tool=oxd " OXD_VERSION, "Library=VELOxdDll " OXD_VERSION, "Source=in.oxd",
-            "Group=Group0", "Group id=0", "Channel=Noname", "Channel index=0", "Operator=parabola",
-            "SHA-256 of samples before=d3daba1de0bc02aa250270f4bbe18fb37cf8ef85b829ae4fb9d763d1bd16b5ae"}));
+    EXPECT_EQ(items,
+              (std::vector<std::string>{
+                  "Time=2020-01-02T03:04:05Z", std::string("Tool=oxd ") + OXD_VERSION,
+                  std::string("Library=VELOxdDll ") + OXD_VERSION, "Source=in.oxd", "Group=Group0", "Group id=0",
+                  "Channel=Noname", "Channel index=0", "Operator=parabola",
+                  "SHA-256 of samples before=d3daba1de0bc02aa250270f4bbe18fb37cf8ef85b829ae4fb9d763d1bd16b5ae"}));
     EXPECT_EQ(ResultsOf("get b.oxd 'Provenance/Step 2/Operator'"), "mean\n");
 }
 
@@ -134,7 +134,8 @@ TEST_F(ProvenanceTest, ProvesHowAFileWasMade)
     ExpectReplay("changed.oxd sample.oxd", 1, "of the header\n");
     std::string bytes = ReadBytes("two.oxd");
     const std::size_t samples = bytes.find("#!") + 2;
-    bytes[samples + 2 * (256 * 256 + 3 * 256 + 5)] ^= 1;
+    constexpr std::size_t place = 2 * std::size_t{256 * 256 + 3 * 256 + 5};
+    bytes[samples + place] ^= 1;
     WriteBytes("changed.oxd", bytes);
     ExpectReplay("changed.oxd sample.oxd", 1, "channel \"Deflection\" of group 0, line 3, point 5\n");
     WriteBytes("changed.oxd", ReadBytes("two.oxd") + "x");

@@ -61,9 +61,10 @@ TEST(TextDifferenceTest, MarksTheFewestLinesThatLeaveTheSame)
 TEST(TextDifferenceTest, EndsAlsoForTextsThatHaveLittleInCommon)
 {
     std::mt19937 random(2);
-    std::vector<std::string> texts(2 * 400'000);
+    constexpr std::ptrdiff_t half = 400'000;
+    std::vector<std::string> texts(2 * half);
     std::generate(texts.begin(), texts.end(), [&] { return std::to_string(random() % 1000); });
-    const oxd::Lines a(texts.begin(), texts.begin() + 400'000), b(texts.begin() + 400'000, texts.end());
+    const oxd::Lines a(texts.begin(), texts.begin() + half), b(texts.begin() + half, texts.end());
     const oxd::LineMarks difference = oxd::CompareLines(a, b);
     EXPECT_EQ(Unmarked(a, difference.removed), Unmarked(b, difference.added));
 }
