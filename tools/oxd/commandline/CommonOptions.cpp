@@ -19,9 +19,9 @@ CLI::Option& NoClobber(CLI::App& command, Destination& output)
 
 } // namespace
 
-void AddInputFile(CLI::App& command, std::string& file)
+void AddInputFile(CLI::App& command, std::string& file, const char* description)
 {
-    command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required()->check(IsNotEmpty());
+    command.add_option("FILE", file, description)->type_name("")->required()->check(IsNotEmpty());
 }
 
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files)
@@ -64,7 +64,21 @@ void AddSelection(CLI::App& command, ChannelSelection& selection)
 
 void AddTrust(CLI::App& command, bool& trust)
 {
-    command.add_flag("--trust", trust, "Take samples also where they may not be those of their channel");
+    command.add_flag("--trust", trust,
+                     "Take samples also where they may not be those of their channel, or have wrong values");
+}
+
+void AddJson(CLI::App& command, FileList& files)
+{
+    command.add_flag("--json", files.json, "Print JSON, of one file");
+    AddJsonLines(command, files.jsonLines);
+}
+
+void RequireOneForJson(const FileList& files)
+{
+    if (files.json && files.names.size() > 1) {
+        throw CLI::ValidationError("--json", "is for one file, --jsonl for several");
+    }
 }
 
 void AddJsonLines(CLI::App& command, bool& jsonLines)

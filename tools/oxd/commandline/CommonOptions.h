@@ -1,6 +1,7 @@
 // Options that several commands have, so that they have the same names and mean the same everywhere.
 #pragma once
 
+#include "oxd/commandline/EachFile.h"
 #include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 
@@ -22,7 +23,7 @@ inline constexpr const char* selectionShape =
     "TEXT also where that consists of digits or begins like another way to name a group or channel.";
 
 // What the options set must outlive the command. A FILE or OUT without a name is wrong usage.
-void AddInputFile(CLI::App& command, std::string& file);
+void AddInputFile(CLI::App& command, std::string& file, const char* description = "File to read; stays as it is");
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
 void AddOutput(CLI::App& command, Destination& output);
 void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
@@ -31,6 +32,11 @@ void AddSelection(CLI::App& command, ChannelSelection& selection);              
 
 // Asks for samples that may not be those of their channel.
 void AddTrust(CLI::App& command, bool& trust);
+
+// Asks for JSON instead of text: one document, or with AddJsonLines one for each file. Only the latter may be of
+// several files, which is wrong usage otherwise.
+void AddJson(CLI::App& command, FileList& files);
+void RequireOneForJson(const FileList& files);
 
 // Asks for one line of JSON for each file, errors included.
 void AddJsonLines(CLI::App& command, bool& jsonLines);

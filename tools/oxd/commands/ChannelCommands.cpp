@@ -66,7 +66,8 @@ void AddCorrect(CLI::App& app, ExitCode& outcome)
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output);
     command.callback([correction, &outcome] {
-        correction->selection.doubted = Doubted(InspectAloud(correction->selection.file));
+        // Every channel is saved, so that doubts in any of them count.
+        RequireCertain(correction->selection.file, correction->selection.trust);
         outcome = Report(correction->selection.file, Correct(*correction), "left as before");
     });
 }
@@ -75,14 +76,19 @@ void AddExport(CLI::App& app, ExitCode& outcome)
 {
     const auto wanted = std::make_shared<Export>();
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
-    command.footer("The suffix of OUT, in any case, says what is written:\n" + DescribeExportKinds() + "\n" +
-                   DescribeOperators() + "\n\n" + selectionShape);
+    command.footer("The suffix of OUT, in any case, says what is written unless --format does:\n" +
+                   DescribeExportKinds() + "\n" + DescribeOperators() + "\n\n" + selectionShape);
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
+    command.add_option("--format", wanted->format, "What to write where the suffix of OUT does not tell, such as csv")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(ExportFormats()).description(""));
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
     AddOutput(command, wanted->output);
     command.callback([wanted, &outcome] {
-        wanted->selection.doubted = Doubted(InspectAloud(wanted->selection.file));
+        const inspect::Inspection inspection = InspectAloud(wanted->selection.file);
+        wanted->selection.doubted = Doubted(inspection);
+        wanted->selection.misread = Misread(inspection);
         const ExportGaps gaps = ExportChannel(*wanted);
         outcome = Report(wanted->selection.file, gaps.skipped, "left out");
         for (const std::string& note : gaps.notes) {

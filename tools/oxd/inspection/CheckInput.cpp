@@ -3,14 +3,62 @@
 #include "oxd/inspection/FindingText.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Messages.h"
+#include "velstdlib/string/FoldedText.h"
+
+#include <algorithm>
+#include <set>
 
 namespace oxd {
+
+namespace {
+
+using veltaris::velstdlib::string::EqualFolded;
+using veltaris::velstdlib::string::FoldedCopy;
+
+// A finding that stands for those that are not listed names no key.
+bool ConcernsValues(const inspect::Finding& finding)
+{
+    constexpr std::string_view signalAxis = "Dim2";
+    const inspect::RuleId rule = finding.rule->number;
+    const bool isOfSignal = finding.key.empty() || EqualFolded(finding.key.substr(0, signalAxis.size()), signalAxis);
+    return rule == inspect::RuleId::OtherStorage || (rule == inspect::RuleId::AxisNoNumber && isOfSignal);
+}
+
+void RequireNone(const std::string& file, const std::vector<ChannelPlace>& places, const std::string& what,
+                 const std::string& fault)
+{
+    const std::size_t count = places.size();
+    if (count > 0) {
+        const std::string channels = count == 1 ? "1 channel" : std::to_string(count) + " channels";
+        throw Failure(ExitCode::Damaged, file,
+                      what + " of " + channels + " " + fault + "; --trust takes them all the same");
+    }
+}
+
+} // namespace
 
 std::vector<ChannelPlace> Doubted(const inspect::Inspection& inspection)
 {
     std::vector<ChannelPlace> places;
     for (const inspect::ChannelSamples& channel : inspection.channels) {
         if (!channel.isCertain) {
+            places.push_back({channel.group, channel.slot});
+        }
+    }
+    return places;
+}
+
+std::vector<ChannelPlace> Misread(const inspect::Inspection& inspection)
+{
+    std::set<std::string> sections; // an empty one stands for any
+    for (const inspect::Finding& finding : inspection.findings) {
+        if (ConcernsValues(finding)) {
+            sections.insert(FoldedCopy(finding.section));
+        }
+    }
+    std::vector<ChannelPlace> places;
+    for (const inspect::ChannelSamples& channel : inspection.channels) {
+        if (sections.contains("") || sections.contains(FoldedCopy(channel.section))) {
             places.push_back({channel.group, channel.slot});
         }
     }
@@ -24,18 +72,18 @@ inspect::Inspection InspectAloud(const std::string& file)
     for (const std::string& message : ErrorMessages(inspection)) {
         Complain(subject + message);
     }
+    RequireOpens(inspection);
     return inspection;
 }
 
-void RequireCertain(const std::string& file, bool trust)
+inspect::Inspection RequireCertain(const std::string& file, bool trust)
 {
-    const inspect::Inspection inspection = InspectAloud(file);
-    const std::size_t count = Doubted(inspection).size();
-    if (count > 0 && inspection.Opens() && !trust) {
-        const std::string channels = count == 1 ? "1 channel" : std::to_string(count) + " channels";
-        throw Failure(ExitCode::Damaged, file,
-                      "the samples of " + channels + " may not be their own; --trust takes them all the same");
+    inspect::Inspection inspection = InspectAloud(file);
+    if (!trust) {
+        RequireNone(file, Doubted(inspection), "the samples", "may not be their own");
+        RequireNone(file, Misread(inspection), "the values", "may be wrong");
     }
+    return inspection;
 }
 
 } // namespace oxd
