@@ -222,8 +222,7 @@ TEST_F(ExportTest, SaysWhatNumbersCannotHold)
             EXPECT_EQ(outcome.exitCode, *told != '\0' && format.starts_with("png") ? 1 : 0) << axes << format;
             EXPECT_NE(outcome.diagnostics.find(told), std::string::npos) << outcome.diagnostics;
             EXPECT_EQ(outcome.diagnostics.find("operator"), std::string::npos) << outcome.diagnostics;
-            if (format == "csv")
-                EXPECT_NE(ReadBytes("out").find(row), std::string::npos) << ReadBytes("out");
+            EXPECT_TRUE(format != "csv" || ReadBytes("out").find(row) != std::string::npos) << ReadBytes("out");
         }
     }
 }

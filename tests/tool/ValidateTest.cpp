@@ -188,9 +188,9 @@ TEST_F(ValidateTest, NoCommandTakesValuesForRightThatTheHeaderGivesWrongly)
     Damage("Dim2Range=", "Dim2Range=1,5;", "comma.oxd", "[DataSet-0:1]");
     Damage("Dim1Range=", "Dim1Range=1,5;", "position.oxd", "[DataSet-0:1]");
     for (const std::string file : {"wrong.oxd", "comma.oxd"}) {
-        for (const std::string command : {"export " + file + " -g ForwardScan -c Deflection -o out.csv",
-                                          "correct " + file + " -g ForwardScan -c 0 --op line -o out.csv",
-                                          "set " + file + " Scan/Lines 1 -o out.csv", "diff " + file + " " + file}) {
+        for (const std::string& command : {"export " + file + " -g ForwardScan -c Deflection -o out.csv",
+                                           "correct " + file + " -g ForwardScan -c 0 --op line -o out.csv",
+                                           "set " + file + " Scan/Lines 1 -o out.csv", "diff " + file + " " + file}) {
             ExpectMessage(command, 4, "may be wrong");
             EXPECT_FALSE(std::filesystem::exists("out.csv")) << command;
             EXPECT_EQ(Run(command + " --trust").exitCode, 0) << command;
