@@ -179,7 +179,7 @@ TEST_F(ValidateTest, NoCommandTakesSamplesForThoseOfAnotherChannel)
     ResultsOf("export sample.oxd -g ForwardScan -c Deflection -o original.raw");
     EXPECT_EQ(ReadBytes("forward.raw"), ReadBytes("original.raw"));
     ExpectMessage("export late.oxd -g BackwardScan -c Phase -o backward.raw", 4, "Phase");
-    ExpectMessage("correct late.oxd -g ForwardScan -c 0 --op line -o all.oxd", 4, "samples of 3 channels may not be");
+    ExpectMessage("correct late.oxd -g ForwardScan -c 0 --op line -o all.oxd", 4, "samples of 5 channels may not be");
 }
 
 TEST_F(ValidateTest, NoCommandTakesValuesForRightThatTheHeaderGivesWrongly)
