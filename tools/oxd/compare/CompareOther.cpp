@@ -43,8 +43,8 @@ void CompareKeys(const KeyValues& a, const KeyValues& b, const Place& place, con
                  Recorder& recorder)
 {
     for (const auto& [key, values] : Joined(a, b)) {
-        recorder.Compare(Aspect::Other, "key \"" + key + "\"" + section, place, ToContent(values.first),
-                         ToContent(values.second));
+        const std::string what = std::string("key \"").append(key).append("\"").append(section);
+        recorder.Compare(Aspect::Other, what, place, ToContent(values.first), ToContent(values.second));
     }
 }
 
