@@ -21,7 +21,11 @@ std::string ReasonOf(const std::error_code& error)
 inspect::Inspection InspectFile(const std::string& file)
 {
     try {
-        return inspect::Inspect(file);
+        inspect::Inspection inspection = inspect::Inspect(file);
+        for (const std::string& message : LesserMessages(inspection)) {
+            Explain(file + ": " + message);
+        }
+        return inspection;
     } catch (const std::system_error& error) {
         Explain(error.what());
         const bool isUnreadable = error.code() == std::errc::io_error;
