@@ -1,0 +1,30 @@
+"""What the tests and the doctests share: a small scan, and folders of their own."""
+
+from __future__ import annotations
+
+from pathlib import Path
+from typing import Any
+
+import numpy as np
+import pytest
+from samples import make_scan
+
+import veloxd
+
+
+@pytest.fixture
+def scan(tmp_path: Path) -> Path:
+    path = tmp_path / "scan.oxd"
+    make_scan(path)
+    return path
+
+
+@pytest.fixture(autouse=True)
+def in_folder_of_its_own(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch, doctest_namespace: dict[str, Any], request: pytest.FixtureRequest
+) -> None:
+    """Doctests read and write files by short names."""
+    monkeypatch.chdir(tmp_path)
+    if type(request.node).__name__ == "DoctestItem":
+        make_scan(tmp_path / "scan.oxd")
+        doctest_namespace.update(veloxd=veloxd, np=np)
