@@ -46,10 +46,10 @@ class Wanted:
         block = None if values is None else _block(values)
         low, high = limits or _limits(block)
         signal = {"name": name, "unit": unit, "minimum": low, "range": high - low}
-        size = np.shape(block) if shape is None else tuple(map(operator.index, shape))
+        size = block.shape if block is not None else tuple(map(operator.index, shape or ()))
         if len(size) != 2 or min(size) < 0:
             raise ValueError(f"The shape of a channel is a number of lines and one of points, not {shape}.")
-        return Wanted((size[0], size[1]), block, signal, _properties(x), _properties(y))
+        return Wanted((size[0], size[1]), block, signal, _properties(x, "X", size[1]), _properties(y, "Y", size[0]))
 
     def fill(self, channel: Channel) -> None:
         """Makes the channel in its empty slot."""
@@ -60,8 +60,10 @@ class Wanted:
             channel.write(self.values)
 
 
-def _properties(axis: AxisLike | None) -> dict[str, Any]:
-    return axis.as_dict() if isinstance(axis, Axis) else dict(axis or {})
+def _properties(axis: AxisLike | None, name: str, count: int) -> dict[str, Any]:
+    if axis is None:
+        return {"name": name, "minimum": 0.0, "range": float(max(count - 1, 0))}
+    return {"name": name, **(axis.as_dict() if isinstance(axis, Axis) else axis)}
 
 
 def _block(values: npt.ArrayLike) -> npt.NDArray[Any]:

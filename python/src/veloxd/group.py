@@ -98,7 +98,7 @@ class Group(Part, Named[Channel]):
             its ends mark saturation, and because the result of a correction must fit, too.
         x, y
             The axes along and across the lines: axes of another channel, or dicts of some of ``name``, ``unit``,
-            ``minimum`` and ``range``.
+            ``minimum`` and ``range``. Without them, positions are counted from 0.
 
         Raises
         ------

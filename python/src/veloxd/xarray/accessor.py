@@ -79,9 +79,9 @@ def _names(array: xr.DataArray, name: str) -> tuple[str, str]:
 
 def _level(values: npt.NDArray[Any], operator: str, limits: tuple[float, float] | None) -> npt.NDArray[Any]:
     """The values with each line, along the last axis, corrected by the library."""
-    lines = np.asarray(values, dtype=float).reshape(-1, values.shape[-1])
-    if not lines.size:
+    if not values.size:
         return np.empty(values.shape)
+    lines = np.asarray(values, dtype=float).reshape(-1, values.shape[-1])
     if np.isnan(lines).any():
         return np.stack([_level_ended(line, operator, limits) for line in lines]).reshape(values.shape)
     if limits is None:
