@@ -33,6 +33,17 @@ def test_information_is_edited_as_nested_mappings(scan: Path) -> None:
         assert file.info["Scan"].get("Tilt", "none") == "none"
         assert len(file.info["Scan"]) == 3
         assert file.info._ipython_key_completions_() == list(file.info)
+        assert veloxd.Quantity.parse(file.info["Scan"]["Lines"]) == (8, "")
+
+
+def test_texts_of_any_length_are_read_whole(scan: Path) -> None:
+    text = "µ" * 5000
+    with veloxd.open(scan, mode="r+") as file:
+        file.info["Scan"][text] = text
+        file[0].name = file[0][0].x.unit = text
+        file.save()
+    with veloxd.open(scan) as file:
+        assert (file[0].name, file[0][0].x.unit, file.info["Scan"][text]) == (text, text, text)
 
 
 def test_names_that_occur_more_than_once_are_all_reachable() -> None:

@@ -189,7 +189,7 @@ def work():
         phase.values
 thread = threading.Thread(target=work)
 thread.start()
-for _ in range(20):
+for _ in range(8):
     child = os.fork()
     if child == 0:
         try:

@@ -73,6 +73,7 @@ MISUSE: list[tuple[Callable[[Any], Any], type[Exception], str]] = [
     (lambda file: file[0].create_channel("C", shape=(1, 2**40)), MemoryError, "memory"),
     (lambda file: file.info.update({"Scan": "1"}), TypeError, "mapping"),
     (lambda file: file.info["Scan"].update({"a=b": "1"}), ValueError, "="),
+    (lambda file: file.info["Scan"].update({"[a": "1"}), ValueError, "["),
     (lambda file: file.info["Scan"].update({"a": ""}), ValueError, "empty"),
     (lambda file: file.info["Scan"].update({"a": {"b": {"c": "\n"}}}), ValueError, "line break"),
     (lambda file: setattr(file, "info", {"Scan": {"a": "1"}, "B": {"c": "\n"}}), ValueError, "line break"),

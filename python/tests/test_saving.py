@@ -13,6 +13,7 @@ import pytest
 
 import veloxd
 from veloxd import _replacing
+from veloxd._log import Capture
 
 posix = pytest.mark.skipif(os.name != "posix", reason="needs permissions and links")
 
@@ -164,6 +165,9 @@ def test_the_log_goes_to_the_logger(scan: Path, tmp_path: Path, caplog: Any, cap
         veloxd.open(tmp_path / "odd.oxd", salvage=True).close()
     assert [(record.name, record.levelname) for record in caplog.records] == [("veloxd", "WARNING")]
     assert "lexical cast" in caplog.records[0].getMessage()
+    with Capture() as capture:
+        ctypes.CDLL(None).puts(b"another thread's")
+    capture.publish()
     ctypes.CDLL(None).puts(b"still printed")
     ctypes.CDLL(None).fflush(None)
-    assert capfd.readouterr().out == "still printed\n"
+    assert capfd.readouterr().out == "another thread's\nstill printed\n"

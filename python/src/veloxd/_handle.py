@@ -38,10 +38,10 @@ def _abandon(number: int, process: int) -> None:
             LOCK.release()
 
 
-def _open(path: str, salvage: bool) -> tuple[int, Error | None]:
+def _open(path: str, shown: str, salvage: bool) -> tuple[int, Error | None]:
     """Opens a file. With ``salvage``, a damaged one is opened as far as it can be read, and comes with its failure."""
     global _is_opening
-    name = file_name(path)
+    encoded = file_name(path)
     capture = Capture()
     try:
         with LOCK:
@@ -49,7 +49,7 @@ def _open(path: str, salvage: bool) -> tuple[int, Error | None]:
             _is_opening = True
             try:
                 with capture:
-                    return _open_next(name, path, salvage)
+                    return _open_next(encoded, shown, salvage)
             finally:
                 _is_opening = False
                 _close_abandoned()
@@ -57,13 +57,13 @@ def _open(path: str, salvage: bool) -> tuple[int, Error | None]:
         capture.publish()
 
 
-def _open_next(name: bytes, path: str, salvage: bool) -> tuple[int, Error | None]:
+def _open_next(path: bytes, shown: str, salvage: bool) -> tuple[int, Error | None]:
     # What a failed opening has loaded stays under the number that was the next one to be given out.
-    number = call("CreateOxdFile", name)
+    number = call("CreateOxdFile", path)
     library().CloseOxdFile(number)
     try:
-        number = call("OpenOxdFile", name, path=path)
-        _check_header(number, path)
+        number = call("OpenOxdFile", path, path=shown)
+        _check_header(number, shown)
     except BaseException as failure:
         if salvage and isinstance(failure, DamagedFileError):
             return number, failure
@@ -86,10 +86,12 @@ class Handle:
     It opens its file when it is first used, or at once if :meth:`open` is called; it never opens it twice. Its number
     is given out only while the data set is open and in the process that opened it. A data set that nothing refers to
     is closed. Every method may be called from any thread.
+
+    ``name`` is the path of its file as the caller says it, for messages; ``path`` is the absolute one.
     """
 
     def __init__(self, path: str, writable: bool = False, salvage: bool = False) -> None:
-        self.path = path
+        self.name_file(path)
         self.writable = writable
         self.may_replace = True
         self.changes = Changes()
@@ -103,13 +105,18 @@ class Handle:
 
     def open(self) -> None:
         """Opens the file; raises what `veloxd.open` does."""
-        number, self.damage = _open(self.path, self._salvage)
+        number, self.damage = _open(self.path, self.name, self._salvage)
         self._own(number)
 
     def create(self) -> None:
         """Makes an empty data set instead of opening a file."""
         self._own(call("CreateOxdFile", file_name(self.path)))
         self.changes.anything = True
+
+    def name_file(self, path: str) -> None:
+        """Makes ``path`` the file that the data set is of."""
+        self.name = path
+        self.path = os.path.abspath(path) if path else ""
 
     def _own(self, number: int) -> None:
         self._number = number
@@ -121,11 +128,11 @@ class Handle:
     def number(self) -> int:
         """The number of the data set in the library, for calls while :data:`LOCK` is held."""
         if self._is_closed:
-            raise ClosedError(f"{self.path or 'The file'}: the file is closed.")
+            raise ClosedError(f"{self.name or 'The file'}: the file is closed.")
         if self._number is None:
             self.open()
         elif self._process != os.getpid():
-            raise ForkError(f"{self.path or 'The file'}: opened by another process, so open it again in this one.")
+            raise ForkError(f"{self.name or 'The file'}: opened by another process, so open it again in this one.")
         assert self._number is not None
         return self._number
 
@@ -160,7 +167,7 @@ class Handle:
 
     def require_writable(self) -> None:
         if not self.writable:
-            raise ReadOnlyError(f'{self.path}: opened for reading only; open it with mode "r+" to change it.')
+            raise ReadOnlyError(f'{self.name}: opened for reading only; open it with mode "r+" to change it.')
 
     def forget(self, place: Place) -> None:
         """Ends the objects that stand for a deleted group or channel, and for what is in it."""
@@ -178,7 +185,7 @@ class Handle:
                 raise pickle.PicklingError(
                     "A file with changes that are not saved cannot be pickled, because a pickle holds only its path."
                 )
-            return Handle, (os.path.abspath(self.path), False, self._salvage)
+            return Handle, (self.path, False, self._salvage)
 
 
 def _release_in_child() -> None:

@@ -21,7 +21,7 @@ if TYPE_CHECKING:
 __all__ = ["File", "create", "open"]
 
 # A path as Python's own open takes it.
-Path = Union[str, "os.PathLike[str]"]
+Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 
 
 class File(Named[Group]):
@@ -49,7 +49,7 @@ class File(Named[Group]):
 
     @property
     def path(self) -> str:
-        """The file that was opened, or that :meth:`save` writes to. Empty if there is none yet."""
+        """The absolute path of the file that :meth:`save` writes to by default. Empty if there is none yet."""
         return self._handle.path
 
     @property
@@ -168,7 +168,7 @@ class File(Named[Group]):
         """
         with LOCK:
             self._handle.number  # noqa: B018, raises if the file cannot be used
-            target = self.path if path is None else os.fspath(path)
+            target = self.path if path is None else os.fsdecode(path)
             if not target:
                 raise ValueError("The file has no name yet: give the path to save it to.")
             if not self._handle.writable and _is_same(target, self.path):
@@ -176,7 +176,7 @@ class File(Named[Group]):
             is_own = not self.path or _is_same(target, self.path)
             report = _saving.save(self, target, overwrite and (self._handle.may_replace or not is_own))
             if is_own:
-                self._handle.path = target
+                self._handle.name_file(target)
                 self._handle.may_replace = True
                 self._handle.changes.anything = False
             return report
@@ -249,7 +249,7 @@ def open(path: Path, mode: str = "r", *, salvage: bool = False) -> File:
         return create(path, overwrite=mode == "w")
     if mode not in ("r", "r+"):
         raise ValueError(f"There is no mode {mode!r}; there are 'r', 'r+', 'w' and 'x'.")
-    handle = Handle(os.fspath(path), writable=mode == "r+", salvage=salvage)
+    handle = Handle(os.fsdecode(path), writable=mode == "r+", salvage=salvage)
     handle.open()
     return File(handle)
 
@@ -277,7 +277,7 @@ def create(path: Path | None = None, *, overwrite: bool = False) -> File:
     ...     file.save("new.oxd")
     SaveReport(path='new.oxd', clipped=0, inexact=0)
     """
-    name = "" if path is None else os.fspath(path)
+    name = "" if path is None else os.fsdecode(path)
     if name and not overwrite:
         _replacing.check_new(name)
     handle = Handle(name, writable=True)

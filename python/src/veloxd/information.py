@@ -145,8 +145,8 @@ class Information(MutableMapping[str, Any]):
             return {key: group._checked(key, part) for key, part in dict(value).items()}
         if self._node == ROOT:
             raise TypeError(f"file.info holds groups, so {name!r} takes a mapping, not {type(value).__name__}.")
-        if "=" in name:
-            raise ValueError(f"The name of an item contains '=', which files cannot keep: {name!r}.")
+        if "=" in name or name.startswith("["):
+            raise ValueError(f"The name of an item contains '=' or begins with '[', which files cannot keep: {name!r}.")
         written = str(value)
         encode_name(written, f"The value of {name!r}")
         return written
