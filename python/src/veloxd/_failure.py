@@ -46,7 +46,7 @@ def system_failure(number: int, path: str, details: str = "") -> FileSystemError
 
 
 def failure(details: str, path: str = "") -> Error:
-    """The exception for a text of the library; ``path`` is the file that was opened or saved, if one was."""
+    """The exception for a text of the library; ``path`` is the file that was opened, if one was."""
     what = reason(details)
     number = _ERRNO.search(details)
     if number and path:
@@ -57,6 +57,14 @@ def failure(details: str, path: str = "") -> Error:
         return DamagedFileError(f"{path}: {_damage(what, details)}.", details)
     sentence = what.rstrip(".") + "."
     return Error(f"{path}: {sentence}" if path else sentence, details)
+
+
+def save_failure(details: str, path: str) -> Error:
+    """The exception for a text of the library when it saved the file ``path``."""
+    if reason(details).startswith("basic_ios::clear"):
+        return FileSystemError(f"{path}: the file cannot be written; is the disk full?", details, errno.EIO, path)
+    number = _ERRNO.search(details)
+    return system_failure(int(number.group(1)), path, details) if number else failure(details)
 
 
 def _damage(what: str, details: str) -> str:

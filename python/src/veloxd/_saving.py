@@ -8,9 +8,11 @@ from typing import TYPE_CHECKING
 
 import numpy as np
 
+from ._failure import save_failure
 from ._library import LOCK, call, file_name
 from ._log import Capture
 from ._replacing import replacement
+from .errors import Error
 
 if TYPE_CHECKING:
     from .channel import Channel
@@ -55,7 +57,9 @@ def save(file: File, path: str, overwrite: bool) -> SaveReport:
                 try:
                     with capture:
                         call("ChangeOxdFilename", number, file_name(temporary))
-                        call("SaveOxdFile", number, path=path)
+                        call("SaveOxdFile", number)
+                except Error as refused:
+                    raise save_failure(refused.details, path) from None
                 finally:
                     call("ChangeOxdFilename", number, file_name(usual))
                 inexact = _inexact_samples(file, temporary)
