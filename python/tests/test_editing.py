@@ -161,6 +161,20 @@ def test_a_new_channel_holds_its_values_closely(values: Any, scale: float) -> No
         assert ends == tuple(float(f"{end:.6g}") for end in ends)
 
 
+def test_samples_are_assigned_by_mask_in_any_order_and_through_numpy(scan: Path) -> None:
+    with veloxd.open(scan, mode="r+") as file:
+        phase = file[0]["Phase"]
+        values = phase.values
+        high = values > 50
+        phase[high] = values[high] / 2
+        phase[:, ::-1] = phase[:]
+        phase[[1, 0]] = phase[:2]
+        phase.values += 1
+        expected = np.where(high, values / 2, values)[:, ::-1] + 1
+        expected[[1, 0]] = expected[:2].copy()
+        np.testing.assert_allclose(phase.values, expected, atol=1e-6)
+
+
 def test_values_beyond_the_signal_axis_are_clipped_and_counted(scan: Path) -> None:
     with veloxd.open(scan, mode="r+") as file:
         channel = file[0]["Topography"]
