@@ -17,7 +17,7 @@ import pytest
 from samples import ragged_file
 
 import veloxd
-from veloxd._picture import colours
+from veloxd._show.picture import colours
 
 mpl.use("Agg")
 

@@ -18,7 +18,7 @@ import numpy as np
 import pytest
 
 import veloxd
-from veloxd._library import library
+from veloxd._native.library import library
 
 USES: list[Callable[[Any], Any]] = [
     lambda things: things["file"].groups,

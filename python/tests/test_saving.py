@@ -13,7 +13,7 @@ import pytest
 
 import veloxd
 from veloxd import _replacing
-from veloxd._log import Capture
+from veloxd._native.log import Capture
 
 posix = pytest.mark.skipif(os.name != "posix", reason="needs permissions and links")
 

@@ -10,7 +10,7 @@ from typing import TYPE_CHECKING, Any
 import numpy as np
 import numpy.typing as npt
 
-from ._library import encode, encode_name
+from ._native.library import encode, encode_name
 from .axis import Axis, AxisLike, as_stored
 from .errors import Error
 

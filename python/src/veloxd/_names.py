@@ -7,7 +7,7 @@ import operator
 from collections.abc import Iterator, Mapping, Sequence
 from typing import Generic, TypeVar
 
-from ._library import LOCK
+from ._native.library import LOCK
 from .errors import NameNotFoundError
 
 T = TypeVar("T")

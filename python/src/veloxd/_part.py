@@ -4,9 +4,9 @@ from __future__ import annotations
 
 from typing import Any
 
-from ._changes import Place
-from ._handle import Handle
-from ._library import LOCK
+from ._native.changes import Place
+from ._native.handle import Handle
+from ._native.library import LOCK
 from .errors import DeletedError
 
 

@@ -9,7 +9,7 @@ import secrets
 import stat
 from collections.abc import Iterator
 
-from ._failure import system_failure
+from ._native.failure import system_failure
 
 _PERMISSIONS = stat.S_IRWXU | stat.S_IRWXG | stat.S_IRWXO
 _ANYBODY_MAY_WRITE = stat.S_IWUSR | stat.S_IWGRP | stat.S_IWOTH

@@ -8,9 +8,9 @@ from typing import TYPE_CHECKING
 
 import numpy as np
 
-from ._failure import save_failure
-from ._library import LOCK, call, file_name
-from ._log import Capture
+from ._native.failure import save_failure
+from ._native.library import LOCK, call, file_name
+from ._native.log import Capture
 from ._replacing import replacement
 from .errors import Error
 

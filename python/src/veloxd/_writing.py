@@ -8,7 +8,7 @@ from typing import Any, Callable, NamedTuple
 import numpy as np
 import numpy.typing as npt
 
-from ._library import LOCK, begin, check, library
+from ._native.library import LOCK, begin, check, library
 from ._part import Part
 from ._reading import RAW_MISSING, Form
 from ._selection import Points

@@ -9,7 +9,7 @@ from typing import TYPE_CHECKING, Union
 import numpy as np
 import numpy.typing as npt
 
-from ._library import LOCK, encode, encode_name
+from ._native.library import LOCK, encode, encode_name
 
 if TYPE_CHECKING:
     from .channel import Channel

@@ -9,7 +9,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _reading, _writing
-from ._library import LOCK
+from ._native.library import LOCK
 from ._part import Part
 from ._reading import Form
 from ._selection import select
@@ -263,7 +263,7 @@ class Channel(Part):
 
         ``level`` is as for :meth:`read`. ``ax`` is where to draw; without it, a new figure is made.
         """
-        from ._plot import plot_channel
+        from ._show.plot import plot_channel
 
         return plot_channel(self, level, ax)
 
@@ -291,12 +291,12 @@ class Channel(Part):
         return self.values if dtype is None else self.values.astype(dtype)
 
     def __repr__(self) -> str:
-        from ._display import channel_repr
+        from ._show.display import channel_repr
 
         return channel_repr(self)
 
     def _repr_html_(self) -> str:
-        from ._display import channel_html
+        from ._show.display import channel_html
 
         return channel_html(self)
 

@@ -7,9 +7,9 @@ from types import TracebackType
 from typing import TYPE_CHECKING, Any, Union
 
 from . import _replacing, _saving
-from ._handle import Handle
-from ._library import LOCK, encode_name
 from ._names import Named
+from ._native.handle import Handle
+from ._native.library import LOCK, encode_name
 from ._saving import SaveReport
 from .errors import Error, ReadOnlyError
 from .group import Group, _group_of, group_ids
@@ -202,12 +202,12 @@ class File(Named[Group]):
         self.close()
 
     def __repr__(self) -> str:
-        from ._display import file_repr
+        from ._show.display import file_repr
 
         return file_repr(self)
 
     def _repr_html_(self) -> str:
-        from ._display import file_html
+        from ._show.display import file_html
 
         return file_html(self)
 

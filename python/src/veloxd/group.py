@@ -8,9 +8,9 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _adding
-from ._handle import Handle
-from ._library import LOCK, encode_name
 from ._names import Named
+from ._native.handle import Handle
+from ._native.library import LOCK, encode_name
 from ._part import Part
 from .axis import AxisLike
 from .channel import Channel
@@ -135,12 +135,12 @@ class Group(Part, Named[Channel]):
         return group_to_xarray(self)
 
     def __repr__(self) -> str:
-        from ._display import group_repr
+        from ._show.display import group_repr
 
         return group_repr(self)
 
     def _repr_html_(self) -> str:
-        from ._display import group_html
+        from ._show.display import group_html
 
         return group_html(self)
 

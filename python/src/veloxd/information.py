@@ -5,9 +5,9 @@ from __future__ import annotations
 from collections.abc import Iterator, Mapping, MutableMapping
 from typing import Any, Union
 
-from ._handle import Handle
-from ._library import LOCK, encode_name
 from ._names import not_found
+from ._native.handle import Handle
+from ._native.library import LOCK, encode_name
 from .errors import DeletedError, Error
 from .quantity import Quantity
 
@@ -172,7 +172,7 @@ class Information(MutableMapping[str, Any]):
             return f"<veloxd.Information: {', '.join(self) or 'empty'}>"
 
     def _repr_html_(self) -> str:
-        from ._display import information_html
+        from ._show.display import information_html
 
         return information_html(self)
 

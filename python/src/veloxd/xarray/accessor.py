@@ -8,8 +8,8 @@ import numpy as np
 import numpy.typing as npt
 import xarray as xr
 
-from .._plot import Labelled, Picture, draw
 from .._reading import operator_code
+from .._show.plot import Labelled, Picture, draw
 from ..file import create
 from .writing import signal_limits
 

@@ -11,7 +11,7 @@ from xarray.backends import BackendArray, BackendEntrypoint, CachingFileManager
 from xarray.core import indexing
 
 from .. import file as oxd
-from .._library import LOCK
+from .._native.library import LOCK
 from ..channel import Channel
 from ..errors import ClosedError, ForkError
 from .attributes import flatten

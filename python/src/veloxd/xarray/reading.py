@@ -8,7 +8,7 @@ from typing import Any, Callable
 import numpy as np
 import xarray as xr
 
-from .._library import LOCK
+from .._native.library import LOCK
 from ..axis import Axis
 from ..channel import Channel
 from ..file import File

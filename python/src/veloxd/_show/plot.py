@@ -7,14 +7,14 @@ from typing import TYPE_CHECKING, Any, NamedTuple
 import numpy as np
 import numpy.typing as npt
 
-from ._library import LOCK
-from ._picture import contrast
-from ._prefixes import suitable
+from .._native.library import LOCK
+from .._prefixes import suitable
+from .picture import contrast
 
 if TYPE_CHECKING:
     import matplotlib.axes
 
-    from .channel import Channel
+    from ..channel import Channel
 
 _COLOUR_MAP = "viridis"  # lightness grows evenly
 _MOST_CURVES_IN_LEGEND = 8

@@ -8,17 +8,17 @@ import os
 from collections.abc import Iterable
 from typing import TYPE_CHECKING
 
-from . import _picture
-from ._library import LOCK
-from ._prefixes import suitable
-from .errors import Error
-from .information import Information
+from .._native.library import LOCK
+from .._prefixes import suitable
+from ..errors import Error
+from ..information import Information
+from . import picture
 
 if TYPE_CHECKING:
-    from .axis import Axis
-    from .channel import Channel
-    from .file import File
-    from .group import Group
+    from ..axis import Axis
+    from ..channel import Channel
+    from ..file import File
+    from ..group import Group
 
 _MOST_PICTURES = 12
 
@@ -136,7 +136,7 @@ def _thumbnail(channel: Channel) -> str:
         if not channel.size:
             return ""
         if channel.is_curves:
-            return _picture.curves(channel)
-        return f'<img alt="" src="data:image/png;base64,{base64.b64encode(_picture.image(channel)).decode()}">'
+            return picture.curves(channel)
+        return f'<img alt="" src="data:image/png;base64,{base64.b64encode(picture.image(channel)).decode()}">'
     except Error as failure:  # a line that cannot be read
         return html.escape(str(failure))

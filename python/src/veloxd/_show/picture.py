@@ -10,7 +10,7 @@ import numpy as np
 import numpy.typing as npt
 
 if TYPE_CHECKING:
-    from .channel import Channel
+    from ..channel import Channel
 
 _LONG_SIDE = 128  # pixels
 _MOST_CURVES = 16

@@ -18,9 +18,9 @@ import threading
 from pathlib import Path
 from typing import Any
 
-from ._declarations import FUNCTIONS
-from ._failure import failure
-from .errors import LibraryError
+from ..errors import LibraryError
+from .declarations import FUNCTIONS
+from .failure import failure
 
 LOCK = threading.RLock()
 
@@ -67,7 +67,7 @@ def _candidates() -> list[str]:
     if chosen:
         path = Path(chosen).absolute()
         return [str(path / _FILE_NAME if path.is_dir() else path)]
-    beside = Path(__file__).absolute().with_name(_FILE_NAME)
+    beside = Path(__file__).absolute().parents[1] / _FILE_NAME
     return ([str(beside)] if beside.exists() else []) + _SYSTEM_NAMES
 
 

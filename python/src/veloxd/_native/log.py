@@ -13,7 +13,7 @@ import logging
 import re
 from types import TracebackType
 
-from ._library import library
+from .library import library
 
 LOGGER = logging.getLogger("veloxd")
 

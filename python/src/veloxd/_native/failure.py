@@ -6,7 +6,7 @@ import errno
 import os
 import re
 
-from .errors import (
+from ..errors import (
     DamagedFileError,
     Error,
     ExistingFileError,

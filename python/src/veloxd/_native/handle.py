@@ -8,13 +8,13 @@ import weakref
 from collections import deque
 from typing import TYPE_CHECKING, Any
 
-from ._changes import Changes, Place
-from ._library import LOCK, call, file_name, library, text
-from ._log import Capture
-from .errors import ClosedError, DamagedFileError, Error, ForkError, ReadOnlyError
+from ..errors import ClosedError, DamagedFileError, Error, ForkError, ReadOnlyError
+from .changes import Changes, Place
+from .library import LOCK, call, file_name, library, text
+from .log import Capture
 
 if TYPE_CHECKING:
-    from ._part import Part
+    from .._part import Part
 
 # Numbers of data sets that nothing refers to any longer, with the process that they are of. Finalizers run anywhere,
 # even between two calls of an opening that must not be parted, so they leave the closing to a better moment.
