@@ -21,7 +21,7 @@ class Part:
         self._handle = handle
         self._place = place
         self._has_ended = False
-        handle.parts[place] = self
+        handle.add_part(self, place)
 
     def end(self) -> None:
         self._has_ended = True

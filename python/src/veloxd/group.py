@@ -66,7 +66,7 @@ class Group(Part, Named[Channel]):
 
     def _channel(self, slot: int) -> Channel:
         with LOCK:
-            known = self._handle.parts.get((*self._place, slot))
+            known = self._handle.part((*self._place, slot))
             return known if isinstance(known, Channel) else Channel(self, slot)
 
     def _all(self) -> list[tuple[str, Channel]]:
@@ -160,5 +160,5 @@ def group_ids(handle: Handle) -> list[int]:
 
 def _group_of(handle: Handle, number: int) -> Group:
     with LOCK:
-        known = handle.parts.get((number,))
+        known = handle.part((number,))
         return known if isinstance(known, Group) else Group(handle, number)

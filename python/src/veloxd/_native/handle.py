@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import os
 import pickle
+import sys
 import weakref
 from collections import deque
 from typing import TYPE_CHECKING, Any
@@ -59,15 +60,16 @@ def _open(path: str, shown: str, salvage: bool) -> tuple[int, Error | None]:
 
 def _open_next(path: bytes, shown: str, salvage: bool) -> tuple[int, Error | None]:
     # What a failed opening has loaded stays under the number that was the next one to be given out.
-    number = call("CreateOxdFile", path)
-    library().CloseOxdFile(number)
+    loaded = library()
+    number = loaded.CreateOxdFile(path)
+    loaded.CloseOxdFile(number)
     try:
         number = call("OpenOxdFile", path, path=shown)
         _check_header(number, shown)
     except BaseException as failure:
         if salvage and isinstance(failure, DamagedFileError):
             return number, failure
-        library().CloseOxdFile(number)
+        loaded.CloseOxdFile(number)
         raise
     return number, None
 
@@ -90,18 +92,18 @@ class Handle:
     ``name`` is the path of its file as the caller says it, for messages; ``path`` is the absolute one.
     """
 
+    _number: int | None = None
+
     def __init__(self, path: str, writable: bool = False, salvage: bool = False) -> None:
         self.name_file(path)
         self.writable = writable
         self.may_replace = True
         self.changes = Changes()
         self.damage: Error | None = None
-        self.parts: weakref.WeakValueDictionary[Place, Part] = weakref.WeakValueDictionary()
+        self._parts: dict[Place, weakref.ref[Part]] = {}
         self._salvage = salvage
-        self._number: int | None = None
-        self._process = os.getpid()
+        self._process = 0
         self._is_closed = False
-        self._finalizer: weakref.finalize[Any, Any] | None = None
 
     def open(self) -> None:
         """Opens the file; raises what `veloxd.open` does."""
@@ -116,13 +118,11 @@ class Handle:
     def name_file(self, path: str) -> None:
         """Makes ``path`` the file that the data set is of."""
         self.name = path
-        self.path = os.path.abspath(path) if path else ""
+        self.path = path if not path or os.path.isabs(path) else os.path.join(os.getcwd(), path)
 
     def _own(self, number: int) -> None:
         self._number = number
         self._process = os.getpid()
-        self._finalizer = weakref.finalize(self, _abandon, number, self._process)
-        self._finalizer.atexit = False
 
     @property
     def number(self) -> int:
@@ -144,8 +144,13 @@ class Handle:
         """Drops the data set with all changes. Closing it again does nothing."""
         with LOCK:
             self._is_closed = True
-            if self._finalizer is not None:
-                self._finalizer()
+            number, self._number = self._number, None
+            if number is not None:
+                _abandon(number, self._process)
+
+    def __del__(self) -> None:
+        if self._number is not None and not sys.is_finalizing():
+            _abandon(self._number, self._process)
 
     def get(self, name: str, *arguments: Any) -> Any:
         """The result of a function of the library for this data set."""
@@ -169,13 +174,22 @@ class Handle:
         if not self.writable:
             raise ReadOnlyError(f'{self.name}: opened for reading only; open it with mode "r+" to change it.')
 
+    def add_part(self, part: Part, place: Place) -> None:
+        """Makes an object the one that stands for a place."""
+        self._parts[place] = weakref.ref(part)
+
+    def part(self, place: Place) -> Part | None:
+        """The object that stands for a place, if there is one."""
+        known = self._parts.get(place)
+        return None if known is None else known()
+
     def forget(self, place: Place) -> None:
         """Ends the objects that stand for a deleted group or channel, and for what is in it."""
         self.changes.forget(place)
-        for known, part in list(self.parts.items()):
-            if known[: len(place)] == place:
+        for known in [known for known in self._parts if known[: len(place)] == place]:
+            part = self._parts.pop(known)()
+            if part is not None:
                 part.end()
-                del self.parts[known]
 
     def __reduce__(self) -> tuple[Any, ...]:
         with LOCK:

@@ -54,7 +54,9 @@ class _Stream:
         """Puts the usual stream back, and returns what was printed meanwhile."""
         self._standard.value = self._usual
         self._runtime.fflush(self._stream)
-        printed = ctypes.string_at(self._text, self._size.value) if self._text else b""
+        if not self._size.value:
+            return b""
+        printed = ctypes.string_at(self._text, self._size.value)
         self._runtime.rewind(self._stream)
         return printed
 
