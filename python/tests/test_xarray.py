@@ -166,6 +166,8 @@ def test_the_accessor_levels_as_channels_do(scan: Path, operator: str) -> None:
 
 
 def test_lines_that_end_early_are_levelled_and_others_with_gaps_are_not() -> None:
+    flat = xr.DataArray(np.full((2, 5), 7.0)).oxd.level("line")
+    np.testing.assert_allclose(flat, 0, atol=1e-8)
     array = xr.DataArray([[1.0, 2.0, 3.0, 4.0, 5.0, np.nan], [np.nan] * 6], dims=("y", "x"))
     levelled = array.oxd.level("line").values
     np.testing.assert_allclose(levelled[0, :5], 0, atol=1e-7)

@@ -10,6 +10,7 @@ from collections.abc import Mapping
 from typing import Any
 
 from ..information import Information
+from .names import unused
 
 _SEPARATOR = "::"
 _ESCAPES = (("%", "%25"), ("/", "%2F"), (":", "%3A"))
@@ -27,7 +28,8 @@ def _collect(group: Information, path: tuple[str, ...], attributes: dict[str, st
         if isinstance(value, Information):
             _collect(value, (*path, name), attributes)
         else:
-            attributes[_unused(_SEPARATOR.join(map(_escape, (*path, name))), attributes)] = value
+            key = _SEPARATOR.join(map(_escape, (*path, name)))
+            attributes[unused(key, attributes.__contains__)] = value
 
 
 def _escape(name: str) -> str:
@@ -41,15 +43,6 @@ def _unescape(name: str) -> str:
     for character, escape in reversed(_ESCAPES):
         name = name.replace(escape, character)
     return name
-
-
-def _unused(key: str, taken: Mapping[str, Any]) -> str:
-    number = 2
-    candidate = key
-    while candidate in taken:
-        candidate = f"{key}_{number}"
-        number += 1
-    return candidate
 
 
 def nest(attributes: Mapping[Any, Any]) -> dict[str, Any]:

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterator
 from typing import Any, Callable
 
 import numpy as np
@@ -15,6 +14,7 @@ from ..file import File
 from ..group import Group
 from ..information import root_of
 from .attributes import flatten
+from .names import safe, unused
 
 # What gives the values of a channel: an array in memory, or one that reads when it is indexed.
 Values = Callable[[Channel], Any]
@@ -50,7 +50,7 @@ def file_datasets(file: File, values: Values) -> dict[str, xr.Dataset]:
     """The data sets of a tree by their paths."""
     datasets = {"/": xr.Dataset(attrs=flatten(file.info))}
     for group in file.groups:
-        name = _unused(_safe(group.name), lambda candidate: f"/{candidate}" in datasets)
+        name = unused(safe(group.name), lambda candidate: f"/{candidate}" in datasets)
         datasets[f"/{name}"] = group_dataset(group, values)
     return datasets
 
@@ -67,7 +67,7 @@ def group_dataset(group: Group, values: Values) -> xr.Dataset:
         dims = _dimensions(channel, known)
         coordinates.update(_coordinates(channel, dims))
         taken = {*variables, *coordinates}
-        variables[_unused(_safe(channel.name), taken.__contains__)] = _variable(channel, dims, values)
+        variables[unused(safe(channel.name), taken.__contains__)] = _variable(channel, dims, values)
     attributes = {"group": group.name, "logical_id": group.logical_id}
     return xr.Dataset(variables, coordinates, attributes)
 
@@ -108,19 +108,3 @@ def _coordinates(channel: Channel, dims: tuple[str, str]) -> dict[str, xr.Variab
 def _coordinate(axis: Axis, dims: tuple[str, ...]) -> xr.Variable:
     attributes = {"long_name": axis.name, "units": axis.unit, "axis_minimum": axis.minimum, "axis_range": axis.range}
     return xr.Variable(dims, np.asarray(axis.values), attributes)
-
-
-def _safe(name: str) -> str:
-    """A name for a variable or a node of a tree: no slash, and not empty."""
-    return name.replace("/", "_").strip() or "_"
-
-
-def _unused(name: str, is_taken: Callable[[str], bool]) -> str:
-    def candidates() -> Iterator[str]:
-        yield name
-        number = 2
-        while True:
-            yield f"{name}_{number}"
-            number += 1
-
-    return next(candidate for candidate in candidates() if not is_taken(candidate))

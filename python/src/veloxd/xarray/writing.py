@@ -81,13 +81,13 @@ def _add_channel(group: Group, key: str, array: xr.DataArray) -> None:
         str(array.attrs.get("long_name", key)),
         values,
         unit=str(array.attrs.get("units", "")),
-        limits=signal_limits(array, values),
+        limits=_signal_limits(array, values),
         x=_axis(array, str(array.dims[-1])),
         y=_axis(array, str(array.dims[0])) if array.ndim == 2 else {"name": "Line"},
     )
 
 
-def signal_limits(array: xr.DataArray, values: Any) -> tuple[float, float] | None:
+def _signal_limits(array: xr.DataArray, values: Any) -> tuple[float, float] | None:
     """The ends of the signal axis that the values came from, as long as all of them are on it."""
     minimum, span = (array.attrs.get(f"signal_{part}") for part in ("minimum", "range"))
     if minimum is None or not span or not values.size:
