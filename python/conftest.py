@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from pathlib import Path
 from typing import Any
 
@@ -10,6 +11,9 @@ import pytest
 from samples import make_scan
 
 import veloxd
+
+BUILD = Path(__file__).parents[1] / "build" / "python"
+os.environ.setdefault("HYPOTHESIS_STORAGE_DIRECTORY", str(BUILD / "hypothesis"))
 
 
 @pytest.fixture

@@ -111,6 +111,28 @@ def test_a_line_that_claims_too_much_cannot_be_read_and_others_can(tmp_path: Pat
             file[0][0].values
 
 
+@pytest.mark.parametrize(
+    ("header", "message"),
+    [
+        ("", "no header"),
+        ("[DataSet]\r\nVersion=2\r\n", "no header"),
+        ("[DataSet]\r\nVersion=7\r\n#!", "unknown version, 7"),
+        ("[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n[C]\r\nPoints=-1\r\n#!", "key Points"),
+        (
+            "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Count=1\r\nGr0-Ch0=C\r\n[C]\r\nVersion=4\r\n#!",
+            "unknown version, 4",
+        ),
+        ("[]\r\nVersion=2\r\n#!", "damaged"),
+    ],
+)
+def test_damaged_headers_are_told_in_one_sentence(tmp_path: Path, header: str, message: str) -> None:
+    (tmp_path / "bad.oxd").write_bytes(header.encode())
+    with pytest.raises(veloxd.DamagedFileError, match=message) as caught:
+        veloxd.open("bad.oxd")
+    assert str(caught.value).startswith("bad.oxd: ")
+    assert "\n" not in str(caught.value)
+
+
 def test_every_cut_of_a_file_fails_cleanly_and_salvages_what_is_there(scan: Path, tmp_path: Path) -> None:
     whole = scan.read_bytes()
     with veloxd.open(scan) as file:

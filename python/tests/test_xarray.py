@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 import pickle
 import subprocess
 import sys
@@ -91,6 +92,17 @@ def test_arrays_are_pickled_as_a_path_and_read_in_threads_and_processes(scan: Pa
         program = "import pickle, sys; print(float(pickle.load(sys.stdin.buffer).mean()))"
         mean = subprocess.run([sys.executable, "-c", program], input=pickled, capture_output=True, check=True).stdout
         assert float(mean) == pytest.approx(mean_of(topography))
+
+
+def test_a_child_opens_a_file_of_its_own(scan: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    dataset = xr.open_dataset(scan)
+    expected = dataset["Phase"].values
+    parent = os.getpid()
+    with monkeypatch.context() as child:
+        child.setattr(os, "getpid", lambda: parent + 1)
+        np.testing.assert_array_equal(dataset["Phase"][2:4], expected[2:4])
+        dataset.close()
+        np.testing.assert_array_equal(dataset["Topography"].shape, expected.shape)
 
 
 def test_many_files_open_in_parallel_with_few_of_them_kept_open(tmp_path: Path) -> None:

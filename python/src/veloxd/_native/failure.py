@@ -21,9 +21,6 @@ _ERRNO = re.compile(r"errinfo_errno_\*\] = (\d+)")
 _PLACE = re.compile(r"tag_section\*\] = (?P<section>.*)(?:.|\n)*tag_key\*\] = (?P<key>.*)")
 _VERSION = re.compile(r"unknown version.*Version: *(\S*)")
 
-# How a text begins that says that the content of a file is not what it should be.
-_DAMAGE = ("basic_ios::clear", "The hed file is corrupted", "The hed file has an unknown version")
-
 
 def reason(details: str) -> str:
     """The line of the library's text that says what failed."""
@@ -53,10 +50,9 @@ def failure(details: str, path: str = "") -> Error:
         return system_failure(int(number.group(1)), path, details)
     if what in ("std::bad_alloc", "Cannot allocate memory"):
         return OutOfMemoryError("There is not enough memory.", details)
-    if path and what.startswith(_DAMAGE):
+    if path:
         return DamagedFileError(f"{path}: {_damage(what, details)}.", details)
-    sentence = what.rstrip(".") + "."
-    return Error(f"{path}: {sentence}" if path else sentence, details)
+    return Error(what.rstrip(".") + ".", details)
 
 
 def save_failure(details: str, path: str) -> Error:
@@ -76,4 +72,4 @@ def _damage(what: str, details: str) -> str:
         return f"the file is damaged in section {place['section']}, key {place['key']}"
     if what.startswith("basic_ios"):
         return "the file is damaged or cut short: it ends before its samples do"
-    return "the file is damaged: its header has bad content"
+    return f"the file is damaged: {what.partition(' Filename: ')[0].rstrip('.')}"
