@@ -6,6 +6,7 @@ import os
 from pathlib import Path
 from typing import Any
 
+import hypothesis
 import numpy as np
 import pytest
 from samples import make_scan
@@ -14,6 +15,15 @@ import veloxd
 
 BUILD = Path(__file__).parents[1] / "build" / "python"
 os.environ.setdefault("HYPOTHESIS_STORAGE_DIRECTORY", str(BUILD / "hypothesis"))
+
+# A busy machine is no fault of the code, and a run of all checks is to give the same result each time.
+hypothesis.settings.register_profile(
+    "veloxd",
+    deadline=None,
+    derandomize="CI" in os.environ,
+    suppress_health_check=[hypothesis.HealthCheck.too_slow, hypothesis.HealthCheck.data_too_large],
+)
+hypothesis.settings.load_profile("veloxd")
 
 
 @pytest.fixture

@@ -34,7 +34,7 @@ INFORMATION = st.dictionaries(
 )
 
 
-@settings(max_examples=30, deadline=None)
+@settings(max_examples=30)
 @given(groups=GROUPS, information=INFORMATION)
 def test_what_is_saved_is_what_is_opened(groups: Any, information: Any) -> None:
     with tempfile.TemporaryDirectory() as folder, veloxd.create(Path(folder) / "a.oxd") as file:
@@ -143,11 +143,11 @@ class Edits(RuleBasedStateMachine):
             self.folder.cleanup()
 
 
-Edits.TestCase.settings = settings(max_examples=25, stateful_step_count=20, deadline=None)
+Edits.TestCase.settings = settings(max_examples=25, stateful_step_count=20)
 test_edits = Edits.TestCase
 
 
-@settings(max_examples=50, deadline=None)
+@settings(max_examples=50)
 @given(values=hnp.arrays(float, SHAPES, elements=st.floats(-1e9, 1e9)), scale=st.sampled_from([1e-15, 1e-9, 1.0, 1e6]))
 def test_a_new_channel_holds_its_values_closely(values: Any, scale: float) -> None:
     values = values * scale
