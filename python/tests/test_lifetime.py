@@ -7,6 +7,7 @@ import copy
 import gc
 import os
 import pickle
+import shutil
 import subprocess
 import sys
 import threading
@@ -217,6 +218,17 @@ def test_failures_of_others_who_use_the_library_are_not_taken_for_our_own(scan: 
         assert file[0].name == "ForwardScan"
         library().GetGroupCount(10**9)
         assert file[0][0].values.shape == (8, 16)
+
+
+def test_the_library_is_found_in_the_folder_of_the_package(tmp_path: Path) -> None:
+    package = Path(shutil.copytree(Path(veloxd.__file__).parent, tmp_path / "veloxd"))
+    loaded = Path(library()._name)
+    shutil.copy(loaded, package / loaded.name)
+    environment = {**os.environ, "PYTHONPATH": str(tmp_path)}
+    environment.pop("VELOXD_LIBRARY", None)
+    program = "import veloxd, veloxd._native.library as used; print(used.library()._name, veloxd.__file__)"
+    done = subprocess.run([sys.executable, "-c", program], env=environment, capture_output=True, text=True, check=True)
+    assert done.stdout.split() == [str(package / loaded.name), str(package / "__init__.py")]
 
 
 @pytest.mark.parametrize("library_path", ["missing", "not a library"])
