@@ -1,4 +1,4 @@
-#include "inspect/ChannelChecks.h"
+#include "inspect/ContentChecks.h"
 
 #include "velstdlib/string/NumberText.h"
 
@@ -59,6 +59,8 @@ private:
         if (!std::isfinite(axis.range) || !std::isfinite(axis.min))
             Add(RuleId::AxisNotFinite, prefix + (std::isfinite(axis.min) ? "Range" : "Min"), range,
                 name + " is not finite.");
+        else if (!std::isfinite(axis.min + axis.range))
+            Add(RuleId::AxisNotFinite, prefix + "Range", range, name + " ends beyond the largest number.");
         else if (axis.range == 0 && HasExtent(index))
             Add(index == dataset::signalAxis ? RuleId::SignalRangeZero : RuleId::AxisRangeZero, prefix + "Range", "0",
                 name + " has the range 0.");

@@ -39,8 +39,6 @@ public:
     void AddPlace(RuleId rule, std::uint64_t offset, std::string_view found, Remark remark);
     void Add(Finding finding);
 
-    bool Has(RuleId rule) const { return m_counts.contains(rule); }
-
     // All of them in file order, with one more for each rule that has too many.
     std::vector<Finding> Take();
 

@@ -1,11 +1,10 @@
 #include "inspect/Inspection.h"
 
-#include "inspect/ChannelChecks.h"
+#include "inspect/ContentChecks.h"
 #include "inspect/FindingList.h"
 #include "inspect/HeaderChecks.h"
 #include "inspect/OpeningFailure.h"
 #include "inspect/SampleLayout.h"
-#include "inspect/SaveChecks.h"
 #include "inspect/header/HeaderLines.h"
 #include "inspect/header/SectionUses.h"
 
@@ -98,7 +97,8 @@ private:
 
     void InspectHeader(const CHeaderLines& lines, CFindingList& findings)
     {
-        CheckLines(lines, findings);
+        const CSectionUses uses(lines);
+        CheckLines(lines, uses, findings);
         m_stream.seekg(0);
         try {
             m_document.SetFileName(m_inspection.file);
@@ -106,9 +106,9 @@ private:
         } catch (const std::exception&) {
             return AddUnreadableText(std::current_exception(), lines, findings);
         }
-        const CSectionUses uses(lines);
         m_inspection.version = uses.Version();
         CheckKeys(lines, uses, findings);
+        CheckAxisKeys(lines, uses, findings);
         CheckLinks(lines, uses, findings);
         InspectSections(lines, uses, findings);
     }
@@ -154,11 +154,6 @@ private:
 };
 
 } // namespace
-
-bool Inspection::HasErrors() const
-{
-    return std::ranges::any_of(findings, [](const Finding& f) { return f.rule->severity == Severity::Error; });
-}
 
 bool Inspection::Opens() const
 {

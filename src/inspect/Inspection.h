@@ -29,7 +29,6 @@ struct Inspection
     std::vector<Finding> findings;        // in file order
     std::vector<ChannelSamples> channels; // in the order of their samples in the file
 
-    bool HasErrors() const;
     // Whether the library opens the file. A file without a header opens, too: as an empty data set.
     bool Opens() const;
 };

@@ -1,9 +1,11 @@
 #include "inspect/HeaderChecks.h"
 #include "inspect/ValueCheck.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <utility>
+#include <vector>
 
 namespace veltaris::inspect {
 
@@ -40,6 +42,7 @@ public:
             if (spec.use == m_use && applies && spec.isListed)
                 CheckCount(spec, m_entries[&spec]);
         }
+        CheckSlotCounts();
     }
 
 private:
@@ -55,14 +58,18 @@ private:
             const bool becomesItem = m_use == SectionUse::InfoGroup;
             return m_findings.AddLine(RuleId::KeyBeyondCount, line,
                                       {becomesItem ? "an item of information" : "nothing",
-                                       Place(line) + " is beyond the count of its list, and not taken as part of it."});
+                                       Place(line) + " is beyond the count of its list, and not used as part of it."});
         }
         if (spec.isListed)
             ++m_entries[&spec];
+        if (spec.pattern == "Gr#-Count")
+            m_slotCounts.emplace_back(&line, key.indices.first);
+        if (spec.pattern == "Gr#-Ch#")
+            m_usedSlots[key.indices.first] = std::max(m_usedSlots[key.indices.first], key.indices.second + 1);
         if (const auto fault = CheckValue(spec, m_lines.Value(line), m_isPrefixed))
             m_findings.AddLine(fault->rule, line,
                                {fault->taken, Place(line) + " is " + Quoted(m_lines.Value(line)) + ", which " +
-                                                  fault->reason + "; taken is: " + fault->taken + "."});
+                                                  fault->reason + "; " + fault->taken + " is used instead."});
     }
 
     void CheckUnknown(const HeaderLine& line)
@@ -84,13 +91,29 @@ private:
                                                            "."});
     }
 
+    // Slots may be empty. Empty ones behind the last channel may also be what a damaged count makes.
+    void CheckSlotCounts()
+    {
+        for (const auto& [line, group] : m_slotCounts) {
+            const int count = m_lines.IntOf(m_section, m_lines.Key(*line), 0);
+            const std::uint64_t used = m_usedSlots[group];
+            if (count > 0 && std::cmp_greater(count, used))
+                m_findings.AddLine(RuleId::CountTooLarge, *line,
+                                   {std::to_string(count), Place(*line) + " is " + std::to_string(count) +
+                                                               ", and the slots from " + std::to_string(used) +
+                                                               " on have no channel."});
+        }
+    }
+
     const CHeaderLines& m_lines;
     const CSectionUses& m_uses;
     CFindingList& m_findings;
     std::uint32_t m_section;
     SectionUse m_use;
     bool m_isPrefixed;
-    std::map<const KeySpec*, std::uint64_t> m_entries; // of each list, the keys below its count
+    std::map<const KeySpec*, std::uint64_t> m_entries;                     // of each list, the keys below its count
+    std::vector<std::pair<const HeaderLine*, std::uint64_t>> m_slotCounts; // and their groups
+    std::map<std::uint64_t, std::uint64_t> m_usedSlots; // by group, up to the last that has a channel
 };
 
 } // namespace

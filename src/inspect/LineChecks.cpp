@@ -6,7 +6,11 @@ namespace {
 
 void CheckEncoding(const CHeaderLines& lines, CFindingList& findings)
 {
-    if (lines.GetEncoding() == CHeaderLines::Encoding::CodePage)
+    if (lines.IsDamagedUtf8())
+        findings.AddPlace(RuleId::DamagedUtf8, lines.FirstUndecodable(), {},
+                          {"a code page", "A byte of the header is damaged: it is not UTF-8, so that all characters "
+                                          "beyond ASCII are taken for those of a code page."});
+    else if (lines.GetEncoding() == CHeaderLines::Encoding::CodePage)
         findings.AddPlace(RuleId::NotUtf8, lines.FirstUndecodable(), {},
                           {"a code page", "The header is not UTF-8 from here on, so it is taken for a code page."});
     if (lines.GetEncoding() == CHeaderLines::Encoding::MarkedUtf8)
@@ -22,36 +26,55 @@ void CheckSectionHead(const CHeaderLines& lines, const HeaderLine& line, CFindin
     const std::string first = std::to_string(lines.SectionHead(line.section).number);
     findings.AddLine(
         RuleId::SectionRepeated, line,
-        {"one section", "The section " + name + " begins a second time; the first is in line " + first + "."});
+        {"one section", "The section " + name + " appears again; the first one is in line " + first + "."});
 }
 
 void CheckIgnored(const CHeaderLines& lines, const HeaderLine& line, CFindingList& findings)
 {
     const std::string text = Quoted(lines.Text(line));
     if (line.section == noSection)
-        findings.AddLine(RuleId::LineOutsideSection, line, {"nothing", text + " stands ahead of the first section."});
+        findings.AddLine(RuleId::LineOutsideSection, line, {"nothing", text + " appears before the first section."});
     else
         findings.AddLine(RuleId::NeitherSectionNorKey, line,
                          {"nothing", text + " is neither a section nor a key with a value."});
 }
 
-void CheckKeyLine(const CHeaderLines& lines, const HeaderLine& line, CFindingList& findings)
+// Null unless it is a line of a channel's axis.
+const KeySpec* AxisSpecOf(const CHeaderLines& lines, const CSectionUses& uses, const HeaderLine& line)
 {
-    const std::string key = Quoted(lines.Key(line)), section = Quoted(lines.SectionName(line.section));
+    const auto key = uses.Has(line.section, SectionUse::Channel)
+                         ? FindKeySpec(SectionUse::Channel, uses.Version(), lines.Key(line))
+                         : std::nullopt;
+    return key && IsOfAxis(*key->spec) ? key->spec : nullptr;
+}
+
+void CheckRepeated(const CHeaderLines& lines, const CSectionUses& uses, const HeaderLine& line, CFindingList& findings)
+{
     const HeaderLine* const counting = lines.FindKey(line.section, lines.Key(line));
     const std::string_view value = counting ? lines.Value(*counting) : std::string_view();
+    findings.AddLine(AxisSpecOf(lines, uses, line) ? RuleId::AxisKeyRepeated : RuleId::KeyRepeated, line,
+                     {std::string(value), Quoted(lines.Key(line)) + " appears again in section " +
+                                              Quoted(lines.SectionName(line.section)) + "; " +
+                                              (counting ? Quoted(value) + " counts." : "it counts as missing.")});
+}
+
+void CheckKeyLine(const CHeaderLines& lines, const CSectionUses& uses, const HeaderLine& line, CFindingList& findings)
+{
     if (line.repeats)
-        findings.AddLine(RuleId::KeyRepeated, line,
-                         {std::string(value), key + " stands a second time in section " + section + "; " +
-                                                  (counting ? Quoted(value) + " counts." : "it counts as missing.")});
-    if (line.kind == HeaderLine::Kind::Removal && !line.repeats)
+        return CheckRepeated(lines, uses, line, findings);
+    if (line.kind != HeaderLine::Kind::Removal)
+        return;
+    const KeySpec* const axis = AxisSpecOf(lines, uses, line);
+    if (!axis || !axis->pattern.starts_with("Dim") || axis->pattern.ends_with("Name"))
         findings.AddLine(RuleId::KeyWithoutValue, line,
-                         {"nothing", key + " in section " + section + " has no value and counts as missing."});
+                         {"nothing", Quoted(lines.Key(line)) + " in section " +
+                                         Quoted(lines.SectionName(line.section)) +
+                                         " has no value and counts as missing."});
 }
 
 } // namespace
 
-void CheckLines(const CHeaderLines& lines, CFindingList& findings)
+void CheckLines(const CHeaderLines& lines, const CSectionUses& uses, CFindingList& findings)
 {
     CheckEncoding(lines, findings);
     for (const HeaderLine& line : lines.Lines()) {
@@ -60,7 +83,7 @@ void CheckLines(const CHeaderLines& lines, CFindingList& findings)
         else if (line.section == noSection || line.kind == HeaderLine::Kind::Other)
             CheckIgnored(lines, line, findings);
         else
-            CheckKeyLine(lines, line, findings);
+            CheckKeyLine(lines, uses, line, findings);
     }
     if (const auto& unended = lines.Unended())
         findings.AddLine(RuleId::LastLineDropped, *unended,

@@ -83,14 +83,18 @@ void CheckDropped(const CHeaderLines& lines, const CSectionUses& uses, std::uint
 
 } // namespace
 
+// Information may have items such as Points and Lines, too.
 bool LooksLikeChannel(const CHeaderLines& lines, std::uint32_t section)
 {
-    const auto isOfChannel = [&](std::uint32_t position) {
+    bool hasSize = false, hasOther = false;
+    for (const std::uint32_t position : lines.LinesOf(section)) {
         const std::string_view key = lines.Key(lines.Lines()[position]);
-        return EqualFolded(key, "Points") || EqualFolded(key, "Lines") || EqualFolded(key, "SaveBits");
-    };
-    return MatchKey(lines.SectionName(section), "DataSet-#:#") ||
-           std::ranges::any_of(lines.LinesOf(section), isOfChannel);
+        const bool isSize = EqualFolded(key, "Points") || EqualFolded(key, "Lines");
+        hasSize = hasSize || isSize;
+        hasOther = hasOther || EqualFolded(key, "SaveBits") || MatchKey(key, "Dim#Range") || MatchKey(key, "Dim#Min") ||
+                   MatchKey(key, "Dim#Name") || MatchKey(key, "Dim#Unit");
+    }
+    return (hasSize && hasOther) || MatchKey(lines.SectionName(section), "DataSet-#:#");
 }
 
 void CheckLinks(const CHeaderLines& lines, const CSectionUses& uses, CFindingList& findings)

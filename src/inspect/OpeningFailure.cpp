@@ -112,6 +112,26 @@ std::uint32_t AddVersion(const util::CVELFileVersionException& e, const CHeaderL
     return section;
 }
 
+void AddDataSetMissing(const CHeaderLines& lines, CFindingList& findings)
+{
+    const bool hasSections = lines.SectionCount() > 0;
+    findings.AddSection(RuleId::DataSetMissing, hasSections ? 0 : noSection,
+                        {refusal, hasSections ? "The header has no section \"DataSet\"; its first one is " +
+                                                    Quoted(lines.SectionName(0)) + "."
+                                              : "The header has no sections, so this is not an .oxd file."});
+}
+
+// Of a number that the library refuses as content.
+std::string Judged(const CHeaderLines& lines, std::uint32_t section, std::string_view key)
+{
+    const std::string_view value = lines.ValueOf(section, key);
+    if (value.empty())
+        return " is missing, and no file is without it.";
+    return " is " + Quoted(value) +
+           (lines.IntOf(section, key, 0) > 0 ? ", which is more than the rest of the file can back up."
+                                             : ", which no file can have.");
+}
+
 std::uint32_t AddBadContent(const util::CVELFileBadContentException& e, const CHeaderLines& lines,
                             CFindingList& findings)
 {
@@ -119,10 +139,8 @@ std::uint32_t AddBadContent(const util::CVELFileBadContentException& e, const CH
     const auto* const key = boost::get_error_info<util::errinfo_key>(e);
     const std::uint32_t found = section ? lines.FindSection(*section) : noSection;
     const std::string where = Quoted(key ? *key : "") + " in section " + Quoted(section ? *section : "");
-    const std::string_view value = lines.ValueOf(found, key ? *key : "");
-    const std::string says = value.empty() ? " is missing" : " is " + Quoted(value);
     findings.AddKey(RuleId::BadContent, found, key ? *key : "",
-                    {refusal, where + says + ", which no file can have or this header cannot back up."});
+                    {refusal, where + Judged(lines, found, key ? *key : "")});
     return found;
 }
 
@@ -161,7 +179,10 @@ try {
 } catch (const util::CVELFileVersionException& e) {
     return AddVersion(e, lines, uses, findings);
 } catch (const util::CVELFileBadContentException& e) {
-    return AddBadContent(e, lines, findings);
+    if (uses.DataSetSection() != noSection)
+        return AddBadContent(e, lines, findings);
+    AddDataSetMissing(lines, findings);
+    return noSection;
 } catch (const std::logic_error&) {
     AddUnreadableView(lines, uses, findings);
     return noSection;

@@ -6,8 +6,8 @@
 
 namespace veltaris::inspect {
 
-// Error: the library does not open the file, or what it reads may not be what was measured. Warning: something is taken
-// other than it stands, or a save loses it. Note: harmless.
+// Error: the library does not open the file, or what it reads may not be what was measured. Warning: a value is not
+// used as written, or a save loses it. Note: harmless.
 enum class Severity
 {
     Note,
@@ -33,6 +33,8 @@ enum class RuleId
     KeyWithoutValue,
     LastLineDropped,
     ByteOrderMark,
+    AxisKeyRepeated,
+    DamagedUtf8,
     // Values.
     UnknownVersion = 201,
     BadContent,
@@ -44,6 +46,9 @@ enum class RuleId
     NumberCut,
     AxisNoNumber,
     OtherStorage,
+    AxisKeyMissing,
+    AxisKeyDamaged,
+    ChannelVersionDoubtful,
     // Counts and links.
     CountTooLarge = 301,
     KeyBeyondCount,
@@ -54,6 +59,7 @@ enum class RuleId
     ChannelNotListed,
     ChannelMisplaced,
     InfoNotLinked,
+    DataSetMissing,
     // Samples.
     UnusableBits = 401,
     SamplesMissing,
@@ -63,6 +69,8 @@ enum class RuleId
     SizeDoubtful,
     LineTooLong,
     CurrentLineOutside,
+    LinePointsMissing,
+    LineKeysIgnored,
     // Axes.
     AxisNotFinite = 501,
     SignalRangeZero,

@@ -182,9 +182,9 @@ bool CSampleLayout::FitsWithOtherNumber(const PlacedChannel& channel, bool ofPoi
         return false;
     const std::uint64_t number = ofPoints ? samples.points : samples.lines;
     const std::uint64_t fitting = (m_dataBytes - others) / unit + (ofPoints ? 0 : samples.lines - channel.heldLines);
-    if (!IsOneCharacterOff(number, fitting))
-        return false;
     const char* const key = ofPoints ? "Points" : "Lines";
+    if (number == fitting || !IsOneCharacterOff(m_lines.ValueOf(channel.section, key), fitting))
+        return false;
     m_findings.AddKey(RuleId::SizeDoubtful, channel.section, key,
                       {std::to_string(number), NameOfChannel(samples) + " has " + std::to_string(number) + " in " +
                                                    Quoted(key) + "; " + std::to_string(fitting) +

@@ -1,4 +1,4 @@
-#include "inspect/SaveChecks.h"
+#include "inspect/ContentChecks.h"
 
 #include "velflexlib/dataset/serialisers/DataSetSection.h"
 #include "velflexlib/dataset/serialisers/InfoSetToVELConfig.h"

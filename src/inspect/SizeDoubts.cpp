@@ -26,7 +26,7 @@ public:
             const HeaderLine& line = m_lines.Lines()[position];
             const auto key = FindKeySpec(SectionUse::Channel, m_uses.Version(), m_lines.Key(line));
             if (key)
-                CheckLine(line, *key->spec);
+                CheckLine(position, *key->spec);
         }
         CheckMissing();
         CheckLineSizes();
@@ -36,25 +36,35 @@ public:
 private:
     static bool IsSize(const KeySpec& spec) { return spec.kind == ValueKind::Size || spec.kind == ValueKind::Version; }
 
-    void CheckLine(const HeaderLine& line, const KeySpec& spec)
+    // A line feed that came to stand in a value cuts it, and the rest of it is a line that is ignored.
+    bool IsCut(std::uint32_t position) const
     {
+        const std::vector<HeaderLine>& lines = m_lines.Lines();
+        return position + 1 < lines.size() && lines[position + 1].kind == HeaderLine::Kind::Other;
+    }
+
+    void CheckLine(std::uint32_t position, const KeySpec& spec)
+    {
+        const HeaderLine& line = m_lines.Lines()[position];
         m_hasLineKeys = m_hasLineKeys || spec.pattern.starts_with("LineDim");
         if (!IsSize(spec))
             return;
         if (line.repeats)
-            AddOdd(m_lines.Key(line), "stands more than once");
+            AddOdd(m_lines.Key(line), "appears more than once");
         if (line.isReplaced || line.kind != HeaderLine::Kind::Key)
             return;
+        if (IsCut(position))
+            AddOdd(m_lines.Key(line), "may be cut, since the line behind it is ignored");
         m_lineSizeCount += spec.pattern == lineSizes ? 1 : 0;
         if (CheckValue(spec, m_lines.Value(line), false))
             m_doubts.doubt = Doubt::Certain;
     }
 
-    // Files of version 2 have all of these keys.
+    // Written files of version 2 have all of these keys. Those of version 1 may lack the bits, which are 8 then.
     void CheckMissing()
     {
-        constexpr std::array<std::string_view, 4> sizes{"Points", "Lines", "Version", "SaveBits"};
-        const std::size_t expected = m_uses.Version() == 1 ? 2 : sizes.size();
+        constexpr std::array<std::string_view, 4> sizes{"Points", "Lines", "SaveBits", "Version"};
+        const std::size_t expected = sizes.size() - (m_uses.Version() == 1 ? 1 : 0);
         for (const std::string_view key : std::span(sizes).first(expected)) {
             if (!m_lines.FindKey(m_section, key))
                 AddOdd(key, "is missing");
@@ -96,15 +106,15 @@ SizeDoubts FindSizeDoubts(const CHeaderLines& lines, const CSectionUses& uses, s
     return CDoubtCollector(lines, uses, section).Collect();
 }
 
-bool IsOneCharacterOff(std::uint64_t number, std::uint64_t other)
+bool IsOneCharacterOff(std::string_view text, std::uint64_t other)
 {
-    const std::string a = std::to_string(number), b = std::to_string(other);
-    if (number == other || std::max(a.size(), b.size()) - std::min(a.size(), b.size()) > 1)
+    const std::string number = std::to_string(other);
+    if (text == number || std::max(text.size(), number.size()) - std::min(text.size(), number.size()) > 1)
         return false;
-    const auto begin = std::ranges::mismatch(a, b);
-    const std::string_view restA(begin.in1, a.end()), restB(begin.in2, b.end());
-    const std::size_t cutA = a.size() < b.size() ? 0 : 1, cutB = b.size() < a.size() ? 0 : 1;
-    return restA.substr(std::min(cutA, restA.size())) == restB.substr(std::min(cutB, restB.size()));
+    const auto begin = std::ranges::mismatch(text, number);
+    const std::string_view rest(begin.in1, text.end()), restOfNumber(begin.in2, number.end());
+    const std::size_t cut = text.size() < number.size() ? 0 : 1, cutOfNumber = number.size() < text.size() ? 0 : 1;
+    return rest.substr(std::min(cut, rest.size())) == restOfNumber.substr(std::min(cutOfNumber, restOfNumber.size()));
 }
 
 } // namespace veltaris::inspect

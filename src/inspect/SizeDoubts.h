@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace veltaris::inspect {
@@ -35,8 +36,8 @@ struct SizeDoubts
 
 SizeDoubts FindSizeDoubts(const CHeaderLines& lines, const CSectionUses& uses, std::uint32_t section);
 
-// A number of points or lines that differs from another by one character put in, left out or changed: what one damaged
-// byte makes of it.
-bool IsOneCharacterOff(std::uint64_t number, std::uint64_t other);
+// Whether the text of a number of points or lines differs from another number by one character put in, left out or
+// changed: what one damaged byte makes of it. The rest of 1024 may be 024.
+bool IsOneCharacterOff(std::string_view text, std::uint64_t other);
 
 } // namespace veltaris::inspect

@@ -48,7 +48,7 @@ ValueFault Unreadable(const KeySpec& spec, std::string_view value, RuleId rule)
     const bool isTooLarge = IsTooLarge(value);
     if (isTooLarge && rule == RuleId::NoNumber)
         rule = RuleId::OutOfRange;
-    return {rule, std::string(spec.taken), isTooLarge ? "is out of range" : "is no number"};
+    return {rule, std::string(spec.taken), isTooLarge ? "is out of range" : "is not a number"};
 }
 
 std::optional<ValueFault> CheckInt(const KeySpec& spec, std::string_view value, RuleId rule)
@@ -73,7 +73,7 @@ std::optional<ValueFault> CheckUnsigned(const KeySpec& spec, std::string_view va
         return std::nullopt;
     if (spec.kind == ValueKind::UnsignedCount)
         return ValueFault{RuleId::NegativeCount, "0", "is negative"};
-    return ValueFault{RuleId::NumberCut, std::to_string(*number), "is negative, which wraps around"};
+    return ValueFault{RuleId::NumberCut, std::to_string(*number), "is negative and wraps around"};
 }
 
 // A number that is not 0 as it is written and became 0 as a double.
@@ -86,8 +86,12 @@ bool IsTooSmall(std::string_view text, double value)
 std::optional<ValueFault> CheckAxisNumber(const KeySpec& spec, std::string_view value, bool isPrefixed)
 {
     const auto number = isPrefixed ? velstdlib::math::ParseSINumber(value) : Parsed<double>(value);
-    if (!number)
-        return Unreadable(spec, value, RuleId::AxisNoNumber);
+    if (!number) {
+        ValueFault fault = Unreadable(spec, value, RuleId::AxisNoNumber);
+        if (isPrefixed && spec.pattern.ends_with("Range"))
+            fault.taken = "1";
+        return fault;
+    }
     if (IsTooSmall(value, *number))
         return ValueFault{RuleId::NumberCut, "0", "is too small to be told from 0"};
     return std::nullopt;

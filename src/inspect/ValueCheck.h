@@ -10,12 +10,12 @@
 
 namespace veltaris::inspect {
 
-// Why a value is not taken as it stands, and what is taken instead.
+// Why a value is not used as written, and what is used instead.
 struct ValueFault
 {
     RuleId rule;
     std::string taken;
-    std::string reason; // "is no number", to go on with
+    std::string reason; // "is not a number", to go on with
 };
 
 // Asks the functions that the library reads with. `isPrefixed` says that the numbers of axes have prefixed units. May

@@ -17,7 +17,7 @@ This page is made by `scripts/findings` from the table in `src/inspect/Rules.cpp
 An inspection reads the header of a file as the library does, and says where it is not what it should be.
 
 - An **error** means that the library does not open the file, or that what it reads may not be what was measured.
-- A **warning** means that something is taken other than it stands, or that a save loses it.
+- A **warning** means that a value is not used as written, or that a save loses it.
 - A **note** is harmless.
 
 The ids stay what they are.

@@ -57,8 +57,10 @@ std::string InputBytes()
         samples += static_cast<char>(i * i / 7);
     return "[DataSet]\r\nVersion=2\r\nGroupCount=1\r\nGr0-Name=Scan\r\nGr0-Count=1\r\nGr0-Ch0=C\r\nInfoSet=I\r\n[I]"
            "\r\nA=1\r\n"
-           "[C]\r\nVersion=2\r\nPoints=16\r\nLines=16\r\nSaveBits=32\r\nDim0Name=X\r\nDim0Unit=m\r\nDim0Range=1\r\n"
-           "Dim1Name=Y\r\nDim1Unit=m\r\nDim1Range=1\r\nDim2Name=Z\r\nDim2Unit=V\r\nDim2Range=2\r\n\r\n#!" +
+           "[C]\r\nVersion=2\r\nPoints=16\r\nLines=16\r\nSaveBits=32\r\nDim0Name=X\r\nDim0Unit=m\r\nDim0Range="
+           "1\r\nDim0Min=0\r\n"
+           "Dim1Name=Y\r\nDim1Unit=m\r\nDim1Range=1\r\nDim1Min=0\r\nDim2Name=Z\r\nDim2Unit=V\r\nDim2Range=2\r\n"
+           "Dim2Min=0\r\n\r\n#!" +
            samples;
 }
 
@@ -77,6 +79,7 @@ std::vector<Command> Commands()
             {Exporting("out.csv"), "out.csv"},
             {Exporting("out.raw"), "out.raw"},
             {{"correct", "in.oxd", "--group", "Scan", "--channel", "0", "--op", "line", "-o", "out.oxd"}, "out.oxd"},
+            {{"salvage", "in.oxd", "-o", "salvaged.oxd"}, "salvaged.oxd"},
             inPlace};
 }
 

@@ -2,6 +2,7 @@
 #include "inspect/Inspection.h"
 #include "support/Bytes.h"
 #include "support/FileChecks.h"
+#include "support/Lines.h"
 #include "support/Seeds.h"
 
 #include <VELOxdDll.h>
@@ -44,14 +45,38 @@ void ForEachDamage(const std::string& bytes, Use use)
     const std::size_t end = bytes.find("#!");
     for (std::size_t i = 0; i < end; ++i) {
         const std::string place = "byte " + std::to_string(i);
-        for (const char c : std::string_view("19=[]\n\0\xFF", 8)) {
+        for (const char c : std::string_view("19=[]\n\r\0\xFF", 9)) {
             std::string changed = bytes;
             changed[i] = c;
             use(changed, place + " changed to " + std::to_string(c));
         }
         use(std::string(bytes).erase(i, 1), place + " lost");
-        use(std::string(bytes).insert(i, 1, '3'), "3 put in at " + place);
+        for (const char c : {'3', '\n', '='})
+            use(std::string(bytes).insert(i, 1, c), std::to_string(c) + " put in at " + place);
     }
+}
+
+// Sizes of several digits, as files have them, in each version of a section and with bits that are not the default.
+std::vector<Seed> SizedSeeds()
+{
+    const auto section = [](const std::string& name, const std::string& version, const std::string& sizes) {
+        return "[" + name + "]\nVersion=" + version + "\n" + sizes +
+               "Dim0Range=5\nDim0Min=0\nDim1Range=1\nDim1Min=0\nDim2Unit=V\nDim2Range=2\nDim2Min=-1\n";
+    };
+    const std::string small = "Points=128\nLines=2\nSaveBits=16\n", large = "Points=1024\nLines=2\nSaveBits=16\n";
+    const std::string seven = "Points=128\nLines=7\nSaveBits=16\n"; // of which no one digit makes the double
+    const std::string frames = "[DataSet]\nVersion=1\nChannelCount=1\nFrameCount=3\nCh0-Fr0=A\nCh0-Fr1=B\nCh0-Fr2=C\n" +
+                               section("A", "1", seven) + section("B", "1", seven) + section("C", "1", large);
+    const std::string groups = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=3\nGr0-Ch0=DataSet-0:0\n"
+                               "Gr0-Ch1=DataSet-0:1\nGr0-Ch2=DataSet-0:2\n" +
+                               section("DataSet-0:0", "3", small) +
+                               "LineDim0Range=5\nLineDim0Min=0\nLineDim0Points=64\n"
+                               "LineDim1Range=5\nLineDim1Min=0\nLineDim1Points=0\n" +
+                               section("DataSet-0:1", "2", large) + section("DataSet-0:2", "2", small);
+    const auto file = [](const std::string& header, std::size_t samples) {
+        return WithCrLf(header).append("\r\n#!").append(2 * samples, 'x');
+    };
+    return {{"frames", file(frames, 2 * 896 + 2048)}, {"groups", file(groups, 128 + 2048 + 256)}};
 }
 
 std::vector<std::string> WholeFiles()
@@ -92,9 +117,12 @@ TEST_F(AgreementTest, WhatOpensHasNoFindingThatStopsItAndTheOtherWayRound)
 
 TEST_F(AgreementTest, NoDamagedByteOfAHeaderMovesAChannelThatIsCalledCertain)
 {
-    for (const Seed& seed : Seeds()) {
+    std::vector<Seed> seeds = SizedSeeds();
+    seeds.insert(seeds.end(), Seeds().begin(), Seeds().end());
+    for (const Seed& seed : seeds) {
         std::map<std::string, ChannelSamples> original;
         const Inspection whole = InspectBytes(seed.bytes);
+        EXPECT_EQ(whole.headerBytes + whole.claimedBytes, whole.fileBytes) << seed.name;
         for (const ChannelSamples& channel : whole.channels) {
             EXPECT_TRUE(channel.isCertain);
             original[channel.section] = channel;

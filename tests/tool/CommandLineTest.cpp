@@ -81,7 +81,8 @@ TEST_F(CommandLineTest, ShowsTheLogAndWholeDiagnosticsOnRequest)
     WriteOxd("[DataSet]\nVersion=2\n[SetView]\nViewWidth=wide\n", {}, "odd.oxd");
     ResultsOf("info odd.oxd"); // no message
     for (const char* const command : {"--debug info odd.oxd", "info odd.oxd --debug"}) {
-        const Outcome outcome = ExpectMessage(command, 0, "lexical cast");
+        const Outcome outcome = ExpectMessage(command, 0, "oxd: debug: odd.oxd: line 4: warning: ");
+        EXPECT_EQ(outcome.diagnostics.find("lexical cast"), std::string::npos) << outcome.diagnostics;
         EXPECT_EQ(outcome.results, ResultsOf("info odd.oxd"));
     }
     EXPECT_EQ(Run("info missing.oxd").diagnostics.find("oxd: debug: "), std::string::npos);

@@ -40,6 +40,9 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
          {"4 x 3, 2 valid", "1        (empty)", "Rag?[31mged", "\nInformation\n  A\n    B\n    Thirteen  ?[32m?\n"})
         EXPECT_NE(table.results.find(part), std::string::npos) << table.results;
 
+    ExpectMessage("info --no-values ragged.oxd", 4, "[OXD407]");
+    EXPECT_EQ(Run("validate ragged.oxd").exitCode, 1);
+
     const auto told = nlohmann::json::parse(Run("info --json ragged.oxd").results);
     const auto channels = told["groups"][0]["channels"];
     EXPECT_EQ(channels[0]["validSamples"], 2);
@@ -47,6 +50,15 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
     EXPECT_EQ(channels[0]["values"]["min"], 0); // the byte 80
     EXPECT_TRUE(channels[1].is_null() && channels[2]["significantBits"].is_null() && channels[2]["values"].is_null());
     EXPECT_EQ(told["info"][0]["items"][0]["value"], "\x1B[32m\xC2\x9B");
+}
+
+TEST_F(InfoTest, ShowsEmptySlotsInARowAsOne)
+{
+    WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1000000\nGr0-Ch1=C\n[C]\nVersion=1\n", {}, "slots.oxd");
+    const std::string table = ResultsOf("info slots.oxd");
+    for (const char* const row : {"\n  0          (empty)\n", "\n  2..999999  (empty)\n"})
+        EXPECT_NE(table.find(row), std::string::npos) << table.substr(0, 1000);
+    EXPECT_LT(table.size(), 1000U);
 }
 
 TEST_F(InfoTest, CountsTheBitsThatHoldEverySample)

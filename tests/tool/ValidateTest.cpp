@@ -95,10 +95,14 @@ TEST_F(ValidateTest, ReportsFitTheirSchema)
     }
     // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): one thread, and a shell is what runs programs
     EXPECT_EQ(std::system((OXD_SCHEMA_CHECK " '" OXD_SCHEMAS "/validate.schema.json'" + files).c_str()), 0);
+
+    WriteBytes("log.json", Run("validate --sarif size.oxd foreign.oxd latin.oxd missing.oxd").results);
+    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): as above
+    EXPECT_EQ(std::system(OXD_SCHEMA_CHECK " '" OXD_SCHEMAS "/sarif.schema.json' log.json"), 0);
 }
 #endif
 
-// What the standard of the format requires, and that the references inside a log hold.
+// That the references inside a log hold.
 TEST_F(ValidateTest, WritesOneLogForCodeReview)
 {
     DamageSize("box.oxd");
@@ -147,7 +151,8 @@ TEST_F(ValidateTest, ExplainsEachFinding)
     const std::string text = ResultsOf("explain OXD205");
     for (const char* const part : {"\nSeverity  error\n", "\nCause     ", "\nExample   `Points=2S6`\n", "\nRemedy    "})
         EXPECT_NE(text.find(part), std::string::npos) << text;
-    ExpectFailure("explain OXD295", 1, "did you mean OXD20");
+    ExpectFailure("explain OXD295", 2, "did you mean OXD20");
+    ExpectFailure("explain 205", 2, "did you mean OXD205?");
 }
 
 TEST_F(ValidateTest, NoCommandTakesSamplesForThoseOfAnotherChannel)
@@ -184,7 +189,8 @@ TEST_F(ValidateTest, NoCommandTakesSamplesForThoseOfAnotherChannel)
 // The samples of a large file are not read unless they are asked for; the file is sparse, so that it takes no room.
 TEST_F(ValidateTest, ReadsOnlyTheHeaderOfALargeFile)
 {
-    const std::string size = "Points=8192\nLines=2048\nSaveBits=16\n";
+    const std::string size = "Points=8192\nLines=2048\nSaveBits=16\nDim0Range=1\nDim0Min=0\nDim1Range=1\nDim1Min=0\n"
+                             "Dim2Range=1\nDim2Min=0\n";
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\nInfoSetCount=1\nInfoSet0=A\n"
              "[DataSet\\A]\nB=c\n[C]\nVersion=2\n" +
                  size,

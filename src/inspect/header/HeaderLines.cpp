@@ -41,6 +41,30 @@ std::size_t FirstUndecodableByte(std::string_view bytes)
     }
 }
 
+// The bytes of the character of UTF-8 that begins at the byte, or 0.
+std::size_t CharacterBytes(std::string_view bytes, std::size_t begin)
+{
+    for (std::size_t count = 2; count <= longestCharacter && begin + count <= bytes.size(); ++count) {
+        if (str::IsValidUtf8(bytes.substr(begin, count)))
+            return count;
+    }
+    return 0;
+}
+
+// Of the characters beyond ASCII.
+bool AreMostUtf8(std::string_view bytes)
+{
+    std::size_t characters = 0, others = 0;
+    for (std::size_t i = 0; i < bytes.size();) {
+        const bool isAscii = static_cast<unsigned char>(bytes[i]) < 0x80;
+        const std::size_t count = isAscii ? 1 : CharacterBytes(bytes, i);
+        characters += count > 1 ? 1 : 0;
+        others += count == 0 ? 1 : 0;
+        i += std::max<std::size_t>(count, 1);
+    }
+    return characters > others;
+}
+
 } // namespace
 
 CHeaderLines::CHeaderLines(std::string bytes) : m_index(0, Hash{this}, Equal{this})
@@ -58,6 +82,7 @@ try {
     const bool isMarked = isUtf8 && bytes.starts_with(utf8Mark);
     m_encoding = isMarked ? Encoding::MarkedUtf8 : (isUtf8 ? Encoding::Utf8 : Encoding::CodePage);
     m_firstUndecodable = isUtf8 ? 0 : FirstUndecodableByte(bytes);
+    m_isDamagedUtf8 = !isUtf8 && AreMostUtf8(bytes);
     str::AppendAnalyzed(m_text, std::move(bytes));
 } catch (const std::runtime_error&) {
     m_encoding = Encoding::Wide;

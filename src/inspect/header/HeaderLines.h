@@ -57,6 +57,8 @@ public:
     ~CHeaderLines() = default;
 
     Encoding GetEncoding() const { return m_encoding; }
+    // Not UTF-8, although most characters beyond ASCII are.
+    bool IsDamagedUtf8() const { return m_isDamagedUtf8; }
     std::uint64_t FirstUndecodable() const { return m_firstUndecodable; } // offset of the byte that is not UTF-8
     const std::vector<HeaderLine>& Lines() const { return m_lines; }
     // What follows the last line end, up to the end mark; the library ignores it.
@@ -115,6 +117,7 @@ private:
     std::string m_text; // decoded, without a byte-order mark
     Encoding m_encoding = Encoding::Utf8;
     std::uint64_t m_firstUndecodable = 0;
+    bool m_isDamagedUtf8 = false;
     std::vector<HeaderLine> m_lines;
     std::optional<HeaderLine> m_unended;
     std::vector<std::uint32_t> m_sections; // the line of each one's first head

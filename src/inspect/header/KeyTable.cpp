@@ -41,9 +41,9 @@ constexpr std::array keySpecs{
     KeySpec{Channel, 0, "Dim0Unit", Text, ""},
     KeySpec{Channel, 0, "Dim1Unit", Text, ""},
     KeySpec{Channel, 0, "Dim2Unit", Text, ""},
-    KeySpec{Channel, 0, "Dim0Range", AxisNumber, "the default"},
-    KeySpec{Channel, 0, "Dim1Range", AxisNumber, "the default"},
-    KeySpec{Channel, 0, "Dim2Range", AxisNumber, "the default"},
+    KeySpec{Channel, 0, "Dim0Range", AxisNumber, "0"},
+    KeySpec{Channel, 0, "Dim1Range", AxisNumber, "0"},
+    KeySpec{Channel, 0, "Dim2Range", AxisNumber, "0"},
     KeySpec{Channel, 0, "Dim0Min", AxisNumber, "0"},
     KeySpec{Channel, 0, "Dim1Min", AxisNumber, "0"},
     KeySpec{Channel, 0, "Dim2Min", AxisNumber, "0"},
@@ -105,6 +105,11 @@ std::optional<KnownKey> FindKeySpec(SectionUse use, int version, std::string_vie
 std::span<const KeySpec> AllKeySpecs()
 {
     return keySpecs;
+}
+
+bool IsOfAxis(const KeySpec& spec)
+{
+    return spec.use == Channel && (spec.pattern.starts_with("Dim") || spec.pattern.starts_with("LineDim"));
 }
 
 std::optional<KeyIndices> MatchKey(std::string_view key, std::string_view pattern)

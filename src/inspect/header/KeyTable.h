@@ -63,13 +63,16 @@ struct KeyIndices
 // A key of a section, and what is known of it.
 struct KnownKey
 {
-    const KeySpec* spec;
+    const KeySpec* spec = nullptr;
     KeyIndices indices;
 };
 
 // The rows are those of one static table. May be called by several threads at once.
 std::optional<KnownKey> FindKeySpec(SectionUse use, int version, std::string_view key);
 std::span<const KeySpec> AllKeySpecs();
+
+// Whether the key belongs to an axis of a channel or of one of its lines.
+bool IsOfAxis(const KeySpec& spec);
 
 // Whether the key has the form of the pattern, whatever the case of its letters, and the indices in it.
 std::optional<KeyIndices> MatchKey(std::string_view key, std::string_view pattern);

@@ -7,6 +7,7 @@
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
+#include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
@@ -29,11 +30,8 @@ std::string DescribeExitCodes()
 
 void AddDebug(CLI::App& app)
 {
-    const auto debug = [] {
-        Results::ShowLog();
-        ShowDetails();
-    };
-    app.add_flag_callback("--debug", debug, "Show the library's log and all that it tells of a failure");
+    app.add_flag_callback("--debug", ShowDetails,
+                          "Show all findings in a file, and all that the library tells of a failure");
 }
 
 } // namespace
@@ -50,6 +48,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddExplain(app, results);
     AddDiff(app, results, outcome);
     AddDoctor(app, results, outcome);
+    AddSalvage(app, results);
     AddMakeSample(app);
     AddCorrect(app, outcome);
     AddExport(app, outcome);

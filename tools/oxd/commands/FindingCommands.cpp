@@ -75,7 +75,9 @@ const inspect::Rule& KnownRule(const std::string& id)
         std::vector<std::string> ids;
         std::transform(inspect::AllRules().begin(), inspect::AllRules().end(), std::back_inserter(ids),
                        [](const inspect::Rule& known) { return std::string(known.id); });
-        throw Failure(ExitCode::No, "\"" + id + "\"", "no such finding" + Suggestion(id, ids));
+        const bool isNumber = id.find_first_not_of("0123456789") == std::string::npos;
+        throw Failure(ExitCode::Usage, "\"" + id + "\"",
+                      "no such finding" + Suggestion((isNumber ? "OXD" : "") + id, ids));
     }
     return *rule;
 }

@@ -5,6 +5,7 @@
 #include "oxd/library/Channel.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,8 +30,8 @@ struct SampleInfo
 
 struct ChannelInfo
 {
-    std::uint64_t points;
-    std::uint64_t lines;
+    std::uint64_t points = 0;
+    std::uint64_t lines = 0;
     Axis pointAxis;
     Axis lineAxis;
     Axis signalAxis;
@@ -43,7 +44,7 @@ struct GroupInfo
     std::uint64_t id;
     std::uint64_t logicalId;
     std::string name;
-    std::vector<std::optional<ChannelInfo>> channels; // by slot; an empty slot has none
+    std::vector<std::unique_ptr<ChannelInfo>> channels; // by slot; null for an empty one, since there may be very many
 };
 
 // Nodes of information deeper than this are left out: nobody reads them, and programs that read JSON give up on them.
@@ -68,7 +69,7 @@ struct FileInfo
     std::vector<GroupInfo> groups;
     std::vector<InfoNode> nodes;
     std::uint64_t cutGroups = 0;       // groups of information that are cut
-    std::vector<std::string> problems; // parts that could not be read, a sentence each
+    std::vector<std::string> problems; // parts that cannot be read, a sentence each
 };
 
 // Which files' samples are read. The few are those that take no noticeable time.
@@ -81,7 +82,8 @@ enum class SampleReading
 inline constexpr std::uint64_t fewSampleBytes = 16U << 20U; // of all channels together, as stored
 
 // Takes everything but what follows from the samples from the header that was inspected. Throws a Failure if the
-// library does not open the file. A line that cannot be read is a problem, not a failure.
+// library does not open the file. A line that cannot be read is a problem, not a failure, and one also where samples
+// are not read.
 FileInfo ReadFileInfo(const inspect::Inspection& inspection, SampleReading reading);
 
 // A table for people, in which control characters are replaced and numbers are in multiples of their units.

@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <utility>
+
 namespace oxd {
 
 namespace {
@@ -51,7 +53,7 @@ Json ToJson(const GroupInfo& group)
     for (const auto& channel : group.channels) {
         channels.push_back(channel ? ToJson(*channel) : Json(nullptr));
     }
-    return {{"id", group.id}, {"logicalId", group.logicalId}, {"name", group.name}, {"channels", channels}};
+    return {{"id", group.id}, {"logicalId", group.logicalId}, {"name", group.name}, {"channels", std::move(channels)}};
 }
 
 Json ToJson(const InfoNode& node)
@@ -92,7 +94,7 @@ std::string ToJson(const FileInfo& info, JsonLayout layout)
     const Json json{{"file", info.file},
                     {"version", info.version},
                     {"samplesRead", info.hasSamples},
-                    {"groups", groups},
+                    {"groups", std::move(groups)},
                     {"info", ToJson(info.nodes)}};
     const int indent = layout == JsonLayout::Indented ? 2 : -1;
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";

@@ -47,21 +47,34 @@ std::string SizeText(const ChannelInfo& channel)
     return full ? size : size + ", " + std::to_string(channel.samples->validSamples) + " valid";
 }
 
-std::vector<std::string> Row(const std::string& slot, const std::optional<ChannelInfo>& channel)
+std::vector<std::string> Row(std::size_t slot, const ChannelInfo& channel)
 {
-    if (!channel) {
-        return {slot, "(empty)"};
-    }
-    const Axis& signal = channel->signalAxis;
-    const SampleInfo samples = channel->samples.value_or(SampleInfo());
-    return {slot,
-            Printable(signal.name) + (channel->isCertain ? "" : uncertain),
-            SizeText(*channel),
+    const Axis& signal = channel.signalAxis;
+    const SampleInfo samples = channel.samples.value_or(SampleInfo());
+    return {std::to_string(slot),
+            Printable(signal.name) + (channel.isCertain ? "" : uncertain),
+            SizeText(channel),
             samples.significantBits ? std::to_string(*samples.significantBits) : none,
             samples.values ? RangeText(samples.values->min, samples.values->max, signal.unit) : none,
             AxisText(signal),
-            Printable(channel->pointAxis.name) + ": " + AxisText(channel->pointAxis),
-            Printable(channel->lineAxis.name) + ": " + AxisText(channel->lineAxis)};
+            Printable(channel.pointAxis.name) + ": " + AxisText(channel.pointAxis),
+            Printable(channel.lineAxis.name) + ": " + AxisText(channel.lineAxis)};
+}
+
+// Slots that follow each other, from `first` to `end`.
+std::vector<std::string> EmptyRow(std::size_t first, std::size_t end)
+{
+    const std::string slot = std::to_string(first);
+    return {end - first == 1 ? slot : slot + ".." + std::to_string(end - 1), "(empty)"};
+}
+
+// The first slot from this one on that has a channel, or the count of slots.
+std::size_t NextChannel(const GroupInfo& group, std::size_t slot)
+{
+    while (slot < group.channels.size() && !group.channels[slot]) {
+        ++slot;
+    }
+    return slot;
 }
 
 std::string GroupText(const GroupInfo& group)
@@ -72,8 +85,16 @@ std::string GroupText(const GroupInfo& group)
         return heading + "  no channels\n";
     }
     TextTable table({"Channel", "Name", "Points x lines", "Bits", "Values", "Signal axis", "Point axis", "Line axis"});
-    for (std::size_t slot = 0; slot < group.channels.size(); ++slot) {
-        table.Add(Row(std::to_string(slot), group.channels[slot]));
+    const std::size_t end = group.channels.size();
+    for (std::size_t slot = 0; slot < end; ++slot) {
+        const std::size_t next = NextChannel(group, slot);
+        if (next > slot) {
+            table.Add(EmptyRow(slot, next));
+        }
+        if (next < end) {
+            table.Add(Row(next, *group.channels[next]));
+        }
+        slot = next;
     }
     return heading + table.Render("  ");
 }

@@ -3,6 +3,8 @@
 #include "oxd/info/SampleInfo.h"
 #include "oxd/inspection/HeaderNode.h"
 
+#include <algorithm>
+
 namespace oxd {
 
 namespace {
@@ -38,7 +40,7 @@ private:
     {
         GroupInfo info{id, group.GetLogicalGroupId(), group.GetName(), {}};
         for (const auto& channel : group.GetChannelBuffers()) {
-            info.channels.push_back(channel ? std::optional(ReadChannel(*channel)) : std::nullopt);
+            info.channels.push_back(channel ? std::make_unique<ChannelInfo>(ReadChannel(*channel)) : nullptr);
         }
         return info;
     }
@@ -55,7 +57,7 @@ private:
     void MarkUncertain()
     {
         for (const inspect::ChannelSamples& samples : m_inspection->channels) {
-            auto& channel = m_info->groups.at(samples.group).channels.at(samples.slot);
+            const auto& channel = m_info->groups.at(samples.group).channels.at(samples.slot);
             if (channel) {
                 channel->isCertain = samples.isCertain;
             }
@@ -100,6 +102,17 @@ private:
     FileInfo* m_info;
 };
 
+// The header tells which lines cannot be read.
+void AddUnreadableLines(const inspect::Inspection& inspection, FileInfo& info)
+{
+    const auto isUnreadable = [](const inspect::Finding& finding) {
+        return finding.rule->number == inspect::RuleId::LineTooLong;
+    };
+    if (std::any_of(inspection.findings.begin(), inspection.findings.end(), isUnreadable)) {
+        info.problems.emplace_back("some lines cannot be read");
+    }
+}
+
 } // namespace
 
 FileInfo ReadFileInfo(const inspect::Inspection& inspection, SampleReading reading)
@@ -110,6 +123,8 @@ FileInfo ReadFileInfo(const inspect::Inspection& inspection, SampleReading readi
     const bool isFew = inspection.claimedBytes <= fewSampleBytes;
     if (reading == SampleReading::Always || (reading == SampleReading::IfFew && isFew)) {
         ReadAllSamples(info);
+    } else {
+        AddUnreadableLines(inspection, info);
     }
     return info;
 }

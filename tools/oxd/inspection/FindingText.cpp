@@ -20,6 +20,17 @@ std::string Verdict(const inspect::Finding& finding)
            std::string(finding.rule->id) + "]";
 }
 
+std::vector<std::string> LesserMessages(const inspect::Inspection& inspection)
+{
+    std::vector<std::string> messages;
+    for (const inspect::Finding& finding : inspection.findings) {
+        if (finding.rule->severity != inspect::Severity::Error) {
+            messages.push_back(Message(finding));
+        }
+    }
+    return messages;
+}
+
 std::vector<std::string> ErrorMessages(const inspect::Inspection& inspection)
 {
     constexpr std::size_t most = 10;

@@ -1,5 +1,6 @@
 #include "oxd/inspection/InspectFile.h"
 
+#include "oxd/inspection/FindingText.h"
 #include "oxd/library/DataSet.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Messages.h"
@@ -11,7 +12,11 @@ namespace oxd {
 inspect::Inspection InspectFile(const std::string& file)
 {
     try {
-        return inspect::Inspect(file);
+        inspect::Inspection inspection = inspect::Inspect(file);
+        for (const std::string& message : LesserMessages(inspection)) {
+            Explain(file + ": " + message);
+        }
+        return inspection;
     } catch (const std::system_error& error) {
         Explain(error.what());
         const bool isUnreadable = error.code() == std::errc::io_error;

@@ -9,7 +9,8 @@ namespace oxd {
 
 namespace inspect = veltaris::inspect;
 
-// Reads the header only. Throws a Failure if the file cannot be opened or read, never for what it holds.
+// Reads the header only, and explains its warnings and notes to whoever wants details. Throws a Failure if the file
+// cannot be opened or read, never for what it holds.
 inspect::Inspection InspectFile(const std::string& file);
 
 // Throws the Failure with which opening the file ends, if it is none that the library opens or has no header.

@@ -20,9 +20,6 @@ void IgnoreBrokenPipes();
 // to the standard output from then on, above all the library's log, writes to nowhere.
 int TakeStandardOutput();
 
-// Lets what would go nowhere go to the standard error instead.
-void ShowStrayOutput();
-
 // Whether the name leads to what is written as it stands and cannot be replaced: a pipe, a device, or an open
 // descriptor of this process, such as /dev/stdout.
 bool IsStream(const std::string& name);

@@ -93,11 +93,6 @@ int TakeStandardOutput()
     return standardOutput;
 }
 
-void ShowStrayOutput()
-{
-    dup2(STDERR_FILENO, STDOUT_FILENO);
-}
-
 LoadedFile FileOf(const void* function)
 {
     Dl_info found = {};

@@ -16,7 +16,6 @@ namespace oxd::platform {
 namespace {
 
 constexpr int standardOutput = 1;
-constexpr int standardError = 2;
 
 // During its lifetime, the console takes what is written to it for UTF-8. Programs that come later find it as it was.
 class ConsoleInUtf8
@@ -103,11 +102,6 @@ int TakeStandardOutput()
         _close(nowhere);
     }
     return own;
-}
-
-void ShowStrayOutput()
-{
-    _dup2(standardError, standardOutput);
 }
 
 // Nobody but the reader of a pipe should open it to have a look.

@@ -41,11 +41,6 @@ bool Results::IsTerminal() const
     return platform::IsTerminal(m_descriptor);
 }
 
-void Results::ShowLog()
-{
-    platform::ShowStrayOutput();
-}
-
 void Results::Write(std::string_view text)
 {
     m_written = true;

@@ -27,9 +27,6 @@ public:
     // Whether a person reads what is written, on a terminal that it could command.
     bool IsTerminal() const;
 
-    // Shows on the standard error what anything else writes to the standard output from now on.
-    static void ShowLog();
-
     // Throws a Failure, as Close does, if the text does not arrive, and ReaderGone if nobody waits for it.
     void Write(std::string_view text);
 

@@ -10,6 +10,10 @@ namespace {
 
 using Json = nlohmann::ordered_json; // keys keep the order in which they are written here
 
+// The name of the format, by which programs know it.
+constexpr const char* schemaName =
+    "https://docs.oasis-open.org/sarif/sarif/v2.1.0/errata01/os/schemas/sarif-schema-2.1.0.json";
+
 Json Message(std::string_view text)
 {
     return {{"text", text}};
@@ -94,7 +98,7 @@ std::string SarifLog::Text() const
                           {"toolExecutionNotifications", m_content->failures}};
     const Json run{
         {"tool", {{"driver", driver}}}, {"invocations", Json::array({invocation})}, {"results", m_content->results}};
-    const Json log{{"version", "2.1.0"}, {"runs", Json::array({run})}};
+    const Json log{{"$schema", schemaName}, {"version", "2.1.0"}, {"runs", Json::array({run})}};
     return log.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

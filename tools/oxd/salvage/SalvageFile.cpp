@@ -1,0 +1,95 @@
+#include "oxd/salvage/SalvageFile.h"
+
+#include "oxd/inspection/CheckInput.h"
+#include "oxd/salvage/ValidityMap.h"
+#include "oxd/system/Failure.h"
+#include "oxd/system/Platform.h"
+
+#include <filesystem>
+#include <fstream>
+#include <ios>
+#include <new>
+#include <system_error>
+
+namespace oxd {
+
+namespace {
+
+salvage::Salvaged Read(const SalvageRequest& request)
+{
+    try {
+        std::ifstream stream(std::filesystem::path(std::u8string(request.file.begin(), request.file.end())),
+                             std::ios::binary);
+        return salvage::Salvage(stream, request.file, request.trust);
+    } catch (const std::system_error& error) {
+        throw Failure(ExitCode::Damaged, request.file, error.code().message());
+    }
+}
+
+void SaveAs(const salvage::Salvaged& salvaged, OutputFile& output)
+{
+    const auto name = platform::FileName(output.FileToFill());
+    if (!name) {
+        throw Failure(ExitCode::CannotWrite, output.Name(), "the system's code page lacks a character of this name");
+    }
+    try {
+        salvage::Save(salvaged, *name);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::ios_base::failure&) {
+        throw Failure(ExitCode::CannotWrite, output.Name(), "not written whole, is the disk full?");
+    } catch (const std::exception& error) {
+        throw Failure(ExitCode::CannotWrite, output.Name(), error.what());
+    }
+    output.Close();
+}
+
+// Files are refused before any is written. Two with one name would replace each other.
+std::vector<Destination> Destinations(const SalvageRequest& request)
+{
+    std::vector<Destination> all{request.output};
+    for (const auto& other : {request.map, request.picture}) {
+        if (!other) {
+            continue;
+        }
+        for (const Destination& before : all) {
+            if (before.name == other->name) {
+                throw Failure(ExitCode::Usage, other->name, "is to hold two things");
+            }
+        }
+        all.push_back(*other);
+    }
+    return all;
+}
+
+} // namespace
+
+SalvageOutcome SalvageFile(const SalvageRequest& request)
+{
+    InspectAloud(request.file);
+    for (const Destination& destination : Destinations(request)) {
+        RequireOtherFile(request.file, destination.name);
+        const OutputFile refusesWhatIsBoundToFail(destination);
+    }
+    const salvage::Salvaged salvaged = Read(request);
+    if (!salvaged.HasContent()) {
+        throw Failure(ExitCode::Damaged, request.file, "nothing in it is certain, and nothing was saved");
+    }
+    OutputFile output(request.output);
+    SaveAs(salvaged, output);
+    std::string map = ToJson(salvaged, request.file, request.output.name);
+    if (request.map) {
+        OutputFile file(*request.map);
+        file.Write(map);
+        file.Close();
+        map.clear();
+    }
+    if (request.picture) {
+        OutputFile file(*request.picture);
+        WritePicture(salvaged, file);
+        file.Close();
+    }
+    return {std::move(map), ToSentences(salvaged)};
+}
+
+} // namespace oxd
