@@ -197,6 +197,7 @@ int main(int argc, char** argv)
     if (argc != 4)
         return 2;
     every = std::strtoul(argv[3], nullptr, 10);
+    setenv("SOURCE_DATE_EPOCH", "0", 1); // so that a command always writes the same bytes
     fs::create_directories(argv[2]);
     fs::current_path(argv[2]);
     WriteBytes("in.oxd", InputBytes());

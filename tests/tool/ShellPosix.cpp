@@ -11,3 +11,8 @@ int RunTool(const std::string& arguments, const char* tool)
     const int status = std::system(command.c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
+
+void SetVariable(const char* name, const char* value)
+{
+    setenv(name, value, 1); // NOLINT(concurrency-mt-unsafe): there is one thread
+}

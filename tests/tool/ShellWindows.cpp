@@ -2,6 +2,8 @@
 
 #include <boost/nowide/convert.hpp>
 
+#include <cstdlib>
+
 #include <fcntl.h>
 #include <io.h>
 #include <process.h>
@@ -41,4 +43,9 @@ int RunTool(const std::string& arguments, const char* tool)
         _close(before[descriptor - 1]);
     }
     return static_cast<int>(exitCode);
+}
+
+void SetVariable(const char* name, const char* value)
+{
+    _putenv_s(name, value);
 }

@@ -12,6 +12,9 @@
 // quotes.
 int RunTool(const std::string& arguments, const char* tool = OXD_TOOL);
 
+// Sets a variable of the environment in which the tool is started.
+void SetVariable(const char* name, const char* value);
+
 struct Outcome
 {
     int exitCode;
@@ -19,13 +22,14 @@ struct Outcome
     std::string diagnostics; // standard error
 };
 
-// The folder has a sample file.
+// The folder has a sample file. What the tool notes down of the time is 2020-01-02T03:04:05Z.
 class ToolTest : public OxdTest
 {
 protected:
     ToolTest() : m_outside(std::filesystem::current_path())
     {
         std::filesystem::current_path(Path(""));
+        SetVariable("SOURCE_DATE_EPOCH", "1577934245");
         ResultsOf("make-sample sample.oxd");
     }
     ~ToolTest() override { std::filesystem::current_path(m_outside); }

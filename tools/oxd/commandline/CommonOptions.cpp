@@ -32,10 +32,11 @@ void AddInputFiles(CLI::App& command, std::vector<std::string>& files)
         ->check(IsNotEmpty());
 }
 
-void AddOutput(CLI::App& command, Destination& output)
+CLI::Option& AddOutput(CLI::App& command, Destination& output)
 {
-    OutputName(command, output).required();
+    CLI::Option& name = OutputName(command, output);
     AddNoClobber(command, output);
+    return name;
 }
 
 void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace)
@@ -60,6 +61,18 @@ void AddSelection(CLI::App& command, ChannelSelection& selection)
         ->type_name("INDEX|NAME")
         ->required();
     AddTrust(command, selection.trust);
+}
+
+void AddSaving(CLI::App& command, const SavingOptions& saving)
+{
+    command.add_flag("--dry-run", saving.isDryRun, "Write nothing, and show what would change");
+    command.add_flag("--strict", saving.strict, "Write nothing if the save would drop or change anything else");
+}
+
+void AddNoProvenance(CLI::App& command, bool& records, const char* description)
+{
+    command.add_flag_callback(
+        "--no-provenance", [&records] { records = false; }, description);
 }
 
 void AddTrust(CLI::App& command, bool& trust)

@@ -15,7 +15,8 @@ namespace oxd {
 // Part of the help of each command that reads an .oxd file and saves another one.
 inline constexpr const char* notInSavedFiles =
     "Saving drops views, processors and sections that the library does not know: OUT\n"
-    "does not have them. Channels that FILE stores in 8 bits take 16 in OUT.";
+    "does not have them. Channels that FILE stores in 8 bits take 16 in OUT. What that\n"
+    "comes to for FILE is said before it happens.";
 
 // Part of the help of each command with AddSelection.
 inline constexpr const char* selectionShape =
@@ -25,10 +26,21 @@ inline constexpr const char* selectionShape =
 // What the options set must outlive the command. A FILE or OUT without a name is wrong usage.
 void AddInputFile(CLI::App& command, std::string& file, const char* description = "File to read; stays as it is");
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
-void AddOutput(CLI::App& command, Destination& output);
+CLI::Option& AddOutput(CLI::App& command, Destination& output);
 void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
 void AddNoClobber(CLI::App& command, Destination& output);                      // for a command without -o
 void AddSelection(CLI::App& command, ChannelSelection& selection);              // with its file, and AddTrust
+
+// How a command saves an .oxd file.
+struct SavingOptions
+{
+    bool& isDryRun; // nothing is written
+    bool& strict;   // nothing may be lost
+};
+void AddSaving(CLI::App& command, const SavingOptions& saving);
+
+// Switches `records` off.
+void AddNoProvenance(CLI::App& command, bool& records, const char* description);
 
 // Asks for samples that may not be those of their channel.
 void AddTrust(CLI::App& command, bool& trust);

@@ -4,7 +4,9 @@
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
 #include "oxd/inspection/CheckInput.h"
+#include "oxd/inspection/SaveLosses.h"
 #include "oxd/system/Messages.h"
+#include "oxd/system/Results.h"
 
 #include <algorithm>
 #include <memory>
@@ -31,16 +33,9 @@ CLI::Validator IsOperator()
     return CLI::IsMember(names);
 }
 
-LineOperator FindOperator(const std::string& name)
-{
-    const auto* const found = std::find_if(lineOperators.begin(), lineOperators.end(),
-                                           [&](const LineOperator& known) { return known.name == name; });
-    return found == lineOperators.end() ? rawData : *found;
-}
-
 CLI::Option& AddOperator(CLI::App& command, LineOperator& lineOperator, const char* description)
 {
-    const auto choose = [&lineOperator](const std::string& name) { lineOperator = FindOperator(name); };
+    const auto choose = [&lineOperator](const std::string& name) { lineOperator = *FindLineOperator(name); };
     return *command.add_option_function<std::string>("--op", choose, description)->type_name("OP")->check(IsOperator());
 }
 
@@ -55,21 +50,39 @@ ExitCode Report(const std::string& file, const SkippedLines& lines, const char* 
     return lines.damaged.Count() > 0 ? ExitCode::Damaged : ExitCode::Done;
 }
 
+void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCode& outcome)
+{
+    if (correction.output.name.empty() && !correction.isDryRun) {
+        throw CLI::RequiredError("--output");
+    }
+    // Every channel is saved, so that doubts in any of them count.
+    const std::string& file = correction.selection.file;
+    AnnounceSave(RequireCertain(file, correction.selection.trust), strict);
+    const Corrected corrected = Correct(correction);
+    outcome = Report(file, corrected.untouched, "left as before");
+    results.WriteLines(corrected.preview);
+}
+
 } // namespace
 
-void AddCorrect(CLI::App& app, ExitCode& outcome)
+void AddCorrect(CLI::App& app, Results& results, ExitCode& outcome)
 {
-    const auto correction = std::make_shared<Correction>();
+    struct Options
+    {
+        Correction correction;
+        bool strict = false;
+    };
+    const auto options = std::make_shared<Options>();
+    Correction* const correction = &options->correction;
     CLI::App& command = *app.add_subcommand("correct", "Correct a channel line by line and save it as another file");
     command.footer(DescribeOperators() + "\n\n" + selectionShape + "\n\n" + notInSavedFiles);
     AddSelection(command, correction->selection);
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output);
-    command.callback([correction, &outcome] {
-        // Every channel is saved, so that doubts in any of them count.
-        RequireCertain(correction->selection.file, correction->selection.trust);
-        outcome = Report(correction->selection.file, Correct(*correction), "left as before");
-    });
+    AddSaving(command, {correction->isDryRun, options->strict});
+    AddNoProvenance(command, correction->records, "Do not note down in OUT how it was made");
+    command.callback(
+        [options, &results, &outcome] { CorrectAloud(options->correction, options->strict, results, outcome); });
 }
 
 void AddExport(CLI::App& app, ExitCode& outcome)
@@ -84,7 +97,8 @@ void AddExport(CLI::App& app, ExitCode& outcome)
         ->type_name("FORMAT")
         ->check(CLI::IsMember(ExportFormats()).description(""));
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
-    AddOutput(command, wanted->output);
+    AddOutput(command, wanted->output).required();
+    AddNoProvenance(command, wanted->labels, "Do not note down in a picture what it shows");
     command.callback([wanted, &outcome] {
         const inspect::Inspection inspection = InspectAloud(wanted->selection.file);
         wanted->selection.doubted = Doubted(inspection);

@@ -7,8 +7,10 @@
 
 namespace oxd {
 
+class Results;
+
 // Each adds its command as AddCommands describes.
-void AddCorrect(CLI::App& app, ExitCode& outcome);
+void AddCorrect(CLI::App& app, Results& results, ExitCode& outcome);
 void AddExport(CLI::App& app, ExitCode& outcome);
 
 } // namespace oxd

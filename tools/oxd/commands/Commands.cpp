@@ -7,6 +7,7 @@
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
+#include "oxd/commands/ReplayCommand.h"
 #include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
 #include "oxd/system/Messages.h"
@@ -50,10 +51,11 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddDoctor(app, results, outcome);
     AddSalvage(app, results);
     AddMakeSample(app);
-    AddCorrect(app, outcome);
+    AddCorrect(app, results, outcome);
+    AddReplay(app, results, outcome);
     AddExport(app, outcome);
     AddGet(app, results, outcome);
-    AddSet(app);
+    AddSet(app, results);
     AddHelp(app, results);
     AddDebug(app);
     for (CLI::App* const command : app.get_subcommands({})) {

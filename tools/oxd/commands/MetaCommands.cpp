@@ -5,6 +5,7 @@
 #include "oxd/commandline/JsonLine.h"
 #include "oxd/edit/MetaValue.h"
 #include "oxd/inspection/CheckInput.h"
+#include "oxd/inspection/SaveLosses.h"
 #include "oxd/system/Results.h"
 #include "oxd/system/Text.h"
 
@@ -106,16 +107,17 @@ void AddGet(CLI::App& app, Results& results, ExitCode& outcome)
     command.callback([options, &results, &outcome] { Get(*options, results, outcome); });
 }
 
-void AddSet(CLI::App& app)
+void AddSet(CLI::App& app, Results& results)
 {
     struct Options
     {
         MetaChange Change() const
         {
-            if (!inPlace && output.name.empty()) {
+            if (!inPlace && !isDryRun && output.name.empty()) {
                 throw CLI::RequiredError("--output or --in-place");
             }
-            return {file, MetaPath(path, separator), value, create, inPlace ? Destination{file} : output, inPlace};
+            return {file,    MetaPath(path, separator), value, create, inPlace ? Destination{file} : output, inPlace,
+                    isDryRun};
         }
 
         std::string file;
@@ -126,6 +128,8 @@ void AddSet(CLI::App& app)
         bool inPlace = false;
         Destination output;
         bool trust = false;
+        bool isDryRun = false;
+        bool strict = false;
     };
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information");
@@ -136,11 +140,12 @@ void AddSet(CLI::App& app)
     AddSeparator(command, options->separator);
     command.add_flag("--create", options->create, "Make the item, and groups on the way, if they are missing");
     AddOutputOrInPlace(command, options->output, options->inPlace);
+    AddSaving(command, {options->isDryRun, options->strict});
     AddTrust(command, options->trust);
-    command.callback([options] {
+    command.callback([options, &results] {
         const MetaChange change = options->Change();
-        RequireCertain(change.file, options->trust);
-        SetMetaValue(change);
+        AnnounceSave(RequireCertain(change.file, options->trust), options->strict);
+        results.WriteLines(SetMetaValue(change));
     });
 }
 

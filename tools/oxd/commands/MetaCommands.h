@@ -11,6 +11,6 @@ class Results;
 
 // Each adds its command as AddCommands describes.
 void AddGet(CLI::App& app, Results& results, ExitCode& outcome);
-void AddSet(CLI::App& app);
+void AddSet(CLI::App& app, Results& results);
 
 } // namespace oxd

@@ -1,16 +1,42 @@
 #include "oxd/edit/Correct.h"
 
+#include "oxd/edit/OutputDraft.h"
+#include "oxd/provenance/StepLog.h"
+
+#include <optional>
+
 namespace oxd {
 
 namespace {
 
-SkippedLines CorrectLines(Channel channel, std::int32_t lineOperator)
+// Gives the name of the saved file.
+std::string SaveCorrected(const Correction& correction, OutputFile& output, SkippedLines& untouched)
+{
+    const ChannelSelection& wanted = correction.selection;
+    DataSet dataSet = DataSet::Open(wanted.file);
+    const Channel channel = FindChannel(dataSet, wanted);
+    std::optional<Step> step;
+    if (correction.records) {
+        step = DescribeStep(wanted.file, channel, correction.lineOperator);
+        AppendStep(dataSet, *step);
+    }
+    untouched = CorrectLines(channel, correction.lineOperator);
+    std::string saved = dataSet.SaveTo(output);
+    if (step) {
+        RequireRecorded(*step, saved, output.Name());
+    }
+    return saved;
+}
+
+} // namespace
+
+SkippedLines CorrectLines(Channel channel, const LineOperator& lineOperator)
 {
     SkippedLines untouched;
     const std::uint64_t lines = channel.Lines();
     for (std::uint64_t line = 0; line < lines; ++line) {
         try {
-            const std::vector<std::int32_t> corrected = channel.ReadRaw(line, lineOperator);
+            const std::vector<std::int32_t> corrected = channel.ReadRaw(line, lineOperator.code);
             if (corrected.empty()) {
                 untouched.AddTooShort(line);
             } else {
@@ -23,18 +49,15 @@ SkippedLines CorrectLines(Channel channel, std::int32_t lineOperator)
     return untouched;
 }
 
-} // namespace
-
-SkippedLines Correct(const Correction& correction)
+Corrected Correct(const Correction& correction)
 {
-    const ChannelSelection& wanted = correction.selection;
-    DataSet dataSet = DataSet::Open(wanted.file);
-    RequireOtherFile(wanted.file, correction.output.name);
-    OutputFile output(correction.output);
-    SkippedLines untouched = CorrectLines(FindChannel(dataSet, wanted), correction.lineOperator.code);
-    dataSet.SaveTo(output);
-    output.Close();
-    return untouched;
+    const std::string& file = correction.selection.file;
+    RequireOtherFile(file, correction.output.name);
+    OutputDraft draft(correction.output, correction.isDryRun);
+    Corrected corrected;
+    const std::string saved = SaveCorrected(correction, draft.File(), corrected.untouched);
+    corrected.preview = draft.Finish(file, saved);
+    return corrected;
 }
 
 } // namespace oxd

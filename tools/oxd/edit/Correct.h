@@ -6,6 +6,8 @@
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
 
+#include <string>
+
 namespace oxd {
 
 struct Correction
@@ -13,10 +15,20 @@ struct Correction
     ChannelSelection selection; // its file stays as it is
     LineOperator lineOperator;
     Destination output;
+    bool isDryRun = false; // writes nothing; the output need not be named then
+    bool records = true;   // that it happened, in the measurement information of the output
 };
 
-// Gives the lines that stay as they are, because they cannot be read or are too short for the operator. Throws a
-// Failure if the output cannot be made.
-SkippedLines Correct(const Correction& correction);
+struct Corrected
+{
+    SkippedLines untouched; // because they cannot be read or are too short for the operator
+    std::string preview;    // of a dry run
+};
+
+// Throws a Failure if the output cannot be made, and also if a file would not keep the record.
+Corrected Correct(const Correction& correction);
+
+// Gives the lines that stay as they are.
+SkippedLines CorrectLines(Channel channel, const LineOperator& lineOperator);
 
 } // namespace oxd

@@ -1,11 +1,10 @@
 #include "oxd/edit/MetaValue.h"
 
+#include "oxd/edit/OutputDraft.h"
 #include "oxd/inspection/HeaderNode.h"
+#include "oxd/library/KeptText.h"
 #include "oxd/library/MetaNode.h"
 #include "oxd/system/Failure.h"
-#include "oxd/system/Text.h"
-
-#include <algorithm>
 
 namespace oxd {
 
@@ -61,14 +60,6 @@ void CreateItem(const DataSet& dataSet, const MetaChange& change)
     }
 }
 
-bool IsKept(const std::string& text)
-{
-    constexpr const char* dropped = " \t\v\f"; // at the end of a line
-    return !text.empty() && text.find_last_not_of(dropped) + 1 == text.size() &&
-           text.find_first_of("\r\n") == std::string::npos && text.find("#!") == std::string::npos &&
-           text == ValidUtf8(text);
-}
-
 void RequireKept(const std::string& what, const std::string& text, bool kept)
 {
     if (!kept) {
@@ -79,14 +70,14 @@ void RequireKept(const std::string& what, const std::string& text, bool kept)
 // A file would silently drop or change some texts.
 void RequireKept(const MetaChange& change)
 {
-    RequireKept("value", change.value, IsKept(change.value));
+    RequireKept("value", change.value, IsKeptValue(change.value));
     if (!change.create) {
         return;
     }
     std::vector<std::string> names = change.path.groups;
     names.push_back(change.path.item);
     for (const std::string& name : names) {
-        RequireKept("name", name, IsKept(name) && name.find('=') == std::string::npos);
+        RequireKept("name", name, IsKeptName(name));
     }
     if (change.path.groups.empty()) {
         throw Failure(ExitCode::Usage, change.path.text, "a value can only be in a group");
@@ -95,7 +86,7 @@ void RequireKept(const MetaChange& change)
 
 // Some names are changed on saving because of the names beside them, for example one that differs from another in case
 // only. This shows only in the saved file.
-void RequireArrived(const MetaChange& change, const std::string& savedFile)
+void RequireArrived(const MetaChange& change, const std::string& savedFile, const std::string& output)
 {
     const DataSet saved = DataSet::Open(savedFile);
     std::string arrived;
@@ -104,10 +95,24 @@ void RequireArrived(const MetaChange& change, const std::string& savedFile)
     } catch (const Failure&) { // NOLINT(bugprone-empty-catch): there is nothing under that name
     }
     if (arrived != change.value) {
-        throw Failure(ExitCode::Usage, change.output.name,
+        throw Failure(ExitCode::Usage, output,
                       "\"" + change.path.text +
                           "\" would have another name or value there, since a file cannot keep it");
     }
+}
+
+// Gives the name of the saved file.
+std::string SaveChanged(const MetaChange& change, OutputFile& output)
+{
+    DataSet dataSet = DataSet::Open(change.file);
+    if (change.create) {
+        CreateItem(dataSet, change);
+    } else {
+        FindItem(MetaNode::Root(dataSet), change.file, change.path).SetValue(change.value);
+    }
+    std::string saved = dataSet.SaveTo(output);
+    RequireArrived(change, saved, output.Name());
+    return saved;
 }
 
 } // namespace
@@ -127,21 +132,14 @@ std::string GetMetaValue(const inspect::Inspection& inspection, const MetaPath& 
     return FindItem(HeaderNode::Root(*inspection.dataSet), inspection.file, path).Value();
 }
 
-void SetMetaValue(const MetaChange& change)
+std::string SetMetaValue(const MetaChange& change)
 {
     RequireKept(change);
-    DataSet dataSet = DataSet::Open(change.file);
     if (!change.inPlace) {
         RequireOtherFile(change.file, change.output.name);
     }
-    OutputFile output(change.output);
-    if (change.create) {
-        CreateItem(dataSet, change);
-    } else {
-        FindItem(MetaNode::Root(dataSet), change.file, change.path).SetValue(change.value);
-    }
-    RequireArrived(change, dataSet.SaveTo(output));
-    output.Close();
+    OutputDraft draft(change.output, change.isDryRun);
+    return draft.Finish(change.file, SaveChanged(change, draft.File()));
 }
 
 } // namespace oxd

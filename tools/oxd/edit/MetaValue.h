@@ -31,11 +31,12 @@ struct MetaChange
     std::string value;
     bool create; // the item, and groups on the way to it, if they are missing
     Destination output;
-    bool inPlace; // the output is the file itself
+    bool inPlace;  // the output is the file itself
+    bool isDryRun; // writes nothing; the output need not be named then
 };
 
-// Throws a Failure if the output cannot be made, and also if a file would not keep the value or its name as they are,
-// which sometimes shows only when the new file is read again, before it takes its place.
-void SetMetaValue(const MetaChange& change);
+// Gives the preview of a dry run. Throws a Failure if the output cannot be made, and also if a file would not keep the
+// value or its name as they are, which sometimes shows only when the new file is read again, before it takes its place.
+std::string SetMetaValue(const MetaChange& change);
 
 } // namespace oxd

@@ -1,8 +1,10 @@
 #include "oxd/export/Export.h"
 
 #include "oxd/export/ExportKinds.h"
+#include "oxd/provenance/Origin.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Progress.h"
+#include "oxd/system/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -74,6 +76,22 @@ std::string Title(const Export& wanted, const Channel& channel)
     return caption.empty() ? name : name + ", " + caption;
 }
 
+std::vector<PngText> Labels(const Export& wanted, const Channel& channel)
+{
+    std::vector<PngText> labels{{"Title", Title(wanted, channel)},
+                                {"Software", ToolName()},
+                                {"Source", NameWithoutFolder(wanted.selection.file)},
+                                {"Group", channel.GroupName()},
+                                {"Channel", channel.Name()}};
+    if (!wanted.lineOperator.name.empty()) {
+        labels.push_back({"Operator", std::string(wanted.lineOperator.name)});
+    }
+    for (PngText& label : labels) {
+        label.text = ValidUtf8(Printable(label.text));
+    }
+    return labels;
+}
+
 } // namespace
 
 ExportGaps ExportChannel(const Export& wanted)
@@ -85,7 +103,12 @@ ExportGaps ExportChannel(const Export& wanted)
     Progress progress(kind.passes * channel.Lines());
     LineSource source(channel, wanted.lineOperator, progress);
     OutputFile output(wanted.output);
-    ExportJob job{source, output, wanted.selection.file, Title(wanted, channel), {}};
+    ExportJob job{source,
+                  output,
+                  wanted.selection.file,
+                  Title(wanted, channel),
+                  wanted.labels ? Labels(wanted, channel) : std::vector<PngText>(),
+                  {}};
     kind.write(job);
     output.Close();
     return {source.Skipped(), job.notes};

@@ -18,6 +18,7 @@ struct Export
     Destination output; // its suffix says what is written
     bool grey = false;  // asks for a picture for programs instead of one for people
     std::string format; // says what is written instead of the suffix; one of ExportFormats(), or empty
+    bool labels = true; // notes down in a picture what it shows
 };
 
 // What the output lacks or does not show. It is complete otherwise.

@@ -1,6 +1,7 @@
 #include "oxd/export/ExportKinds.h"
 
 #include "oxd/export/Field.h"
+#include "oxd/export/Labels.h"
 #include "oxd/picture/Canvas.h"
 #include "oxd/picture/ColourMap.h"
 #include "oxd/picture/Ruler.h"
@@ -102,7 +103,7 @@ void WriteColourPicture(ExportJob& job)
     Ruler(ScaleOf(y, job.source.Lines()), y.name, y.unit, height).DrawLeft(canvas, plot.x, plot.y);
     DrawColourBar(canvas, bar);
     Ruler(contrast, signal.name, signal.unit, height).DrawRight(canvas, bar.x + barWidth, plot.y);
-    job.output.Write(canvas.ToPng());
+    job.output.Write(WithTexts(canvas.ToPng(), LabelsWithRange(job, contrast)));
 }
 
 } // namespace oxd

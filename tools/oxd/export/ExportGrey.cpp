@@ -1,5 +1,6 @@
 #include "oxd/export/ExportKinds.h"
 
+#include "oxd/export/Labels.h"
 #include "oxd/picture/PngWriter.h"
 #include "oxd/picture/Scale.h"
 #include "oxd/system/Failure.h"
@@ -53,8 +54,10 @@ void WriteGreyPicture(ExportJob& job)
         throw Failure(ExitCode::No, job.file, first.NothingToShow());
     }
     PngWriter picture(job.output, source.Points(), source.Lines());
-    picture.WriteHeader({{"Value of level 1", ToExactText(range.From()) + unit},
-                         {"Value of level 65535", ToExactText(range.To()) + unit}});
+    std::vector<PngText> texts = LabelsWithRange(job, range);
+    texts.push_back({"Value of level 1", ToExactText(range.From()) + unit});
+    texts.push_back({"Value of level 65535", ToExactText(range.To()) + unit});
+    picture.WriteHeader(texts);
     for (std::uint64_t line = source.Lines(); line-- > 0;) {
         picture.WriteRow(Levels(source.ReadReal(line), range));
     }

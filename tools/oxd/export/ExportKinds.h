@@ -4,6 +4,7 @@
 
 #include "oxd/export/LineSource.h"
 #include "oxd/files/OutputFile.h"
+#include "oxd/picture/PngText.h"
 
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@ struct ExportJob
     OutputFile& output;
     std::string file;               // that the channel is in, for messages
     std::string title;              // of a picture
+    std::vector<PngText> labels;    // that a picture carries
     std::vector<std::string> notes; // what the reader of the output should know, a sentence each
 };
 

@@ -1,21 +1,10 @@
 #include "oxd/export/ExportKinds.h"
 
+#include "oxd/system/LittleEndian.h"
+
 #include <bit>
-#include <concepts>
 
 namespace oxd {
-
-namespace {
-
-template <std::unsigned_integral Number>
-void AppendLittleEndian(std::string& bytes, Number number)
-{
-    for (std::size_t i = 0; i < sizeof number; ++i) {
-        bytes += static_cast<char>(number >> (8 * i) & 0xFF);
-    }
-}
-
-} // namespace
 
 void WriteRawNumbers(ExportJob& job)
 {

@@ -34,6 +34,10 @@ class OutputFile
 public:
     // Refuses what is bound to fail; changes nothing yet.
     explicit OutputFile(Destination destination);
+
+    // One that never appears: what the library fills is in the folder for temporary files until this is destroyed, and
+    // neither Write nor Close may be called. Messages call it OUT.
+    OutputFile() : m_destination{"OUT"}, m_isStream(true) {}
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;

@@ -6,6 +6,7 @@
 #include "velstdlib/string/FoldedText.h"
 
 #include <algorithm>
+#include <array>
 #include <set>
 
 namespace oxd {
@@ -15,13 +16,20 @@ namespace {
 using veltaris::velstdlib::string::EqualFolded;
 using veltaris::velstdlib::string::FoldedCopy;
 
+// What makes all values of a channel wrong.
+constexpr std::array rulesOfChannels = {inspect::RuleId::OtherStorage, inspect::RuleId::ChannelVersionDoubtful};
+// What makes them wrong when it is about their signal axis.
+constexpr std::array rulesOfAxes = {inspect::RuleId::AxisNoNumber, inspect::RuleId::AxisKeyMissing,
+                                    inspect::RuleId::AxisKeyRepeated, inspect::RuleId::AxisKeyDamaged};
+
 // A finding that stands for those that are not listed names no key.
 bool ConcernsValues(const inspect::Finding& finding)
 {
     constexpr std::string_view signalAxis = "Dim2";
     const inspect::RuleId rule = finding.rule->number;
     const bool isOfSignal = finding.key.empty() || EqualFolded(finding.key.substr(0, signalAxis.size()), signalAxis);
-    return rule == inspect::RuleId::OtherStorage || (rule == inspect::RuleId::AxisNoNumber && isOfSignal);
+    return std::ranges::find(rulesOfChannels, rule) != rulesOfChannels.end() ||
+           (isOfSignal && std::ranges::find(rulesOfAxes, rule) != rulesOfAxes.end());
 }
 
 void RequireNone(const std::string& file, const std::vector<ChannelPlace>& places, const std::string& what,

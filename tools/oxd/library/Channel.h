@@ -62,6 +62,9 @@ public:
     // Makes a channel of that size in the slot. One that has the size already keeps its samples; else all are 0.
     void Resize(std::uint64_t points, std::uint64_t lines) { Call(SetChannelXYDimension, points, lines); }
 
+    std::uint64_t Group() const { return m_group; } // the id of the group that it is in
+    std::uint64_t Index() const { return m_index; }
+
     // The name of the group that it is in.
     std::string GroupName() const { return m_dataSet->Text(GetGroupName, m_group); }
 

@@ -3,6 +3,7 @@
 // more.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string_view>
@@ -28,5 +29,13 @@ inline constexpr std::array lineOperators{
     LineOperator{"parabola", 4, "subtract a fitted parabola", "parabola fit"},
     LineOperator{"polynomial", 5, "subtract a fitted polynomial of degree 4", "polynomial fit"},
 };
+
+// Null if there is none of that name.
+inline const LineOperator* FindLineOperator(std::string_view name)
+{
+    const auto* const found = std::find_if(lineOperators.begin(), lineOperators.end(),
+                                           [&](const LineOperator& known) { return known.name == name; });
+    return found == lineOperators.end() ? nullptr : found;
+}
 
 } // namespace oxd

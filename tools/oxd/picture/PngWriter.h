@@ -2,6 +2,7 @@
 #pragma once
 
 #include "oxd/files/OutputFile.h"
+#include "oxd/picture/PngText.h"
 
 #include <png.h>
 
@@ -10,13 +11,6 @@
 #include <vector>
 
 namespace oxd {
-
-// A text for programs that read the file.
-struct PngText
-{
-    std::string key;  // letters, digits and blanks only, at most 79 of them
-    std::string text; // UTF-8
-};
 
 // Call WriteHeader once, WriteRow once for each row from the top, and Finish. The output must outlive the writer.
 // The calls throw a Failure if the file takes no more, and std::runtime_error if the encoder refuses the picture.

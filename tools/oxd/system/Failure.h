@@ -33,11 +33,12 @@ inline constexpr std::array exitCodeMeanings{
     ExitCodeMeaning{ExitCode::Done, "done"},
     ExitCodeMeaning{ExitCode::No,
                     "the file has no such group, channel or information, or the channel has nothing to show; "
-                    "diff: the files differ; validate: there are errors"},
+                    "diff, replay: the files differ; validate: there are errors"},
     ExitCodeMeaning{ExitCode::Usage, "wrong usage"},
     ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read"},
     ExitCodeMeaning{ExitCode::Damaged,
-                    "the file is damaged, not an .oxd file, or its samples may belong to another channel"},
+                    "the file is damaged, not an .oxd file, its samples may belong to another channel, or a save would "
+                    "lose some of it and --strict is given; replay: it has no provenance"},
     ExitCodeMeaning{ExitCode::CannotWrite,
                     "cannot write: no such folder, no permission, disk full, OUT exists, standard output closed"},
     ExitCodeMeaning{ExitCode::Internal, "the tool failed: not enough memory, or an error in it"},

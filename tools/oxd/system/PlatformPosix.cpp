@@ -5,6 +5,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <system_error>
 
 #include <dlfcn.h>
@@ -101,6 +102,9 @@ LoadedFile FileOf(const void* function)
     }
     std::error_code error;
     const std::string name = std::filesystem::canonical(found.dli_fname, error).string();
+    if (error == std::errc::not_enough_memory) {
+        throw std::bad_alloc();
+    }
     return {error ? found.dli_fname : name, VersionIn(name)};
 }
 

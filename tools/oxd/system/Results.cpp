@@ -2,6 +2,7 @@
 
 #include "oxd/system/Failure.h"
 #include "oxd/system/Platform.h"
+#include "oxd/system/Text.h"
 
 #include <cerrno>
 #include <system_error>
@@ -45,6 +46,13 @@ void Results::Write(std::string_view text)
 {
     m_written = true;
     Require(platform::WriteAll(m_descriptor, text));
+}
+
+void Results::WriteLines(const std::string& text)
+{
+    if (!text.empty()) {
+        Write(IsTerminal() ? PrintableLines(text) : text);
+    }
 }
 
 void Results::Close()

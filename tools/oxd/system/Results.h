@@ -2,6 +2,7 @@
 #pragma once
 
 #include <exception>
+#include <string>
 #include <string_view>
 
 namespace oxd {
@@ -29,6 +30,10 @@ public:
 
     // Throws a Failure, as Close does, if the text does not arrive, and ReaderGone if nobody waits for it.
     void Write(std::string_view text);
+
+    // The same for lines that may quote anything: on a terminal, control characters in them are replaced. Writing no
+    // text is no writing.
+    void WriteLines(const std::string& text);
 
     // Only after this is it certain that everything written has arrived. A standard output that is closed is no failure
     // as long as nothing was written to it.

@@ -100,6 +100,18 @@ std::string Printable(const std::string& text)
     return printable;
 }
 
+std::string PrintableLines(const std::string& text)
+{
+    std::string printable;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        printable += Printable(text.substr(begin, end - begin));
+        printable += end < text.size() ? "\n" : "";
+        begin = end + 1;
+    }
+    return printable;
+}
+
 std::string ValidUtf8(const std::string& text)
 {
     std::string valid = text;

@@ -16,6 +16,9 @@ std::string ToExactText(double number);
 // terminal.
 std::string Printable(const std::string& text);
 
+// The same for a text of several lines, which keeps its line feeds.
+std::string PrintableLines(const std::string& text);
+
 // `text` itself if it is UTF-8, else with every byte beyond ASCII replaced by a question mark. Codes that stand for no
 // character, such as U+FFFE, count as not UTF-8.
 std::string ValidUtf8(const std::string& text);

@@ -1,0 +1,54 @@
+#include "oxd/commands/ReplayCommand.h"
+
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/edit/Replay.h"
+#include "oxd/inspection/CheckInput.h"
+#include "oxd/system/Results.h"
+
+#include <memory>
+
+namespace oxd {
+
+namespace {
+
+constexpr const char* replayHelp =
+    "What oxd correct recorded in FILE is done once more with ORIGINAL, and the outcome is compared with FILE byte "
+    "for\n"
+    "byte. Neither is changed. Exit codes: 0 the same, 1 different, 4 FILE has no provenance.";
+
+struct ReplayOptions
+{
+    std::string file;
+    std::string original;
+    bool trust = false;
+};
+
+inspect::Inspection InspectSound(const std::string& file)
+{
+    inspect::Inspection inspection = InspectAloud(file);
+    RequireOpens(inspection);
+    return inspection;
+}
+
+} // namespace
+
+void AddReplay(CLI::App& app, Results& results, ExitCode& outcome)
+{
+    const auto options = std::make_shared<ReplayOptions>();
+    CLI::App& command = *app.add_subcommand("replay", "Prove how a corrected file was made")->footer(replayHelp);
+    AddInputFile(command, options->file);
+    command.add_option("ORIGINAL", options->original, "File that it was made from; stays as it is")
+        ->type_name("")
+        ->required()
+        ->check(IsNotEmpty());
+    AddTrust(command, options->trust);
+    command.callback([options, &results, &outcome] {
+        const inspect::Inspection made = InspectSound(options->file);
+        const inspect::Inspection original = InspectSound(options->original);
+        const ReplayOutcome replayed = Replay(made, {original, options->trust});
+        outcome = replayed.isSame ? ExitCode::Done : ExitCode::No;
+        results.WriteLines(replayed.sentence + "\n");
+    });
+}
+
+} // namespace oxd

@@ -1,0 +1,93 @@
+#include "oxd/edit/Replay.h"
+
+#include "oxd/edit/Correct.h"
+#include "oxd/edit/FirstDifference.h"
+#include "oxd/inspection/CheckInput.h"
+#include "oxd/provenance/SampleDigest.h"
+#include "oxd/provenance/StepLog.h"
+#include "oxd/system/Failure.h"
+
+#include <algorithm>
+
+namespace oxd {
+
+namespace {
+
+// Makes files that are compared and thrown away.
+class Repetition
+{
+public:
+    explicit Repetition(const ReplayOriginal& original)
+        : m_file(original.inspection.file), m_doubted(Doubted(original.inspection)), m_trust(original.trust)
+    {
+    }
+
+    // The original, or what the steps so far have made of it.
+    const std::string& File() const { return m_file; }
+
+    // False, and nothing is done, if the samples are not those that the step was taken on.
+    bool Repeat(const Step& step, const std::string& subject)
+    {
+        const StepWork work = WorkOf(step, subject);
+        DataSet dataSet = DataSet::Open(m_file);
+        const Channel channel = FindChannel(dataSet, {m_file, work.group, work.channel, m_doubted, m_trust});
+        if (DigestOfSamples(channel) != work.digest) {
+            return false;
+        }
+        AppendStep(dataSet, step);
+        CorrectLines(channel, work.lineOperator);
+        m_file = dataSet.SaveTo(m_output);
+        m_doubted.clear();
+        return true;
+    }
+
+private:
+    OutputFile m_output;
+    std::string m_file;
+    std::vector<ChannelPlace> m_doubted;
+    bool m_trust;
+};
+
+// The steps of `made` that the original does not have yet.
+std::vector<Step> StepsToRepeat(const inspect::Inspection& made, const inspect::Inspection& original)
+{
+    std::vector<Step> steps = ReadSteps(made);
+    if (steps.empty()) {
+        throw Failure(ExitCode::Damaged, made.file, "no provenance says how it was made");
+    }
+    const std::vector<Step> known = ReadSteps(original);
+    if (known.size() >= steps.size() || !std::equal(known.begin(), known.end(), steps.begin())) {
+        throw Failure(ExitCode::No, original.file, "its own provenance does not lead to that of " + made.file);
+    }
+    steps.erase(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(known.size()));
+    return steps;
+}
+
+std::string StepCount(std::size_t count)
+{
+    return count == 1 ? "1 step" : std::to_string(count) + " steps";
+}
+
+} // namespace
+
+ReplayOutcome Replay(const inspect::Inspection& made, const ReplayOriginal& original)
+{
+    const std::vector<Step> steps = StepsToRepeat(made, original.inspection);
+    const std::string subject = made.file + ": ";
+    Repetition repetition(original);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (!repetition.Repeat(steps[i], made.file)) {
+            return {false, subject + "step " + std::to_string(i + 1) + " of " + std::to_string(steps.size()) +
+                               " was taken on other samples than those of " + original.inspection.file};
+        }
+    }
+    const std::string work = StepCount(steps.size()) + " on " + original.inspection.file;
+    const auto difference = FirstDifference(made.file, repetition.File());
+    if (difference) {
+        return {false, subject + "differs from what comes of " + work + ", first at byte " +
+                           std::to_string(*difference) + ", " + PlaceOf(*difference, made)};
+    }
+    return {true, subject + "the same as what comes of " + work};
+}
+
+} // namespace oxd

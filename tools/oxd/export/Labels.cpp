@@ -1,0 +1,18 @@
+#include "oxd/export/Labels.h"
+
+#include "oxd/system/Text.h"
+
+namespace oxd {
+
+std::vector<PngText> LabelsWithRange(const ExportJob& job, const Scale& range)
+{
+    std::vector<PngText> labels = job.labels;
+    if (!labels.empty()) {
+        const std::string unit = job.source.GetChannel().ReadAxis(signalAxis).unit;
+        const std::string text = ToExactText(range.From()) + " .. " + ToExactText(range.To()) + " " + unit;
+        labels.push_back({"Range", ValidUtf8(Printable(text))});
+    }
+    return labels;
+}
+
+} // namespace oxd

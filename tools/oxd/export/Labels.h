@@ -1,0 +1,15 @@
+// What a picture says of itself, for programs and for people who find it years later.
+#pragma once
+
+#include "oxd/export/ExportKinds.h"
+#include "oxd/picture/PngText.h"
+#include "oxd/picture/Scale.h"
+
+#include <vector>
+
+namespace oxd {
+
+// The labels of the job and the range of values that the picture spans. Nothing if the job has no labels.
+std::vector<PngText> LabelsWithRange(const ExportJob& job, const Scale& range);
+
+} // namespace oxd
