@@ -17,10 +17,11 @@ using veltaris::velstdlib::string::EqualFolded;
 using veltaris::velstdlib::string::FoldedCopy;
 
 // What makes all values of a channel wrong.
-constexpr std::array rulesOfChannels = {inspect::RuleId::OtherStorage, inspect::RuleId::ChannelVersionDoubtful};
+constexpr std::array rulesOfChannels = {inspect::RuleId::OtherStorage, inspect::RuleId::ChannelVersionDoubtful,
+                                        inspect::RuleId::AxisKeyDamaged};
 // What makes them wrong when it is about their signal axis.
 constexpr std::array rulesOfAxes = {inspect::RuleId::AxisNoNumber, inspect::RuleId::AxisKeyMissing,
-                                    inspect::RuleId::AxisKeyRepeated, inspect::RuleId::AxisKeyDamaged};
+                                    inspect::RuleId::AxisKeyRepeated};
 
 // A finding that stands for those that are not listed names no key.
 bool ConcernsValues(const inspect::Finding& finding)
