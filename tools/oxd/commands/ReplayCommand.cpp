@@ -23,13 +23,6 @@ struct ReplayOptions
     bool trust = false;
 };
 
-inspect::Inspection InspectSound(const std::string& file)
-{
-    inspect::Inspection inspection = InspectAloud(file);
-    RequireOpens(inspection);
-    return inspection;
-}
-
 } // namespace
 
 void AddReplay(CLI::App& app, Results& results, ExitCode& outcome)
@@ -43,8 +36,8 @@ void AddReplay(CLI::App& app, Results& results, ExitCode& outcome)
         ->check(IsNotEmpty());
     AddTrust(command, options->trust);
     command.callback([options, &results, &outcome] {
-        const inspect::Inspection made = InspectSound(options->file);
-        const inspect::Inspection original = InspectSound(options->original);
+        const inspect::Inspection made = InspectAloud(options->file);
+        const inspect::Inspection original = InspectAloud(options->original);
         const ReplayOutcome replayed = Replay(made, {original, options->trust});
         outcome = replayed.isSame ? ExitCode::Done : ExitCode::No;
         results.WriteLines(replayed.sentence + "\n");

@@ -74,13 +74,18 @@ std::vector<ChannelPlace> Misread(const inspect::Inspection& inspection)
     return places;
 }
 
-inspect::Inspection InspectAloud(const std::string& file)
+void ComplainOfErrors(const inspect::Inspection& inspection)
 {
-    inspect::Inspection inspection = InspectFile(file);
-    const std::string subject = file + ": ";
+    const std::string subject = inspection.file + ": ";
     for (const std::string& message : ErrorMessages(inspection)) {
         Complain(subject + message);
     }
+}
+
+inspect::Inspection InspectAloud(const std::string& file)
+{
+    inspect::Inspection inspection = InspectFile(file);
+    ComplainOfErrors(inspection);
     RequireOpens(inspection);
     return inspection;
 }

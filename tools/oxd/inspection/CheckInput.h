@@ -9,6 +9,9 @@
 
 namespace oxd {
 
+// Complains of all errors in the file but of one that keeps it from being opened.
+void ComplainOfErrors(const inspect::Inspection& inspection);
+
 // Complains of all errors in the file. Throws a Failure if it cannot be read, or is none that the library opens.
 inspect::Inspection InspectAloud(const std::string& file);
 
