@@ -12,9 +12,9 @@ namespace oxd {
 namespace {
 
 constexpr const char* replayHelp =
-    "What oxd correct recorded in FILE is done once more with ORIGINAL, and the outcome is compared with FILE byte "
-    "for\n"
-    "byte. Neither is changed. Exit codes: 0 the same, 1 different, 4 FILE has no provenance.";
+    "What oxd correct recorded in FILE is done once more with ORIGINAL, and the outcome is\n"
+    "compared with FILE byte for byte. Neither is changed. Exit codes: 0 the same,\n"
+    "1 different, 4 FILE has no provenance.";
 
 struct ReplayOptions
 {
