@@ -37,8 +37,7 @@ void AddReplay(CLI::App& app, Results& results, ExitCode& outcome)
     AddTrust(command, options->trust);
     command.callback([options, &results, &outcome] {
         const inspect::Inspection made = InspectAloud(options->file);
-        const inspect::Inspection original = InspectAloud(options->original);
-        const ReplayOutcome replayed = Replay(made, {original, options->trust});
+        const ReplayOutcome replayed = Replay(made, RequireCertain(options->original, options->trust));
         outcome = replayed.isSame ? ExitCode::Done : ExitCode::No;
         results.WriteLines(replayed.sentence + "\n");
     });
