@@ -79,7 +79,7 @@ std::vector<Command> Commands()
             {Exporting("out.csv"), "out.csv"},
             {Exporting("out.raw"), "out.raw"},
             {{"correct", "in.oxd", "--group", "Scan", "--channel", "0", "--op", "line", "-o", "out.oxd"}, "out.oxd"},
-            {{"salvage", "in.oxd", "-o", "salvaged.oxd"}, "salvaged.oxd"},
+            {{"salvage", "in.oxd", "--map", "map.json", "-o", "salvaged.oxd"}, "salvaged.oxd"},
             inPlace};
 }
 

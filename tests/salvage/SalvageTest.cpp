@@ -248,8 +248,6 @@ Damage MakeDamage(std::mt19937& random, std::size_t headerBytes)
     return {below(headerBytes), kind == 0 ? Damage::Lost : kind == 1 ? Damage::PutIn : Damage::Changed, other};
 }
 
-} // namespace
-
 TEST_F(SalvageTest, EveryPrefixGivesSamplesOfTheFileAndNoOthers)
 {
     for (const std::string& file : WholeFiles()) {
@@ -362,3 +360,5 @@ TEST_F(SalvageTest, SavesNoMoreLinesWithoutSamplesThanAFileMayHave)
     EXPECT_EQ(salvaged.channels[3].heldLines, 3);
     EXPECT_TRUE(InspectBytes(Saved(salvaged)).Opens());
 }
+
+} // namespace

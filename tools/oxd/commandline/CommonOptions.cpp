@@ -81,10 +81,10 @@ void AddTrust(CLI::App& command, bool& trust)
                      "Take samples also where they may not be those of their channel, or have wrong values");
 }
 
-void AddJson(CLI::App& command, FileList& files)
+JsonOptions AddJson(CLI::App& command, FileList& files)
 {
-    command.add_flag("--json", files.json, "Print JSON, of one file");
-    AddJsonLines(command, files.jsonLines);
+    CLI::Option& document = *command.add_flag("--json", files.json, "Print JSON, of one file");
+    return {document, AddJsonLines(command, files.jsonLines)};
 }
 
 void RequireOneForJson(const FileList& files)
@@ -94,9 +94,9 @@ void RequireOneForJson(const FileList& files)
     }
 }
 
-void AddJsonLines(CLI::App& command, bool& jsonLines)
+CLI::Option& AddJsonLines(CLI::App& command, bool& jsonLines)
 {
-    command.add_flag("--jsonl", jsonLines, "Print a line of JSON for each file, errors included");
+    return *command.add_flag("--jsonl", jsonLines, "Print a line of JSON for each file, errors included");
 }
 
 CLI::Validator IsNotEmpty()

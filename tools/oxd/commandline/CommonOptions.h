@@ -47,11 +47,16 @@ void AddTrust(CLI::App& command, bool& trust);
 
 // Asks for JSON instead of text: one document, or with AddJsonLines one for each file. Only the latter may be of
 // several files, which is wrong usage otherwise.
-void AddJson(CLI::App& command, FileList& files);
+struct JsonOptions
+{
+    CLI::Option& document;
+    CLI::Option& lines;
+};
+JsonOptions AddJson(CLI::App& command, FileList& files);
 void RequireOneForJson(const FileList& files);
 
 // Asks for one line of JSON for each file, errors included.
-void AddJsonLines(CLI::App& command, bool& jsonLines);
+CLI::Option& AddJsonLines(CLI::App& command, bool& jsonLines);
 
 // For the file names of a command that has other options for them than these.
 CLI::Validator IsNotEmpty();

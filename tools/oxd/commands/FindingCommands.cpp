@@ -97,10 +97,10 @@ void AddValidate(CLI::App& app, Results& results, ExitCode& outcome)
     CLI::App& command = *app.add_subcommand("validate", "Find what is wrong with files")->footer(validateHelp);
     AddInputFiles(command, options->files.names);
     command.add_flag("--strict", options->strict, "Take warnings for errors in the exit code");
-    AddJson(command, options->files);
+    const JsonOptions json = AddJson(command, options->files);
     command.add_flag("--sarif", options->sarif, "Print one log in SARIF 2.1.0 for all files")
-        ->excludes(command.get_option("--json"))
-        ->excludes(command.get_option("--jsonl"));
+        ->excludes(&json.document)
+        ->excludes(&json.lines);
     command.callback([options, &results, &outcome] { Validate(*options, results, outcome); });
 }
 

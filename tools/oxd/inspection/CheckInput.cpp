@@ -19,9 +19,9 @@ using veltaris::velstdlib::string::FoldedCopy;
 // What makes all values of a channel wrong.
 constexpr std::array rulesOfChannels = {inspect::RuleId::OtherStorage, inspect::RuleId::ChannelVersionDoubtful,
                                         inspect::RuleId::AxisKeyDamaged};
-// What makes them wrong when it is about their signal axis.
-constexpr std::array rulesOfAxes = {inspect::RuleId::AxisNoNumber, inspect::RuleId::AxisKeyMissing,
-                                    inspect::RuleId::AxisKeyRepeated};
+// What makes them wrong when it is about their signal axis. A key that left no trace is a mere error: other programs
+// may leave keys out.
+constexpr std::array rulesOfAxes = {inspect::RuleId::AxisNoNumber, inspect::RuleId::AxisKeyRepeated};
 
 // A finding that stands for those that are not listed names no key.
 bool ConcernsValues(const inspect::Finding& finding)
