@@ -10,7 +10,7 @@
 
 namespace {
 
-using Json = nlohmann::ordered_json;
+using OrderedJson = nlohmann::ordered_json;
 
 constexpr const char* noted = "Provenance/Step 1/";
 
@@ -70,14 +70,14 @@ TEST_F(ProvenanceTest, IsAGroupForEachCorrection)
     ResultsOf("correct folder/in.oxd -g Group0 -c 0 --op parabola -o a.oxd");
     ResultsOf("correct a.oxd -g id:0 -c 0 --op mean -o b.oxd");
 
-    const Json first = Json::parse(ResultsOf("info --json a.oxd"))["info"];
-    const Json both = Json::parse(ResultsOf("info --json b.oxd"))["info"];
+    const OrderedJson first = OrderedJson::parse(ResultsOf("info --json a.oxd"))["info"];
+    const OrderedJson both = OrderedJson::parse(ResultsOf("info --json b.oxd"))["info"];
     ASSERT_EQ(both.size(), 1);
     EXPECT_EQ(both[0]["name"], "Provenance");
     ASSERT_EQ(both[0]["groups"].size(), 2);
     EXPECT_EQ(both[0]["groups"][0], first[0]["groups"][0]) << "a step stays as it is";
     std::vector<std::string> items;
-    for (const Json& item : first[0]["groups"][0]["items"])
+    for (const OrderedJson& item : first[0]["groups"][0]["items"])
         items.push_back(item["name"].get<std::string>() + "=" + item["value"].get<std::string>());
     EXPECT_EQ(
         items,
