@@ -24,7 +24,7 @@ using velstdlib::string::EqualFolded;
 
 namespace {
 
-constexpr std::string_view digits = "0123456789";
+constexpr std::string_view decimalDigits = "0123456789";
 constexpr std::array<std::string_view, 4> sizeKeys{"Points", "Lines", "SaveBits", "Version"};
 constexpr std::array<std::string_view, 4> countKeys{"Version", "GroupCount", "ChannelCount", "FrameCount"};
 constexpr std::string_view lineKeyPrefix = "LineDim";
@@ -104,7 +104,7 @@ private:
                     Add(line, start + number);
             }
         } else if (!m_lines.FindKey(line.section, key)) {
-            const auto notDigit = raw.find_last_not_of(digits);
+            const auto notDigit = raw.find_last_not_of(decimalDigits);
             const std::string_view number = raw.substr(notDigit == std::string_view::npos ? 0 : notDigit + 1);
             const std::string whole = start + std::string(number);
             if (!number.empty() && IsOneEdit(raw, whole) && fits(std::string(number)))
@@ -128,8 +128,8 @@ private:
     std::string FirstNumber(const HeaderLine& line) const
     {
         const std::string_view raw = RawText(line);
-        const auto begin = std::min(raw.find_first_of(digits), raw.size());
-        const auto end = std::min(raw.find_first_not_of(digits, begin), raw.size());
+        const auto begin = std::min(raw.find_first_of(decimalDigits), raw.size());
+        const auto end = std::min(raw.find_first_not_of(decimalDigits, begin), raw.size());
         return std::string(raw.substr(begin, end - begin));
     }
 

@@ -43,8 +43,10 @@ bool Strikes(Kind kind)
     counted.struck |= strikes;
     if (strikes && current.effect == Effect::Kill)
         std::raise(SIGKILL);
-    if (strikes && current.effect == Effect::CtrlC)
+    if (strikes && current.effect == Effect::CtrlC) {
         std::raise(SIGINT);
+        std::raise(SIGINT); // the impatient press it twice
+    }
     return strikes && current.effect != Effect::CtrlC;
 }
 

@@ -79,7 +79,7 @@ std::vector<Command> Commands()
             {Exporting("out.csv"), "out.csv"},
             {Exporting("out.raw"), "out.raw"},
             {{"correct", "in.oxd", "--group", "Scan", "--channel", "0", "--op", "line", "-o", "out.oxd"}, "out.oxd"},
-            {{"salvage", "in.oxd", "-o", "salvaged.oxd"}, "salvaged.oxd"},
+            {{"salvage", "in.oxd", "--map", "map.json", "-o", "salvaged.oxd"}, "salvaged.oxd"},
             inPlace};
 }
 
@@ -135,8 +135,11 @@ const char* Fault(const Ending& ending, const std::string& before, const std::st
         return "leaves another file";
     if (ending.code == 0 && ending.output != whole)
         return "succeeds without the new file";
-    if (ending.code == interrupted && ending.output != before)
+    const bool hasReplaced = ending.output != before;
+    if (ending.code == interrupted && hasReplaced)
         return "is interrupted and leaves the new file";
+    if (plan.kind == Kind::File && ending.code > 0 && hasReplaced)
+        return "fails and leaves the new file";
     if (plan.kind == Kind::Memory && ending.code > 0 && ending.code != internal)
         return "takes a lack of memory for something else";
     if (ending.code > 0 && ending.code != interrupted && ReadBytes(messages).empty())

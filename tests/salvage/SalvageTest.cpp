@@ -248,14 +248,12 @@ Damage MakeDamage(std::mt19937& random, std::size_t headerBytes)
     return {below(headerBytes), kind == 0 ? Damage::Lost : kind == 1 ? Damage::PutIn : Damage::Changed, other};
 }
 
-} // namespace
-
 TEST_F(SalvageTest, EveryPrefixGivesSamplesOfTheFileAndNoOthers)
 {
     for (const std::string& file : WholeFiles()) {
         const Original original(file);
         std::uint64_t most = 0;
-        for (std::size_t size = 0; size <= file.size(); ++size) {
+        for (std::size_t size = file.size() % LOOP_STRIDE; size <= file.size(); size += LOOP_STRIDE) {
             const std::string what = "the first " + std::to_string(size) + " bytes";
             const Salvaged salvaged = SalvageBytes(file.substr(0, size));
             most = std::max(most, ExpectOwnSamples(original, salvaged, what));
@@ -272,7 +270,7 @@ TEST_F(SalvageTest, TenThousandDamagedBytesOfHeadersBringUpNoSampleThatWasNotThe
     for (const std::string& file : WholeFiles()) {
         const Original original(file);
         const std::uint64_t lines = ExpectOwnSamples(original, SalvageBytes(file), "whole");
-        const int count = file == Scan() ? 7000 : 1000;
+        const int count = (file == Scan() ? 7000 : 1000) / LOOP_STRIDE;
         int whole = 0;
         for (int i = 0; i < count; ++i) {
             const Damage damage = MakeDamage(random, file.find("#!") + 2);
@@ -362,3 +360,5 @@ TEST_F(SalvageTest, SavesNoMoreLinesWithoutSamplesThanAFileMayHave)
     EXPECT_EQ(salvaged.channels[3].heldLines, 3);
     EXPECT_TRUE(InspectBytes(Saved(salvaged)).Opens());
 }
+
+} // namespace

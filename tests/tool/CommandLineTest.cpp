@@ -16,6 +16,7 @@ TEST_F(CommandLineTest, AnswersQuestionsAboutItself)
         EXPECT_NE(help.find("oxd " + command), std::string::npos);
         EXPECT_EQ(ResultsOf("help " + command), help);
     }
+    EXPECT_EQ(ResultsOf("help set").find("stays as it is"), std::string::npos);
 }
 
 TEST_F(CommandLineTest, GuessesWhatWasMeant)
@@ -117,6 +118,8 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {2, "set x.oxd A/B 1 --in-place -o y.oxd", "--output excludes --in-place"},
         {2, "set x.oxd A/B 1 --in-place --no-clobber", "--no-clobber excludes --in-place"},
         {2, "export sample.oxd -o out.txt" + scan, "out.txt: its suffix"},
+        {2, "export sample.oxd -o out.csv --format tiff" + scan, "tiff"},
+        {2, "export sample.oxd -o out.png --format csv --grey" + scan, "--grey"},
         {2, "export sample.oxd -o png" + scan, "png: its suffix"},
         {2, "export sample.oxd --grey -o out.csv" + scan, "--grey"},
         {2, "export sample.csv -o ./sample.csv" + scan, "./sample.csv: "},
@@ -143,7 +146,7 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {1, "export empty.oxd --group Group0 --channel 0 -o old.png --grey", "no samples"},
         {3, "info missing.oxd", "oxd: missing.oxd: No such file"},
         {3, "info folder.csv", "oxd: folder.csv: "},
-        {5, "make-sample nowhere/sample.oxd", "oxd: nowhere/sample.oxd: No such file"},
+        {5, "make-sample nowhere/sample.oxd", "oxd: nowhere/sample.oxd: folder nowhere: No such file"},
         {5, "correct sample.oxd --op mean -o ." + scan, "oxd: .: "},
         {5, "export sample.oxd -o folder.csv" + scan, "oxd: folder.csv: Is a directory\n"},
     };
@@ -162,14 +165,31 @@ TEST_F(CommandLineTest, TellsForeignAndDamagedFilesFromItsOwn)
         ExpectFailure("info foreign.oxd", 4, "oxd: foreign.oxd: not an .oxd file");
     }
     WriteOxd("[DataSet]\nVersion=3\n", {}, "future.oxd");
-    ExpectMessage("info future.oxd", 4, "oxd: future.oxd: it is of an unknown version, 3\n");
+    ExpectFailure("info future.oxd", 4, "oxd: future.oxd: line 2: error: ");
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=999999999\n", {}, "damaged.oxd");
-    ExpectMessage("info damaged.oxd", 4, "damaged, its header has bad content (section DataSet, key GroupCount)\n");
+    ExpectFailure("info damaged.oxd", 4, "oxd: damaged.oxd: line 3: error: \"GroupCount\"");
+}
 
-    WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\n[C]\nPoints=9\nLines=1\n", "cut", "cut.oxd");
-    const Outcome cut = ExpectMessage("info cut.oxd", 4, "oxd: cut.oxd: damaged, it ends before its samples do");
-    EXPECT_EQ(cut.results, "");
-    EXPECT_NE(cut.diagnostics.find("[OXD402]\n"), std::string::npos) << cut.diagnostics;
+TEST_F(CommandLineTest, SaysOfACutOnceWhereItIs)
+{
+    WriteBytes("cut.oxd", ReadBytes("sample.oxd").substr(0, 200000));
+    for (const std::string command :
+         {"info cut.oxd", "get cut.oxd Scan/Lines", "set cut.oxd Scan/Lines 1 -o out.oxd", "diff cut.oxd sample.oxd",
+          "diff sample.oxd cut.oxd", "export cut.oxd --group ForwardScan --channel Phase -o out.csv",
+          "correct cut.oxd --group ForwardScan --channel 0 --op mean -o out.oxd"})
+        ExpectFailure(command, 4, "oxd: cut.oxd: byte 200000: error: Channel \"Deflection\"");
+}
+
+TEST_F(CommandLineTest, TakesWordsInBracketsAsTheyStand)
+{
+    std::filesystem::copy_file("sample.oxd", "[a,b]");
+    EXPECT_EQ(ResultsOf("validate '[a,b]' sample.oxd '[a,b]'"),
+              "[a,b]: 0 errors, 0 warnings, 0 notes\n" + ResultsOf("validate sample.oxd '[a,b]'"));
+    EXPECT_NE(ResultsOf("info '[a,b]'").find("[a,b]\n"), std::string::npos);
+    EXPECT_EQ(ResultsOf("get -p Scan/Lines '[a,b]' '[a,b]' '[a,b]'"), "[a,b]: 256\n[a,b]: 256\n[a,b]: 256\n");
+    ExpectFailure("get '[a,b]' '[x]/[y]'", 1, "oxd: [a,b]: no information named \"[x]/[y]\"\n");
+    ResultsOf("set '[a,b]' Scan/Lines '[1,2]' -o '[c]'");
+    EXPECT_EQ(ResultsOf("get '[c]' Scan/Lines"), "[1,2]\n");
 }
 
 TEST_F(CommandLineTest, LetsNoNameCommandTheTerminal)

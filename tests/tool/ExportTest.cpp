@@ -189,6 +189,44 @@ TEST_F(ExportTest, DrawsScalesAndTheirTexts)
     EXPECT_GT(ink(draw("--op mean "), left, 14, 640), ink(picture, left, 14, 640) + 30) << "names the operator";
 }
 
+TEST_F(ExportTest, WritesTheFormatThatItIsAskedFor)
+{
+    MakeRagged("0");
+    for (const std::string format : {"csv", "f64", "raw", "png", "png --grey"}) {
+        Run(ofRagged + ("-o out." + format));
+        const std::string bytes = ReadBytes("out." + format.substr(0, 3));
+        for (const char* const output : {"plain", "other.raw"}) {
+            EXPECT_EQ(Run(ofRagged + ("--format " + format + " -o " + output)).exitCode, 0) << format;
+            EXPECT_EQ(ReadBytes(output), bytes) << format;
+        }
+    }
+}
+
+TEST_F(ExportTest, SaysWhatNumbersCannotHold)
+{
+    struct
+    {
+        const char *axes, *told;
+        std::string row;
+    } const cases[] = {
+        {"Dim2Range=inf\nDim2Min=0\n", "no finite value", "0,,,,\n"},
+        {"Dim2Range=0\nDim2Min=-1.7976931348623157e308\n", "",
+         "0,-1.79769313e+308,-1.79769313e+308,-1.79769313e+308,-1.79769313e+308\n"},
+        {"Dim0Range=1.7e308\nDim0Min=-1e308\nDim2Range=1\nDim2Min=0\n", "",
+         ",-1e+308,-4.33333333e+307,1.33333333e+307,7e+307\n"},
+    };
+    for (const auto& [axes, told, row] : cases) {
+        WriteOxd(oneChannel + "Version=2\nPoints=4\nLines=1\nSaveBits=8\n" + axes, "\1\2\3\4", "huge.oxd");
+        for (const std::string format : {"csv", "f64", "png", "png --grey"}) {
+            const Outcome outcome = Run("export huge.oxd -g Scan -c 0 -o out --format " + format);
+            EXPECT_EQ(outcome.exitCode, *told != '\0' && format.starts_with("png") ? 1 : 0) << axes << format;
+            EXPECT_NE(outcome.diagnostics.find(told), std::string::npos) << outcome.diagnostics;
+            EXPECT_EQ(outcome.diagnostics.find("operator"), std::string::npos) << outcome.diagnostics;
+            EXPECT_TRUE(format != "csv" || ReadBytes("out").find(row) != std::string::npos) << ReadBytes("out");
+        }
+    }
+}
+
 TEST_F(ExportTest, FindsChannelsBesideEmptySlots)
 {
     const auto handle = Create("slots.oxd");

@@ -52,6 +52,17 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
     EXPECT_EQ(told["info"][0]["items"][0]["value"], "\x1B[32m\xC2\x9B");
 }
 
+TEST_F(InfoTest, ShowsTheNamesThatOtherCommandsFind)
+{
+    std::string bytes = ReadBytes("sample.oxd");
+    for (const std::string_view name : {"Gr0-Name=ForwardScan", "Dim2Name=Topography"})
+        bytes[bytes.find(name) + 13] = '\0';
+    WriteBytes("nul.oxd", bytes);
+    const auto told = nlohmann::json::parse(ResultsOf("info --json nul.oxd"))["groups"][0];
+    EXPECT_EQ(told["name"], "Forw");
+    ResultsOf("export nul.oxd -g Forw -o out.raw -c " + told["channels"][0]["name"].get<std::string>());
+}
+
 TEST_F(InfoTest, ShowsEmptySlotsInARowAsOne)
 {
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1000000\nGr0-Ch1=C\n[C]\nVersion=1\n", {}, "slots.oxd");

@@ -18,18 +18,29 @@ mode_t ModeOf(const std::string& file)
     return status.st_mode & 07777;
 }
 
-// The tool in a process of its own that waits for the reader of a pipe, when it has made a temporary file in `folder`.
-pid_t StartWriting(const char* pipe, const char* folder)
+// The tool in a process of its own, when it has made something in `folder` for temporary files, or has ended. `words`
+// ends with null.
+pid_t Start(std::vector<const char*> words, const char* folder)
 {
     const pid_t child = fork();
     if (child == 0) {
         setenv("TMPDIR", folder, 1); // NOLINT(concurrency-mt-unsafe): there is one thread
-        execl(OXD_TOOL, "oxd", "set", "sample.oxd", "Scan/Lines", "1", "-o", pipe, nullptr);
+        execv(OXD_TOOL,
+              const_cast<char**>(words.data())); // NOLINT(cppcoreguidelines-pro-type-const-cast): as it is declared
         _exit(1);
     }
-    while (std::filesystem::is_empty(folder))
+    siginfo_t ended = {};
+    while (std::filesystem::is_empty(folder) && ended.si_pid == 0) {
         std::this_thread::yield();
+        waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOHANG | WNOWAIT);
+    }
     return child;
+}
+
+// Waits for the reader of a pipe.
+pid_t StartWriting(const char* pipe, const char* folder)
+{
+    return Start({"oxd", "set", "sample.oxd", "Scan/Lines", "1", "-o", pipe, nullptr}, folder);
 }
 
 } // namespace
@@ -57,8 +68,12 @@ TEST_F(PosixSafeWriteTest, KeepsTheRightsOfTheOldFileAndRefusesAProtectedOne)
 {
     const mode_t before = umask(027);
     for (const std::string command : {"make-sample ", "export sample.oxd --group ForwardScan --channel 0 -o "}) {
-        ResultsOf(command + "new.csv");
-        EXPECT_EQ(ModeOf("new.csv"), 0640) << command;
+        for (const auto& [mask, mode] : {std::pair(0222, 0444), {0777, 0}, {027, 0640}}) {
+            std::filesystem::remove("new.csv");
+            umask(static_cast<mode_t>(mask));
+            ResultsOf(command + "new.csv");
+            EXPECT_EQ(ModeOf("new.csv"), mode) << command;
+        }
         for (const mode_t mode : {0600, 0666, 0764}) {
             chmod("new.csv", mode);
             ResultsOf(command + "new.csv");
@@ -71,7 +86,7 @@ TEST_F(PosixSafeWriteTest, KeepsTheRightsOfTheOldFileAndRefusesAProtectedOne)
         std::filesystem::remove("new.csv");
     }
     umask(before);
-    ExpectFailure("make-sample /sys/sample.oxd", 5, "oxd: /sys/sample.oxd: ");
+    ExpectFailure("make-sample /sys/sample.oxd", 5, "oxd: /sys/sample.oxd: folder /sys: ");
 }
 
 TEST_F(PosixSafeWriteTest, WritesPipesAndDevicesAsTheyAre)
@@ -96,6 +111,12 @@ TEST_F(PosixSafeWriteTest, WritesPipesAndDevicesAsTheyAre)
         ExpectFailure(command + "/dev/stdout >&-", 5, "Bad file descriptor");
     }
     EXPECT_TRUE(std::filesystem::is_fifo("pipe.csv"));
+    for (const char* const file : {"/dev/null", "pipe.csv"})
+        ExpectFailure(std::string("info ") + file, 3, std::string("oxd: ") + file + ": is not a regular file\n");
+    const std::string temporary = std::filesystem::temp_directory_path();
+    setenv("TMPDIR", Path("missing").c_str(), 1); // NOLINT(concurrency-mt-unsafe): there is one thread
+    ExpectFailure("make-sample /dev/null", 5, "oxd: /dev/null: folder for temporary files: No such file");
+    setenv("TMPDIR", temporary.c_str(), 1); // NOLINT(concurrency-mt-unsafe): there is one thread
 }
 
 TEST_F(PosixSafeWriteTest, LeavesNothingWhenInterrupted)
@@ -110,6 +131,16 @@ TEST_F(PosixSafeWriteTest, LeavesNothingWhenInterrupted)
         EXPECT_TRUE(WIFEXITED(status)) << signal;
         EXPECT_EQ(WEXITSTATUS(status), exitCode);
         EXPECT_TRUE(std::filesystem::is_empty("temporary")) << signal;
+    }
+
+    for (int i = 0; i < 10; ++i) { // wherever it is then
+        const pid_t doctor = Start({"oxd", "doctor", nullptr}, "temporary");
+        kill(doctor, SIGINT);
+        int status = 0;
+        waitpid(doctor, &status, 0);
+        EXPECT_TRUE(std::filesystem::is_empty("temporary"));
+        std::filesystem::remove_all("temporary");
+        std::filesystem::create_directory("temporary");
     }
 
     // Those that the tool was started to ignore do not end it.

@@ -22,6 +22,12 @@ TEST_F(PosixStreamTest, NoticesThatResultsDoNotArrive)
         EXPECT_EQ(ResultsOf(question + " >&9"), ""); // nobody is left who could miss anything
     }
     EXPECT_EQ(Run("info missing.oxd sample.oxd >&9").exitCode, 3);
+    ResultsOf("set sample.oxd Scan/Lines 1 -o other.oxd");
+    EXPECT_EQ(Run("diff sample.oxd other.oxd >&9").exitCode, 1);
+    const std::string temporary = std::filesystem::temp_directory_path();
+    setenv("TMPDIR", Path("missing").c_str(), 1); // NOLINT(concurrency-mt-unsafe): there is one thread
+    EXPECT_EQ(Run("doctor >&9").exitCode, 5);
+    setenv("TMPDIR", temporary.c_str(), 1); // NOLINT(concurrency-mt-unsafe): there is one thread
     close(ends[1]);
     close(known);
 }
@@ -50,7 +56,8 @@ TEST_F(PosixStreamTest, LeavesNoPartOfAFile)
     setrlimit(RLIMIT_FSIZE, &small);
     ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o out.csv", 5, "File too large");
     ExpectFailure("export sample.oxd --group ForwardScan --channel 0 -o link.f64", 5, "File too large");
-    ExpectFailure("set sample.oxd Scan/Lines 1 -o old.f64", 5, "not written whole");
+    ExpectFailure("set sample.oxd Scan/Lines 1 -o old.f64", 5, "oxd: old.f64: not written whole");
+    ExpectFailure("make-sample /dev/null", 5, "oxd: /dev/null: folder /"); // in which the file is made
     setrlimit(RLIMIT_FSIZE, &limit);
     (void)std::signal(SIGXFSZ, before);
     EXPECT_FALSE(std::filesystem::exists("out.csv"));

@@ -3,11 +3,11 @@
 
 namespace {
 
-constexpr const char* header =
-    "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\nSetInfos="
-    "I\n[I]\n-- Scan --=--------\nLines=1\n"
-    "[C]\nVersion=2\nPoints=2\nLines=1\nDim0Min=0\nDim1Min=0\nDim2Min=0\nDim2Range=1\nSaveBits=";
-constexpr const char* lossy = "16\nOperator=Jane\nDim0Range=1.23456789e-07\nDim1Range=2.3456789\n[SetView]\nViewCount=2"
+constexpr const char* header = "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=Scan\nGr0-Count=1\nGr0-Ch0=C\nSetInfos="
+                               "I\n[I]\n-- Scan --=--------\nLines=1\n"
+                               "[C]\nVersion=2\nPoints=2\nLines=1\nDim2Range=1\nSaveBits=";
+constexpr const char* lossy = "16\nDim0Min=0\nDim1Min=0\nDim2Min=0\nOperator=Jane\nDim0Range=1.23456789e-07\nDim1Range="
+                              "2.3456789\n[SetView]\nViewCount=2"
                               "\nView0=V\nView1=W\n[V]\n[W]\n[Calibration]\nX=1\n[Notes]\nY=2\n";
 
 const std::vector<std::string> saving{"set in.oxd Scan/Lines 2", "correct in.oxd -g Scan -c 0 --op mean"};

@@ -184,6 +184,26 @@ TEST_F(ValidateTest, NoCommandTakesSamplesForThoseOfAnotherChannel)
     ResultsOf("export sample.oxd -g ForwardScan -c Deflection -o original.raw");
     EXPECT_EQ(ReadBytes("forward.raw"), ReadBytes("original.raw"));
     ExpectMessage("export late.oxd -g BackwardScan -c Phase -o backward.raw", 4, "Phase");
+    ExpectMessage("correct late.oxd -g ForwardScan -c 0 --op line -o all.oxd", 4, "samples of 5 channels may not be");
+}
+
+TEST_F(ValidateTest, NoCommandTakesValuesForRightThatTheHeaderGivesWrongly)
+{
+    Damage("SaveOrder=Intel", "SaveOrder=Motorola", "wrong.oxd", "[DataSet-0:1]");
+    Damage("Dim2Range=", "Dim2Range=1,5;", "comma.oxd", "[DataSet-0:1]");
+    Damage("Dim1Range=", "Dim1Range=1,5;", "position.oxd", "[DataSet-0:1]");
+    for (const std::string file : {"wrong.oxd", "comma.oxd"}) {
+        for (const std::string& command : {"export " + file + " -g ForwardScan -c Deflection -o out.csv",
+                                           "correct " + file + " -g ForwardScan -c 0 --op line -o out.csv",
+                                           "set " + file + " Scan/Lines 1 -o out.csv", "diff " + file + " " + file}) {
+            ExpectMessage(command, 4, "may be wrong");
+            EXPECT_FALSE(std::filesystem::exists("out.csv")) << command;
+            EXPECT_EQ(Run(command + " --trust").exitCode, 0) << command;
+            std::filesystem::remove("out.csv");
+        }
+        EXPECT_EQ(Run("export " + file + " -g ForwardScan -c Phase -o out.raw").exitCode, 0);
+    }
+    ExpectMessage("export position.oxd -g ForwardScan -c Deflection -o out.csv", 0, "[OXD209]");
 }
 
 // The samples of a large file are not read unless they are asked for; the file is sparse, so that it takes no room.

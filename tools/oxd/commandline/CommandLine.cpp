@@ -34,6 +34,30 @@ std::string UnknownOption(const CLI::App& command)
     return found == end ? std::string() : found->substr(0, found->find('='));
 }
 
+// The parser takes a word in brackets for a list and splits it. Behind such a word, a byte that no argument has keeps
+// it whole, and each option takes that away again before it looks at its value.
+constexpr char guard = '\0';
+
+Words Guarded(Words words)
+{
+    for (std::string& word : words) {
+        if (word.starts_with('[') && word.ends_with(']')) {
+            word += guard;
+        }
+    }
+    return words;
+}
+
+void TakeGuards(CLI::App& command)
+{
+    const auto takeGuard = [](const std::string& word) {
+        return word.ends_with(guard) ? word.substr(0, word.size() - 1) : word;
+    };
+    for (CLI::Option* const option : command.get_options()) {
+        option->transform(takeGuard);
+    }
+}
+
 } // namespace
 
 CLI::App& FindCommand(CLI::App& app, const std::string& name)
@@ -60,7 +84,8 @@ void CommandLine::Run()
         throw CLI::RequiredError("A command");
     }
     m_command = &FindCommand(*m_app, *command);
-    m_command->parse(Words(m_arguments.rbegin(), std::make_reverse_iterator(command + 1)));
+    TakeGuards(*m_command);
+    m_command->parse(Guarded(Words(m_arguments.rbegin(), std::make_reverse_iterator(command + 1))));
 }
 
 std::string CommandLine::Help() const

@@ -19,9 +19,9 @@ CLI::Option& NoClobber(CLI::App& command, Destination& output)
 
 } // namespace
 
-void AddInputFile(CLI::App& command, std::string& file)
+void AddInputFile(CLI::App& command, std::string& file, const char* description)
 {
-    command.add_option("FILE", file, "File to read; stays as it is")->type_name("")->required()->check(IsNotEmpty());
+    command.add_option("FILE", file, description)->type_name("")->required()->check(IsNotEmpty());
 }
 
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files)
@@ -77,12 +77,26 @@ void AddNoProvenance(CLI::App& command, bool& records, const char* description)
 
 void AddTrust(CLI::App& command, bool& trust)
 {
-    command.add_flag("--trust", trust, "Take samples also where they may not be those of their channel");
+    command.add_flag("--trust", trust,
+                     "Take samples also where they may not be those of their channel, or have wrong values");
 }
 
-void AddJsonLines(CLI::App& command, bool& jsonLines)
+JsonOptions AddJson(CLI::App& command, FileList& files)
 {
-    command.add_flag("--jsonl", jsonLines, "Print a line of JSON for each file, errors included");
+    CLI::Option& document = *command.add_flag("--json", files.json, "Print JSON, of one file");
+    return {document, AddJsonLines(command, files.jsonLines)};
+}
+
+void RequireOneForJson(const FileList& files)
+{
+    if (files.json && files.names.size() > 1) {
+        throw CLI::ValidationError("--json", "is for one file, --jsonl for several");
+    }
+}
+
+CLI::Option& AddJsonLines(CLI::App& command, bool& jsonLines)
+{
+    return *command.add_flag("--jsonl", jsonLines, "Print a line of JSON for each file, errors included");
 }
 
 CLI::Validator IsNotEmpty()

@@ -1,6 +1,7 @@
 // Options that several commands have, so that they have the same names and mean the same everywhere.
 #pragma once
 
+#include "oxd/commandline/EachFile.h"
 #include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 
@@ -23,7 +24,7 @@ inline constexpr const char* selectionShape =
     "TEXT also where that consists of digits or begins like another way to name a group or channel.";
 
 // What the options set must outlive the command. A FILE or OUT without a name is wrong usage.
-void AddInputFile(CLI::App& command, std::string& file);
+void AddInputFile(CLI::App& command, std::string& file, const char* description = "File to read; stays as it is");
 void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
 CLI::Option& AddOutput(CLI::App& command, Destination& output);
 void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
@@ -44,8 +45,18 @@ void AddNoProvenance(CLI::App& command, bool& records, const char* description);
 // Asks for samples that may not be those of their channel.
 void AddTrust(CLI::App& command, bool& trust);
 
+// Asks for JSON instead of text: one document, or with AddJsonLines one for each file. Only the latter may be of
+// several files, which is wrong usage otherwise.
+struct JsonOptions
+{
+    CLI::Option& document;
+    CLI::Option& lines;
+};
+JsonOptions AddJson(CLI::App& command, FileList& files);
+void RequireOneForJson(const FileList& files);
+
 // Asks for one line of JSON for each file, errors included.
-void AddJsonLines(CLI::App& command, bool& jsonLines);
+CLI::Option& AddJsonLines(CLI::App& command, bool& jsonLines);
 
 // For the file names of a command that has other options for them than these.
 CLI::Validator IsNotEmpty();

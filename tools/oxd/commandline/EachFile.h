@@ -22,6 +22,7 @@ struct FileAnswer
 struct FileList
 {
     std::vector<std::string> names;
+    bool json = false;      // one document
     bool jsonLines = false; // a file that fails gives a line of JSON, too
 };
 

@@ -55,10 +55,9 @@ void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCod
     if (correction.output.name.empty() && !correction.isDryRun) {
         throw CLI::RequiredError("--output");
     }
+    // Every channel is saved, so that doubts in any of them count.
     const std::string& file = correction.selection.file;
-    const inspect::Inspection inspection = InspectAloud(file);
-    correction.selection.doubted = Doubted(inspection);
-    AnnounceSave(inspection, strict);
+    AnnounceSave(RequireCertain(file, correction.selection.trust), strict);
     const Corrected corrected = Correct(correction);
     outcome = Report(file, corrected.untouched, "left as before");
     results.WriteLines(corrected.preview);
@@ -90,15 +89,20 @@ void AddExport(CLI::App& app, ExitCode& outcome)
 {
     const auto wanted = std::make_shared<Export>();
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
-    command.footer("The suffix of OUT, in any case, says what is written:\n" + DescribeExportKinds() + "\n" +
-                   DescribeOperators() + "\n\n" + selectionShape);
+    command.footer("The suffix of OUT, in any case, says what is written unless --format does:\n" +
+                   DescribeExportKinds() + "\n" + DescribeOperators() + "\n\n" + selectionShape);
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
+    command.add_option("--format", wanted->format, "What to write where the suffix of OUT does not tell, such as csv")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(ExportFormats()).description(""));
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
     AddOutput(command, wanted->output).required();
     AddNoProvenance(command, wanted->labels, "Do not note down in a picture what it shows");
     command.callback([wanted, &outcome] {
-        wanted->selection.doubted = Doubted(InspectAloud(wanted->selection.file));
+        const inspect::Inspection inspection = InspectAloud(wanted->selection.file);
+        wanted->selection.doubted = Doubted(inspection);
+        wanted->selection.misread = Misread(inspection);
         const ExportGaps gaps = ExportChannel(*wanted);
         outcome = Report(wanted->selection.file, gaps.skipped, "left out");
         for (const std::string& note : gaps.notes) {

@@ -16,9 +16,9 @@ namespace oxd {
 namespace {
 
 constexpr const char* diffHelp =
-    "ASPECT is one of structure, bits, axes, samples and information. Groups are paired by name, channels by slot,\n"
-    "information by its path. A number is the same if any tolerance that is given says so; without one it must be\n"
-    "equal. Exit codes: 0 the same, 1 different.";
+    "ASPECT is one of structure, bits, axes, samples, information and other, which is what a save drops or writes\n"
+    "anew. Groups are paired by name, channels by slot, information by its path. A number is the same if any\n"
+    "tolerance that is given says so; without one it must be equal. Exit codes: 0 the same, 1 different.";
 
 struct DiffOptions
 {
@@ -104,13 +104,14 @@ void Diff(const DiffOptions& options, Results& results, ExitCode& outcome)
     RequireCertain(options.a, trusts);
     RequireCertain(options.b, trusts);
     const Comparison comparison = CompareFiles(options.a, options.b, options.comparison);
+    outcome = !comparison.problems.empty()     ? ExitCode::Damaged
+              : comparison.differences.empty() ? ExitCode::Done
+                                               : ExitCode::No;
     if (!options.quiet) {
         results.Write(options.json ? ToJson(comparison, options.comparison) : ToText(comparison));
     }
-    outcome = comparison.differences.empty() ? ExitCode::Done : ExitCode::No;
     for (const std::string& problem : comparison.problems) {
         Complain(problem);
-        outcome = ExitCode::Damaged;
     }
 }
 

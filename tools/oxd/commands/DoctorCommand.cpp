@@ -17,8 +17,8 @@ void AddDoctor(CLI::App& app, Results& results, ExitCode& outcome)
     command.add_flag("--json", *json, "Print JSON instead of text");
     command.callback([json, &results, &outcome] {
         const Diagnosis diagnosis = Examine(OXD_VERSION, results.IsTerminal());
-        results.Write(*json ? ToJson(diagnosis) : ToText(diagnosis));
         outcome = diagnosis.outcome;
+        results.Write(*json ? ToJson(diagnosis) : ToText(diagnosis));
     });
 }
 

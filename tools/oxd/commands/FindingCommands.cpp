@@ -24,13 +24,13 @@ struct ValidateOptions
 {
     FileList files;
     bool strict = false;
-    bool json = false;
     bool sarif = false;
 };
 
 std::string TextOf(const inspect::Inspection& inspection, const ValidateOptions& options)
 {
-    return options.json || options.files.jsonLines ? ToJson(inspection, options.files.jsonLines) : ToText(inspection);
+    return options.files.json || options.files.jsonLines ? ToJson(inspection, options.files.jsonLines)
+                                                         : ToText(inspection);
 }
 
 ExitCode Judge(const inspect::Inspection& inspection, bool strict)
@@ -53,9 +53,7 @@ inspect::Inspection InspectInto(SarifLog& log, const std::string& file)
 
 void Validate(const ValidateOptions& options, Results& results, ExitCode& outcome)
 {
-    if (options.json && options.files.names.size() > 1) {
-        throw CLI::ValidationError("--json", "is for one file, --jsonl for several");
-    }
+    RequireOneForJson(options.files);
     SarifLog log(OXD_VERSION);
     const auto answer = [&](const std::string& file) {
         const inspect::Inspection inspection = InspectInto(log, file);
@@ -99,11 +97,10 @@ void AddValidate(CLI::App& app, Results& results, ExitCode& outcome)
     CLI::App& command = *app.add_subcommand("validate", "Find what is wrong with files")->footer(validateHelp);
     AddInputFiles(command, options->files.names);
     command.add_flag("--strict", options->strict, "Take warnings for errors in the exit code");
-    CLI::Option& json = *command.add_flag("--json", options->json, "Print JSON instead of text");
-    AddJsonLines(command, options->files.jsonLines);
+    const JsonOptions json = AddJson(command, options->files);
     command.add_flag("--sarif", options->sarif, "Print one log in SARIF 2.1.0 for all files")
-        ->excludes(&json)
-        ->excludes(command.get_option("--jsonl"));
+        ->excludes(&json.document)
+        ->excludes(&json.lines);
     command.callback([options, &results, &outcome] { Validate(*options, results, outcome); });
 }
 

@@ -31,7 +31,6 @@ constexpr const char* jsonShape =
 struct InfoOptions
 {
     FileList files;
-    bool json = false;
     bool trust = false;
     SampleReading reading = SampleReading::IfFew;
 };
@@ -52,13 +51,11 @@ FileAnswer Answer(const std::string& file, const InfoOptions& options,
 
 void Show(const InfoOptions& options, Results& results, ExitCode& outcome)
 {
-    if (options.json && options.files.names.size() > 1) {
-        throw CLI::ValidationError("--json", "is for one file, --jsonl for several");
-    }
+    RequireOneForJson(options.files);
     std::string separator;
     const auto show = [&](const FileInfo& info) {
         return options.files.jsonLines ? ToJson(info, JsonLayout::OneLine)
-               : options.json          ? ToJson(info, JsonLayout::Indented)
+               : options.files.json    ? ToJson(info, JsonLayout::Indented)
                                        : std::exchange(separator, "\n") + ToTable(info);
     };
     AnswerForEach(
@@ -72,8 +69,7 @@ void AddInfo(CLI::App& app, Results& results, ExitCode& outcome)
     const auto options = std::make_shared<InfoOptions>();
     CLI::App& command = *app.add_subcommand("info", "Show what files hold")->footer(jsonShape);
     AddInputFiles(command, options->files.names);
-    command.add_flag("--json", options->json, "Print JSON instead of a table");
-    AddJsonLines(command, options->files.jsonLines);
+    AddJson(command, options->files);
     AddTrust(command, options->trust);
     const auto set = [options](SampleReading reading) { return [options, reading] { options->reading = reading; }; };
     CLI::Option& values = *command.add_flag_callback("--values", set(SampleReading::Always), "Read all samples");

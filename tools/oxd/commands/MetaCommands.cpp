@@ -26,8 +26,7 @@ void AddSeparator(CLI::App& command, std::string& separator)
         ->check(IsNotEmpty());
 }
 
-// The path is the second word, unless an option gives it; all other words are files. The parser would split a word in
-// brackets that is one of a list, so the words that may be a path are apart.
+// The path is the second word, unless an option gives it; all other words are files.
 struct GetOptions
 {
     FileList files;
@@ -83,9 +82,7 @@ void Get(GetOptions& options, Results& results, ExitCode& outcome)
         return (results.IsTerminal() ? Printable(line) : line) + "\n";
     };
     const auto answer = [&](const std::string& file) {
-        const inspect::Inspection inspection = InspectAloud(file);
-        RequireOpens(inspection);
-        return FileAnswer{show(file, GetMetaValue(inspection, path))};
+        return FileAnswer{show(file, GetMetaValue(InspectAloud(file), path))};
     };
     AnswerForEach(options.files, answer, results, outcome);
 }
@@ -102,8 +99,7 @@ void AddGet(CLI::App& app, Results& results, ExitCode& outcome)
     AddInputFile(command, options->files.names.emplace_back());
     options->secondWord = command.add_option("PATH", options->second, "Where the value is, see below");
     options->secondWord->type_name("");
-    command.add_option("FILES", options->others, "With --path: more files, and the second word is one, too")
-        ->type_name("");
+    command.add_option("FILES", options->others, "With --path: further files")->type_name("");
     options->pathOption = command.add_option("-p,--path", options->path, "The same for several files");
     options->pathOption->type_name("PATH");
     AddSeparator(command, options->separator);
@@ -138,7 +134,7 @@ void AddSet(CLI::App& app, Results& results)
     const auto options = std::make_shared<Options>();
     CLI::App& command = *app.add_subcommand("set", "Change one value of the measurement information");
     command.footer(std::string(pathShape) + "\n\n" + notInSavedFiles);
-    AddInputFile(command, options->file);
+    AddInputFile(command, options->file, "File to read; only --in-place changes it");
     command.add_option("PATH", options->path, "Where the value is, see below")->type_name("")->required();
     command.add_option("VALUE", options->value, "New value")->type_name("")->required();
     AddSeparator(command, options->separator);

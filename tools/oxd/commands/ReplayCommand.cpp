@@ -12,9 +12,9 @@ namespace oxd {
 namespace {
 
 constexpr const char* replayHelp =
-    "What oxd correct recorded in FILE is done once more with ORIGINAL, and the outcome is compared with FILE byte "
-    "for\n"
-    "byte. Neither is changed. Exit codes: 0 the same, 1 different, 4 FILE has no provenance.";
+    "What oxd correct recorded in FILE is done once more with ORIGINAL, and the outcome is\n"
+    "compared with FILE byte for byte. Neither is changed. Exit codes: 0 the same,\n"
+    "1 different, 4 FILE has no provenance.";
 
 struct ReplayOptions
 {
@@ -22,13 +22,6 @@ struct ReplayOptions
     std::string original;
     bool trust = false;
 };
-
-inspect::Inspection InspectSound(const std::string& file)
-{
-    inspect::Inspection inspection = InspectAloud(file);
-    RequireOpens(inspection);
-    return inspection;
-}
 
 } // namespace
 
@@ -43,9 +36,8 @@ void AddReplay(CLI::App& app, Results& results, ExitCode& outcome)
         ->check(IsNotEmpty());
     AddTrust(command, options->trust);
     command.callback([options, &results, &outcome] {
-        const inspect::Inspection made = InspectSound(options->file);
-        const inspect::Inspection original = InspectSound(options->original);
-        const ReplayOutcome replayed = Replay(made, {original, options->trust});
+        const inspect::Inspection made = InspectAloud(options->file);
+        const ReplayOutcome replayed = Replay(made, RequireCertain(options->original, options->trust));
         outcome = replayed.isSame ? ExitCode::Done : ExitCode::No;
         results.WriteLines(replayed.sentence + "\n");
     });

@@ -29,7 +29,7 @@ void AddSalvage(CLI::App& app, Results& results)
     CLI::App& command = *app.add_subcommand("salvage", "Save what is certain in a damaged file as another file");
     command.footer(std::string(salvageHelp) + "\n\n" + notInSavedFiles);
     AddInputFile(command, request->file);
-    AddOutput(command, request->output);
+    AddOutput(command, request->output).required();
     AddOtherOutput(command, "--map", request->map, "Write the map to a file instead of printing it");
     AddOtherOutput(command, "--png", request->picture, "Write the map as a picture, too");
     AddTrust(command, request->trust);

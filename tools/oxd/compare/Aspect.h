@@ -14,6 +14,7 @@ enum class Aspect
     Axes,        // names, units, min and range, also of single lines
     Samples,     // how many are valid, and their values
     Information, // the tree of measurement information
+    Other,       // what a save drops or writes anew
 };
 
 struct AspectName
@@ -28,6 +29,7 @@ inline constexpr std::array aspectNames{
     AspectName{Aspect::Axes, "axes"},
     AspectName{Aspect::Samples, "samples"},
     AspectName{Aspect::Information, "information"},
+    AspectName{Aspect::Other, "other"},
 };
 
 // Aspects are numbered from 0 in the order of the table.

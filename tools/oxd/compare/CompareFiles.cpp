@@ -1,5 +1,6 @@
 #include "oxd/compare/CompareChannels.h"
 #include "oxd/compare/CompareInformation.h"
+#include "oxd/compare/CompareOther.h"
 #include "oxd/compare/CompareSamples.h"
 #include "oxd/compare/Comparison.h"
 #include "oxd/compare/FileContent.h"
@@ -27,6 +28,7 @@ public:
             CompareGroups();
         }
         CompareInformation(m_a.GetDataSet(), m_b.GetDataSet(), m_recorder);
+        CompareOther(m_a.Other(), m_b.Other(), m_recorder);
     }
 
 private:
@@ -72,6 +74,7 @@ private:
         const Place place{Numbered{groupOfA.id, groupOfA.name}, Numbered{slot, name}};
         if (a && b) {
             CompareChannels({*a, *b, m_a.Bits(groupOfA, slot), m_b.Bits(groupOfB, slot), place});
+            CompareKeys(m_a.OtherKeys(groupOfA, slot), m_b.OtherKeys(groupOfB, slot), place, "", m_recorder);
         } else {
             m_recorder.Differ(Aspect::Structure, "channel", place, a ? Content(name) : Content(),
                               b ? Content(name) : Content());

@@ -102,7 +102,8 @@ private:
     {
         const std::vector<double> valuesOfA = m_a.Real(line);
         const std::vector<double> valuesOfB = m_b.Real(line);
-        for (std::size_t point = 0; point < count; ++point) {
+        const std::size_t readable = std::min({count, valuesOfA.size(), valuesOfB.size()});
+        for (std::size_t point = 0; point < readable; ++point) {
             const Sample a{rawOfA[point], valuesOfA[point]};
             const Sample b{rawOfB[point], valuesOfB[point]};
             if (!m_rule.AreSame(a, b)) {

@@ -4,8 +4,16 @@
 
 namespace oxd {
 
-FileContent::FileContent(const std::string& file) : m_dataSet(DataSet::Open(file)), m_bits(ReadStoredBits(file))
+FileContent::FileContent(const std::string& file) : FileContent(InspectFile(file))
 {
+}
+
+FileContent::FileContent(const inspect::Inspection& inspection)
+    : m_dataSet(DataSet::Open(inspection.file)), m_other(inspection)
+{
+    for (const inspect::ChannelSamples& channel : inspection.channels) {
+        m_bits[{channel.group, channel.slot}] = channel.bits;
+    }
     std::vector<std::uint64_t> ids(m_dataSet.Call(GetGroupCount));
     ids.reserve(1); // the function wants a place even for none
     m_dataSet.Call(GetAllGroupIds, ids.data());

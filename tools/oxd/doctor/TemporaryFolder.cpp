@@ -1,5 +1,6 @@
 #include "oxd/doctor/TemporaryFolder.h"
 
+#include "oxd/files/Interruption.h"
 #include "oxd/system/Failure.h"
 
 #include <random>
@@ -12,8 +13,12 @@ namespace {
 std::error_code MakeFolder(const std::filesystem::path& path)
 {
     std::error_code error;
+    interruption::GuardFolder(path);
     if (!std::filesystem::create_directory(path, error) && !error) {
         error = std::make_error_code(std::errc::file_exists);
+    }
+    if (error) {
+        interruption::ReleaseFolder();
     }
     return error;
 }
@@ -38,6 +43,7 @@ TemporaryFolder::~TemporaryFolder()
 {
     std::error_code ignored;
     std::filesystem::remove_all(m_path, ignored);
+    interruption::ReleaseFolder();
 }
 
 std::string TemporaryFolder::File(const std::string& name) const

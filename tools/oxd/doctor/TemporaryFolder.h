@@ -6,7 +6,8 @@
 
 namespace oxd {
 
-// Throws a Failure if it cannot be made. Whatever is in it is removed with it.
+// Throws a Failure if it cannot be made. Whatever is in it is removed with it, by an interruption also the folder with
+// a temporary file alone.
 class TemporaryFolder
 {
 public:

@@ -2,12 +2,12 @@
 
 #include "oxd/edit/Correct.h"
 #include "oxd/edit/FirstDifference.h"
-#include "oxd/inspection/CheckInput.h"
 #include "oxd/provenance/SampleDigest.h"
 #include "oxd/provenance/StepLog.h"
 #include "oxd/system/Failure.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace oxd {
 
@@ -17,10 +17,7 @@ namespace {
 class Repetition
 {
 public:
-    explicit Repetition(const ReplayOriginal& original)
-        : m_file(original.inspection.file), m_doubted(Doubted(original.inspection)), m_trust(original.trust)
-    {
-    }
+    explicit Repetition(std::string original) : m_file(std::move(original)) {}
 
     // The original, or what the steps so far have made of it.
     const std::string& File() const { return m_file; }
@@ -30,22 +27,19 @@ public:
     {
         const StepWork work = WorkOf(step, subject);
         DataSet dataSet = DataSet::Open(m_file);
-        const Channel channel = FindChannel(dataSet, {m_file, work.group, work.channel, m_doubted, m_trust});
+        const Channel channel = FindChannel(dataSet, {m_file, work.group, work.channel});
         if (DigestOfSamples(channel) != work.digest) {
             return false;
         }
         AppendStep(dataSet, step);
         CorrectLines(channel, work.lineOperator);
         m_file = dataSet.SaveTo(m_output);
-        m_doubted.clear();
         return true;
     }
 
 private:
     OutputFile m_output;
     std::string m_file;
-    std::vector<ChannelPlace> m_doubted;
-    bool m_trust;
 };
 
 // The steps of `made` that the original does not have yet.
@@ -70,18 +64,18 @@ std::string StepCount(std::size_t count)
 
 } // namespace
 
-ReplayOutcome Replay(const inspect::Inspection& made, const ReplayOriginal& original)
+ReplayOutcome Replay(const inspect::Inspection& made, const inspect::Inspection& original)
 {
-    const std::vector<Step> steps = StepsToRepeat(made, original.inspection);
+    const std::vector<Step> steps = StepsToRepeat(made, original);
     const std::string subject = made.file + ": ";
-    Repetition repetition(original);
+    Repetition repetition(original.file);
     for (std::size_t i = 0; i < steps.size(); ++i) {
         if (!repetition.Repeat(steps[i], made.file)) {
             return {false, subject + "step " + std::to_string(i + 1) + " of " + std::to_string(steps.size()) +
-                               " was taken on other samples than those of " + original.inspection.file};
+                               " was taken on other samples than those of " + original.file};
         }
     }
-    const std::string work = StepCount(steps.size()) + " on " + original.inspection.file;
+    const std::string work = StepCount(steps.size()) + " on " + original.file;
     const auto difference = FirstDifference(made.file, repetition.File());
     if (difference) {
         return {false, subject + "differs from what comes of " + work + ", first at byte " +

@@ -2,19 +2,10 @@
 #pragma once
 
 #include "oxd/inspection/InspectFile.h"
-#include "oxd/library/FindChannel.h"
 
 #include <string>
-#include <vector>
 
 namespace oxd {
-
-// Of the file that the steps are repeated on.
-struct ReplayOriginal
-{
-    const inspect::Inspection& inspection;
-    bool trust; // takes samples that may not be those of their channel
-};
 
 struct ReplayOutcome
 {
@@ -24,6 +15,6 @@ struct ReplayOutcome
 
 // Repeats the steps that `made` has beyond those of the original, in a file for that, and compares the bytes. Throws a
 // Failure if there is nothing to repeat or it makes no sense.
-ReplayOutcome Replay(const inspect::Inspection& made, const ReplayOriginal& original);
+ReplayOutcome Replay(const inspect::Inspection& made, const inspect::Inspection& original);
 
 } // namespace oxd

@@ -43,8 +43,12 @@ std::string AllSuffixes()
     return text;
 }
 
-std::string SuffixOf(const std::string& file)
+std::string SuffixOf(const Export& wanted)
 {
+    if (!wanted.format.empty()) {
+        return "." + wanted.format;
+    }
+    const std::string& file = wanted.output.name;
     std::string suffix = file.substr(std::min(file.size(), file.rfind('.')));
     std::transform(suffix.begin(), suffix.end(), suffix.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
@@ -53,13 +57,14 @@ std::string SuffixOf(const std::string& file)
 
 const Kind& FindKind(const Export& wanted)
 {
-    const std::string suffix = SuffixOf(wanted.output.name);
+    const std::string suffix = SuffixOf(wanted);
     const auto* const found = std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) {
         return kind.suffix == suffix && kind.grey == wanted.grey;
     });
     if (found == kinds.end()) {
         throw Failure(ExitCode::Usage, wanted.output.name,
-                      wanted.grey ? "--grey is for .png only" : "its suffix is none of" + AllSuffixes());
+                      wanted.grey ? "--grey is for .png only"
+                                  : "its suffix is none of" + AllSuffixes() + ", and --format says no other");
     }
     return *found;
 }
@@ -107,6 +112,24 @@ ExportGaps ExportChannel(const Export& wanted)
     kind.write(job);
     output.Close();
     return {source.Skipped(), job.notes};
+}
+
+void NoteMissingValues(ExportJob& job)
+{
+    if (!job.source.HasValues()) {
+        job.notes.push_back(job.source.NothingToShow());
+    }
+}
+
+std::vector<std::string> ExportFormats()
+{
+    std::vector<std::string> formats;
+    for (const Kind& kind : kinds) {
+        if (!kind.grey) {
+            formats.emplace_back(kind.suffix.substr(1));
+        }
+    }
+    return formats;
 }
 
 std::string DescribeExportKinds()

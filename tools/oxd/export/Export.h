@@ -17,6 +17,7 @@ struct Export
     LineOperator lineOperator = rawData;
     Destination output; // its suffix says what is written
     bool grey = false;  // asks for a picture for programs instead of one for people
+    std::string format; // says what is written instead of the suffix; one of ExportFormats(), or empty
     bool labels = true; // notes down in a picture what it shows
 };
 
@@ -29,6 +30,9 @@ struct ExportGaps
 
 // Throws a Failure if the output cannot be made. What was there stays then.
 ExportGaps ExportChannel(const Export& wanted);
+
+// A word for each kind of output, which is its suffix without the dot.
+std::vector<std::string> ExportFormats();
 
 // A line of help for each kind of output, under the options that choose it.
 std::string DescribeExportKinds();

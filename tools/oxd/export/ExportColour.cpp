@@ -86,7 +86,7 @@ void WriteColourPicture(ExportJob& job)
     const Field field(job.source, size);
     const Scale contrast = field.Contrast();
     if (!contrast.IsFinite()) {
-        throw Failure(ExitCode::No, job.file, "the channel has no samples to show");
+        throw Failure(ExitCode::No, job.file, job.source.NothingToShow());
     }
 
     const auto width = static_cast<double>(size.columns);

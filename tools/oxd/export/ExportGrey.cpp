@@ -19,7 +19,7 @@ using veltaris::velstdlib::math::vel_round;
 constexpr std::int64_t firstLevel = 1;
 constexpr std::int64_t lastLevel = 65535;
 
-Scale RangeOfValues(LineSource source)
+Scale RangeOfValues(LineSource& source)
 {
     Scale range = Scale::Nothing();
     for (std::uint64_t line = 0; line < source.Lines(); ++line) {
@@ -47,10 +47,11 @@ std::vector<std::uint16_t> Levels(const std::vector<double>& values, const Scale
 void WriteGreyPicture(ExportJob& job)
 {
     LineSource& source = job.source;
-    const Scale range = RangeOfValues(source);
+    LineSource first = source;
+    const Scale range = RangeOfValues(first);
     const std::string unit = " " + source.GetChannel().ReadAxis(signalAxis).unit;
     if (!range.IsFinite()) {
-        throw Failure(ExitCode::No, job.file, "the channel has no samples to show");
+        throw Failure(ExitCode::No, job.file, first.NothingToShow());
     }
     PngWriter picture(job.output, source.Points(), source.Lines());
     std::vector<PngText> texts = LabelsWithRange(job, range);

@@ -23,6 +23,9 @@ struct ExportJob
     std::vector<std::string> notes; // what the reader of the output should know, a sentence each
 };
 
+// Notes that none of the values is a number, where that is so once all lines were read.
+void NoteMissingValues(ExportJob& job);
+
 // Values as text: a row for each line, headed by its position, below a row of the positions of points.
 void WriteCsv(ExportJob& job);
 

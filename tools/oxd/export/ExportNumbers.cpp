@@ -33,6 +33,7 @@ void WriteRealNumbers(ExportJob& job)
         }
         job.output.Write(bytes);
     }
+    NoteMissingValues(job);
 }
 
 } // namespace oxd

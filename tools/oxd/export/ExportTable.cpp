@@ -36,7 +36,12 @@ std::string Quoted(const std::string& text)
 
 double Position(const Axis& axis, std::uint64_t index, std::uint64_t count)
 {
-    return count < 2 ? axis.min : axis.min + axis.range * static_cast<double>(index) / static_cast<double>(count - 1);
+    if (count < 2) {
+        return axis.min;
+    }
+    const auto last = static_cast<double>(count - 1);
+    const double product = axis.range * static_cast<double>(index); // beyond all numbers for a huge axis
+    return axis.min + (std::isfinite(product) ? product / last : axis.range * (static_cast<double>(index) / last));
 }
 
 std::string HeadingRow(const LineSource& source)
@@ -80,6 +85,7 @@ void WriteCsv(ExportJob& job)
         job.output.Write(row + "\n");
     }
     NoteLinesWithOwnAxes(job);
+    NoteMissingValues(job);
 }
 
 } // namespace oxd

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace oxd {
@@ -29,11 +30,18 @@ template std::vector<std::int32_t> LineSource::Read(std::uint64_t line, Reader<s
 std::vector<double> LineSource::ReadReal(std::uint64_t line)
 {
     constexpr double missing = std::numeric_limits<double>::quiet_NaN();
+    const auto isNumber = [](double value) { return std::isfinite(value); };
     std::vector<double> values = Read(line, &Channel::ReadReal);
-    std::replace_if(
-        values.begin(), values.end(), [](double value) { return !std::isfinite(value); }, missing);
+    m_hasSamples = m_hasSamples || !values.empty();
+    m_hasValues = m_hasValues || std::any_of(values.begin(), values.end(), isNumber);
+    std::replace_if(values.begin(), values.end(), std::not_fn(isNumber), missing);
     values.resize(m_points, missing);
     return values;
+}
+
+std::string LineSource::NothingToShow() const
+{
+    return m_hasSamples ? "the channel has no finite value" : "the channel has no samples to show";
 }
 
 } // namespace oxd

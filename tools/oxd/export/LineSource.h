@@ -7,6 +7,7 @@
 #include "oxd/library/LineTally.h"
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 namespace oxd {
@@ -39,6 +40,10 @@ public:
 
     const SkippedLines& Skipped() const { return m_skipped; }
 
+    // Whether ReadReal has given a number so far, and what to say if all lines have given none.
+    bool HasValues() const { return m_hasValues; }
+    std::string NothingToShow() const;
+
 private:
     template <typename Sample>
     using Reader = std::vector<Sample> (Channel::*)(std::uint64_t line, std::int32_t lineOperator) const;
@@ -52,6 +57,8 @@ private:
     std::uint64_t m_points;
     std::uint64_t m_lines;
     SkippedLines m_skipped;
+    bool m_hasSamples = false;
+    bool m_hasValues = false;
 };
 
 } // namespace oxd

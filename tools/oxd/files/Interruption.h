@@ -7,8 +7,8 @@
 // Windows, nobody can remove a file that the process still has open: there the handler only takes note, and the command
 // ends where it next asks.
 //
-// A new file takes its place in one step. From just before that step to the end of the process the first interruption
-// goes unheeded, so that a process which was interrupted has always left the old file. A second one ends it.
+// A new file takes its place in one step. From just before that step to the end of the process interruptions go
+// unheeded, so that a process which was interrupted has always left the old file.
 //
 // There is one temporary file at a time. Only the thread that runs the command may call these functions.
 #pragma once
@@ -22,6 +22,11 @@ void Heed();
 
 // Has an interruption remove this file from now on, whether it exists or not.
 void Guard(const std::filesystem::path& temporary);
+
+// Has an interruption also remove this folder, with nothing in it but that file, until it is released. Whether it
+// exists does not matter. There is one at a time.
+void GuardFolder(const std::filesystem::path& folder);
+void ReleaseFolder();
 
 // Throws a Failure if there was an interruption that has not ended the process.
 void Check();

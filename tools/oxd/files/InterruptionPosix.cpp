@@ -24,20 +24,34 @@ enum class Stage
 
 // A handler may touch nothing but such variables: the heap may be in the middle of a change.
 std::atomic<Stage> stage = Stage::NoFile;
-std::atomic<bool> wasAsked = false;
-std::array<char, PATH_MAX> temporaryFile{};
+std::atomic<bool> hasFolder = false;
+using PathBuffer = std::array<char, PATH_MAX>;
+PathBuffer temporaryFile{};
+PathBuffer temporaryFolder{};
 static_assert(std::atomic<Stage>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
 void End(int signal)
 {
     constexpr int signalBase = 128;
-    if (stage == Stage::Committed && !wasAsked.exchange(true)) {
+    if (stage == Stage::Committed) {
         return;
     }
     if (stage == Stage::Temporary) {
         unlink(temporaryFile.data());
     }
+    if (hasFolder) {
+        rmdir(temporaryFolder.data());
+    }
     _exit(signalBase + signal);
+}
+
+void Store(const std::filesystem::path& path, PathBuffer& buffer)
+{
+    const std::string& name = path.native();
+    if (name.size() >= buffer.size()) {
+        throw std::system_error(ENAMETOOLONG, std::generic_category());
+    }
+    *std::copy(name.begin(), name.end(), buffer.begin()) = '\0';
 }
 
 } // namespace
@@ -58,12 +72,19 @@ void Heed()
 
 void Guard(const std::filesystem::path& temporary)
 {
-    const std::string& name = temporary.native();
-    if (name.size() >= temporaryFile.size()) {
-        throw std::system_error(ENAMETOOLONG, std::generic_category());
-    }
-    *std::copy(name.begin(), name.end(), temporaryFile.begin()) = '\0';
+    Store(temporary, temporaryFile);
     stage = Stage::Temporary;
+}
+
+void GuardFolder(const std::filesystem::path& folder)
+{
+    Store(folder, temporaryFolder);
+    hasFolder = true;
+}
+
+void ReleaseFolder()
+{
+    hasFolder = false;
 }
 
 void Check()

@@ -2,7 +2,11 @@
 
 #include "oxd/system/Failure.h"
 
+#include <algorithm>
+#include <array>
 #include <atomic>
+#include <string>
+#include <system_error>
 
 #include <windows.h>
 
@@ -21,7 +25,9 @@ enum class Stage
 
 // The system calls the handler in a thread of its own.
 std::atomic<Stage> stage = Stage::NoFile;
-std::atomic<bool> wasAsked = false;
+std::atomic<bool> hasFolder = false;
+constexpr std::size_t longestPath = 32768;
+std::array<wchar_t, longestPath> temporaryFolder{};
 
 // From `expected` to `next`; otherwise `expected` becomes the stage that was found.
 bool Proceed(Stage& expected, Stage next)
@@ -37,12 +43,15 @@ bool MayGoOn()
     if (Proceed(noFile, Stage::Ending)) {
         return false;
     }
-    return Proceed(temporary, Stage::Interrupted) || (temporary == Stage::Committed && !wasAsked.exchange(true));
+    return Proceed(temporary, Stage::Interrupted) || temporary == Stage::Committed;
 }
 
 BOOL WINAPI End(DWORD event)
 {
     if (!MayGoOn()) {
+        if (hasFolder) {
+            RemoveDirectoryW(temporaryFolder.data());
+        }
         TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::Interrupted));
     }
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
@@ -72,6 +81,21 @@ void Guard(const std::filesystem::path&)
     if (!isFirst && (before != Stage::Committed || !Proceed(before, Stage::Temporary))) {
         Sleep(INFINITE); // the process is about to end
     }
+}
+
+void GuardFolder(const std::filesystem::path& folder)
+{
+    const std::wstring& name = folder.native();
+    if (name.size() >= temporaryFolder.size()) {
+        throw std::system_error(std::make_error_code(std::errc::filename_too_long));
+    }
+    *std::copy(name.begin(), name.end(), temporaryFolder.begin()) = L'\0';
+    hasFolder = true;
+}
+
+void ReleaseFolder()
+{
+    hasFolder = false;
 }
 
 void Check()

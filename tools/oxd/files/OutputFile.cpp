@@ -5,6 +5,7 @@
 #include "oxd/files/PlatformFiles.h"
 #include "oxd/files/Require.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Messages.h"
 #include "oxd/system/Platform.h"
 
 #include <fstream>
@@ -21,6 +22,14 @@ namespace {
     throw std::system_error(std::make_error_code(error));
 }
 
+[[noreturn]] void Fail(const std::string& subject, const std::error_code& error)
+{
+    if (error == std::errc::not_enough_memory) {
+        throw std::bad_alloc();
+    }
+    throw Failure(ExitCode::CannotWrite, subject, error.message());
+}
+
 } // namespace
 
 void RequireOtherFile(const std::string& input, const std::string& output)
@@ -31,17 +40,14 @@ void RequireOtherFile(const std::string& input, const std::string& output)
     }
 }
 
-// Runs a step and tells of its failure under the name that the user knows.
+// Runs a step and tells of its failure under the name that the user knows, or as one of a folder.
 template <typename Step>
-void OutputFile::Try(Step step) const
+void OutputFile::Try(Step step, const std::filesystem::path* folder) const
 {
     try {
         step();
     } catch (const std::system_error& error) {
-        if (error.code() == std::errc::not_enough_memory) {
-            throw std::bad_alloc();
-        }
-        throw Failure(ExitCode::CannotWrite, Name(), error.code().message());
+        Fail(folder == nullptr ? Name() : InFolder(*folder), error.code());
     }
 }
 
@@ -79,43 +85,74 @@ void OutputFile::CheckTarget() const
 
 void OutputFile::Write(std::string_view bytes)
 {
-    Try([&] {
-        Begin();
-        m_isStream ? Require(platform::WriteAll(m_stream, bytes)) : m_file->Write(bytes);
-    });
+    Begin();
+    Try([&] { m_isStream ? Require(platform::WriteAll(m_stream, bytes)) : m_file->Write(bytes); });
 }
 
 std::string OutputFile::FileToFill()
 {
-    Try([this] {
-        const auto folder = m_isStream ? std::filesystem::temp_directory_path() : m_target.parent_path();
-        m_file.emplace(folder, m_target);
-        m_file->Close();
-    });
+    CreateFile();
+    Try([this] { m_file->Close(); });
     return ToUtf8(m_file->Path());
+}
+
+std::string OutputFile::FilledPlace() const
+{
+    return m_isStream && m_file ? InFolder(m_file->Path().parent_path()) : Name();
 }
 
 void OutputFile::Close()
 {
-    Try([this] {
-        Begin(); // in case nothing was written
-        if (m_isStream) {
+    Begin(); // in case nothing was written
+    if (m_isStream) {
+        Try([this] {
             CopyToStream();
             Require(platform::Close(std::exchange(m_stream, closed)));
-        } else {
-            m_file->MoveTo(m_target, m_destination.mayReplace);
-        }
-    });
+        });
+        return;
+    }
+    Try([this] { m_file->MoveTo(m_target, m_destination.mayReplace); });
+    try {
+        Require(platform::FlushFolder(m_target.parent_path()));
+    } catch (const std::system_error& error) {
+        Complain(Name() + ": is written, but may not survive a loss of power: " + error.code().message());
+    }
 }
 
 void OutputFile::Begin()
 {
     if (m_isStream && m_stream == closed) {
-        m_stream = platform::OpenStream(Name());
-        Require(m_stream != closed);
+        Try([this] {
+            m_stream = platform::OpenStream(Name());
+            Require(m_stream != closed);
+        });
     } else if (!m_isStream && !m_file) {
-        m_file.emplace(m_target.parent_path(), m_target);
+        CreateFile();
     }
+}
+
+// What fails here concerns the folder, even where the file that is to be replaced could be written.
+void OutputFile::CreateFile()
+{
+    const std::filesystem::path folder = Folder();
+    Try([&] { m_file.emplace(folder, m_target); }, &folder);
+}
+
+std::filesystem::path OutputFile::Folder() const
+{
+    if (!m_isStream) {
+        return m_target.parent_path();
+    }
+    try {
+        return std::filesystem::temp_directory_path();
+    } catch (const std::filesystem::filesystem_error& error) { // which may not name it
+        Fail(Name() + ": folder for temporary files", error.code());
+    }
+}
+
+std::string OutputFile::InFolder(const std::filesystem::path& folder) const
+{
+    return Name() + ": folder " + (folder.empty() ? "." : ToUtf8(folder));
 }
 
 // What something else wrote to a file, if it did.

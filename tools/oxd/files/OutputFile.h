@@ -51,7 +51,11 @@ public:
     // content. Nothing may be passed to Write besides.
     std::string FileToFill();
 
+    // What a failure to fill that file is about: the destination, and for a stream the folder for temporary files.
+    std::string FilledPlace() const;
+
     // Only after this is it certain that everything written has arrived. A file to which nothing was written is empty.
+    // A file that is in its place, but whose name cannot be forced to the disk, is a message and no failure.
     void Close();
 
 private:
@@ -59,9 +63,12 @@ private:
 
     void CheckTarget() const;
     void Begin();
+    void CreateFile();
     void CopyToStream();
+    std::filesystem::path Folder() const; // in which the file is made
+    std::string InFolder(const std::filesystem::path& folder) const;
     template <typename Step>
-    void Try(Step step) const;
+    void Try(Step step, const std::filesystem::path* folder = nullptr) const;
 
     Destination m_destination;
     bool m_isStream;

@@ -17,8 +17,11 @@ bool IsWritable(const std::filesystem::path& file);
 // Creates a file that must not exist, to take the place of `replaced`, and opens it for writing, or gives -1. At no
 // time is it open to more users than that was: it has its permission bits, and its owner and group where the system
 // allows. Where nothing has that name, the file has the rights of any new one, and without a name only this user may
-// use it.
+// use it. Until FinishRights, its owner may read and write it in any case, so that it can be filled by its name.
 int CreateReplacement(const std::filesystem::path& file, const std::filesystem::path& replaced);
+
+// Gives the owner of such a file the rights that are meant to last, as far as the system allows.
+void FinishRights(int descriptor, const std::filesystem::path& replaced);
 
 // Opens a file that exists for writing, and leaves its content as it is; or gives -1.
 int OpenExisting(const std::filesystem::path& file);

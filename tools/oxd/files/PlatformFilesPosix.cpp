@@ -34,6 +34,15 @@ void KeepRights(int descriptor, const struct stat& old)
     [[maybe_unused]] const int refused = fchmod(descriptor, isGroupKept ? old.st_mode & permissionBits : narrowed);
 }
 
+void SetOwnersBits(int descriptor, mode_t bits)
+{
+    struct stat status = {};
+    if (fstat(descriptor, &status) == 0 && (status.st_mode & S_IRWXU) != bits) {
+        const mode_t others = status.st_mode & (S_IRWXG | S_IRWXO);
+        [[maybe_unused]] const int refused = fchmod(descriptor, bits | others);
+    }
+}
+
 // Some file systems cannot do what is asked for, which is no failure to do it.
 bool Sync(int descriptor)
 {
@@ -78,14 +87,28 @@ bool IsWritable(const std::filesystem::path& file)
 int CreateReplacement(const std::filesystem::path& file, const std::filesystem::path& replaced)
 {
     struct stat old = {};
-    if (lstat(replaced.c_str(), &old) != 0) {
-        return Create(file, replaced.empty() ? owners : everybodys);
-    }
-    const int descriptor = Create(file, old.st_mode & S_IRWXU);
-    if (descriptor >= 0) {
+    const bool exists = lstat(replaced.c_str(), &old) == 0;
+    const mode_t mode = exists ? old.st_mode & S_IRWXU : replaced.empty() ? owners : everybodys;
+    const int descriptor = Create(file, mode);
+    if (descriptor >= 0 && exists) {
         KeepRights(descriptor, old);
     }
+    if (descriptor >= 0) {
+        SetOwnersBits(descriptor, (mode & S_IRWXU) | owners);
+    }
     return descriptor;
+}
+
+void FinishRights(int descriptor, const std::filesystem::path& replaced)
+{
+    struct stat old = {};
+    if (lstat(replaced.c_str(), &old) == 0) {
+        SetOwnersBits(descriptor, old.st_mode & S_IRWXU);
+    } else if (!replaced.empty()) {
+        const mode_t kept = umask(0); // there is no other way to ask for it
+        umask(kept);
+        SetOwnersBits(descriptor, owners & ~kept);
+    }
 }
 
 int OpenExisting(const std::filesystem::path& file)

@@ -84,6 +84,10 @@ int CreateReplacement(const std::filesystem::path& file, const std::filesystem::
     return _wopen(file.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
 }
 
+void FinishRights(int, const std::filesystem::path&)
+{
+}
+
 int OpenExisting(const std::filesystem::path& file)
 {
     return _wopen(file.c_str(), _O_WRONLY | _O_BINARY);

@@ -43,7 +43,7 @@ int Create(const std::filesystem::path& file, const std::filesystem::path& repla
 } // namespace
 
 TemporaryFile::TemporaryFile(const std::filesystem::path& folder, const std::filesystem::path& replaced)
-    : m_path(folder / RandomName()), m_descriptor(Create(m_path, replaced))
+    : m_path(folder / RandomName()), m_replaced(replaced), m_descriptor(Create(m_path, replaced))
 {
 }
 
@@ -78,7 +78,6 @@ void TemporaryFile::MoveTo(const std::filesystem::path& target, bool mayReplace)
     interruption::Commit();
     Require(platform::Move(m_path, target, mayReplace));
     m_isMoved = true;
-    Require(platform::FlushFolder(target.parent_path()));
 }
 
 void TemporaryFile::Flush()
@@ -87,6 +86,7 @@ void TemporaryFile::Flush()
         m_descriptor = platform::OpenExisting(m_path);
         Require(m_descriptor != closed);
     }
+    platform::FinishRights(m_descriptor, m_replaced);
     Require(platform::Flush(m_descriptor));
     Close();
 }

@@ -27,8 +27,8 @@ public:
     // Closes the file, so that something else can write it by its name. Nothing may be written here after that.
     void Close();
 
-    // Closes the file and gives it the name `target`, once its content has arrived on the disk. With `mayReplace` it
-    // takes the place of the file that is there, in one step.
+    // Closes the file and gives it the name `target`, once its content has arrived on the disk; the name may not have
+    // yet. With `mayReplace` it takes the place of the file that is there, in one step.
     void MoveTo(const std::filesystem::path& target, bool mayReplace);
 
 private:
@@ -37,6 +37,7 @@ private:
     void Flush();
 
     std::filesystem::path m_path;
+    std::filesystem::path m_replaced;
     int m_descriptor;
     bool m_isMoved = false;
 };

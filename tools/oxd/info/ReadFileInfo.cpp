@@ -13,7 +13,7 @@ namespace model = veltaris::velflexlib::dataset;
 
 Axis ToAxis(const model::CAxis& axis)
 {
-    return {axis.name, axis.unit, axis.min, axis.range};
+    return {UntilNul(axis.name), UntilNul(axis.unit), axis.min, axis.range};
 }
 
 // What the header tells.
@@ -38,7 +38,7 @@ public:
 private:
     static GroupInfo ReadGroup(std::uint64_t id, const model::CDataGroup& group)
     {
-        GroupInfo info{id, group.GetLogicalGroupId(), group.GetName(), {}};
+        GroupInfo info{id, group.GetLogicalGroupId(), UntilNul(group.GetName()), {}};
         for (const auto& channel : group.GetChannelBuffers()) {
             info.channels.push_back(channel ? std::make_unique<ChannelInfo>(ReadChannel(*channel)) : nullptr);
         }

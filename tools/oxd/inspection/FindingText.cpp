@@ -1,5 +1,7 @@
 #include "oxd/inspection/FindingText.h"
 
+#include <algorithm>
+
 namespace oxd {
 
 namespace {
@@ -20,6 +22,16 @@ std::string Verdict(const inspect::Finding& finding)
            std::string(finding.rule->id) + "]";
 }
 
+std::optional<std::string> RefusalMessage(const inspect::Inspection& inspection)
+{
+    if (inspection.headerBytes == 0) {
+        return "not an .oxd file, it has no header";
+    }
+    const auto found = std::find_if(inspection.findings.begin(), inspection.findings.end(),
+                                    [](const inspect::Finding& finding) { return finding.rule->stopsOpening; });
+    return found == inspection.findings.end() ? std::nullopt : std::optional(Message(*found));
+}
+
 std::vector<std::string> LesserMessages(const inspect::Inspection& inspection)
 {
     std::vector<std::string> messages;
@@ -37,7 +49,8 @@ std::vector<std::string> ErrorMessages(const inspect::Inspection& inspection)
     std::vector<std::string> messages;
     std::size_t count = 0;
     for (const inspect::Finding& finding : inspection.findings) {
-        const bool counts = finding.rule->severity == inspect::Severity::Error && inspection.headerBytes > 0;
+        const bool isOther = !finding.rule->stopsOpening && inspection.headerBytes > 0;
+        const bool counts = finding.rule->severity == inspect::Severity::Error && isOther;
         if (counts && count++ < most) {
             messages.push_back(Message(finding));
         }

@@ -3,6 +3,7 @@
 
 #include "inspect/Inspection.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,12 @@ namespace inspect = veltaris::inspect;
 // For example "error: "Points" is not a number. [OXD205]".
 std::string Verdict(const inspect::Finding& finding);
 
-// The error findings, as sentences that begin with the line or the byte that they are about. Of very many only the
-// first ones, and how many more there are. None for a file without a header, of which the library says the same.
+// Why the library does not open the file, in one sentence that begins with the line or the byte that it is about: the
+// first finding that keeps it from opening. One cut, for example, makes such findings of all channels behind it.
+// Nothing if the file opens.
+std::optional<std::string> RefusalMessage(const inspect::Inspection& inspection);
+
+// The other errors, as such sentences. Of very many only the first ones, and how many more there are.
 std::vector<std::string> ErrorMessages(const inspect::Inspection& inspection);
 
 // Warnings and notes in the same form, all of them.

@@ -1,6 +1,7 @@
 // The tree of measurement information as the header has it, for commands that need no samples.
 #pragma once
 
+#include "oxd/inspection/UntilNul.h"
 #include "velflexlib/dataset/DataSet.h"
 
 #include <memory>
@@ -24,8 +25,8 @@ public:
     }
 
     bool IsGroup() const { return m_item == nullptr || m_item->IsGroup(); }
-    std::string Name() const { return m_item == nullptr ? std::string() : m_item->GetName(); }
-    std::string Value() const { return m_item == nullptr ? std::string() : m_item->GetValue(); }
+    std::string Name() const { return m_item == nullptr ? std::string() : UntilNul(m_item->GetName()); }
+    std::string Value() const { return m_item == nullptr ? std::string() : UntilNul(m_item->GetValue()); }
 
     std::size_t ChildCount() const { return m_children->size(); }
     HeaderNode Child(std::size_t position) const { return Of(*(*m_children)[position]); }

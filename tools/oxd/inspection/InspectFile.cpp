@@ -1,13 +1,22 @@
 #include "oxd/inspection/InspectFile.h"
 
 #include "oxd/inspection/FindingText.h"
-#include "oxd/library/DataSet.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Messages.h"
 
 #include <system_error>
 
 namespace oxd {
+
+namespace {
+
+// An inspection does not wait for the other end of a pipe.
+std::string ReasonOf(const std::error_code& error)
+{
+    return error == std::errc::invalid_argument ? "is not a regular file" : error.message();
+}
+
+} // namespace
 
 inspect::Inspection InspectFile(const std::string& file)
 {
@@ -20,16 +29,15 @@ inspect::Inspection InspectFile(const std::string& file)
     } catch (const std::system_error& error) {
         Explain(error.what());
         const bool isUnreadable = error.code() == std::errc::io_error;
-        throw Failure(isUnreadable ? ExitCode::Damaged : ExitCode::CannotOpen, file, error.code().message());
+        throw Failure(isUnreadable ? ExitCode::Damaged : ExitCode::CannotOpen, file, ReasonOf(error.code()));
     }
 }
 
-// The library has its own words for why it does not open a file, which are the same in every command then.
+// The inspection and the library agree on what opens, and the library would read all samples to say so.
 void RequireOpens(const inspect::Inspection& inspection)
 {
-    if (!inspection.Opens() || inspection.headerBytes == 0) {
-        DataSet::Open(inspection.file);
-        throw Failure(ExitCode::Damaged, inspection.file, "damaged, its header cannot be read");
+    if (const auto refusal = RefusalMessage(inspection)) {
+        throw Failure(ExitCode::Damaged, inspection.file, *refusal);
     }
 }
 

@@ -13,7 +13,7 @@ namespace inspect = veltaris::inspect;
 // cannot be opened or read, never for what it holds.
 inspect::Inspection InspectFile(const std::string& file);
 
-// Throws the Failure with which opening the file ends, if it is none that the library opens or has no header.
+// Throws a Failure, with RefusalMessage, if the file is none that the library opens or has no header.
 void RequireOpens(const inspect::Inspection& inspection);
 
 } // namespace oxd

@@ -1,6 +1,7 @@
 #include "oxd/library/Channel.h"
 
 #include <algorithm>
+#include <bit>
 #include <limits>
 
 namespace oxd {
@@ -21,10 +22,22 @@ const AxisAccess signalAxis{GetChannelData_SignalAxisName, GetChannelData_Signal
 namespace {
 
 // Marks a place in a buffer to which the library has not written. No raw value is this low: it is outside the 30 bits
-// of a sample, and outside the differences of two samples. Nor is a real value, because an axis in a file has fewer
-// digits.
+// of a sample, and outside the differences of two samples. A real value may be any number, but no calculation gives a
+// NaN with these bits.
 template <typename Sample>
 constexpr Sample unwritten = std::numeric_limits<Sample>::lowest();
+template <>
+constexpr double unwritten<double> = std::bit_cast<double>(std::uint64_t{0x7FF8'6F78'645F'6E6F});
+
+bool IsUnwritten(std::int32_t sample)
+{
+    return sample == unwritten<std::int32_t>;
+}
+
+bool IsUnwritten(double value)
+{
+    return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(unwritten<double>);
+}
 
 } // namespace
 
@@ -71,7 +84,8 @@ std::vector<Sample> Channel::Read(void (*function)(std::uint64_t, std::uint64_t,
         return samples;
     }
     Call(function, line, lineOperator, samples.data());
-    samples.erase(std::find(samples.begin(), samples.end(), unwritten<Sample>), samples.end());
+    samples.erase(std::find_if(samples.begin(), samples.end(), [](Sample sample) { return IsUnwritten(sample); }),
+                  samples.end());
     return samples;
 }
 

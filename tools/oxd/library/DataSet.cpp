@@ -91,7 +91,7 @@ std::string DataSet::SaveTo(OutputFile& output)
     Call(ChangeOxdFilename, NameForLibrary(file, ExitCode::CannotWrite).c_str());
     SaveOxdFile(m_handle);
     if (VELHasLastError()) {
-        throw SaveFailure(output.Name(), TakeLastError());
+        throw SaveFailure(output.FilledPlace(), TakeLastError());
     }
     return file;
 }

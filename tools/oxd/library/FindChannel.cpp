@@ -54,10 +54,16 @@ std::size_t FindGroup(const DataSet& dataSet, const std::vector<std::uint64_t>& 
 
 void RequireCertain(const ChannelSelection& wanted, ChannelPlace place, const Channel& channel)
 {
-    if (!wanted.trust && std::find(wanted.doubted.begin(), wanted.doubted.end(), place) != wanted.doubted.end()) {
-        throw Failure(ExitCode::Damaged, wanted.file,
-                      "the samples of channel \"" + channel.Name() +
-                          "\" may not be its own; --trust takes them all the same");
+    const auto require = [&](const std::vector<ChannelPlace>& suspects, const char* what, const char* fault) {
+        if (std::find(suspects.begin(), suspects.end(), place) != suspects.end()) {
+            throw Failure(ExitCode::Damaged, wanted.file,
+                          what + std::string(" of channel \"") + channel.Name() + "\" " + fault +
+                              "; --trust takes them all the same");
+        }
+    };
+    if (!wanted.trust) {
+        require(wanted.doubted, "the samples", "may not be its own");
+        require(wanted.misread, "the values", "may be wrong");
     }
 }
 

@@ -26,13 +26,13 @@ struct ChannelSelection
     std::string group;   // "id:" and its id, or its name
     std::string channel; // its index if there is nothing but digits, else the name of its signal axis
     std::vector<ChannelPlace> doubted = {}; // channels whose samples may not be their own
-    bool trust = false;                     // takes such samples, too
+    std::vector<ChannelPlace> misread = {}; // channels whose values may be wrong
+    bool trust = false;                     // takes both all the same
 };
 
 // `dataSet` is the one read from the selection's file. Throws a Failure, which lists what there is, if it has no such
-// channel, an empty slot being none, and one if the samples of the channel are
-// doubted and not trusted. The channel refers to `dataSet` and must not
-// outlive it.
+// channel, an empty slot being none, and one if the channel is doubted or misread and not trusted. The channel refers
+// to `dataSet` and must not outlive it.
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted);
 
 // The ids of all groups, in the order of the file.

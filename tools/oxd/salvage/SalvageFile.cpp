@@ -26,7 +26,7 @@ salvage::Salvaged Read(const SalvageRequest& request)
     }
 }
 
-void SaveAs(const salvage::Salvaged& salvaged, OutputFile& output)
+void Fill(OutputFile& output, const salvage::Salvaged& salvaged)
 {
     const auto name = platform::FileName(output.FileToFill());
     if (!name) {
@@ -41,7 +41,6 @@ void SaveAs(const salvage::Salvaged& salvaged, OutputFile& output)
     } catch (const std::exception& error) {
         throw Failure(ExitCode::CannotWrite, output.Name(), error.what());
     }
-    output.Close();
 }
 
 // Files are refused before any is written. Two with one name would replace each other.
@@ -66,7 +65,7 @@ std::vector<Destination> Destinations(const SalvageRequest& request)
 
 SalvageOutcome SalvageFile(const SalvageRequest& request)
 {
-    InspectAloud(request.file);
+    ComplainOfErrors(InspectFile(request.file));
     for (const Destination& destination : Destinations(request)) {
         RequireOtherFile(request.file, destination.name);
         const OutputFile refusesWhatIsBoundToFail(destination);
@@ -75,8 +74,9 @@ SalvageOutcome SalvageFile(const SalvageRequest& request)
     if (!salvaged.HasContent()) {
         throw Failure(ExitCode::Damaged, request.file, "nothing in it is certain, and nothing was saved");
     }
+    // OUT is the last to appear: if anything fails, it is as it was.
     OutputFile output(request.output);
-    SaveAs(salvaged, output);
+    Fill(output, salvaged);
     std::string map = ToJson(salvaged, request.file, request.output.name);
     if (request.map) {
         OutputFile file(*request.map);
@@ -89,6 +89,7 @@ SalvageOutcome SalvageFile(const SalvageRequest& request)
         WritePicture(salvaged, file);
         file.Close();
     }
+    output.Close();
     return {std::move(map), ToSentences(salvaged)};
 }
 

@@ -1,0 +1,116 @@
+"""The functions of the library: for each, the type of its result and those of its arguments, for ctypes.
+
+What each does says VELOxdDll.h. Arrays are passed as addresses.
+"""
+
+from __future__ import annotations
+
+from ctypes import c_bool, c_char_p, c_double, c_int32, c_uint64, c_void_p
+from typing import Any
+
+# The rest is made by scripts/bindings.
+
+FUNCTIONS: dict[str, tuple[Any, tuple[Any, ...]]] = {
+    # Files
+    "OpenOxdFile": (c_uint64, (c_char_p,)),
+    "CreateOxdFile": (c_uint64, (c_char_p,)),
+    "SaveOxdFile": (None, (c_uint64,)),
+    "CloseOxdFile": (None, (c_uint64,)),
+    "ChangeOxdFilename": (None, (c_uint64, c_char_p)),
+    "GetOxdVersion": (c_int32, (c_uint64,)),
+    # Errors
+    "VELGetLastError": (c_char_p, ()),
+    "VELHasLastError": (c_bool, ()),
+    # Groups
+    "GetGroupCount": (c_uint64, (c_uint64,)),
+    "GetAllGroupIds": (None, (c_uint64, c_void_p)),
+    "CreateGroup": (c_uint64, (c_uint64, c_int32)),
+    "GetGroupId": (c_uint64, (c_uint64, c_char_p)),
+    "DeleteGroup": (None, (c_uint64, c_uint64)),
+    "DeleteAllGroups": (None, (c_uint64,)),
+    "GetLogicalGroupId": (c_uint64, (c_uint64, c_uint64)),
+    "SetLogicalGroupId": (None, (c_uint64, c_uint64, c_uint64)),
+    "GetGroupName": (None, (c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetGroupName": (None, (c_uint64, c_uint64, c_char_p)),
+    "SetChannelCount": (None, (c_uint64, c_uint64, c_uint64)),
+    "GetChannelCount": (c_uint64, (c_uint64, c_uint64)),
+    # Channels
+    "HasChannelBuffer": (c_bool, (c_uint64, c_uint64, c_uint64)),
+    "DeleteChannelBuffer": (None, (c_uint64, c_uint64, c_uint64)),
+    "SetChannelXYDimension": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_Points": (None, (c_uint64, c_uint64, c_uint64, c_uint64)),
+    "GetChannelData_Points": (c_uint64, (c_uint64, c_uint64, c_uint64)),
+    "GetChannelData_PointsPerLine": (c_uint64, (c_uint64, c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_Lines": (None, (c_uint64, c_uint64, c_uint64, c_uint64)),
+    "GetChannelData_Lines": (c_uint64, (c_uint64, c_uint64, c_uint64)),
+    # Axes
+    "SetChannelData_PointAxisName": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetChannelData_PointAxisName": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetChannelData_PointAxisUnit": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetChannelData_PointAxisUnit": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetChannelData_PointAxisMin": (None, (c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_PointAxisMin": (c_double, (c_uint64, c_uint64, c_uint64)),
+    "GetChannelData_PointAxisMinPerLine": (c_double, (c_uint64, c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_PointAxisRange": (None, (c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_PointAxisRange": (c_double, (c_uint64, c_uint64, c_uint64)),
+    "GetChannelData_PointAxisRangePerLine": (c_double, (c_uint64, c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_LineAxisName": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetChannelData_LineAxisName": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetChannelData_LineAxisUnit": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetChannelData_LineAxisUnit": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetChannelData_LineAxisMin": (None, (c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_LineAxisMin": (c_double, (c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_LineAxisRange": (None, (c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_LineAxisRange": (c_double, (c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_SignalAxisName": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetChannelData_SignalAxisName": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetChannelData_SignalAxisUnit": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetChannelData_SignalAxisUnit": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetChannelData_SignalAxisMin": (None, (c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_SignalAxisMin": (c_double, (c_uint64, c_uint64, c_uint64)),
+    "SetChannelData_SignalAxisRange": (None, (c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_SignalAxisRange": (c_double, (c_uint64, c_uint64, c_uint64)),
+    # Samples
+    "SetChannelData_LineRaw": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_void_p)),
+    "SetChannelData_LineReal": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_void_p)),
+    "GetChannelData_LineRaw": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_int32, c_void_p)),
+    "GetChannelData_LineReal": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_int32, c_void_p)),
+    "SetChannelData_PixelRaw": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_uint64, c_int32)),
+    "SetChannelData_PixelReal": (None, (c_uint64, c_uint64, c_uint64, c_uint64, c_uint64, c_double)),
+    "GetChannelData_PixelRaw": (c_int32, (c_uint64, c_uint64, c_uint64, c_uint64, c_uint64, c_int32)),
+    "GetChannelData_PixelReal": (c_double, (c_uint64, c_uint64, c_uint64, c_uint64, c_uint64, c_int32)),
+    # Info groups and items
+    "GetInfoGroupCount": (c_uint64, (c_uint64,)),
+    "CreateInfoGroup": (c_uint64, (c_uint64,)),
+    "CreateInfoGroupWithName": (c_uint64, (c_uint64, c_char_p)),
+    "GetInfoGroupIndex": (c_uint64, (c_uint64, c_char_p)),
+    "DeleteInfoGroup": (None, (c_uint64, c_uint64)),
+    "DeleteAllInfoGroups": (None, (c_uint64,)),
+    "GetInfoGroupName": (None, (c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetInfoGroupName": (None, (c_uint64, c_uint64, c_char_p)),
+    "SetInfoGroupNewIndex": (None, (c_uint64, c_uint64, c_uint64)),
+    "GetInfoItemCount": (c_uint64, (c_uint64, c_uint64)),
+    "CreateInfoItem": (c_uint64, (c_uint64, c_uint64, c_char_p, c_char_p)),
+    "SetInfoItemValue": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetInfoItemValue": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetInfoItemName": (None, (c_uint64, c_uint64, c_uint64, c_char_p)),
+    "GetInfoItemName": (None, (c_uint64, c_uint64, c_uint64, c_char_p, c_uint64)),
+    "GetInfoItemIndex": (c_uint64, (c_uint64, c_uint64, c_char_p)),
+    "DeleteInfoItem": (None, (c_uint64, c_uint64, c_uint64)),
+    "DeleteAllInfoItems": (None, (c_uint64, c_uint64)),
+    # Meta-information tree
+    "GetMetaInfoTreeRootHandle": (c_uint64, (c_uint64,)),
+    "IsMetaInfoItemAGroup": (c_bool, (c_uint64, c_uint64)),
+    "GetMetaInfoItemChildCount": (c_uint64, (c_uint64, c_uint64)),
+    "GetMetaInfoItemName": (None, (c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetMetaInfoItemName": (None, (c_uint64, c_uint64, c_char_p)),
+    "GetMetaInfoItemValue": (None, (c_uint64, c_uint64, c_char_p, c_uint64)),
+    "SetMetaInfoItemValue": (None, (c_uint64, c_uint64, c_char_p)),
+    "SelectFirstChildMetaInfoItem": (c_uint64, (c_uint64, c_uint64)),
+    "SelectNextMetaInfoItem": (c_uint64, (c_uint64, c_uint64)),
+    "SelectParentMetaInfoItem": (c_uint64, (c_uint64, c_uint64)),
+    "AddMetaInfoItem": (c_uint64, (c_uint64, c_uint64, c_char_p, c_char_p)),
+    "AddMetaInfoItemGroup": (c_uint64, (c_uint64, c_uint64, c_char_p)),
+    "DeleteMetaInfoItem": (None, (c_uint64, c_uint64)),
+    "DeleteAllMetaInfoItems": (None, (c_uint64,)),
+}

@@ -1,0 +1,152 @@
+"""Finds the shared library, loads it and calls it.
+
+The library is the file or the one in the folder that the environment variable ``VELOXD_LIBRARY`` names, otherwise the
+one beside this package, otherwise the one that the system finds.
+
+The library has one error text and no lock, so one lock, :data:`LOCK`, guards every call. Whoever makes several calls
+that belong together holds it meanwhile. It is reentrant, because the garbage collector may run finalizers anywhere.
+"""
+
+from __future__ import annotations
+
+import ctypes
+import functools
+import os
+import re
+import sys
+import threading
+from pathlib import Path
+from typing import Any
+
+from ..errors import LibraryError
+from .declarations import FUNCTIONS
+from .failure import failure
+
+LOCK = threading.RLock()
+
+_WINDOWS = sys.platform == "win32"
+_FILE_NAME = "VELOxdDll.dll" if _WINDOWS else "libVELOxdDll.so"
+_SYSTEM_NAMES = [_FILE_NAME] if _WINDOWS else [_FILE_NAME + ".0", _FILE_NAME]
+_NEEDED = re.compile(r"Minimum buffer size: (\d+)")
+
+
+@functools.cache
+def library() -> ctypes.CDLL:
+    """The library with the types of all its functions, loaded once.
+
+    Raises
+    ------
+    LibraryError
+        if it is not found or lacks a function.
+    """
+    loaded = _load()
+    try:
+        for name, (result, arguments) in FUNCTIONS.items():
+            function = getattr(loaded, name)
+            function.restype = result
+            function.argtypes = arguments
+    except AttributeError as missing:
+        raise LibraryError(f"{loaded._name} is no library of this package: {missing}.") from None
+    return loaded
+
+
+def _load() -> ctypes.CDLL:
+    tried = []
+    for candidate in _candidates():
+        try:
+            return ctypes.CDLL(candidate)
+        except OSError as refused:
+            tried.append(str(refused))
+    raise LibraryError(
+        f"The library {_FILE_NAME} is not found: set VELOXD_LIBRARY to its file or folder.", "\n".join(tried)
+    )
+
+
+def _candidates() -> list[str]:
+    chosen = os.environ.get("VELOXD_LIBRARY")
+    if chosen:
+        path = Path(chosen).absolute()
+        return [str(path / _FILE_NAME if path.is_dir() else path)]
+    beside = Path(__file__).absolute().parents[1] / _FILE_NAME
+    return ([str(beside)] if beside.exists() else []) + _SYSTEM_NAMES
+
+
+def call(name: str, *arguments: Any, path: str = "") -> Any:
+    """Calls the function ``name`` of the library and returns its result; raises what it stored if it failed."""
+    loaded = library()
+    with LOCK:
+        begin(loaded)
+        result = getattr(loaded, name)(*arguments)
+        check(loaded, path)
+    return result
+
+
+def begin(loaded: ctypes.CDLL) -> None:
+    """Forgets a failure of somebody else's call, before calls that :func:`check` will judge."""
+    if loaded.VELHasLastError():
+        loaded.VELGetLastError()
+
+
+def check(loaded: ctypes.CDLL, path: str = "") -> None:
+    """Raises the failure of the calls since :func:`begin`, if one of them failed."""
+    if loaded.VELHasLastError():
+        raise failure(loaded.VELGetLastError().decode("utf-8", "replace"), path)
+
+
+def text(name: str, *arguments: Any) -> str:
+    """The text that the function ``name`` copies to a buffer, which is made as long as the text needs."""
+    size = 256
+    loaded = library()
+    with LOCK:
+        while True:
+            buffer = ctypes.create_string_buffer(size)
+            begin(loaded)
+            getattr(loaded, name)(*arguments, buffer, size)
+            if not loaded.VELHasLastError():
+                return buffer.value.decode("utf-8", "replace")
+            details = loaded.VELGetLastError().decode("utf-8", "replace")
+            needed = _NEEDED.search(details)
+            if not needed:
+                raise failure(details)
+            size = int(needed.group(1))
+
+
+def file_name(path: str) -> bytes:
+    """``path`` as the library takes names of files: in the system's code page on Windows, as bytes elsewhere.
+
+    Raises
+    ------
+    ValueError
+        if the name contains a zero byte, or a character that the code page lacks (``UnicodeEncodeError``).
+    """
+    encoded = path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
+    if b"\0" in encoded:
+        raise ValueError("The name of a file contains a zero byte.")
+    return encoded
+
+
+def encode(value: str, what: str) -> bytes:
+    """``value`` as the library takes texts, if a file can keep it as it is; ``what`` names it in messages.
+
+    Raises
+    ------
+    TypeError
+        if it is no text.
+    ValueError
+        if a file would change it: it has line breaks, zero bytes, ``#!``, blanks at its end or half characters.
+    """
+    if not isinstance(value, str):
+        raise TypeError(f"{what} must be a text, not {type(value).__name__}.")
+    for part, meaning in (("\0", "a zero byte"), ("\n", "a line break"), ("\r", "a line break"), ("#!", "'#!'")):
+        if part in value:
+            raise ValueError(f"{what} contains {meaning}, which files cannot keep: {value!r}.")
+    if value != value.rstrip():
+        raise ValueError(f"{what} ends with a blank, which files do not keep: {value!r}.")
+    return value.encode("utf-8")
+
+
+def encode_name(value: str, what: str) -> bytes:
+    """As :func:`encode`, for a text that may not be empty, because files give empty ones another name."""
+    if value == "":
+        raise ValueError(f"{what} is empty, which files do not keep.")
+    return encode(value, what)
