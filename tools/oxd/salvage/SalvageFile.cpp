@@ -74,9 +74,6 @@ SalvageOutcome SalvageFile(const SalvageRequest& request)
     if (!salvaged.HasContent()) {
         throw Failure(ExitCode::Damaged, request.file, "nothing in it is certain, and nothing was saved");
     }
-    // OUT is the last to appear: if anything fails, it is as it was.
-    OutputFile output(request.output);
-    Fill(output, salvaged);
     std::string map = ToJson(salvaged, request.file, request.output.name);
     if (request.map) {
         OutputFile file(*request.map);
@@ -89,6 +86,9 @@ SalvageOutcome SalvageFile(const SalvageRequest& request)
         WritePicture(salvaged, file);
         file.Close();
     }
+    // The last to appear: if anything fails, it is as it was.
+    OutputFile output(request.output);
+    Fill(output, salvaged);
     output.Close();
     return {std::move(map), ToSentences(salvaged)};
 }
