@@ -57,10 +57,10 @@ TEST_F(InfoTest, ShowsTheNamesThatOtherCommandsFind)
     std::string bytes = ReadBytes("sample.oxd");
     for (const std::string_view name : {"Gr0-Name=ForwardScan", "Dim2Name=Topography"})
         bytes[bytes.find(name) + 13] = '\0';
-    WriteBytes("nul.oxd", bytes);
-    const auto told = nlohmann::json::parse(ResultsOf("info --json nul.oxd"))["groups"][0];
+    WriteBytes("names.oxd", bytes);
+    const auto told = nlohmann::json::parse(ResultsOf("info --json names.oxd"))["groups"][0];
     EXPECT_EQ(told["name"], "Forw");
-    ResultsOf("export nul.oxd -g Forw -o out.raw -c " + told["channels"][0]["name"].get<std::string>());
+    ResultsOf("export names.oxd -g Forw -o out.raw -c " + told["channels"][0]["name"].get<std::string>());
 }
 
 TEST_F(InfoTest, ShowsEmptySlotsInARowAsOne)
