@@ -18,15 +18,17 @@ using inspect::SectionLink;
 
 namespace {
 
-// What a sound file may have as well: old encodings, what a save drops or rounds, and odd axes.
+// What a sound file may have as well: old encodings, what a save drops or rounds, odd axes, and keys of axes that
+// another program left out; where one was damaged, there is a trace of it.
 bool IsHarmless(inspect::RuleId rule)
 {
     using enum inspect::RuleId;
-    constexpr std::array harmless{NotUtf8,        ByteOrderMark,     KeyWithoutValue,    InfoLinkDangling,
-                                  EntrySkipped,   InfoNotLinked,     CurrentLineOutside, AxisNotFinite,
-                                  AxisRangeZero,  SignalRangeZero,   AxisReversed,       ViewsDropped,
-                                  SectionDropped, ProcessorsDropped, NameCollides,       TextChanged,
-                                  NumberRounded,  BitsWidened,       VersionRaised,      ListBecomesTrees};
+    constexpr std::array harmless{NotUtf8,         ByteOrderMark,  KeyWithoutValue,    InfoLinkDangling,
+                                  EntrySkipped,    InfoNotLinked,  CurrentLineOutside, AxisKeyMissing,
+                                  AxisNotFinite,   AxisRangeZero,  SignalRangeZero,    AxisReversed,
+                                  ViewsDropped,    SectionDropped, ProcessorsDropped,  NameCollides,
+                                  TextChanged,     NumberRounded,  BitsWidened,        VersionRaised,
+                                  ListBecomesTrees};
     return std::ranges::find(harmless, rule) != harmless.end();
 }
 
