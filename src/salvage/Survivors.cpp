@@ -3,6 +3,7 @@
 #include "salvage/Traces.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 namespace veltaris::salvage {
@@ -29,9 +30,8 @@ bool IsUnreadable(const inspect::Finding& finding)
 // The keys of a section are removed from the last one on, so that the offsets of the others stay.
 void RemoveKeys(std::string& header, const inspect::CHeaderLines& lines, std::uint32_t section)
 {
-    const auto positions = lines.LinesOf(section);
-    for (auto position = positions.rbegin(); position != positions.rend(); ++position) {
-        const std::size_t offset = lines.Lines()[*position].offset;
+    for (const std::uint32_t position : lines.LinesOf(section) | std::views::reverse) {
+        const std::size_t offset = lines.Lines()[position].offset;
         header.erase(offset, header.find('\n', offset) + 1 - offset);
     }
 }

@@ -25,8 +25,9 @@ protected:
     static void CutOff(const std::string& file)
     {
         const std::string bytes = ReadBytes("sample.oxd");
-        constexpr std::size_t line = 256 * 2;
-        WriteBytes(file, bytes.substr(0, bytes.find("#!") + 2 + (2 * 256 + 128) * line + 11));
+        constexpr std::size_t lines = 256;
+        constexpr std::size_t lineBytes = 512;
+        WriteBytes(file, bytes.substr(0, bytes.find("#!") + 2 + (2 * lines + lines / 2) * lineBytes + 11));
     }
 
     // The grey levels of a picture in 8 bits, line by line.

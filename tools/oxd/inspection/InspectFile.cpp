@@ -22,8 +22,9 @@ inspect::Inspection InspectFile(const std::string& file)
 {
     try {
         inspect::Inspection inspection = inspect::Inspect(file);
+        const std::string subject = file + ": ";
         for (const std::string& message : LesserMessages(inspection)) {
-            Explain(file + ": " + message);
+            Explain(subject + message);
         }
         return inspection;
     } catch (const std::system_error& error) {
