@@ -39,7 +39,7 @@ const std::string curves =
 const std::string last = "Version=2\nPoints=5\nLines=3\nFrame=Spectroscopy\nDim0Range=1\nSaveBits=8\n";
 const std::string headerOfScan = groupsOfScan + "[DataSet-0:0]\n" + image + "[DataSet-0:1]\n" + image +
                                  "[DataSet-1:0]\n" + curves + "[DataSet-1:2]\n" + last;
-constexpr std::size_t imageBytes = 17 * 12 * 2, curveBytes = 9 * 4, lastBytes = 5 * 3;
+constexpr std::size_t imageBytes = 408, curveBytes = 36, lastBytes = 15; // 17 x 12 of 2, 9 of 4, 5 x 3 of 1
 constexpr std::size_t bytesOfScan = 2 * imageBytes + 3 * curveBytes + lastBytes;
 
 // Bytes of which no run stands twice.
