@@ -3,7 +3,6 @@
 #include "salvage/Traces.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace veltaris::salvage {
@@ -30,8 +29,9 @@ bool IsUnreadable(const inspect::Finding& finding)
 // The keys of a section are removed from the last one on, so that the offsets of the others stay.
 void RemoveKeys(std::string& header, const inspect::CHeaderLines& lines, std::uint32_t section)
 {
-    for (const std::uint32_t position : lines.LinesOf(section) | std::views::reverse) {
-        const std::size_t offset = lines.Lines()[position].offset;
+    const auto positions = lines.LinesOf(section);
+    for (std::size_t i = positions.size(); i-- > 0;) {
+        const std::size_t offset = lines.Lines()[positions[i]].offset;
         header.erase(offset, header.find('\n', offset) + 1 - offset);
     }
 }
