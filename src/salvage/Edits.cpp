@@ -7,13 +7,13 @@ namespace veltaris::salvage {
 
 namespace {
 
-constexpr std::string_view digits = "0123456789";
 constexpr std::size_t mostDigits = 10; // of a number that a size may be
 
 bool IsWritten(std::string_view number)
 {
     return !number.empty() && number.size() <= mostDigits &&
-           number.find_first_not_of(digits) == std::string_view::npos && (number.size() == 1 || number.front() != '0');
+           number.find_first_not_of(decimalDigits) == std::string_view::npos &&
+           (number.size() == 1 || number.front() != '0');
 }
 
 } // namespace
@@ -40,10 +40,10 @@ std::vector<std::string> NumbersNear(std::string_view text)
             numbers.insert(number);
     };
     for (std::size_t at = 0; at <= text.size(); ++at) {
-        for (std::size_t digit = 0; digit < digits.size(); ++digit) {
-            add(at, 0, digits.substr(digit, 1));
+        for (std::size_t digit = 0; digit < decimalDigits.size(); ++digit) {
+            add(at, 0, decimalDigits.substr(digit, 1));
             if (at < text.size())
-                add(at, 1, digits.substr(digit, 1));
+                add(at, 1, decimalDigits.substr(digit, 1));
         }
         if (at < text.size())
             add(at, 1, {});

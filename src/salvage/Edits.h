@@ -7,6 +7,8 @@
 
 namespace veltaris::salvage {
 
+inline constexpr std::string_view decimalDigits = "0123456789";
+
 // Whether one byte changed, lost or put in makes one text of the other. A text is no edit of itself.
 bool IsOneEdit(std::string_view a, std::string_view b);
 

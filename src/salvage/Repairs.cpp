@@ -24,7 +24,6 @@ using velstdlib::string::EqualFolded;
 
 namespace {
 
-constexpr std::string_view decimalDigits = "0123456789";
 constexpr std::array<std::string_view, 4> sizeKeys{"Points", "Lines", "SaveBits", "Version"};
 constexpr std::array<std::string_view, 4> countKeys{"Version", "GroupCount", "ChannelCount", "FrameCount"};
 constexpr std::string_view lineKeyPrefix = "LineDim";
