@@ -5,12 +5,18 @@ from __future__ import annotations
 import difflib
 import operator
 from collections.abc import Iterator, Mapping, Sequence
-from typing import Generic, TypeVar
+from typing import Generic, Protocol, TypeVar
 
 from ._native.library import LOCK
 from .errors import NameNotFoundError
 
-T = TypeVar("T")
+
+class _HasName(Protocol):
+    @property
+    def name(self) -> str: ...
+
+
+T = TypeVar("T", bound=_HasName)
 
 
 class Named(Mapping[str, T], Generic[T]):
@@ -21,21 +27,26 @@ class Named(Mapping[str, T], Generic[T]):
 
     _what = ""
 
-    def _all(self) -> Sequence[tuple[str, T]]:
+    def _all(self) -> Sequence[T]:
         raise NotImplementedError
 
     def __getitem__(self, key: str | int) -> T:
         with LOCK:
             everything = self._all()
-        if isinstance(key, str):
-            for name, one in everything:
-                if name == key:
-                    return one
-            raise not_found(self._what, key, [name for name, _ in everything])
+            if isinstance(key, str):
+                return self._named(key, everything)
         position = operator.index(key)
         if not -len(everything) <= position < len(everything):
             raise IndexError(f"There is no {self._what} {position}; there are {len(everything)}.")
-        return everything[position][1]
+        return everything[position]
+
+    def _named(self, key: str, everything: Sequence[T]) -> T:
+        names = []
+        for one in everything:
+            names.append(one.name)
+            if names[-1] == key:
+                return one
+        raise not_found(self._what, key, names)
 
     def __contains__(self, name: object) -> bool:
         return name in self._names()
@@ -49,7 +60,7 @@ class Named(Mapping[str, T], Generic[T]):
 
     def _names(self) -> list[str]:
         with LOCK:
-            return list(dict.fromkeys(name for name, _ in self._all()))
+            return list(dict.fromkeys(one.name for one in self._all()))
 
     def _ipython_key_completions_(self) -> list[str]:
         return self._names()

@@ -6,7 +6,7 @@ from typing import Any
 
 from ._native.changes import Place
 from ._native.handle import Handle
-from ._native.library import LOCK
+from ._native.library import LOCK, call, text
 from .errors import DeletedError
 
 
@@ -33,11 +33,11 @@ class Part:
 
     def _get(self, name: str, *arguments: Any) -> Any:
         with LOCK:
-            return self._handle.get(name, *self._numbers(), *arguments)
+            return call(name, self._handle.number, *self._numbers(), *arguments)
 
     def _text(self, name: str, *arguments: Any) -> str:
         with LOCK:
-            return self._handle.text(name, *self._numbers(), *arguments)
+            return text(name, self._handle.number, *self._numbers(), *arguments)
 
     def _change(self, name: str, *arguments: Any) -> Any:
         with LOCK:

@@ -83,8 +83,8 @@ class File(Named[Group]):
         with LOCK:
             return tuple(_group_of(self._handle, number) for number in group_ids(self._handle))
 
-    def _all(self) -> list[tuple[str, Group]]:
-        return [(group.name, group) for group in self.groups]
+    def _all(self) -> tuple[Group, ...]:
+        return self.groups
 
     @property
     def info(self) -> Information:

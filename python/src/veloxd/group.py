@@ -2,9 +2,9 @@
 
 from __future__ import annotations
 
+from ctypes import c_uint64
 from typing import TYPE_CHECKING, Any
 
-import numpy as np
 import numpy.typing as npt
 
 from . import _adding
@@ -69,8 +69,8 @@ class Group(Part, Named[Channel]):
             known = self._handle.part((*self._place, slot))
             return known if isinstance(known, Channel) else Channel(self, slot)
 
-    def _all(self) -> list[tuple[str, Channel]]:
-        return [(channel.name, channel) for channel in self.channels]
+    def _all(self) -> tuple[Channel, ...]:
+        return self.channels
 
     def create_channel(
         self,
@@ -153,9 +153,9 @@ class Group(Part, Named[Channel]):
 def group_ids(handle: Handle) -> list[int]:
     """The ids of all groups, in ascending order."""
     with LOCK:
-        ids = np.empty(handle.get("GetGroupCount"), np.uint64)
-        handle.get("GetAllGroupIds", ids.ctypes.data)
-    return [int(number) for number in ids]
+        ids = (c_uint64 * handle.get("GetGroupCount"))()
+        handle.get("GetAllGroupIds", ids)
+    return list(ids)
 
 
 def _group_of(handle: Handle, number: int) -> Group:

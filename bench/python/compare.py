@@ -1,0 +1,193 @@
+"""Measures the Python package beside C, which calls the library line by line, and beside h5py on the same data.
+
+    python compare.py BASELINE [--quick] [--rounds N] [--processor-time] [--folder FOLDER]
+
+BASELINE is the program made of Baseline.c. The contenders take turns, so that whatever else the machine does affects
+all of them alike, and must agree on checksums. Figures are medians; the spread is the slowest less the fastest.
+"""
+
+from __future__ import annotations
+
+import argparse
+import functools
+import subprocess
+import tempfile
+import time
+from collections.abc import Callable, Iterator
+from pathlib import Path
+from statistics import median
+from typing import NamedTuple
+
+import data
+import h5py
+import numpy as np
+import numpy.typing as npt
+import veloxd
+
+SIDE = 8192
+SMALL_SIDE = 256
+SMALL_FILES = 2000
+
+Figure = tuple[float, int]  # seconds, and the checksum of what was read
+Contender = Callable[[], Figure]
+
+
+class Benchmark(NamedTuple):
+    """Contenders by name, the package first, and what its ratio to the others may be."""
+
+    name: str
+    contenders: dict[str, Contender]
+    goals: dict[str, float]
+
+
+class Baseline(NamedTuple):
+    """The program in C."""
+
+    program: Path
+    column: int  # of the clock that it prints
+
+    def __call__(self, what: str, path: Path) -> Figure:
+        done = subprocess.run([self.program, what, path], check=True, capture_output=True, text=True)
+        printed = done.stdout.split()
+        return float(printed[self.column]), int(printed[2])
+
+
+class Settings(NamedTuple):
+    """How to measure."""
+
+    baseline: Baseline
+    clock: Callable[[], float]
+    shrink: int  # divides the size of data
+
+
+def checksum(array: npt.NDArray[np.generic]) -> int:
+    return int(np.bitwise_xor.reduce(array.reshape(-1).view(np.uint64)))
+
+
+def timed(clock: Callable[[], float], read: Callable[[], npt.NDArray[np.generic]]) -> Figure:
+    start = clock()
+    array = read()
+    took = clock() - start
+    return took, checksum(array)
+
+
+def each_timed(clock: Callable[[], float], use: Callable[[Path], int], paths: list[Path]) -> Figure:
+    start = clock()
+    total = sum(map(use, paths)) % 2**64
+    return clock() - start, total
+
+
+def image_of_oxd(path: Path) -> int:
+    with veloxd.open(path) as file:
+        return int(file[0][0].raw.reshape(-1)[:2].view(np.uint64)[0])
+
+
+def image_of_hdf5(path: Path) -> int:
+    with h5py.File(path) as file:
+        return int(file["ForwardScan/Topography"][...][0, 0])
+
+
+def names_of_oxd(path: Path) -> int:
+    with veloxd.open(path) as file:
+        return sum(len(group.name) + sum(map(len, group)) for group in file.groups)
+
+
+def names_of_hdf5(path: Path) -> int:
+    with h5py.File(path) as file:
+        return sum(len(name) + sum(map(len, file[name])) for name in file)
+
+
+def values_of_hdf5(dataset: h5py.Dataset) -> npt.NDArray[np.float64]:
+    values = dataset[...].astype(np.float64)
+    values *= dataset.attrs["scale"]
+    values += dataset.attrs["offset"]
+    return values
+
+
+READ_HDF5 = {"values": values_of_hdf5, "raw": lambda dataset: dataset[...]}
+
+
+def of_a_large_channel(folder: Path, settings: Settings) -> Iterator[Benchmark]:
+    """Arrays of 512 MiB: of 8 bytes from a file of 256 MiB, and of 4 bytes from one of 512 MiB."""
+    for what, lines, goal in (("values", SIDE, 1.15), ("raw", 2 * SIDE, 1.1)):
+        stored = data.samples(lines // settings.shrink, SIDE, 32)
+        path, peer = folder / f"{what}.oxd", folder / f"{what}.h5"
+        data.write_oxd(path, stored, 1)
+        data.write_hdf5(peer, data.raw(stored), 1)
+        with veloxd.open(path) as file, h5py.File(peer) as other:
+            channel, dataset = file[0][0], other["ForwardScan/Topography"]
+            read = functools.partial(getattr, channel, what)
+            read_peer = functools.partial(READ_HDF5[what], dataset)
+            np.testing.assert_allclose(read_peer()[-1], read()[-1], rtol=1e-6, atol=1e-15)
+            contenders = {
+                "veloxd": functools.partial(timed, settings.clock, read),
+                "C": functools.partial(settings.baseline, what, path),
+                "h5py": functools.partial(timed, settings.clock, read_peer),
+            }
+            yield Benchmark(f"channel.{what} of 512 MiB", contenders, {"C": goal, "h5py": 1.0})
+
+
+def of_small_files(folder: Path, settings: Settings) -> Iterator[Benchmark]:
+    """Files of eight images of 256 x 256 samples of 16 bits."""
+    stored = data.samples(SMALL_SIDE, SMALL_SIDE, 16)
+    paths, peers = [], []
+    for number in range(SMALL_FILES // settings.shrink):
+        paths.append(folder / f"{number}.oxd")
+        peers.append(folder / f"{number}.h5")
+        data.write_oxd(paths[-1], stored, len(data.NAMES))
+        data.write_hdf5(peers[-1], stored, len(data.NAMES))
+    for what, name, use, use_peer in (
+        ("images", "an image of each of 2 000 files", image_of_oxd, image_of_hdf5),
+        ("names", "the names in each of 2 000 files", names_of_oxd, names_of_hdf5),
+    ):
+        contenders = {
+            "veloxd": functools.partial(each_timed, settings.clock, use, paths),
+            "C": functools.partial(settings.baseline, what, folder),
+            "h5py": functools.partial(each_timed, settings.clock, use_peer, peers),
+        }
+        yield Benchmark(name, contenders, {"C": 1.5, "h5py": 1.0})
+
+
+def measure(benchmark: Benchmark, rounds: int) -> None:
+    """Prints a row of the table of figures."""
+    seconds: dict[str, list[float]] = {name: [] for name in benchmark.contenders}
+    for _ in range(rounds):
+        found = {name: run() for name, run in benchmark.contenders.items()}
+        if found["veloxd"][1] != found["C"][1]:
+            raise RuntimeError(f"{benchmark.name}: the package and C have read different samples.")
+        for name, (took, _) in found.items():
+            seconds[name].append(took)
+    ours, *others = seconds
+    middle = {name: median(each) for name, each in seconds.items()}
+    ratios = {name: middle[ours] / middle[name] for name in others}
+    spread = (max(seconds[ours]) - min(seconds[ours])) / middle[ours]
+    goals = [
+        f"{'' if ratios[name] <= goal else '**missed:** '}{ratios[name]:.3g} of at most {goal:g} ({name})"
+        for name, goal in benchmark.goals.items()
+    ]
+    shown = ", ".join(f"{name} {ratio:.2f}" for name, ratio in ratios.items())
+    print(
+        f"| {benchmark.name} | {1e3 * middle[ours]:.3g} ms | {spread:.0%} | {shown} | {'; '.join(goals)} |", flush=True
+    )
+
+
+def main() -> None:
+    parser = argparse.ArgumentParser(description="Measures the Python package beside C and h5py.")
+    parser.add_argument("baseline", type=Path, help="the program made of Baseline.c")
+    parser.add_argument("--quick", action="store_true", help="small data, each once: that it works, not how fast")
+    parser.add_argument("--rounds", type=int, default=7)
+    parser.add_argument("--processor-time", action="store_true")
+    parser.add_argument("--folder", help="where to make files; they are removed again")
+    options = parser.parse_args()
+    baseline = Baseline(options.baseline.absolute(), column=1 if options.processor_time else 0)
+    clock = time.process_time if options.processor_time else time.perf_counter
+    settings = Settings(baseline, clock, 64 if options.quick else 1)
+    print("| Benchmark | Median | Spread | Ratio to others | Goals |\n|---|---|---|---|---|")
+    for benchmarks in (of_a_large_channel, of_small_files):
+        with tempfile.TemporaryDirectory(dir=options.folder) as folder:
+            for benchmark in benchmarks(Path(folder), settings):
+                measure(benchmark, 1 if options.quick else options.rounds)
+
+
+if __name__ == "__main__":
+    main()
