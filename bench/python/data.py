@@ -10,7 +10,6 @@ import numpy.typing as npt
 
 NAMES = ("Topography", "Phase", "Amplitude", "Deflection", "Friction", "Current", "Potential", "Height")
 _MINIMUM, _RANGE = -1e-6, 2e-6  # of the signal axis, in metres
-_LOWEST, _STEPS = -(2**29), 2**30 - 1  # of raw samples
 
 
 def samples(lines: int, points: int, bits: int) -> npt.NDArray[np.signedinteger]:
@@ -18,11 +17,6 @@ def samples(lines: int, points: int, bits: int) -> npt.NDArray[np.signedinteger]
     kind = np.dtype(f"<i{bits // 8}")
     steps = np.arange(lines * points, dtype=np.int64) * 7919
     return ((steps % 2 ** (bits - 3)) << (2 if bits == 32 else 0)).astype(kind).reshape(lines, points)
-
-
-def raw(stored: npt.NDArray[np.signedinteger]) -> npt.NDArray[np.int32]:
-    """The raw samples that stored ones stand for."""
-    return stored >> 2 if stored.dtype == np.int32 else stored.astype(np.int32) << (30 - 8 * stored.itemsize)
 
 
 def write_oxd(path: Path, stored: npt.NDArray[np.signedinteger], channels: int) -> None:
@@ -41,10 +35,11 @@ def write_oxd(path: Path, stored: npt.NDArray[np.signedinteger], channels: int) 
             stored.tofile(file)
 
 
-def write_hdf5(path: Path, samples: npt.NDArray[np.signedinteger], channels: int) -> None:
-    """The samples of each channel, with what makes raw samples real values."""
+def write_hdf5(path: Path, stored: npt.NDArray[np.signedinteger], channels: int) -> None:
+    """The samples as they are, with what makes them real values."""
+    step = _RANGE / (2**30 - 1) * (0.25 if stored.itemsize == 4 else 2 ** (30 - 8 * stored.itemsize))
+    attributes = {"unit": "m", "scale": step, "offset": _MINIMUM + 2**29 * _RANGE / (2**30 - 1)}
     with h5py.File(path, "w") as file:
         group = file.create_group("ForwardScan")
         for name in NAMES[:channels]:
-            dataset = group.create_dataset(name, data=samples)
-            dataset.attrs.update(unit="m", scale=_RANGE / _STEPS, offset=_MINIMUM - _LOWEST * _RANGE / _STEPS)
+            group.create_dataset(name, data=stored).attrs.update(attributes)

@@ -27,6 +27,8 @@ Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 class File(Named[Group]):
     """An .oxd file, a mapping from names to groups. Made by `open` and `create`.
 
+    Positions find groups, too: ``file[0]``, ``file[-1]``. ``del file["BackwardScan"]`` deletes a group.
+
     The whole data set is in memory: nothing on disk changes before :meth:`save`, and the file may be replaced or
     deleted meanwhile. Leaving the ``with`` block, or :meth:`close`, drops all changes that were not saved. Afterwards
     the file, its groups and its channels raise `ClosedError`.

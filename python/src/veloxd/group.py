@@ -24,6 +24,8 @@ __all__ = ["Group"]
 class Group(Part, Named[Channel]):
     """A group of channels, for example those of the forward scan. A mapping from names to channels.
 
+    Positions find channels, too: ``group[0]``, ``group[-1]``. ``del group["Phase"]`` deletes a channel.
+
     Examples
     --------
     >>> with veloxd.open("scan.oxd") as file:
