@@ -219,10 +219,10 @@ class _Prepared:
             # The tip is about to come off where it no longer indents: there the spring alone holds the adhesion.
             first = direction * (float(self._adhesion.position[row]) - start)
             start += direction * (first + adhesion / self.spring)
-        chosen = np.flatnonzero((ways >= first) & np.isfinite(self._force.values[row]))
+        chosen = np.flatnonzero((ways >= first) & np.isfinite(self._force.curve[row]))
         chosen = chosen[np.argsort(ways[chosen])]
         ways = direction * (positions[chosen] - start)
-        forces = self._force.values[row][chosen]
+        forces = self._force.curve[row][chosen]
         return _Contact(start, direction, ways, forces, adhesion, error, self._uncertain(row, positions[chosen]))
 
     def _pull(self, row: int) -> tuple[float, float]:
@@ -330,6 +330,7 @@ def fit_modulus(
 
     Examples
     --------
+    >>> from veloxd.curves import hertz_sphere
     >>> indentations = np.linspace(0, 200e-9, 2000)
     >>> forces = hertz_sphere(indentations, modulus=2e6, poisson=0.5, radius=1e-6)
     >>> z = np.linspace(-400e-9, 400e-9, 512)

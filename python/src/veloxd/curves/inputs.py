@@ -123,11 +123,17 @@ def _of_channel(channel: Channel) -> Curves:
 
 def _resolution(channel: Channel) -> dict[str, Any]:
     """The smallest difference of signals, and the ends of the signal axis, as far as samples of their width reach."""
-    width = 2.0 ** (30 - _stored_bits(channel))
+    width = 2.0 ** max(30 - _stored_bits(channel), 0)
     factor = base(channel.unit)[0]
     low, span = channel.signal.minimum * factor, channel.signal.range * factor
     high = low + span * ((2.0**30 - width) / (2.0**30 - 1))
-    return {"limits": (min(low, high), max(low, high)), "signal_step": abs(span) * width / (2.0**30 - 1)}
+    step = abs(span) * width / (2.0**30 - 1)
+    return {"limits": _between(low, high, step), "signal_step": step}
+
+
+def _between(low: float, high: float, step: float) -> tuple[float, float]:
+    """Limits half a step within two ends, so that rounding takes no sample for one that is not at its end."""
+    return min(low, high) + step / 2, max(low, high) - step / 2
 
 
 def _stored_bits(channel: Channel) -> int:
@@ -143,32 +149,22 @@ def _stored_bits(channel: Channel) -> int:
 
 
 def _calibration(information: Information, signal_unit: str) -> dict[str, Any]:
-    """What the measurement information says of the cantilever."""
+    """What the group ``Tool`` of the measurement information says of the cantilever."""
+    tool = information.get("Tool")
+    if not isinstance(tool, Information):
+        return {}
     wanted = {
-        "spring_constant": ("Spring constant", "N/m"),
-        "sensitivity": ("Deflection sensitivity", f"m/{signal_unit}"),
+        "spring_constant": _number(tool.get("Spring constant"), "N/m"),
+        "sensitivity": _number(tool.get("Deflection sensitivity"), f"m/{signal_unit}"),
     }
-    found = {option: _quantity(information, *item) for option, item in wanted.items()}
-    return {option: value for option, value in found.items() if value is not None}
+    return {option: value for option, value in wanted.items() if value is not None}
 
 
-def _quantity(group: Information, name: str, unit: str) -> float | None:
-    """The first item of that name, in the group or in those below it, if it has the unit and is above 0."""
-    for key, value in group.entries():
-        found = None
-        if isinstance(value, Information):
-            found = _quantity(value, name, unit)
-        elif key == name:
-            found = _number(value, unit)
-        if found is not None:
-            return found
-    return None
-
-
-def _number(text: str, unit: str) -> float | None:
+def _number(text: Any, unit: str) -> float | None:
+    """The number in a text, if it is above 0 and in that unit, with or without prefixes."""
     try:
         quantity = Quantity.parse(text)
-    except ValueError:
+    except (TypeError, ValueError):
         return None
     value, name = in_base(np.array(quantity.value), quantity.unit)
     return float(value) if name == unit and value > 0 else None
@@ -179,10 +175,11 @@ def _of_labelled(array: xr.DataArray) -> Curves:
     if array.ndim == 0:
         raise TypeError("Curves have a dimension along their points.")
     along = str(array.dims[-1])
-    own = array.coords.get(along.replace("x", "x_grid", 1))
-    positions = own if own is not None and own.dims == array.dims else array.coords.get(along)
-    if positions is None:
+    own = along.replace("x", "x_grid", 1)
+    name = own if own in array.coords and array.coords[own].dims == array.dims else along
+    if name not in array.coords:
         raise TypeError(f"The positions of the points are not known: there is no coordinate {along!r}.")
+    positions = array.coords[name]
     x, axis_unit = in_base(np.asarray(positions.values, dtype=float), str(positions.attrs.get("units", "")))
     signal, signal_unit = in_base(np.asarray(array.values), str(array.attrs.get("units", "")))
     axes = _axes(x, signal.shape[:-1], signal.shape[-1])
@@ -196,8 +193,8 @@ def _limits(array: xr.DataArray) -> dict[str, Any]:
     if not attributes.get("signal_range") or "signal_minimum" not in attributes:
         return {}
     factor = base(str(attributes.get("units", "")))[0]
-    ends = np.cumsum([attributes["signal_minimum"], attributes["signal_range"]]) * factor
-    return {"limits": (float(ends.min()), float(ends.max()))}
+    low, span = float(attributes["signal_minimum"]) * factor, float(attributes["signal_range"]) * factor
+    return {"limits": _between(low, low + span, abs(span) / 2**30)}
 
 
 def _axes(x: npt.NDArray[np.float64], shape: tuple[int, ...], points: int) -> npt.NDArray[np.float64]:

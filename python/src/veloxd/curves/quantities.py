@@ -56,8 +56,10 @@ def slope(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpa
         The positions of the points: evenly spaced numbers of shape (points,), or of the shape of the curves. Channels
         and labelled arrays know their own.
     **options
-        What is known of the curves and how they are to be analysed: see `Options`. The ends of the signal axis, its
-        resolution, and the calibrations in the measurement information are taken from a channel by itself.
+        What is known of the curves and how they are to be analysed: see `Options`. A channel tells the ends and the
+        resolution of its signal axis, and the items "Spring constant" and "Deflection sensitivity" of the group "Tool"
+        of its measurement information are used. A signal in metres needs no sensitivity, and one in newtons none
+        besides the spring constant.
 
     Returns
     -------
@@ -178,7 +180,7 @@ def indentations(curves: Curves, options: Mapping[str, Any]) -> Indentation:
 def forces(curves: Curves, options: Mapping[str, Any]) -> Force:
     """The force at each point of each curve."""
     every_point = np.empty(curves.signal.shape)
-    return _computed(Force, curves, options, "VELCurveForces", None, values=every_point)
+    return _computed(Force, curves, options, "VELCurveForces", None, curve=every_point)
 
 
 def _computed(

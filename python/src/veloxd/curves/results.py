@@ -198,9 +198,9 @@ class Force(Result):
 
     Attributes
     ----------
-    values : numpy.ndarray
+    curve : numpy.ndarray
         The force in newtons, above 0 where the surface pushes, of the shape of the curves; NaN where nothing was
         acquired.
     """
 
-    values: Numbers = number("values", "N", "Force", ("points",))
+    curve: Numbers = number("curve", "N", "Force", ("points",))
