@@ -25,6 +25,8 @@ class Named(Mapping[str, T], Generic[T]):
     Several may have the same name. The name gives the first of them then, and a position any.
     """
 
+    __slots__ = ()
+
     _what = ""
 
     def _all(self) -> Sequence[T]:

@@ -39,6 +39,8 @@ class Channel(Part):
     ((8, 16), 'm', array([...]))
     """
 
+    __slots__ = ("_group",)
+
     def __init__(self, group: Group, slot: int) -> None:
         super().__init__(group._handle, (*group._place, slot))
         self._group = group

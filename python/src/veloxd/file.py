@@ -44,6 +44,8 @@ class File(Named[Group]):
     (['ForwardScan'], (8, 16))
     """
 
+    __slots__ = ("__weakref__", "_handle")
+
     _what = "group"
 
     def __init__(self, handle: Handle) -> None:

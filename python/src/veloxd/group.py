@@ -34,6 +34,8 @@ class Group(Part, Named[Channel]):
     (['Topography', 'Phase'], 'Topography')
     """
 
+    __slots__ = ()
+
     _what = "channel"
 
     def __init__(self, handle: Handle, number: int) -> None:
