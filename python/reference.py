@@ -82,8 +82,9 @@ def members(kind: type) -> Iterator[str]:
 
 def errors() -> Iterator[str]:
     """A row for each error, with Python's own kind of it."""
-    yield "## Errors\n\nAll errors are kinds of `veloxd.Error`, and say in one sentence what failed. `error.details` is"
-    yield "the full text of the library, with the place in its source code.\n\n| Error | Also | Meaning |\n|---|---|---|"
+    yield "## Errors\n"
+    yield "All errors are kinds of `veloxd.Error` and say in one sentence what failed. `error.details` is the full text"
+    yield "of the library, with the place in its source code.\n\n| Error | Also | Meaning |\n|---|---|---|"
     for name in veloxd.errors.__all__:
         kind = getattr(veloxd, name)
         also = ", ".join(f"`{base.__name__}`" for base in kind.__bases__ if base is not Exception)

@@ -1,6 +1,6 @@
 """Measures the Python package beside C, which calls the library line by line, and beside h5py on the same data.
 
-    python compare.py BASELINE [--quick] [--rounds N] [--processor-time] [--folder FOLDER]
+    python compare.py BASELINE [--benchmarks REGEX] [--quick] [--rounds N] [--processor-time] [--folder FOLDER]
 
 BASELINE is the program made of Baseline.c. The contenders take turns, so that whatever else the machine does affects
 all of them alike, and must agree on checksums. Figures are medians; the spread is the slowest less the fastest.
@@ -10,6 +10,7 @@ from __future__ import annotations
 
 import argparse
 import functools
+import re
 import subprocess
 import tempfile
 import time
@@ -22,6 +23,7 @@ import data
 import h5py
 import numpy as np
 import numpy.typing as npt
+
 import veloxd
 
 SIDE = 8192
@@ -53,11 +55,12 @@ class Baseline(NamedTuple):
 
 
 class Settings(NamedTuple):
-    """How to measure."""
+    """What to measure, and how."""
 
     baseline: Baseline
     clock: Callable[[], float]
     shrink: int  # divides the size of data
+    wanted: re.Pattern[str]  # finds something in the names of benchmarks
 
 
 def checksum(array: npt.NDArray[np.generic]) -> int:
@@ -97,6 +100,12 @@ def names_of_hdf5(path: Path) -> int:
         return sum(len(name) + sum(map(len, file[name])) for name in file)
 
 
+USES = {
+    "an image": ("images", image_of_oxd, image_of_hdf5),
+    "all names": ("names", names_of_oxd, names_of_hdf5),
+}
+
+
 def values_of_hdf5(dataset: h5py.Dataset) -> npt.NDArray[np.float64]:
     values = dataset[...].astype(np.float64)
     values *= dataset.attrs["scale"]
@@ -118,45 +127,51 @@ def check_same(what: str, ours: npt.NDArray[np.generic], peers: npt.NDArray[np.g
     np.testing.assert_allclose(ours, peers, rtol=1e-6)
 
 
-def of_a_large_channel(folder: Path, settings: Settings) -> Iterator[Benchmark]:
+def of_large_channels(folder: Path, settings: Settings) -> Iterator[Benchmark]:
     """Arrays of 512 MiB, of 8 bytes for real values and of 4 for raw samples. HDF5 stores samples in as many bits."""
     for what, lines, bits, goal in (("values", SIDE, 16, 1.15), ("raw", 2 * SIDE, 16, 1.1), ("raw", 2 * SIDE, 32, 1.1)):
-        stored = data.samples(lines // settings.shrink, SIDE, bits)
-        path, peer = folder / f"{what}{bits}.oxd", folder / f"{what}{bits}.h5"
-        data.write_oxd(path, stored, 1)
-        data.write_hdf5(peer, stored, 1)
-        with veloxd.open(path) as file, h5py.File(peer) as other:
-            channel, dataset = file[0][0], other["ForwardScan/Topography"]
-            read = functools.partial(getattr, channel, what)
-            read_peer = functools.partial(READ_HDF5[what], dataset)
-            check_same(what, read()[-1], read_peer()[-1])
-            contenders = {
-                "veloxd": functools.partial(timed, settings.clock, read),
-                "C": functools.partial(settings.baseline, what, path),
-                "h5py": functools.partial(timed, settings.clock, read_peer),
-            }
-            yield Benchmark(f"`channel.{what}` of 512 MiB, {bits} bits", contenders, {"C": goal, "h5py": 1.0})
+        name = f"`channel.{what}` of 512 MiB, {bits} bits"
+        if settings.wanted.search(name):
+            stored = data.samples(lines // settings.shrink, SIDE, bits)
+            path, peer = folder / "large.oxd", folder / "large.h5"
+            data.write_oxd(path, stored, 1)
+            data.write_hdf5(peer, stored, 1)
+            with veloxd.open(path) as file, h5py.File(peer) as other:
+                yield of_a_large_channel(name, what, goal, path, file[0][0], other["ForwardScan/Topography"], settings)
+
+
+def of_a_large_channel(
+    name: str, what: str, goal: float, path: Path, channel: veloxd.Channel, dataset: h5py.Dataset, settings: Settings
+) -> Benchmark:
+    read = functools.partial(getattr, channel, what)
+    read_peer = functools.partial(READ_HDF5[what], dataset)
+    check_same(what, read()[-1], read_peer()[-1])
+    contenders = {
+        "veloxd": functools.partial(timed, settings.clock, read),
+        "C": functools.partial(settings.baseline, what, path),
+        "h5py": functools.partial(timed, settings.clock, read_peer),
+    }
+    return Benchmark(name, contenders, {"C": goal, "h5py": 1.0})
 
 
 def of_small_files(folder: Path, settings: Settings) -> Iterator[Benchmark]:
-    """Files of eight images of 256 x 256 samples of 16 bits."""
+    """Files of images of 256 x 256 samples of 16 bits."""
     stored = data.samples(SMALL_SIDE, SMALL_SIDE, 16)
-    paths, peers = [], []
-    for number in range(SMALL_FILES // settings.shrink):
-        paths.append(folder / f"{number}.oxd")
-        peers.append(folder / f"{number}.h5")
-        data.write_oxd(paths[-1], stored, len(data.NAMES))
-        data.write_hdf5(peers[-1], stored, len(data.NAMES))
-    for what, name, use, use_peer in (
-        ("images", "an image of each of 2 000 files", image_of_oxd, image_of_hdf5),
-        ("names", "the names in each of 2 000 files", names_of_oxd, names_of_hdf5),
-    ):
-        contenders = {
-            "veloxd": functools.partial(each_timed, settings.clock, use, paths),
-            "C": functools.partial(settings.baseline, what, folder),
-            "h5py": functools.partial(each_timed, settings.clock, use_peer, peers),
-        }
-        yield Benchmark(name, contenders, {"C": 1.5, "h5py": 1.0})
+    for channels, size in ((8, "1 MiB"), (1, "128 KiB")):
+        tasks = [(f"{title} in each of 2 000 files of {size}", *uses) for title, uses in USES.items()]
+        wanted = [task for task in tasks if settings.wanted.search(task[0])]
+        paths = [folder / f"{number}.oxd" for number in range(SMALL_FILES // settings.shrink if wanted else 0)]
+        peers = [path.with_suffix(".h5") for path in paths]
+        for path, peer in zip(paths, peers):
+            data.write_oxd(path, stored, channels)
+            data.write_hdf5(peer, stored, channels)
+        for name, what, use, use_peer in wanted:
+            contenders = {
+                "veloxd": functools.partial(each_timed, settings.clock, use, paths),
+                "C": functools.partial(settings.baseline, what, folder),
+                "h5py": functools.partial(each_timed, settings.clock, use_peer, peers),
+            }
+            yield Benchmark(name, contenders, {"C": 1.5, "h5py": 1.0})
 
 
 def measure(benchmark: Benchmark, rounds: int) -> None:
@@ -185,6 +200,7 @@ def measure(benchmark: Benchmark, rounds: int) -> None:
 def main() -> None:
     parser = argparse.ArgumentParser(description="Measures the Python package beside C and h5py.")
     parser.add_argument("baseline", type=Path, help="the program made of Baseline.c")
+    parser.add_argument("--benchmarks", default="", help="those whose names contain this regular expression")
     parser.add_argument("--quick", action="store_true", help="small data, each once: that it works, not how fast")
     parser.add_argument("--rounds", type=int, default=7)
     parser.add_argument("--processor-time", action="store_true")
@@ -192,9 +208,9 @@ def main() -> None:
     options = parser.parse_args()
     baseline = Baseline(options.baseline.absolute(), column=1 if options.processor_time else 0)
     clock = time.process_time if options.processor_time else time.perf_counter
-    settings = Settings(baseline, clock, 64 if options.quick else 1)
+    settings = Settings(baseline, clock, 64 if options.quick else 1, re.compile(options.benchmarks))
     print("| Benchmark | Median | Spread | Ratio to others | Goals |\n|---|---|---|---|---|")
-    for benchmarks in (of_a_large_channel, of_small_files):
+    for benchmarks in (of_large_channels, of_small_files):
         with tempfile.TemporaryDirectory(dir=options.folder) as folder:
             for benchmark in benchmarks(Path(folder), settings):
                 measure(benchmark, 1 if options.quick else options.rounds)

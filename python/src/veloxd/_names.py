@@ -25,27 +25,38 @@ class Named(Mapping[str, T], Generic[T]):
     Several may have the same name. The name gives the first of them then, and a position any.
     """
 
+    __slots__ = ()
+
     _what = ""
 
-    def _all(self) -> Sequence[T]:
+    def _numbers_of_all(self) -> list[int]:
+        """The numbers by which the library finds all of them, in order."""
         raise NotImplementedError
 
-    def __getitem__(self, key: str | int) -> T:
-        with LOCK:
-            everything = self._all()
-            if isinstance(key, str):
-                return self._named(key, everything)
-        position = operator.index(key)
-        if not -len(everything) <= position < len(everything):
-            raise IndexError(f"There is no {self._what} {position}; there are {len(everything)}.")
-        return everything[position]
+    def _with_number(self, number: int) -> T:
+        raise NotImplementedError
 
-    def _named(self, key: str, everything: Sequence[T]) -> T:
+    def _all(self) -> tuple[T, ...]:
+        with LOCK:
+            return tuple(map(self._with_number, self._numbers_of_all()))
+
+    def __getitem__(self, key: str | int) -> T:
+        if isinstance(key, str):
+            return self._named(key)
+        position = operator.index(key)
+        with LOCK:
+            numbers = self._numbers_of_all()
+            if not -len(numbers) <= position < len(numbers):
+                raise IndexError(f"There is no {self._what} {position}; there are {len(numbers)}.")
+            return self._with_number(numbers[position])
+
+    def _named(self, key: str) -> T:
         names = []
-        for one in everything:
-            names.append(one.name)
-            if names[-1] == key:
-                return one
+        with LOCK:
+            for one in self._all():
+                names.append(one.name)
+                if names[-1] == key:
+                    return one
         raise not_found(self._what, key, names)
 
     def __contains__(self, name: object) -> bool:

@@ -39,6 +39,8 @@ class Channel(Part):
     ((8, 16), 'm', array([...]))
     """
 
+    __slots__ = ("_group",)
+
     def __init__(self, group: Group, slot: int) -> None:
         super().__init__(group._handle, (*group._place, slot))
         self._group = group
@@ -213,13 +215,14 @@ class Channel(Part):
         form = Form.of(raw)
         code = _reading.operator_code(level)
         with LOCK:
-            if _is_mask(key, self.shape):
+            shape = self.shape
+            if _is_mask(key, shape):
                 values = self.read(raw=raw, level=level)[key]
                 return values if out is None else _fill(out, values)
-            selection = select(key, self.shape)
+            selection = select(key, shape)
             target = np.empty(selection.shape, form.dtype) if out is None else _suitable(out, selection.shape, form)
             block = target.reshape(selection.full_shape)  # a view, since it only adds axes of one element
-            _reading.read(self, self.shape[1], selection, form, code, block)
+            _reading.read(self, shape[1], selection, form, code, block)
         return target if target.shape or out is not None else target[()]
 
     def write(self, values: npt.ArrayLike, key: Any = ..., *, raw: bool = False) -> None:

@@ -44,6 +44,8 @@ class File(Named[Group]):
     (['ForwardScan'], (8, 16))
     """
 
+    __slots__ = ("__weakref__", "_handle")
+
     _what = "group"
 
     def __init__(self, handle: Handle) -> None:
@@ -82,11 +84,13 @@ class File(Named[Group]):
     @property
     def groups(self) -> tuple[Group, ...]:
         """All groups in order, including those that share a name."""
-        with LOCK:
-            return tuple(_group_of(self._handle, number) for number in group_ids(self._handle))
+        return self._all()
 
-    def _all(self) -> tuple[Group, ...]:
-        return self.groups
+    def _numbers_of_all(self) -> list[int]:
+        return group_ids(self._handle)
+
+    def _with_number(self, number: int) -> Group:
+        return _group_of(self._handle, number)
 
     @property
     def info(self) -> Information:

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 from ctypes import c_uint64
+from itertools import compress
 from typing import TYPE_CHECKING, Any
 
 import numpy.typing as npt
@@ -11,6 +12,7 @@ from . import _adding
 from ._names import Named
 from ._native.handle import Handle
 from ._native.library import LOCK, encode_name
+from ._native.repeated import call_for_each, positions
 from ._part import Part
 from .axis import AxisLike
 from .channel import Channel
@@ -33,6 +35,8 @@ class Group(Part, Named[Channel]):
     ...     list(group), group[0].name
     (['Topography', 'Phase'], 'Topography')
     """
+
+    __slots__ = ()
 
     _what = "channel"
 
@@ -62,17 +66,21 @@ class Group(Part, Named[Channel]):
     @property
     def channels(self) -> tuple[Channel, ...]:
         """All channels in order, including those that share a name."""
+        return self._all()
+
+    def _numbers_of_all(self) -> list[int]:
         with LOCK:
-            slots = range(int(self._get("GetChannelCount")))
-            return tuple(self._channel(slot) for slot in slots if self._get("HasChannelBuffer", slot))
+            slots = range(self._get("GetChannelCount"))
+            is_there = call_for_each("HasChannelBuffer", self._handle.number, *self._numbers(), positions(slots))
+        return list(compress(slots, is_there))
+
+    def _with_number(self, number: int) -> Channel:
+        return self._channel(number)
 
     def _channel(self, slot: int) -> Channel:
         with LOCK:
             known = self._handle.part((*self._place, slot))
             return known if isinstance(known, Channel) else Channel(self, slot)
-
-    def _all(self) -> tuple[Channel, ...]:
-        return self.channels
 
     def create_channel(
         self,
