@@ -1,15 +1,17 @@
 """Slope, baseline, contact point, adhesion and indentation of force curves, and contact models.
 
+Curves are NumPy arrays, channels, or labelled arrays of xarray. All numbers are in SI units without prefixes. A curve
+that has no value has a `Reason`. Importing this module loads a second shared library, VELOxdCurves, which is looked for
+where the first one is. Functions may be called by any number of threads, which run at the same time.
+
+Examples
+--------
 >>> import veloxd.curves
 >>> z = np.linspace(0, 400e-9, 512)
 >>> deflection = np.maximum(z - 300e-9, 0)
 >>> point = veloxd.curves.contact_point(deflection, x=z)
 >>> f"{point.position:.2e} m"
 '3.00e-07 m'
-
-Curves are NumPy arrays, channels, or labelled arrays of xarray. All numbers are in SI units without prefixes. A curve
-that has no value has a `Reason`. Importing this module loads a second shared library, VELOxdCurves, which is looked for
-where the first one is. Functions may be called by any number of threads, which run at the same time.
 """
 
 from .._native.curves import library

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+import threading
 import warnings
 from collections.abc import Mapping
 from dataclasses import dataclass, fields, replace
@@ -25,6 +26,7 @@ if TYPE_CHECKING:
 __all__ = ["ModulusFit", "fit_modulus"]
 
 _LEAST_POINTS = 4
+_FILTERS = threading.Lock()  # for the filters of warnings, which all threads share
 _LARGEST_ERROR = 1 / 3  # of the modulus, as a part of it: one that is larger leaves it open
 
 
@@ -251,7 +253,7 @@ def _solved(approach: Approach, contact: _Contact) -> tuple[Array, Array] | None
     """The parameters with their covariance, or None if the curve does not determine them."""
     from scipy.optimize import OptimizeWarning, curve_fit
 
-    with warnings.catch_warnings():
+    with _FILTERS, warnings.catch_warnings():
         warnings.simplefilter("ignore", OptimizeWarning)  # of covariances that are infinite, which are looked at
         try:
             parameters, covariance = curve_fit(

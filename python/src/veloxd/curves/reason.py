@@ -11,7 +11,9 @@ __all__ = ["Reason"]
 
 
 class Reason(IntEnum):
-    """Why a curve has no value. Arrays hold the numbers, ``result.reason == Reason.NO_CONTACT`` compares them.
+    """Why a curve has no value.
+
+    Arrays hold the numbers of reasons; ``result.reason == Reason.NO_CONTACT`` compares them. ``list(Reason)`` has all.
 
     Examples
     --------
