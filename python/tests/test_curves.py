@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import os
+import re
 import subprocess
 import sys
 import tracemalloc
@@ -74,6 +75,29 @@ def test_what_curves_were_made_with_is_found() -> None:
 
     push = force(approach(50), x=Z, **CALIBRATED)
     np.testing.assert_allclose(push.curve, SPRING * (approach(50) - line.at(Z)), atol=1e-20)
+
+
+def test_the_example_that_is_worked_out_by_hand_comes_out() -> None:
+    page = (Path(__file__).parents[2] / "docs" / "processors.md").read_text(encoding="utf-8")
+    table = np.loadtxt(page.partition("```csv")[2].partition("```")[0].split()[1:], delimiter=",")
+    expected = dict(re.findall(r"^\| ([\w ]+?) +\| ([\d.]+) +\| \w+ +\|$", page, re.MULTILINE))
+    x, there, back = 1e-9 * table.T
+    known: Any = {**CALIBRATED, "x": x, "baseline_share": 0.67}
+    line, point, depth = baseline(there, **known), contact_point(there, **known), indentation(there, **known)
+    pull = adhesion(back, **known)
+    found = {
+        "slope": slope(there, slope_range=(230e-9, 160e-9), **known).value,
+        "baseline at 0": 1e9 * line.offset,
+        "noise": 1e9 * line.noise,
+        "contact point": 1e9 * point.position,
+        "its error": 1e9 * point.error,
+        "largest indentation": 1e9 * depth.value,
+        "force there": 1e9 * depth.force,
+        "adhesion": 1e9 * pull.value,
+        "adhesion force": 1e9 * pull.force,
+        "at": 1e9 * pull.position,
+    }
+    assert found == pytest.approx({name: float(value) for name, value in expected.items()}, rel=1e-6)
 
 
 def test_one_curve_gives_scalars_and_a_block_gives_arrays_of_its_shape() -> None:

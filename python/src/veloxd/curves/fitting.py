@@ -121,7 +121,7 @@ class Fit:
             one.name: np.full(count, np.nan) for one in fields(ModulusFit) if one.name != "scale_error"
         }
         values["reason"] = np.zeros(count, np.int64)
-        values["points"] = np.zeros(count, np.uint64)
+        values["points"] = np.zeros(count, np.int64)
         values["covariance"] = np.full((count, 2, 2), np.nan)
         rows = Curves(self.curves.signal, self.curves.axes, (count,), axis_unit=self.curves.axis_unit)
         prepared = _Prepared(rows, self.options, self.model.name == "dmt")

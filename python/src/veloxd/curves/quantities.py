@@ -205,11 +205,14 @@ def _computed(
 
 def shaped(kind: type[R], curves: Curves, values: Mapping[str, npt.NDArray[Any]]) -> R:
     """A result of the shape of the curves, of the values of its fields by their names in the library."""
-    return kind(**{one.name: _shaped(values[one.metadata["member"]], curves.shape) for one in fields(kind)})
+    shown = {one.name: _shaped(values[one.metadata["member"]], curves.shape) for one in fields(kind)}
+    if not curves.shape:
+        shown["reason"] = Reason(shown["reason"])
+    return kind(**shown)
 
 
 def _shaped(values: npt.NDArray[Any], shape: tuple[int, ...]) -> Any:
-    whole = values.reshape((*shape, *values.shape[1:]))
-    if whole.shape:
-        return whole
-    return Reason(whole.item()) if whole.dtype == np.int64 else whole.item()
+    """The values as an array with a sign, of which differences are what one expects; as a number if it is one."""
+    signed = values.astype(np.int64) if values.dtype == np.uint64 else values
+    whole = signed.reshape((*shape, *values.shape[1:]))
+    return whole if whole.shape else whole.item()
