@@ -14,7 +14,10 @@
 #include <string.h>
 #include <time.h>
 
-enum { maximumText = 4096 };
+enum
+{
+    maximumText = 4096
+};
 
 typedef struct
 {
@@ -72,7 +75,7 @@ static uint64_t Checksum(const char* samples, size_t bytes)
 {
     uint64_t checksum = 0;
     for (size_t i = 0; samples != NULL && i + sizeof checksum <= bytes; i += sizeof checksum) {
-        uint64_t word;
+        uint64_t word = 0;
         memcpy(&word, samples + i, sizeof word);
         checksum ^= word;
     }

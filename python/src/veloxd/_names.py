@@ -5,18 +5,12 @@ from __future__ import annotations
 import difflib
 import operator
 from collections.abc import Iterator, Mapping, Sequence
-from typing import Generic, Protocol, TypeVar
+from typing import Generic, TypeVar
 
 from ._native.library import LOCK
 from .errors import NameNotFoundError
 
-
-class _HasName(Protocol):
-    @property
-    def name(self) -> str: ...
-
-
-T = TypeVar("T", bound=_HasName)
+T = TypeVar("T")
 
 
 class Named(Mapping[str, T], Generic[T]):
@@ -36,6 +30,9 @@ class Named(Mapping[str, T], Generic[T]):
     def _with_number(self, number: int) -> T:
         raise NotImplementedError
 
+    def _name_of(self, number: int) -> str:
+        raise NotImplementedError
+
     def _all(self) -> tuple[T, ...]:
         with LOCK:
             return tuple(map(self._with_number, self._numbers_of_all()))
@@ -53,10 +50,10 @@ class Named(Mapping[str, T], Generic[T]):
     def _named(self, key: str) -> T:
         names = []
         with LOCK:
-            for one in self._all():
-                names.append(one.name)
+            for number in self._numbers_of_all():
+                names.append(self._name_of(number))
                 if names[-1] == key:
-                    return one
+                    return self._with_number(number)
         raise not_found(self._what, key, names)
 
     def __contains__(self, name: object) -> bool:
@@ -71,7 +68,7 @@ class Named(Mapping[str, T], Generic[T]):
 
     def _names(self) -> list[str]:
         with LOCK:
-            return list(dict.fromkeys(one.name for one in self._all()))
+            return list(dict.fromkeys(map(self._name_of, self._numbers_of_all())))
 
     def _ipython_key_completions_(self) -> list[str]:
         return self._names()

@@ -92,6 +92,9 @@ class File(Named[Group]):
     def _with_number(self, number: int) -> Group:
         return _group_of(self._handle, number)
 
+    def _name_of(self, number: int) -> str:
+        return self._handle.text("GetGroupName", number)
+
     @property
     def info(self) -> Information:
         """The measurement information. Assigning a mapping replaces all of it."""

@@ -77,6 +77,9 @@ class Group(Part, Named[Channel]):
     def _with_number(self, number: int) -> Channel:
         return self._channel(number)
 
+    def _name_of(self, number: int) -> str:
+        return self._text("GetChannelData_SignalAxisName", number)
+
     def _channel(self, slot: int) -> Channel:
         with LOCK:
             known = self._handle.part((*self._place, slot))
