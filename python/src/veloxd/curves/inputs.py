@@ -111,8 +111,7 @@ def _of_array(values: Any, axes: npt.NDArray[np.float64], **more: Any) -> Curves
 def _of_channel(channel: Channel) -> Curves:
     with LOCK:
         lines, points = channel.shape
-        axes = np.array([channel.x.of_line(line) for line in range(lines)]).reshape(lines, 2)
-        axes, axis_unit = in_base(axes, channel.x.unit)
+        axes, axis_unit = in_base(channel.x.of_lines(), channel.x.unit)
         axes[:, 1] = axes[:, 1] / (points - 1) if points > 1 else 1.0
         if lines and (axes == axes[0]).all():
             axes = axes[:1]
