@@ -12,7 +12,7 @@ namespace truth {
 namespace {
 
 constexpr double left = 70, right = 520, top = 20, bottom = 340;
-constexpr double lowestPercent = 1e-3, highestPercent = 10;
+constexpr double lowestPercent = 1e-3, highestPercent = 100;
 constexpr std::array<const char*, quantityCount> colours{"#2970ad", "#cc6b33", "#3c8c46", "#7a4fa3"};
 
 [[gnu::format(printf, 1, 2)]] std::string Text(const char* format, ...)
@@ -51,7 +51,7 @@ std::string Grid()
         return Text(R"(<path d="M%.1f %.1fL%.1f %.1f" stroke="#d9d9d9"/>)", x1, y1, x2, y2) + "\n";
     };
     std::string grid;
-    for (const double percent : {0.001, 0.01, 0.1, 1.0, 10.0})
+    for (const double percent : {0.001, 0.01, 0.1, 1.0, 10.0, 100.0})
         grid +=
             line(left, Y(percent), right, Y(percent)) + Label(left - 8, Y(percent) + 4, "end", Text("%g %%", percent));
     for (const double ratio : signalToNoise)
