@@ -193,6 +193,7 @@ def test_every_reason_is_reached_and_leaves_no_number() -> None:
         (_fit, nothing, CALIBRATED, Reason.NOTHING_ACQUIRED),
         (_fit, noise, {**CALIBRATED, "fit_range": (0.0, 0.01)}, Reason.TOO_FEW_POINTS),
         (_fit, noise, CALIBRATED, Reason.NO_FIT),
+        (_fit, noise, {**CALIBRATED, "sensitivity": 1.5, "law": "line"}, Reason.NO_FIT),
     ]
     for quantity, curve, options, reason in cases:
         found = quantity(curve, **{"x": Z, **options})
