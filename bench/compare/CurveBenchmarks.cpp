@@ -1,5 +1,5 @@
 // Benchmarks of force curves: every curve of a file is read and analysed. They are compared with one pass over the same
-// samples through a line operator.
+// samples through the operator that subtracts a line and, beside it, the one that subtracts a polynomial.
 #include "compare/Benchmark.h"
 #include "support/Oxd.h"
 
@@ -18,6 +18,7 @@ constexpr double step = 1e-9;
 constexpr double signalRange = 400e-9;
 constexpr std::int32_t rawData = 0;
 constexpr std::int32_t lineFit = 2;
+constexpr std::int32_t polynomialFit = 5;
 
 // A retract in metres, which is one of an approach, too: a tilted baseline, and a tip that sticks.
 std::vector<double> MakeCurve(std::mt19937& random)
@@ -98,6 +99,7 @@ auto Curves(Analyse analyse)
         };
         return std::vector<Contender>{{ours, run(rawData, analysed), finish},
                                       {baselineName, run(lineFit, pass), finish},
+                                      {"polynomial", run(polynomialFit, pass), finish},
                                       {"reading alone", run(rawData, pass), finish}};
     };
 }

@@ -126,6 +126,14 @@ CExtremes Derive(const CStretch& stretch, const CDerivation& derivation, double*
                               : DeriveTo<false>(nullptr, stretch, derivation);
 }
 
+void Erase(double* numbers, std::size_t count)
+{
+    std::size_t i = 0;
+    for (; i + eight <= count; i += eight)
+        StoreEight(All(nan), numbers + i);
+    StorePart(All(nan), numbers + i, count - i);
+}
+
 // Finds a point in one of two directions. Eights without it are passed at once; its own is looked at point by point, in
 // the same arithmetic.
 class CSearch
@@ -196,7 +204,7 @@ std::size_t LastAtMost(const CStretch& stretch, const CTrend& trend, double gain
     return CSearch(stretch, trend, gain, level).Last();
 }
 
-constexpr CCurveKernels kernelsOfThisSource{Sums, Blocks, Range, Derive, FirstAtMost, LastAtMost};
+constexpr CCurveKernels kernelsOfThisSource{Sums, Blocks, Range, Derive, Erase, FirstAtMost, LastAtMost};
 
 } // namespace
 // NOLINTEND(misc-definitions-in-headers,cert-dcl59-cpp)
