@@ -88,7 +88,7 @@ def baseline(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: U
     """Finds the straight line on which the signal lies away from the surface, and the noise about it.
 
     Arguments, results and errors are as for `slope`; the result is a `Baseline`, or a data set of the same. It takes 16
-    points, and up to half of the range may be off the line.
+    points, and up to three eighths of the range may be off the line.
     """
     return analyse(curves, x, options, baselines)
 
