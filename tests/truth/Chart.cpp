@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cmath>
-#include <cstdarg>
 #include <cstdio>
 
 namespace truth {
@@ -15,13 +14,11 @@ constexpr double left = 70, right = 520, top = 20, bottom = 340;
 constexpr double lowestPercent = 1e-3, highestPercent = 100;
 constexpr std::array<const char*, quantityCount> colours{"#2970ad", "#cc6b33", "#3c8c46", "#7a4fa3"};
 
-[[gnu::format(printf, 1, 2)]] std::string Text(const char* format, ...)
+template <class... Values>
+std::string Text(const char* format, Values... values)
 {
     std::array<char, 256> text{};
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::vsnprintf(text.data(), text.size(), format, arguments);
-    va_end(arguments);
+    std::snprintf(text.data(), text.size(), format, values...);
     return text.data();
 }
 

@@ -37,7 +37,8 @@ CPointSums BlockSums(const CStretch& stretch, const CTrend& rough)
     CPointSums sums = BlockSums<true>(stretch, rough);
     if (!IsSumOfNumbers(Sum(sums.rr)))
         return BlockSums<false>(stretch, rough);
-    const auto length = static_cast<double>(stretch.count / eight);
+    const std::size_t pointsOfBlock = stretch.count / eight;
+    const auto length = static_cast<double>(pointsOfBlock);
     sums.points = All(length);
     sums.uu = All(length * (length * length - 1) / 12);
     return sums;
@@ -152,7 +153,8 @@ CBlocks Blocks(const CStretch& stretch, const CTrend& rough, double leastWidth)
     const CEight place = Ascending() - All(0.5 * (eight - 1));
     const CEight perPoint = All(1) / sums.points;
     const CEight mean = Choose(present, sums.r * perPoint, All(nan));
-    const auto length = static_cast<double>(stretch.count / eight);
+    const std::size_t pointsOfBlock = stretch.count / eight;
+    const auto length = static_cast<double>(pointsOfBlock);
     const double tilt = RepeatedMedian(mean, count);
     const CEight levels = Lower(mean - All(tilt) * place, none);
     const CEight variances = Choose(present, BlockVariances(sums, perPoint, tilt / length), none);

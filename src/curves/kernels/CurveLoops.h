@@ -175,6 +175,7 @@ private:
     {
         const CEight origin = All(m_trend.origin), level = All(m_trend.level), tilt = All(m_trend.tilt);
         const CEight gain = All(m_gain), most = All(m_level), step = All(direction * eight);
+        const std::ptrdiff_t stride = direction * std::ptrdiff_t{eight};
         const double* signal = m_stretch.signal + i;
         CEight indices = Ascending() + All(static_cast<double>(i));
         const std::size_t whole = m_stretch.count - m_stretch.count % eight;
@@ -182,7 +183,7 @@ private:
             const CEight distance = LoadEight(signal) - (level + tilt * (indices - origin));
             if (Any(gain * distance <= most))
                 return passed;
-            signal += direction * eight;
+            signal += stride;
             indices = indices + step;
         }
         return whole;
