@@ -1,0 +1,29 @@
+#include "oxd/edit/SaveCarrying.h"
+
+#include "oxd/inspection/InspectFile.h"
+#include "oxd/system/Failure.h"
+#include "velstdlib/util/header/HeaderText.h"
+
+namespace oxd {
+
+void InsertSections(const CarriedSections& carried, const std::string& saved, OutputFile& output)
+{
+    if (carried.Text().empty()) {
+        return;
+    }
+    constexpr std::uint64_t endMarkBytes = veltaris::velstdlib::util::headerEndMark.size();
+    output.Insert(InspectFile(saved).headerBytes - endMarkBytes, carried.Text());
+    if (!InspectFile(saved).Opens()) {
+        throw Failure(ExitCode::Damaged, output.Name(),
+                      "would not open with the views, processors and unknown sections that are to be kept");
+    }
+}
+
+std::string SaveCarrying(const CarriedSections& carried, DataSet& dataSet, OutputFile& output)
+{
+    std::string saved = dataSet.SaveTo(output);
+    InsertSections(carried, saved, output);
+    return saved;
+}
+
+} // namespace oxd
