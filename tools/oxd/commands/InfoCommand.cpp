@@ -14,16 +14,19 @@ namespace {
 
 constexpr const char* jsonShape =
     "Bits are the fewest of 8, 16 and 32 that hold every sample of a channel exactly.\n"
-    "Views, processors and sections that the library does not know are not shown.\n\n"
+    "Sections that the library does not know are not shown.\n\n"
     "Values, bits and valid samples are shown if the samples of a file take up to 16 MiB, and with --values.\n"
     "They are null in JSON otherwise. A channel whose samples may not be its own has (?) behind its name; the exit\n"
     "code is 4 then, unless --trust is given.\n\n"
-    "JSON: {file, version, samplesRead, groups: [{id, logicalId, name, channels: [C or null]}], info: [I]}, null being "
-    "an empty "
-    "slot.\n"
+    "JSON: {file, version, samplesRead, groups: [{id, logicalId, name, channels: [C or null]}], views: {width,\n"
+    "    height, list: [V]}, processors: [P], info: [I]}, null being an empty slot.\n"
     "C: {name, points, lines, certain, validSamples, unreadableLines, significantBits, values: {min, max},\n"
     "    signalAxis: A, pointAxis: A, lineAxis: A}; significantBits and values are null without samples.\n"
     "A: {name, unit, min, range}; an axis ends at min + range.\n"
+    "V: {positions, channel: L, lineOperator, kind, mode, graphMode, size, aspectRatio, range: {min, max}, parameters};\n"
+    "    a range that is found automatically is null.\n"
+    "P: {positions, kind, instance, name, enabled, parameters: {KEY: TEXT}, inputs: [L], outputs: [L]}\n"
+    "L: {index, group, channel, groupName, channelName}; the names are null where there is no such channel.\n"
     "I: {name, groups: [I], items: [{name, value}]}, a group of information; \"cut\": true if what is inside is not "
     "shown.\n"
     "With --jsonl a file that cannot be read is {file, error}.";
