@@ -7,6 +7,7 @@
 #include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
+#include "oxd/commands/ProcessCommand.h"
 #include "oxd/commands/ReplayCommand.h"
 #include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
@@ -52,6 +53,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddSalvage(app, results);
     AddMakeSample(app);
     AddCorrect(app, results, outcome);
+    AddProcess(app, results, outcome);
     AddReplay(app, results, outcome);
     AddExport(app, outcome);
     AddGet(app, results, outcome);

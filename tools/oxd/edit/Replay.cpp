@@ -2,7 +2,9 @@
 
 #include "oxd/edit/Correct.h"
 #include "oxd/edit/FirstDifference.h"
+#include "oxd/edit/Process.h"
 #include "oxd/edit/SaveCarrying.h"
+#include "oxd/process/ProcessStep.h"
 #include "oxd/provenance/SampleDigest.h"
 #include "oxd/provenance/StepLog.h"
 #include "oxd/system/Failure.h"
@@ -28,6 +30,10 @@ public:
     // False, and nothing is done, if the samples are not those that the step was taken on.
     bool Repeat(const Step& step, const std::string& subject)
     {
+        if (IsProcessing(step)) {
+            m_file = RepeatProcessing(m_file, RequestOf(step, subject), step, m_carried, m_output);
+            return true;
+        }
         const StepWork work = WorkOf(step, subject);
         DataSet dataSet = DataSet::Open(m_file);
         const Channel channel = FindChannel(dataSet, {m_file, work.group, work.channel});
