@@ -1,8 +1,8 @@
 #include "oxd/edit/SaveCarrying.h"
 
+#include "oxd/inspection/InsertIntoHeader.h"
 #include "oxd/inspection/InspectFile.h"
 #include "oxd/system/Failure.h"
-#include "velstdlib/util/header/HeaderText.h"
 
 namespace oxd {
 
@@ -11,8 +11,7 @@ void InsertSections(const CarriedSections& carried, const std::string& saved, Ou
     if (carried.Text().empty()) {
         return;
     }
-    constexpr std::uint64_t endMarkBytes = veltaris::velstdlib::util::headerEndMark.size();
-    output.Insert(InspectFile(saved).headerBytes - endMarkBytes, carried.Text());
+    InsertIntoHeader(output, saved, carried.Text());
     if (!InspectFile(saved).Opens()) {
         throw Failure(ExitCode::Damaged, output.Name(),
                       "would not open with the views, processors and unknown sections that are to be kept");
