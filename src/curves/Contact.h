@@ -19,8 +19,8 @@ struct CContact
     double error = noValue;    // its standard error
     double crossing = noValue; // where the signal crosses the threshold, interpolated between two points
     double slope = noValue;    // signal per unit of the axis behind the contact point, along the fitted points, towards
-                            // the surface: above 0 for RaisesSignal, below it for LowersSignal
-    CLineFit line; // of the signal above the baseline, over the index; of no use for other laws than a line
+                               // the surface: above 0 for RaisesSignal, below it for LowersSignal
+    CLineFit line;             // of the signal above the baseline, over the index; of no use for other laws than a line
 };
 
 // Finds the contact point of an approach, or of a retract, in two steps:

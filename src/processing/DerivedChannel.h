@@ -17,7 +17,7 @@ namespace veltaris::processing {
 struct CDerivedValues
 {
     std::string name, unit;
-    std::vector<double> values;           // NaN where there is none
+    std::vector<double> values;               // NaN where there is none
     std::vector<curves::Reason> reasons = {}; // why there is none
 
     void Add(double value, curves::Reason reason)

@@ -79,10 +79,10 @@ curves::CCurveOptions ForceOptions(const dataset::CForceProcessor& processor, co
     options.calibration.springConstant = springConstant;
     const std::string unit = channel.GetAxisUnit(dataset::signalAxis);
     options.calibration.sensitivity =
-        unit == "m"   ? 1
-        : unit == "N" ? 1 / springConstant
-                      : Calibration({processor.GetSensitivity(), "its sensitivity", sensitivityItem}, "m/" + unit,
-                                    information);
+        unit == "m" ? 1
+        : unit == "N"
+            ? 1 / springConstant
+            : Calibration({processor.GetSensitivity(), "its sensitivity", sensitivityItem}, "m/" + unit, information);
     if (const curves::Reason reason = Check(options); reason != curves::Reason::None)
         throw CProcessingError("a parameter is out of bounds");
     return options;

@@ -15,8 +15,8 @@ curves::CPositionRange SlopeRange(const velflexlib::dataset::CProcessorSlope& pr
                                   const velflexlib::dataset::CDataBuffer& channel);
 
 // The spring constant is the item `Spring constant` of the group `Tool` unless the processor has one, and the
-// sensitivity the item `Deflection sensitivity`. A signal in metres is a deflection, and needs no sensitivity; of one in
-// newtons it is the reciprocal of the spring constant; any other takes one in metres per its unit. An item that is
+// sensitivity the item `Deflection sensitivity`. A signal in metres is a deflection, and needs no sensitivity; of one
+// in newtons it is the reciprocal of the spring constant; any other takes one in metres per its unit. An item that is
 // missing, in another unit or not above 0 stands for unknown.
 curves::CCurveOptions ForceOptions(const velflexlib::dataset::CForceProcessor& processor,
                                    const velflexlib::dataset::CDataBuffer& channel,

@@ -48,9 +48,8 @@ CPlace CPlacement::Place(const CChannelAddress& address)
 std::shared_ptr<dataset::CDataBuffer> CPlacement::Find(const CChannelAddress& address) const
 {
     const auto elsewhere = m_elsewhere.find(address);
-    return elsewhere == m_elsewhere.end()
-               ? ChannelAt(m_dataSet, address.group, address.channel)
-               : ChannelAt(m_dataSet, elsewhere->second.group, elsewhere->second.slot);
+    return elsewhere == m_elsewhere.end() ? ChannelAt(m_dataSet, address.group, address.channel)
+                                          : ChannelAt(m_dataSet, elsewhere->second.group, elsewhere->second.slot);
 }
 
 } // namespace veltaris::processing

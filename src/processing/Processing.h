@@ -30,8 +30,8 @@ struct CProcessingReport
     bool isAborted = false;            // nothing was derived from the input at work, nor from those behind it
 };
 
-// The enabled ones, in the order of their list; entries that share a section are one processor, and run once. They refer
-// to the set.
+// The enabled ones, in the order of their list; entries that share a section are one processor, and run once. They
+// refer to the set.
 Processors EnabledProcessors(const velflexlib::dataset::CProcessorSet& set);
 
 // Runs the processors in the order of what they read and write. A processor does the same with each of its inputs: with

@@ -64,8 +64,7 @@ private:
             if (IsComplete(address) && !isNew)
                 throw CProcessingError(NameOf(*m_processors[writer->second]) + " and " +
                                        NameOf(*m_processors[position]) + " both write channel " +
-                                       std::to_string(address.channel) + " of group " +
-                                       std::to_string(address.group));
+                                       std::to_string(address.channel) + " of group " + std::to_string(address.group));
         });
     }
 
@@ -104,8 +103,8 @@ private:
         for (std::size_t i = 0; i < std::min(path.size(), most); ++i)
             text.append(i == 0 ? "" : ", ").append(NameOf(*m_processors[path[i]]));
         text += path.size() > most ? " and others" : "";
-        throw CProcessingError(text + (path.size() == 1 ? " reads what it writes itself"
-                                                        : " wait for each other's results in a circle"));
+        throw CProcessingError(
+            text + (path.size() == 1 ? " reads what it writes itself" : " wait for each other's results in a circle"));
     }
 
     const Processors& m_processors;

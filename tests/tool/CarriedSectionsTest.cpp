@@ -65,17 +65,18 @@ TEST_F(CarriedSectionsTest, BecomeUtf8WithTheRestOfTheHeader)
 TEST_F(CarriedSectionsTest, AreNoneThatWouldBecomeSomethingElse)
 {
     for (const std::string section :
-         {"[DataSet-Info]\n-- Junk --=-\n", "[DataSet-0:7]\nPoints=1\n", "[DataSet\\Lost]\na=b\n", "[DataSet-new]\nx=y\n",
-          "[Spare]\nPoints=1\nLines=1\nSaveBits=8\n"}) {
+         {"[DataSet-Info]\n-- Junk --=-\n", "[DataSet-0:7]\nPoints=1\n", "[DataSet\\Lost]\na=b\n",
+          "[DataSet-new]\nx=y\n", "[Spare]\nPoints=1\nLines=1\nSaveBits=8\n"}) {
         WriteOxd(ofChannel + inDataSet + section, samples);
         ExpectMessage(saving[0] + " --strict", 4, "oxd: in.oxd: a save drops 1 ");
         EXPECT_EQ(Run(saving[0]).exitCode, 0);
         EXPECT_EQ(HeaderOf("out.oxd").find(section), std::string::npos) << section;
     }
-    WriteOxd("[DataSet]\nVersion=1\nChannelCount=1\nFrameCount=1\nCh0-Fr0=C\nSetInfos=I\n[I]\n-- Scan --=-\nLines=1\n"
-             "[C]\nVersion=2\nPoints=2\nLines=1\nSaveBits=16\nFrame=Scan\n[ProcessorSet]\nProcessorCount=1\nProcessor0=P\n"
-             "[P]\nGUID=?\nInstanceNo=1\n",
-             samples);
+    WriteOxd(
+        "[DataSet]\nVersion=1\nChannelCount=1\nFrameCount=1\nCh0-Fr0=C\nSetInfos=I\n[I]\n-- Scan --=-\nLines=1\n"
+        "[C]\nVersion=2\nPoints=2\nLines=1\nSaveBits=16\nFrame=Scan\n[ProcessorSet]\nProcessorCount=1\nProcessor0=P\n"
+        "[P]\nGUID=?\nInstanceNo=1\n",
+        samples);
     ExpectMessage(saving[0], 0, "a save drops 1 unknown section: \"ProcessorSet\" [OXD603]\n");
     EXPECT_NE(HeaderOf("out.oxd").find("[P]\n"), std::string::npos);
     EXPECT_EQ(Run("validate out.oxd").exitCode, 0);

@@ -147,17 +147,18 @@ TEST_F(ProcessTest, IsAStepThatCanBeRepeated)
         step[item["name"]] = item["value"];
     EXPECT_EQ(items[0]["items"][4]["value"], "those of the file");
     EXPECT_EQ(step["Processors"] + " " + step["Input 0"] + " " + step["Input 1"], "adhesion 2/1 2/0");
-    EXPECT_EQ(step["BaselineMax"] + " " + step["SpringConstant"] + " " + step["DisplayName"],
-              "2e-7 0.3N/m Pull-off");
+    EXPECT_EQ(step["BaselineMax"] + " " + step["SpringConstant"] + " " + step["DisplayName"], "2e-7 0.3N/m Pull-off");
 }
 
 TEST_F(ProcessTest, GivesNoNumberWhereThereIsNone)
 {
     WriteOxd(threeLines, StraightLine());
     const std::string slope = "process in.oxd --kind slope --input Scan/Z ";
-    const Outcome table = ExpectMessage(slope + "--csv", 0, "\"Slope\" of Scan/Z: 2 of 3 curves have no value: 1 because ");
+    const Outcome table =
+        ExpectMessage(slope + "--csv", 0, "\"Slope\" of Scan/Z: 2 of 3 curves have no value: 1 because ");
     EXPECT_TRUE(table.results.starts_with("processor,input,line,quantity,value,unit,reason\n"
-                                          "\"Slope\",\"Scan/Z\",0,\"Slope\",0.12")) << table.results;
+                                          "\"Slope\",\"Scan/Z\",0,\"Slope\",0.12"))
+        << table.results;
     EXPECT_NE(table.results.find("\"Slope\",\"Scan/Z\",1,\"Slope\",,\"V/m\",\""), std::string::npos) << table.results;
     EXPECT_EQ(Run(slope + "-o out.oxd").exitCode, 0);
     const auto handle = Open("out.oxd");
@@ -189,7 +190,8 @@ TEST_F(ProcessTest, RunsAProcessorAfterThoseWhoseResultsItReads)
 TEST_F(ProcessTest, SaysWhatItCannotRun)
 {
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, 1) + Slope(1, 7, 2), StraightLine());
-    ExpectMessage("process in.oxd -o out.oxd", 1, "\"S1\" (ProcessorSet-Slope:1), channel 7 of group 0: its input is not");
+    ExpectMessage("process in.oxd -o out.oxd", 1,
+                  "\"S1\" (ProcessorSet-Slope:1), channel 7 of group 0: its input is not");
     EXPECT_EQ(GetChannelCount(Open("out.oxd"), 0), 2U) << "the other one was run";
     WriteOxd(threeLines + twoProcessors + Slope(0, 7, 1) + "Enabled=1\n", StraightLine());
     ExpectFailure("process in.oxd -o none.oxd", 1, "its input is not there");
@@ -203,7 +205,8 @@ TEST_F(ProcessTest, SaysWhatItCannotRun)
           {"process in.oxd --kind slope --csv", 2, "For --kind, --input is required"},
           {"process in.oxd --input Scan/0 --csv", 2, "For --input, --kind is required"},
           {"process in.oxd --kind slope --input Scan --csv", 2, "is not GROUP/CHANNEL"},
-          {"process in.oxd --kind slope --input Scan/Y --csv", 1, "no channel \"Y\" in group \"Scan\"; it has \"Z\" (0)"},
+          {"process in.oxd --kind slope --input Scan/Y --csv", 1,
+           "no channel \"Y\" in group \"Scan\"; it has \"Z\" (0)"},
           {"process in.oxd --kind indentation --input Scan/0 --csv --range 1:2", 2, "is no parameter of indentation"},
           {"process in.oxd --kind adhesion --input Scan/0 --csv --sensitivity 5nm", 1, "has to be in \"m/V\""},
           {"process in.oxd --kind adhesion --input Scan/0 --csv --threshold -1", 1, "out of bounds"},

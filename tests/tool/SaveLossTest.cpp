@@ -22,10 +22,9 @@ TEST_F(SaveLossTest, IsSaidInALineForEachKind)
     for (const std::string& command : saving) {
         const Outcome outcome = Run(command + " -o out.oxd");
         EXPECT_EQ(outcome.exitCode, 0);
-        EXPECT_EQ(outcome.diagnostics,
-                  "oxd: in.oxd: a save drops 1 unknown key: \"Operator\" [OXD604]\n"
-                  "oxd: in.oxd: a save rounds 2 numbers: \"Dim0Range\", \"Dim1Range\" [OXD607]\n");
-                std::filesystem::rename("out.oxd", "saved.oxd");
+        EXPECT_EQ(outcome.diagnostics, "oxd: in.oxd: a save drops 1 unknown key: \"Operator\" [OXD604]\n"
+                                       "oxd: in.oxd: a save rounds 2 numbers: \"Dim0Range\", \"Dim1Range\" [OXD607]\n");
+        std::filesystem::rename("out.oxd", "saved.oxd");
         ResultsOf("set saved.oxd Scan/Lines 3 -o out.oxd --strict");
     }
 }

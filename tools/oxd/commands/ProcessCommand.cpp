@@ -124,7 +124,9 @@ void AddProcess(CLI::App& app, Results& results, ExitCode& outcome)
                    "processors are, or in the group Processed.\n\n" +
                    notInSavedFiles);
     AddInputFile(command, processing.file);
-    command.add_option("--kind", processing.request.kind, "What to derive, see below")->type_name("KIND")->check(IsKind());
+    command.add_option("--kind", processing.request.kind, "What to derive, see below")
+        ->type_name("KIND")
+        ->check(IsKind());
     command.add_option("--input", options->inputs, "Channel of curves to derive it from; may be repeated")
         ->type_name("GROUP/CHANNEL")
         ->allow_extra_args(false);

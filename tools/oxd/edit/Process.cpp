@@ -28,8 +28,7 @@ public:
     Run(const std::string& file, const ProcessorRequest& request) : m_file(file), m_dataSet(LoadModel(file))
     {
         m_own = request.IsOfFile() ? nullptr : MakeProcessors(request);
-        const auto processors =
-            processing::EnabledProcessors(m_own ? *m_own : m_dataSet->GetProcessorSet());
+        const auto processors = processing::EnabledProcessors(m_own ? *m_own : m_dataSet->GetProcessorSet());
         if (processors.empty()) {
             throw Failure(ExitCode::No, file, "has no processor that is enabled; --kind and --input name one");
         }
@@ -96,8 +95,8 @@ ProcessingOutcome Process(const Processing& processing, const CarriedSections& c
         draft.emplace(processing.output, processing.isDryRun);
     }
     Run run(processing.file, processing.request);
-    ProcessingOutcome outcome{Rendered(run, processing.form), ToSentences(run.Results()),
-                              run.Results().report.problems.empty(), {}};
+    ProcessingOutcome outcome{
+        Rendered(run, processing.form), ToSentences(run.Results()), run.Results().report.problems.empty(), {}};
     if (draft) {
         const Step step = DescribeProcessing(processing.file, processing.request);
         const std::string saved = Save(run, processing.records ? &step : nullptr, carried, draft->File());

@@ -20,7 +20,8 @@ namespace {
 class Repetition
 {
 public:
-    Repetition(std::string original, CarriedSections carried) : m_file(std::move(original)), m_carried(std::move(carried))
+    Repetition(std::string original, CarriedSections carried)
+        : m_file(std::move(original)), m_carried(std::move(carried))
     {
     }
 

@@ -40,7 +40,7 @@ std::string HeadingRow(const LineSource& source)
     const Channel& channel = source.GetChannel();
     const Axis points = channel.ReadAxis(pointAxis);
     std::string row = QuotedCell(WithUnit(channel.ReadAxis(signalAxis)) +
-                             "; down: " + WithUnit(channel.ReadAxis(lineAxis)) + "; across: " + WithUnit(points));
+                                 "; down: " + WithUnit(channel.ReadAxis(lineAxis)) + "; across: " + WithUnit(points));
     for (std::uint64_t point = 0; point < source.Points(); ++point) {
         row += "," + Decimal(Position(points, point, source.Points()));
     }

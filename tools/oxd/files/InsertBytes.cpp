@@ -17,7 +17,8 @@ constexpr std::uint64_t part = std::uint64_t{1} << 20;
 class EditedFile
 {
 public:
-    explicit EditedFile(const std::filesystem::path& name) : m_file(name, std::ios::in | std::ios::out | std::ios::binary)
+    explicit EditedFile(const std::filesystem::path& name)
+        : m_file(name, std::ios::in | std::ios::out | std::ios::binary)
     {
         Require(m_file.is_open());
     }

@@ -52,7 +52,8 @@ public:
     // content. Nothing may be passed to Write besides.
     std::string FileToFill();
 
-    // Puts bytes into that file, once it is filled: what stands at `place` and behind it moves back. Memory stays small.
+    // Puts bytes into that file, once it is filled: what stands at `place` and behind it moves back. Memory stays
+    // small.
     void Insert(std::uint64_t place, std::string_view bytes);
 
     // What a failure to fill that file is about: the destination, and for a stream the folder for temporary files.

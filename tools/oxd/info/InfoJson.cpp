@@ -56,8 +56,10 @@ Json ToJson(const GroupInfo& group)
     return {{"id", group.id}, {"logicalId", group.logicalId}, {"name", group.name}, {"channels", std::move(channels)}};
 }
 
-Json ToJson(const auto& optional)
-    requires requires { optional.has_value(); }
+Json ToJson(const auto& optional) requires requires
+{
+    optional.has_value();
+}
 {
     return optional ? Json(*optional) : Json(nullptr);
 }
@@ -163,13 +165,10 @@ std::string ToJson(const FileInfo& info, JsonLayout layout)
     for (const GroupInfo& group : info.groups) {
         groups.push_back(ToJson(group));
     }
-    const Json json{{"file", info.file},
-                    {"version", info.version},
-                    {"samplesRead", info.hasSamples},
-                    {"groups", std::move(groups)},
-                    {"views", ToJson(info.viewArea)},
-                    {"processors", ToJson(info.processors)},
-                    {"info", ToJson(info.nodes)}};
+    const Json json{
+        {"file", info.file},           {"version", info.version},        {"samplesRead", info.hasSamples},
+        {"groups", std::move(groups)}, {"views", ToJson(info.viewArea)}, {"processors", ToJson(info.processors)},
+        {"info", ToJson(info.nodes)}};
     const int indent = layout == JsonLayout::Indented ? 2 : -1;
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }

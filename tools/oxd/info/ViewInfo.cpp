@@ -35,9 +35,8 @@ public:
     std::vector<LinkInfo> Read(const model::CChannelLinks& links) const
     {
         std::vector<LinkInfo> infos;
-        links.ForEachAddress([&](std::uint64_t index, const model::CChannelAddress& address) {
-            infos.push_back(Read(index, address));
-        });
+        links.ForEachAddress(
+            [&](std::uint64_t index, const model::CChannelAddress& address) { infos.push_back(Read(index, address)); });
         return infos;
     }
 

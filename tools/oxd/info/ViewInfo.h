@@ -31,8 +31,8 @@ struct ViewInfo
     int graphMode = 0;
     int size = 0;
     int aspectRatio = 0;
-    int lineOperator = 0;                               // its code
-    std::optional<std::pair<int, int>> range = {};      // of shown values; nothing if it is found automatically
+    int lineOperator = 0;                                     // its code
+    std::optional<std::pair<int, int>> range = {};            // of shown values; nothing if it is found automatically
     std::vector<std::pair<int, std::string>> parameters = {}; // the code of an operator, and "name=value"
 };
 
@@ -44,7 +44,7 @@ struct ProcessorInfo
     std::string name;
     bool isEnabled = true;
     std::vector<std::pair<std::string, std::string>> parameters = {}; // texts with units by their keys
-    std::vector<LinkInfo> inputs, outputs;                       // those with an address
+    std::vector<LinkInfo> inputs, outputs;                            // those with an address
 };
 
 struct ViewArea

@@ -67,14 +67,15 @@ std::string ViewText(const ViewArea& area)
     if (area.views.empty()) {
         return {};
     }
-    TextTable table({"View", "Channel", "Operator", "Kind", "Mode", "Graph", "Size", "Aspect ratio", "Range", "Parameters"});
+    TextTable table(
+        {"View", "Channel", "Operator", "Kind", "Mode", "Graph", "Size", "Aspect ratio", "Range", "Parameters"});
     for (const ViewInfo& view : area.views) {
-        table.Add({PositionText(view.positions), Printable(LinkText(view.channel)), OperatorText(view.lineOperator),
-                   std::to_string(view.kind), std::to_string(view.mode), std::to_string(view.graphMode),
-                   std::to_string(view.size), std::to_string(view.aspectRatio),
-                   view.range ? std::to_string(view.range->first) + " .. " + std::to_string(view.range->second)
-                              : "automatic",
-                   ParameterText(view)});
+        table.Add(
+            {PositionText(view.positions), Printable(LinkText(view.channel)), OperatorText(view.lineOperator),
+             std::to_string(view.kind), std::to_string(view.mode), std::to_string(view.graphMode),
+             std::to_string(view.size), std::to_string(view.aspectRatio),
+             view.range ? std::to_string(view.range->first) + " .. " + std::to_string(view.range->second) : "automatic",
+             ParameterText(view)});
     }
     return "\nViews (" + std::to_string(area.width) + " x " + std::to_string(area.height) + ")\n" + table.Render("  ");
 }

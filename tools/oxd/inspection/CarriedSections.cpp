@@ -41,8 +41,7 @@ bool IsCarried(const CHeaderLines& lines, const CSectionUses& uses, std::uint32_
 {
     constexpr std::array written{SectionUse::DataSet, SectionUse::Channel, SectionUse::FlatInfo, SectionUse::InfoGroup};
     const std::string_view name = lines.SectionName(section);
-    if (IsNameOfWritten(name) ||
-        std::ranges::any_of(written, [&](SectionUse use) { return uses.Has(section, use); })) {
+    if (IsNameOfWritten(name) || std::ranges::any_of(written, [&](SectionUse use) { return uses.Has(section, use); })) {
         return false;
     }
     const bool wouldBecomeProcessor = uses.Version() == 1 && BeginsWith(name, inspect::processorListName);

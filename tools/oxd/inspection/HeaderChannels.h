@@ -20,8 +20,14 @@ public:
         const std::vector<int> ids = m_dataSet->GetAllGroupIds();
         return {ids.begin(), ids.end()};
     }
-    std::string GroupName(std::uint64_t group) const override { return UntilNul(m_dataSet->GetGroup(group)->GetName()); }
-    std::uint64_t SlotCount(std::uint64_t group) const override { return m_dataSet->GetGroup(group)->GetChannelCount(); }
+    std::string GroupName(std::uint64_t group) const override
+    {
+        return UntilNul(m_dataSet->GetGroup(group)->GetName());
+    }
+    std::uint64_t SlotCount(std::uint64_t group) const override
+    {
+        return m_dataSet->GetGroup(group)->GetChannelCount();
+    }
     std::optional<std::string> ChannelName(std::uint64_t group, std::uint64_t slot) const override
     {
         const auto channel = m_dataSet->GetGroup(group)->GetChannelBuffer(slot);

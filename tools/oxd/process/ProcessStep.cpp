@@ -30,8 +30,7 @@ std::optional<std::pair<std::uint64_t, std::uint64_t>> ParseInput(std::string_vi
 
 std::string ValueOf(const Step& step, const std::string& name)
 {
-    const auto found =
-        std::ranges::find_if(step.items, [&](const auto& item) { return item.first == name; });
+    const auto found = std::ranges::find_if(step.items, [&](const auto& item) { return item.first == name; });
     return found == step.items.end() ? std::string() : found->second;
 }
 

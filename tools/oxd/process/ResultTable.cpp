@@ -89,8 +89,8 @@ std::string ToCsv(const ResultSource& source)
 {
     std::string text = "processor,input,line,quantity,value,unit,reason\n";
     for (const processing::CProcessed& done : source.report.done) {
-        const std::string begin = QuotedCell(UntilNul(done.processor->GetDisplayName())) + "," +
-                                  QuotedCell(InputName(source, done)) + ",";
+        const std::string begin =
+            QuotedCell(UntilNul(done.processor->GetDisplayName())) + "," + QuotedCell(InputName(source, done)) + ",";
         for (const processing::CDerived& channel : done.channels) {
             if (const auto* const values = std::get_if<CDerivedValues>(&channel)) {
                 text += Rows(begin, *values);

@@ -35,7 +35,8 @@ struct CProcessorKind
 // A processor is identified by its kind and its instance number, which together name the section that holds its
 // parameters: its display name, whether it is enabled, its input and output channels, and what only its kind has.
 //
-// Invariants: kind and number never change; there is one parameter for each of the kind. Not thread-safe: belongs to the processor set of a data set.
+// Invariants: kind and number never change; there is one parameter for each of the kind. Not thread-safe: belongs to
+// the processor set of a data set.
 class CProcessorBase
 {
 public:
