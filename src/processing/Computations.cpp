@@ -103,7 +103,7 @@ std::vector<CDerived> DeriveIndentation(const dataset::CProcessorBase& processor
                                         const dataset::CInfoSet& information, const CWatch& watch)
 {
     if (const std::string unit = input.GetAxisUnit(dataset::pointAxis); unit != "m")
-        throw CProcessingError("its input has a point axis in \"" + unit + "\", and an indentation takes one in \"m\"");
+        throw CProcessingError("the point axis of its input is in \"" + unit + "\", and an indentation takes one in m");
     const CCurveOptions options =
         ForceOptions(dynamic_cast<const dataset::CForceProcessor&>(processor), input, information);
     const std::string& name = processor.GetDisplayName();

@@ -55,7 +55,7 @@ std::string ParameterText(const ProcessorInfo& processor)
 {
     std::string text;
     for (const auto& [key, value] : processor.parameters) {
-        Join(text, key + " " + value);
+        Join(text, std::string(key).append(" ").append(value));
     }
     return OrNone(text);
 }
