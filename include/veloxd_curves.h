@@ -89,7 +89,7 @@ typedef struct VELCurveOptions {
   double baseline_share;    /* this share of the acquired stretch, away from the surface; above 0, at most 1; default 0.4 */
   double threshold;         /* how many noise widths off the baseline a signal is none of it; at least 0; default 5 */
   double signal_step;       /* smallest difference of signals: noise is at least that / sqrt(12); at least 0; default 0 */
-  double fit_share;         /* the law is fitted up to this share of the largest signal; above 0, at most 1; default 0.5 */
+  double fit_share;         /* the law is fitted to this share of the points behind the contact; above 0, at most 1; default 0.5 */
   double lowest_signal;     /* a signal at or below this is saturated; default -infinity */
   double highest_signal;    /* a signal at or above this is saturated; default infinity */
   double sensitivity;       /* metres of deflection for a unit of the signal, above 0; default NaN: not known. 1 for a

@@ -20,7 +20,7 @@ struct CContact
     double crossing = noValue; // where the signal crosses the threshold, interpolated between two points
     double slope = noValue;    // signal per unit of the axis behind the contact point, along the fitted points, towards
                                // the surface: above 0 for RaisesSignal, below it for LowersSignal
-    CLineFit line;             // of the signal above the baseline, over the index; of no use for other laws than a line
+    CLineFit line{};           // of the signal above the baseline, over the index; of no use for other laws than a line
 };
 
 // Finds the contact point of an approach, or of a retract, in two steps:
@@ -30,9 +30,9 @@ struct CContact
 //  2. The contact law is fitted by least squares to the points behind it: to the signal above the baseline as a line
 //  over
 //     the position, or, for the powers 3/2 and 2, to the deflection raised to 2/3 or 1/2 as a line over position less
-//     deflection. The contact point is where the fitted law reaches the baseline. Only points up to the share
-//     `fitShare` of the largest signal above the baseline take part, so that neither saturation nor what happens under
-//     large forces moves it.
+//     deflection. The contact point is where the fitted law reaches the baseline. Only the share `fitShare` of the
+//     points behind the crossing takes part, those next to it, so that neither saturation nor what happens under large
+//     forces moves the contact point.
 //
 // The error is that of the zero of a fitted line, from its own error and that of the baseline (Draper and Smith,
 // Applied Regression Analysis, chapter 3: inverse regression).

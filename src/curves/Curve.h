@@ -20,7 +20,7 @@ struct CAxis
 };
 
 // A view of the signal, which must outlive it. A point that was never acquired holds a NaN; an infinity counts as one,
-// too. Approach and retract are two curves, each along its own axis.
+// too, as may a number beyond 1e150. Approach and retract are two curves, each along its own axis.
 struct CCurve
 {
     std::span<const double> signal;

@@ -26,6 +26,12 @@ enum class Repulsion : std::int32_t
     LowersSignal = 1,
 };
 
+// 1 if the surface raises the signal, else -1.
+constexpr double SignOf(Repulsion repulsion)
+{
+    return repulsion == Repulsion::RaisesSignal ? 1 : -1;
+}
+
 // How the signal grows behind the contact point, which is found by extrapolating that law back to the baseline. On a
 // hard surface the deflection grows with the position; an elastic one is indented, and the deflection grows with a
 // power of the indentation. The two powers take the sensitivity.
@@ -73,8 +79,8 @@ struct CCurveOptions
     // than that of rounding to such steps, signalStep / sqrt(12).
     double signalStep = 0;
 
-    // The contact law is fitted to the points behind the contact whose distance from the baseline is at most this share
-    // of the largest such distance. Above 0 and at most 1.
+    // The contact law is fitted to this share of the points behind the contact, those that are next to it. Above 0 and
+    // at most 1.
     double fitShare = 0.5;
 
     CSignalLimits limits;
@@ -83,5 +89,8 @@ struct CCurveOptions
 
 // Reason::BadOptions if a number is outside the bounds above, else Reason::None.
 Reason Check(const CCurveOptions& options);
+
+// The same, for a range: both ends must be finite.
+Reason Check(const CPositionRange& range);
 
 } // namespace veltaris::curves
