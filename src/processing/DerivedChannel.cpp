@@ -36,7 +36,7 @@ CSignalScale ScaleOf(const std::vector<double>& values)
         low = std::fmin(low, value);
         high = std::fmax(high, value);
     }
-    return low > high ? CSignalScale{-1, 2} : ScaleAround(low, high);
+    return low > high ? CSignalScale{0, 1} : ScaleAround(low, high);
 }
 
 // What a derived channel is beside its samples.
@@ -94,7 +94,7 @@ CSignalScale ScaleAround(double low, double high)
 {
     const double margin = std::max(0.05 * (high - low), 1e-4 * std::max(std::fabs(low), std::fabs(high)));
     if (margin == 0 || !std::isfinite(margin))
-        return {-1, 2};
+        return {0, 1}; // which holds a 0 exactly
     const double min = Written(low - margin);
     return {min, Written(high + margin - min)};
 }

@@ -45,8 +45,10 @@ std::map<std::string, json> Quantities(const std::string& document)
 
 // A channel of 3 lines: a straight one of slope 0.5, one that was not acquired, and one of 3 points.
 const std::string threeLines =
-    oneChannel + "Version=3\nPoints=8\nLines=3\nSaveBits=32\nDim0Unit=m\nDim0Min=0\nDim0Range=7\nDim1Name=Row\nDim1Min=0\nDim1Range=2\n"
-                 "Dim2Name=Z\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\nLineDim1Points=0\nLineDim2Points=3\n";
+    oneChannel +
+    "Version=3\nPoints=8\nLines=3\nSaveBits=32\nDim0Unit=m\nDim0Min=0\nDim0Range=7\nDim1Name=Row\nDim1Min=0\nDim1Range="
+    "2\n"
+    "Dim2Name=Z\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\nLineDim0Points=8\nLineDim1Points=0\nLineDim2Points=3\n";
 
 std::string StraightLine()
 {

@@ -65,7 +65,8 @@ CLI::Validator IsKind()
     return CLI::IsMember(names);
 }
 
-ProcessorRequest Requested(const Options& options, const inspect::Inspection& inspection)
+// All but the inputs, which take a look at the file.
+ProcessorRequest Requested(const Options& options)
 {
     ProcessorRequest request = options.processing.request;
     if (request.IsOfFile() != options.inputs.empty()) {
@@ -77,13 +78,10 @@ ProcessorRequest Requested(const Options& options, const inspect::Inspection& in
                                 : AddSetting(request, settings[i].key, options.values[i]);
         }
     }
-    for (const std::string& input : options.inputs) {
-        AddInput(request, inspection, input);
-    }
     return request;
 }
 
-Processing Wanted(const Options& options, const inspect::Inspection& inspection)
+Processing Wanted(const Options& options)
 {
     Processing wanted = options.processing;
     wanted.form = options.csv ? ResultForm::Csv : options.json ? ResultForm::Json : ResultForm::None;
@@ -91,15 +89,18 @@ Processing Wanted(const Options& options, const inspect::Inspection& inspection)
     if (!wanted.saves && wanted.form == ResultForm::None) {
         throw CLI::RequiredError("--output, --csv or --json");
     }
-    wanted.request = Requested(options, inspection);
+    wanted.request = Requested(options);
     return wanted;
 }
 
 void ProcessAloud(const Options& options, Results& results, ExitCode& outcome)
 {
     const std::string& file = options.processing.file;
+    Processing wanted = Wanted(options);
     const inspect::Inspection inspection = RequireCertain(file, options.trust);
-    const Processing wanted = Wanted(options, inspection);
+    for (const std::string& input : options.inputs) {
+        AddInput(wanted.request, inspection, input);
+    }
     const CarriedSections carried(inspection);
     if (wanted.saves) {
         AnnounceSave(inspection, carried, options.strict);

@@ -88,6 +88,17 @@ Enabled=1
 InputCount=1
 Input0Group=2
 Input0Channel=0
+OutputCount=5
+Output0Group=3
+Output0Channel=5
+Output1Group=3
+Output1Channel=6
+Output2Group=3
+Output2Channel=7
+Output3Group=3
+Output3Channel=8
+Output4Group=3
+Output4Channel=9
 )";
 
 // As lines of a header end.
