@@ -9,7 +9,7 @@ const std::string ofChannel = oneChannel + "Version=2\nPoints=2\nLines=1\nSaveBi
 const std::string inDataSet = "[DataSet]\nInfoSetCount=1\nInfoSet0=Scan\n[DataSet\\Scan]\nLines=1\n";
 // Blank lines, lines that say nothing, keys given twice and sections in two places stay what they are.
 const std::string carried = "[SetView]\nViewCount=2\nView0=V\nView1=C2\n\n[v]\nChannel=0\nChannel=1\n no key\n"
-                            "[Notes]\r\n\xC3\x84=\xC2\xB5\r\n[SETVIEW]\nView9=none\n[ProcessorSet]\nProcessorCount=1\n"
+                            "[Notes]\n\xC3\x84=\xC2\xB5\n[SETVIEW]\nView9=none\n[ProcessorSet]\nProcessorCount=1\n"
                             "Processor0=P\n[P]\nGUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=3\n"
                             "[ProcessorSet-Slope:3]\nRangeMax=3 nm\n";
 
@@ -32,13 +32,13 @@ TEST_F(CarriedSectionsTest, StandInTheNewHeaderAsTheyStood)
         WriteOxd(ofChannel + carried + inDataSet, samples);
         const std::string out = command.ends_with("in-place") ? "in.oxd" : "out.oxd";
         ResultsOf(command + " --strict");
-        EXPECT_TRUE(HeaderOf(out).ends_with("\r\n" + carried + "\r\n")) << HeaderOf(out);
+        EXPECT_TRUE(HeaderOf(out).ends_with("\r\n" + WithCrLf(carried) + "\r\n")) << HeaderOf(out);
         const auto handle = Open(out.c_str());
         EXPECT_EQ(LineRaw(handle, 0, 0, 0).size(), 2U);
         CloseOxdFile(handle);
         std::filesystem::rename(out, "in.oxd");
         ResultsOf("set in.oxd Scan/Lines 3 -o out.oxd --strict");
-        EXPECT_TRUE(HeaderOf("out.oxd").ends_with("\r\n" + carried + "\r\n")) << "again";
+        EXPECT_TRUE(HeaderOf("out.oxd").ends_with("\r\n" + WithCrLf(carried) + "\r\n")) << "again";
     }
 }
 
@@ -51,7 +51,7 @@ TEST_F(CarriedSectionsTest, LeaveSamplesWhereTheyBelong)
     ResultsOf("set noted.oxd Scan/Lines 7 -o out.oxd");
     ResultsOf("set sample.oxd Scan/Lines 7 -o plain.oxd");
     const std::string plain = ReadBytes("plain.oxd");
-    EXPECT_EQ(ReadBytes("out.oxd"), std::string(plain).insert(plain.find("#!"), note + "\r\n"));
+    EXPECT_EQ(ReadBytes("out.oxd"), std::string(plain).insert(plain.find("\r\n#!"), "\r\n" + note));
     EXPECT_NE(ResultsOf("set noted.oxd Scan/Lines 7 --dry-run").find("\n-Lines=256\n+Lines=7\n"), std::string::npos);
 }
 
@@ -59,7 +59,7 @@ TEST_F(CarriedSectionsTest, BecomeUtf8WithTheRestOfTheHeader)
 {
     WriteOxd(ofChannel + "[Notes]\nUnit=\xB5m\n" + inDataSet, samples);
     ResultsOf(saving[0] + " --strict");
-    EXPECT_NE(HeaderOf("out.oxd").find("[Notes]\nUnit=\xC2\xB5m\n"), std::string::npos);
+    EXPECT_NE(HeaderOf("out.oxd").find("[Notes]\r\nUnit=\xC2\xB5m\r\n"), std::string::npos);
 }
 
 TEST_F(CarriedSectionsTest, AreNoneThatWouldBecomeSomethingElse)
@@ -70,7 +70,7 @@ TEST_F(CarriedSectionsTest, AreNoneThatWouldBecomeSomethingElse)
         WriteOxd(ofChannel + inDataSet + section, samples);
         ExpectMessage(saving[0] + " --strict", 4, "oxd: in.oxd: a save drops 1 ");
         EXPECT_EQ(Run(saving[0]).exitCode, 0);
-        EXPECT_EQ(HeaderOf("out.oxd").find(section), std::string::npos) << section;
+        EXPECT_EQ(HeaderOf("out.oxd").find(WithCrLf(section)), std::string::npos) << section;
     }
     WriteOxd(
         "[DataSet]\nVersion=1\nChannelCount=1\nFrameCount=1\nCh0-Fr0=C\nSetInfos=I\n[I]\n-- Scan --=-\nLines=1\n"
@@ -78,7 +78,7 @@ TEST_F(CarriedSectionsTest, AreNoneThatWouldBecomeSomethingElse)
         "[P]\nGUID=?\nInstanceNo=1\n",
         samples);
     ExpectMessage(saving[0], 0, "a save drops 1 unknown section: \"ProcessorSet\" [OXD603]\n");
-    EXPECT_NE(HeaderOf("out.oxd").find("[P]\n"), std::string::npos);
+    EXPECT_NE(HeaderOf("out.oxd").find("[P]\r\n"), std::string::npos);
     EXPECT_EQ(Run("validate out.oxd").exitCode, 0);
 }
 
@@ -92,7 +92,7 @@ TEST_F(CarriedSectionsTest, AreRepeatedAsTheyWereCarried)
 
     std::string old = ReadBytes("out.oxd"); // as it was made when nothing was carried
     const auto begin = old.find("[SetView]");
-    old.erase(begin, old.find("#!") - begin);
+    old.erase(begin, old.find("\r\n#!") - begin);
     WriteBytes("old.oxd", old);
     ResultsOf("replay old.oxd in.oxd");
 }

@@ -182,6 +182,7 @@ TEST_F(CommandLineTest, SaysOfACutOnceWhereItIs)
 
 TEST_F(CommandLineTest, TakesWordsInBracketsAsTheyStand)
 {
+    DropSettings();
     std::filesystem::copy_file("sample.oxd", "[a,b]");
     EXPECT_EQ(ResultsOf("validate '[a,b]' sample.oxd '[a,b]'"),
               "[a,b]: 0 errors, 0 warnings, 0 notes\n" + ResultsOf("validate sample.oxd '[a,b]'"));

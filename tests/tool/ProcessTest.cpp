@@ -37,7 +37,8 @@ std::vector<Truth> TruthOfSample()
 std::map<std::string, json> Quantities(const std::string& document)
 {
     std::map<std::string, json> quantities;
-    for (const json& result : json::parse(document)["results"])
+    const json parsed = json::parse(document);
+    for (const json& result : parsed["results"])
         for (const json& quantity : result["quantities"])
             quantities[quantity["name"]] = quantity;
     return quantities;

@@ -24,8 +24,6 @@ using inspect::HeaderLine;
 using inspect::SectionUse;
 using veltaris::velstdlib::string::EqualFolded;
 
-constexpr std::string_view lineEnd = "\r\n";
-
 bool BeginsWith(std::string_view name, std::string_view prefix)
 {
     return EqualFolded(name.substr(0, prefix.size()), prefix);
@@ -56,6 +54,19 @@ std::string InUtf8(std::string bytes)
     return text;
 }
 
+// Where the last line of a header ends: the empty line that a written end mark follows is none of it.
+std::size_t EndOfLines(std::string_view header)
+{
+    header.remove_suffix(veltaris::velstdlib::util::headerEndMark.size());
+    const std::size_t end = header.rfind('\n') + 1;
+    for (const std::string_view emptyLine : {"\n\r\n", "\n\n"}) {
+        if (header.substr(0, end).ends_with(emptyLine)) {
+            return end - emptyLine.size() + 1;
+        }
+    }
+    return end;
+}
+
 } // namespace
 
 CarriedSections::CarriedSections(const inspect::Inspection& inspection)
@@ -63,9 +74,7 @@ CarriedSections::CarriedSections(const inspect::Inspection& inspection)
     const std::string text = InUtf8(HeaderBytes(inspection));
     const CHeaderLines lines(text);
     const CSectionUses uses(lines);
-    const std::uint64_t textEnd = text.size() - veltaris::velstdlib::util::headerEndMark.size();
-    HeaderLine end{static_cast<std::uint32_t>(textEnd), ~std::uint32_t{0}};
-    end = lines.Unended().value_or(end);
+    const HeaderLine end{static_cast<std::uint32_t>(EndOfLines(text)), ~std::uint32_t{0}};
     const HeaderLine* head = nullptr; // of the section that is being passed, if it is carried
     const auto finish = [&](const HeaderLine& next) {
         if (head != nullptr) {
@@ -79,10 +88,7 @@ CarriedSections::CarriedSections(const inspect::Inspection& inspection)
             head = IsCarried(lines, uses, line.section) ? &line : nullptr;
         }
     }
-    finish(end);
-    if (!m_text.empty() && !m_text.ends_with(lineEnd)) {
-        m_text += lineEnd;
-    }
+    finish(lines.Unended() ? HeaderLine{end.offset, lines.Unended()->number} : end);
 }
 
 bool CarriedSections::HasLine(std::uint64_t line) const

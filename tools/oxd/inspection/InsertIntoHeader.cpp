@@ -6,10 +6,18 @@
 
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 
 namespace oxd {
 
 namespace util = veltaris::velstdlib::util;
+
+namespace {
+
+// The library writes the end mark behind an empty line.
+constexpr std::uint64_t endBytes = std::string_view("\r\n").size() + util::headerEndMark.size();
+
+} // namespace
 
 void InsertIntoHeader(OutputFile& output, const std::string& saved, const std::string& lines)
 {
@@ -17,7 +25,7 @@ void InsertIntoHeader(OutputFile& output, const std::string& saved, const std::s
     std::ifstream stream(file, std::ios::binary);
     const std::uint64_t headerEnd = util::FindHeaderEnd(stream, std::filesystem::file_size(file));
     stream.close();
-    output.Insert(headerEnd - util::headerEndMark.size(), lines);
+    output.Insert(headerEnd - endBytes, lines);
 }
 
 } // namespace oxd

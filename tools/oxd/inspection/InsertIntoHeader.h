@@ -7,7 +7,8 @@
 
 namespace oxd {
 
-// Puts whole lines behind the last one of the header of a file that was saved for the output. Throws a Failure if it
+// Puts whole lines behind the last one of the header of a file that was saved for the output, ahead of the empty line
+// that its end mark follows. Throws a Failure if it
 // cannot be written.
 void InsertIntoHeader(OutputFile& output, const std::string& saved, const std::string& lines);
 
