@@ -51,6 +51,8 @@
 extern "C" {
 #endif
 
+/* NOLINTBEGIN(modernize-use-using,readability-identifier-naming): this is C */
+
 /* Why a curve has no value. VELCurveReasonText has a phrase for each. */
 enum VELCurveReason {
   VEL_CURVE_OK = 0,               /* there is a value */
@@ -187,6 +189,8 @@ VELOXD_CURVES_API int32_t VELCurveIndentations(const VELCurves* curves, const VE
  * the surface pushes. `forces` is laid out as `indentations` above, but is needed. A curve without a value gives NaN and
  * its reason in `reasons`, which has one element for each curve and may be NULL. */
 VELOXD_CURVES_API int32_t VELCurveForces(const VELCurves* curves, const VELCurveOptions* options, int64_t* reasons, double* forces, size_t pitch);
+
+/* NOLINTEND(modernize-use-using,readability-identifier-naming) */
 
 #ifdef __cplusplus
 }

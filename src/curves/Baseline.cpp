@@ -32,9 +32,8 @@ CIndexRange Window(const CCurve& curve, const CIndexRange& acquired, bool surfac
 {
     CIndexRange range = acquired;
     if (options.baselineRange.IsWhole()) {
-        const double share = options.baselineShare * static_cast<double>(acquired.count);
-        range = Far(acquired, std::clamp<std::size_t>(static_cast<std::size_t>(share + 0.5), 1, acquired.count),
-                    surfaceAtEnd);
+        const std::size_t count = std::max<std::size_t>(ShareOf(acquired.count, options.baselineShare), 1);
+        range = Far(acquired, count, surfaceAtEnd);
     } else {
         range = PointsWithin(curve, options.baselineRange);
     }

@@ -38,18 +38,17 @@ double InwardStep(const CCurve& curve, const CBaseline& baseline);
 // and a usable axis.
 bool FindSurface(const CCurve& curve, Surface surface);
 
-// Finds the line by repeated medians, and fits it to those parts of the range that are on it, so that up to half of the
-// range may be something else, such as a snap-in (Siegel, Robust regression using repeated medians, Biometrika 69,
+// Finds the line by repeated medians, and fits it to those parts of the range that are on it, so that three eighths of
+// the range may be something else, such as a snap-in (Siegel, Robust regression using repeated medians, Biometrika 69,
 // 1982; Rousseeuw and Leroy, Robust Regression and Outlier Detection, 1987, on the reweighted step):
 //  1. The range is divided into eight blocks of equal length; at most seven points next to the surface are left over. A
 //     block is there if two of its points are acquired. It has a mean signal and, about lines of a common tilt, a
 //     variance.
-//  2. The first line has the repeated median of the slopes between blocks, and the median level. The noise of a block
-//  is
-//     the square root of the median of the variances.
-//  3. Blocks are kept if their mean is off the first line by no more than 3 standard errors or, if that is more, 6
-//  times
-//     the median of all blocks, and their variance is no more than 6 of its standard deviations above the median.
+//  2. The first line has the repeated median of the slopes between blocks, and the median level. The square root of
+//     the median of the variances is the noise of a block.
+//  3. Blocks are kept if their mean is off the first line by no more than 3 standard errors or, if that is more, by 3
+//     times the shortest range that holds the levels of more than half of the blocks, and if their variance is no more
+//     than 6 of its standard deviations above the median.
 //  4. The baseline is the least-squares line through all points of these blocks, and its residual is the noise.
 //
 // There is no value if fewer than leastBaselinePoints points of the range are acquired or fewer than five blocks are

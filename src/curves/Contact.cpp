@@ -63,8 +63,8 @@ bool CSearch::FindCrossing()
 // Keeps those points behind the crossing that are next to it.
 void CSearch::ChoosePoints()
 {
-    const double share = m_options.fitShare * static_cast<double>(m_behind.count);
-    const std::size_t count = std::clamp(static_cast<std::size_t>(share + 0.5), leastContactPoints, m_behind.count);
+    const std::size_t count =
+        std::clamp(ShareOf(m_behind.count, m_options.fitShare), leastContactPoints, m_behind.count);
     if (!m_baseline.surfaceAtEnd)
         m_behind.first += m_behind.count - count;
     m_behind.count = count;

@@ -28,9 +28,8 @@ struct CContact
 //     repulsive side of the baseline: the last crossing of the threshold. A snap-in, which lies on the other side, is
 //     passed.
 //  2. The contact law is fitted by least squares to the points behind it: to the signal above the baseline as a line
-//  over
-//     the position, or, for the powers 3/2 and 2, to the deflection raised to 2/3 or 1/2 as a line over position less
-//     deflection. The contact point is where the fitted law reaches the baseline. Only the share `fitShare` of the
+//     over the position, or, for the powers 3/2 and 2, to the deflection raised to 2/3 or 1/2 as a line over position
+//     less deflection. The contact point is where the fitted law reaches the baseline. Only the share `fitShare` of the
 //     points behind the crossing takes part, those next to it, so that neither saturation nor what happens under large
 //     forces moves the contact point.
 //

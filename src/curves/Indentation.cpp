@@ -91,8 +91,9 @@ CIndentation Indent(const CCurve& approach, const CBaseline& baseline, const CCo
     else
         indentation.error = Together(contact.error, options.calibration.sensitivity * baseline.noise);
     if (!curve.empty()) {
-        std::ranges::fill(curve.first(behind.first), noValue);
-        std::ranges::fill(curve.subspan(behind.first + behind.count), noValue);
+        const std::size_t end = behind.first + behind.count;
+        CurveKernels().erase(curve.data(), behind.first);
+        CurveKernels().erase(curve.data() + end, curve.size() - end);
     }
     return indentation;
 }
@@ -108,7 +109,7 @@ Reason ForceCurve(const CCurve& curve, const CBaseline& baseline, const CCurveOp
         CurveKernels().derive(StretchOf(curve, whole),
                               AboveLine(baseline.line, whole, factor * SignOf(options.repulsion)), force.data());
     else
-        std::ranges::fill(force, noValue);
+        CurveKernels().erase(force.data(), force.size());
     return reason;
 }
 

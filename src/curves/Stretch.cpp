@@ -10,6 +10,11 @@ bool IsAcquired(double signal)
     return std::abs(signal) <= largestSignal;
 }
 
+std::size_t ShareOf(std::size_t count, double share)
+{
+    return static_cast<std::size_t>(std::llround(share * static_cast<double>(count)));
+}
+
 bool HasUsableAxis(const CCurve& curve)
 {
     const double last = curve.PositionOf(static_cast<double>(curve.signal.size()));

@@ -21,6 +21,9 @@ struct CIndexRange
 
 bool IsAcquired(double signal);
 
+// The share of a number of points, rounded to the nearest number.
+std::size_t ShareOf(std::size_t count, double share);
+
 // Whether positions mean something: CAxis says when.
 bool HasUsableAxis(const CCurve& curve);
 

@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <set>
 #include <string>
 
@@ -14,7 +13,6 @@ using namespace recipe;
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr std::size_t rows = 7;
 constexpr std::size_t points = 130;
 constexpr std::size_t pitch = 133;
@@ -22,7 +20,7 @@ constexpr std::size_t pitch = 133;
 // Rows of different noise, with NaN between them, and one of nothing else.
 std::vector<double> Block()
 {
-    std::vector<double> block(rows * pitch, nan);
+    std::vector<double> block(rows * pitch, notAcquired);
     for (std::size_t row = 0; row + 1 < rows; ++row) {
         CNoise noise(static_cast<std::uint32_t>(row));
         const auto signal = Make({.points = points, .contact = 80e-9, .noise = 0.1e-9}, Way::Approach, noise);
@@ -123,13 +121,13 @@ TEST(CurveCallTest, RefusesCallsWithoutWritingAnything)
         [](auto&, auto& o) { o.law = 3; },
         [](auto&, auto& o) { o.reserved = 1; },
         [](auto&, auto& o) { o.slope_to = INFINITY; },
-        [](auto&, auto& o) { o.baseline_from = nan; },
+        [](auto&, auto& o) { o.baseline_from = notAcquired; },
         [](auto&, auto& o) { o.baseline_share = 0; },
         [](auto&, auto& o) { o.baseline_share = 1.1; },
         [](auto&, auto& o) { o.threshold = -1; },
         [](auto&, auto& o) { o.threshold = INFINITY; },
-        [](auto&, auto& o) { o.signal_step = nan; },
-        [](auto&, auto& o) { o.fit_share = nan; },
+        [](auto&, auto& o) { o.signal_step = notAcquired; },
+        [](auto&, auto& o) { o.fit_share = notAcquired; },
         [](auto&, auto& o) { o.lowest_signal = 1e300, o.highest_signal = 1; },
         [](auto&, auto& o) { o.sensitivity = 0; },
         [](auto&, auto& o) { o.spring_constant = -1; }};
@@ -155,7 +153,7 @@ TEST(CurveCallTest, AxesAndRangesThatLeadNowhereAreReasonsOfTheCurves)
         return results.slope.reason;
     };
     EXPECT_EQ(reasons(0, 1e-9, 0, 0), VEL_CURVE_OK);
-    for (const auto& [start, step] : {std::pair{0.0, 0.0}, {nan, 1.0}, {0.0, INFINITY}, {0.0, 1e307}})
+    for (const auto& [start, step] : {std::pair{0.0, 0.0}, {notAcquired, 1.0}, {0.0, INFINITY}, {0.0, 1e307}})
         EXPECT_EQ(reasons(start, step, 0, 0), VEL_CURVE_BAD_AXIS);
     EXPECT_EQ(reasons(0, 1e-9, 200e-9, 300e-9), VEL_CURVE_RANGE_OUTSIDE);
     EXPECT_EQ(reasons(0, 1e-9, 10.2e-9, 10.7e-9), VEL_CURVE_RANGE_OUTSIDE);

@@ -39,6 +39,9 @@ std::vector<double> Results(const CCurveKernels& kernels, const std::vector<doub
     };
     add(kernels.sums(stretch, trend));
     add(kernels.range(stretch));
+    std::vector<double> erased(signal.size() + 1, 1.5);
+    kernels.erase(erased.data(), signal.size());
+    results.insert(results.end(), erased.begin(), erased.end());
     add(extremes);
     add(unwritten);
     for (const double level : {-0.55, -0.4, 0.0, -2.0}) {

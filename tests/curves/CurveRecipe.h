@@ -6,10 +6,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <random>
 #include <vector>
 
 namespace recipe {
+
+inline constexpr double notAcquired = std::numeric_limits<double>::quiet_NaN();
 
 // Close to normally distributed with a standard deviation of 1, of operations that every processor rounds alike.
 class CNoise

@@ -5,27 +5,24 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 using namespace recipe;
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 struct CPair
 {
     std::vector<double> approach, retract;
 };
 
-CPair Make(const CRecipe& recipe, std::uint32_t seed = 1)
+CPair MakePair(const CRecipe& recipe, std::uint32_t seed = 1)
 {
     CNoise noise(seed);
     auto approach = Make(recipe, Way::Approach, noise);
     return {std::move(approach), Make(recipe, Way::Retract, noise)};
 }
 
-CResults Analyse(const CRecipe& recipe, const CPair& pair, const VELCurveOptions& options)
+CResults AnalysePair(const CRecipe& recipe, const CPair& pair, const VELCurveOptions& options)
 {
     return recipe::Analyse(BlockOf(recipe, pair.approach), BlockOf(recipe, pair.retract), options);
 }
@@ -70,7 +67,7 @@ TEST(CurveTest, CurvesWithoutNoiseAreExact)
                 VELCurveOptions options = Defaults();
                 options.slope_from = 0.72 * 512e-9;
                 options.slope_to = 1;
-                const CResults results = Analyse(recipe, Make(recipe), options);
+                const CResults results = AnalysePair(recipe, MakePair(recipe), options);
                 const double end = static_cast<double>(points - 1) * recipe.step;
                 const double travel = end - recipe.contact;
                 ExpectNear(results.slope.slope, stiffness + tilt, 1e-12, "slope");
@@ -91,11 +88,11 @@ TEST(CurveTest, UnitsAndDirectionsDoNotMatter)
 {
     for (const double snapIn : {0.0, 6e-9}) {
         const CRecipe recipe{.noise = 0.4e-9, .snapIn = snapIn};
-        const CPair pair = Make(recipe);
+        const CPair pair = MakePair(recipe);
         VELCurveOptions options = Defaults();
         options.slope_from = 380e-9;
         options.slope_to = 500e-9;
-        const CResults of = Analyse(recipe, pair, options);
+        const CResults of = AnalysePair(recipe, pair, options);
         ASSERT_EQ(of.contact.reason + of.adhesion.reason, 0);
         for (const CUnits& u : {CUnits{1, 0, 1e9, 0}, CUnits{1e9, 0, 1, 0}, CUnits{1, 3e-6, 2, 0}, CUnits{-1, 0, 1, 0},
                                 CUnits{1, 0, -5, 0}, CUnits{-2, 1e-6, -0.3, 1e-7}, CUnits{1, 0, 1, -5e-8}}) {
@@ -112,14 +109,14 @@ TEST(CurveTest, UnitsAndDirectionsDoNotMatter)
             for (const auto surface :
                  {VEL_SURFACE_FROM_DATA, u.scale > 0 ? VEL_SURFACE_AT_HIGH_POSITIONS : VEL_SURFACE_AT_LOW_POSITIONS}) {
                 other.surface = surface;
-                ExpectSame(Analyse(scaled, signals, other), of, u, 1e-9);
+                ExpectSame(AnalysePair(scaled, signals, other), of, u, 1e-9);
             }
             // Recorded from the surface outwards.
             scaled.start += scaled.step * static_cast<double>(scaled.points - 1);
             scaled.step = -scaled.step;
             std::ranges::reverse(signals.approach);
             std::ranges::reverse(signals.retract);
-            ExpectSame(Analyse(scaled, signals, other), of, u, 1e-9);
+            ExpectSame(AnalysePair(scaled, signals, other), of, u, 1e-9);
         }
     }
 }
@@ -148,16 +145,16 @@ void ExpectLeastSquares(const VELSlope& slope, const CRecipe& recipe, const std:
 TEST(CurveTest, PointsThatWereNotAcquiredAreLeftOut)
 {
     const CRecipe recipe{.points = 203, .contact = 140e-9, .noise = 0.3e-9};
-    const CPair whole = Make(recipe);
+    const CPair whole = MakePair(recipe);
     CNoise choice(9);
-    const CResults of = Analyse(recipe, whole, Defaults());
+    const CResults of = AnalysePair(recipe, whole, Defaults());
     for (const double share : {0.0, 0.01, 0.1, 0.3}) {
         CPair pair = whole;
         for (auto* signal : {&pair.approach, &pair.retract}) {
             for (double& value : *signal)
-                value = choice.Uniform(0, 1) < share ? (choice.Uniform(0, 1) < 0.5 ? nan : -INFINITY) : value;
+                value = choice.Uniform(0, 1) < share ? (choice.Uniform(0, 1) < 0.5 ? notAcquired : -INFINITY) : value;
         }
-        const CResults results = Analyse(recipe, pair, Defaults());
+        const CResults results = AnalysePair(recipe, pair, Defaults());
         ExpectLeastSquares(results.slope, recipe, pair.approach);
         ExpectNear(results.contact.position, of.contact.position, 6 * of.contact.error, "contact");
         ExpectNear(results.adhesion.signal, of.adhesion.signal, 5e-9, "adhesion");
@@ -165,12 +162,12 @@ TEST(CurveTest, PointsThatWereNotAcquiredAreLeftOut)
     // At the ends it is as if the curve were shorter.
     CPair padded = whole;
     for (auto* signal : {&padded.approach, &padded.retract}) {
-        signal->insert(signal->begin(), 5, nan);
-        signal->insert(signal->end(), 11, nan);
+        signal->insert(signal->begin(), 5, notAcquired);
+        signal->insert(signal->end(), 11, notAcquired);
     }
     CRecipe longer = recipe;
     longer.start -= 5 * recipe.step;
-    ExpectSame(Analyse(longer, padded, Defaults()), of, {1, 0, 1, 0}, 1e-12);
+    ExpectSame(AnalysePair(longer, padded, Defaults()), of, {1, 0, 1, 0}, 1e-12);
 }
 
 // Deflection of a tip that indents by ((z - contact - d) of a law d = stiffness indentation^power.
@@ -213,7 +210,7 @@ TEST(CurveTest, ContactLawsFindTheirOwnContactPoint)
         VELCurveContacts(&curves, &options, &contact);
         EXPECT_GT(contact.position, recipe.contact + 5e-9);
         options.law = law;
-        options.sensitivity = nan;
+        options.sensitivity = notAcquired;
         VELCurveContacts(&curves, &options, &contact);
         EXPECT_EQ(contact.reason, VEL_CURVE_NOT_CALIBRATED);
     }
@@ -228,7 +225,7 @@ TEST(CurveTest, StatedErrorsAreThoseThatOccur)
     options.slope_from = 370e-9;
     options.slope_to = 500e-9;
     for (std::uint32_t seed = 0; seed < curves; ++seed) {
-        const CResults results = Analyse(recipe, Make(recipe, seed), options);
+        const CResults results = AnalysePair(recipe, MakePair(recipe, seed), options);
         contact += std::pow((results.contact.position - recipe.contact) / results.contact.error, 2);
         slope += std::pow((results.slope.slope - recipe.stiffness - recipe.tilt) / results.slope.error, 2);
         noise += results.baseline.noise / recipe.noise;
@@ -238,6 +235,33 @@ TEST(CurveTest, StatedErrorsAreThoseThatOccur)
     EXPECT_NEAR(noise / curves, 1, 0.02);
 }
 
+// Of all bytes of the results (Fowler, Noll and Vo).
+template <class Result>
+void Hash(std::uint64_t& hash, const Result& result)
+{
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(&result);
+    for (std::size_t i = 0; i < sizeof result; ++i)
+        hash = (hash ^ bytes[i]) * 0x100000001B3U;
+}
+
+TEST(CurveTest, ResultsHaveTheSameBytesOnEverySystem)
+{
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    VELCurveOptions options = Defaults();
+    for (std::uint32_t seed = 0; seed < 100; ++seed) {
+        const CRecipe recipe{.points = 300 + 2 * seed, .contact = 220e-9, .noise = 0.3e-9, .snapIn = 2e-9};
+        options.law = static_cast<VELCurveLaw>(seed % 3);
+        const CResults results = AnalysePair(recipe, MakePair(recipe, seed), options);
+        ASSERT_EQ(results.indentation.reason + results.adhesion.reason, VEL_CURVE_OK) << seed;
+        Hash(hash, results.slope);
+        Hash(hash, results.baseline);
+        Hash(hash, results.contact);
+        Hash(hash, results.adhesion);
+        Hash(hash, results.indentation);
+    }
+    EXPECT_EQ(hash, 8393321526572200740U);
+}
+
 TEST(CurveTest, ASnapInWithinTheBaselineDoesNotMoveIt)
 {
     const CRecipe clean{.noise = 0.3e-9, .adhesion = 0};
@@ -245,8 +269,8 @@ TEST(CurveTest, ASnapInWithinTheBaselineDoesNotMoveIt)
     stuck.adhesion = clean.stiffness * 120e-9; // to 230 nm, while the baseline is looked for up to 307 nm
     VELCurveOptions options = Defaults();
     options.baseline_share = 0.6;
-    const CResults of = Analyse(clean, Make(clean), options);
-    const CResults results = Analyse(stuck, Make(stuck), options);
+    const CResults of = AnalysePair(clean, MakePair(clean), options);
+    const CResults results = AnalysePair(stuck, MakePair(stuck), options);
     ExpectNear(results.adhesion.signal, stuck.adhesion, 2e-9, "adhesion");
     EXPECT_EQ(of.adhesion.reason, VEL_CURVE_NO_ADHESION);
 }

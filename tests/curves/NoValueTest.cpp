@@ -7,14 +7,11 @@
 #include <cmath>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <string>
 
 using namespace recipe;
 
 namespace {
-
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 using Signal = std::vector<double>;
 
@@ -62,10 +59,12 @@ std::vector<CCase> Cases()
         {"no points", {}, {empty, empty, empty, empty, empty}},
         {"three points", {0, 1, 2}, {few, few, few, few, few}},
         {"four points", {0, 1, 2, 3}, {0, few, few, few, few}},
-        {"all NaN", Signal(400, nan), {empty, empty, empty, empty, empty}},
-        {"one point", Damaged(good, [](auto i, double y) { return i == 7 ? y : nan; }), {few, few, few, few, few}},
+        {"all NaN", Signal(400, notAcquired), {empty, empty, empty, empty, empty}},
+        {"one point",
+         Damaged(good, [](auto i, double y) { return i == 7 ? y : notAcquired; }),
+         {few, few, few, few, few}},
         {"no baseline points",
-         Damaged(good, [](auto i, double y) { return i % 16 == 3 || i > 280 ? y : nan; }),
+         Damaged(good, [](auto i, double y) { return i % 16 == 3 || i > 280 ? y : notAcquired; }),
          {0, few, few, few, few}},
         {"noise alone", Filled(400, [](double) { return 5; }), {0, 0, lost, lost, lost}},
         {"no noise at all", Signal(400, 5), {0, 0, lost, lost, lost}},

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <thread>
 
 #include <sys/stat.h>
@@ -55,7 +56,11 @@ TEST_F(PosixSafeWriteTest, WritesThroughLinks)
     std::filesystem::create_symlink("folder/near.oxd", "far.oxd");
     std::filesystem::create_symlink("folder/new.oxd", "dangling.oxd");
     std::filesystem::create_symlink("circle.oxd", "circle.oxd");
-    for (const auto& [link, file] : {std::pair("far.oxd", "folder/old.oxd"), {"dangling.oxd", "folder/new.oxd"}}) {
+    std::filesystem::create_symlink("folder/long.oxd", "0");
+    for (int i = 1; i < 40; ++i) // as many as the system follows
+        std::filesystem::create_symlink(std::to_string(i - 1), std::to_string(i));
+    for (const auto& [link, file] :
+         {std::pair("far.oxd", "folder/old.oxd"), {"dangling.oxd", "folder/new.oxd"}, {"39", "folder/long.oxd"}}) {
         ResultsOf(std::string("make-sample ") + link);
         EXPECT_TRUE(std::filesystem::is_symlink(link));
         EXPECT_FALSE(std::filesystem::is_symlink(file));
@@ -87,6 +92,18 @@ TEST_F(PosixSafeWriteTest, KeepsTheRightsOfTheOldFileAndRefusesAProtectedOne)
     }
     umask(before);
     ExpectFailure("make-sample /sys/sample.oxd", 5, "oxd: /sys/sample.oxd: folder /sys: ");
+}
+
+TEST_F(PosixSafeWriteTest, GivesTheNewGroupWhatAllHadWhereTheOldOneCannotBeKept)
+{
+    constexpr gid_t foreign = 54321;
+    WriteBytes("out.oxd", "old");
+    if (chown("out.oxd", static_cast<uid_t>(-1), foreign) != 0)
+        GTEST_SKIP() << "Only the administrator can make such a file.";
+    chmod("out.oxd", 0764);
+    const std::string tool = "setpriv --bounding-set=-chown --inh-caps=-chown " OXD_TOOL;
+    EXPECT_EQ(std::system((tool + " set sample.oxd Scan/Lines 1 -o out.oxd").c_str()), 0);
+    EXPECT_EQ(ModeOf("out.oxd"), 0744);
 }
 
 TEST_F(PosixSafeWriteTest, WritesPipesAndDevicesAsTheyAre)
@@ -124,6 +141,7 @@ TEST_F(PosixSafeWriteTest, LeavesNothingWhenInterrupted)
     ASSERT_EQ(mkfifo("pipe", 0600), 0);
     std::filesystem::create_directory("temporary");
     for (const auto& [signal, exitCode] : {std::pair(SIGINT, 130), {SIGTERM, 143}, {SIGHUP, 129}}) {
+        (void)std::signal(signal, SIG_DFL); // the tests may have been started to ignore it, as by nohup
         const pid_t tool = StartWriting("pipe", "temporary");
         kill(tool, signal);
         int status = 0;

@@ -37,6 +37,8 @@ class Axis:
     <veloxd.Axis 'Y': 0 to 1e-06 m, 8 values>
     """
 
+    __slots__ = ("_channel", "_kind")
+
     def __init__(self, channel: Channel, kind: str) -> None:
         self._channel = channel
         self._kind = kind
@@ -130,6 +132,8 @@ class PointAxis(Axis):
 
     So it is with curves that start where the tip happens to be. ``minimum`` and ``range`` are those of the channel.
     """
+
+    __slots__ = ()
 
     def __init__(self, channel: Channel) -> None:
         super().__init__(channel, "Point")

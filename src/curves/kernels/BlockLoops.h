@@ -15,16 +15,18 @@ CPointSums BlockSums(const CStretch& stretch, const CTrend& rough)
 {
     const std::size_t length = stretch.count / eight;
     const double middle = 0.5 * static_cast<double>(length - 1);
-    const CEight begin = Ascending() * All(static_cast<double>(length)) - All(rough.origin);
+    CEight index = Ascending() * All(static_cast<double>(length));
+    CEight within = All(-middle);
     CPointSums sums;
     for (std::size_t i = 0; i < length; ++i) {
         const CEight signal = Gather(stretch.signal + i, length);
-        const auto index = static_cast<double>(i);
-        const CEight distance = DistanceFrom(rough, signal, begin + All(index));
+        const CEight distance = DistanceFrom(rough, signal, index - All(rough.origin));
         if constexpr (AreAllAcquired)
-            sums.AddAll(signal, All(index - middle), distance);
+            sums.AddAll(signal, within, distance);
         else
-            sums.AddSome(IsAcquired(signal), signal, All(index - middle), distance);
+            sums.AddSome(IsAcquired(signal), signal, within, distance);
+        index = index + All(1);
+        within = within + All(1);
     }
     return sums;
 }
@@ -35,7 +37,8 @@ CPointSums BlockSums(const CStretch& stretch, const CTrend& rough)
     CPointSums sums = BlockSums<true>(stretch, rough);
     if (!IsSumOfNumbers(Sum(sums.rr)))
         return BlockSums<false>(stretch, rough);
-    const auto length = static_cast<double>(stretch.count / eight);
+    const std::size_t pointsOfBlock = stretch.count / eight;
+    const auto length = static_cast<double>(pointsOfBlock);
     sums.points = All(length);
     sums.uu = All(length * (length * length - 1) / 12);
     return sums;
@@ -99,15 +102,42 @@ CEight BlockVariances(const CPointSums& sums, const CEight& perPoint, double til
     return Higher(squares, All(0)) * (All(729) * freedom * freedom) / (root * root * root);
 }
 
-// Which blocks lie on the first line: their means by no more than the larger of 3 standard errors and 6 times the
-// median of all blocks, and their variances by no more than 6 of their own standard deviations. All of it is squared.
-[[gnu::always_inline]] inline CMask AreOnLine(const CEight& distance, double medianDistance, const CEight& variance,
-                                              double width, const CEight& points, const CEight& perPoint)
+// The medians of the blocks' levels and variances, and half of the shortest range that holds the levels of more than
+// half of the blocks (Rousseeuw, Journal of the American Statistical Association 79, 1984).
+struct CMiddle
 {
-    const CEight reach = Higher(All(9 * width) * perPoint, All(36 * medianDistance * medianDistance));
-    const CEight excess = Higher(variance - All(width), All(0));
+    double level;
+    double variance;
+    double reach;
+};
+
+CMiddle MiddleOf(const CEight& levels, const CEight& variances, int count)
+{
+    double pairs[2][eight];
+    StoreEight(levels, pairs[0]);
+    StoreEight(variances, pairs[1]);
+    CPair rows[eight];
+#pragma GCC unroll 8
+    for (int i = 0; i < eight; ++i)
+        rows[i].both = CPair::Vector{pairs[0][i], pairs[1][i]};
+    const CPair medians = Median(rows, count);
+    double shortest = infinity;
+    for (int i = 0; i + count / 2 < count; ++i)
+        shortest = Lower(rows[i + count / 2].both[0] - rows[i].both[0], shortest);
+    return {medians.both[0], medians.both[1], 0.5 * shortest};
+}
+
+// Which blocks lie on the first line: their levels by no more than the larger of 3 standard errors and 6 times the
+// reach, and their variances by no more than 6 of their own standard deviations. All of it is squared.
+[[gnu::always_inline]] inline CMask AreOnLine(const CEight& levels, const CEight& variances, const CMiddle& middle,
+                                              const CEight& points, const CEight& perPoint)
+{
+    const CEight distance = levels - All(middle.level);
+    const CEight farthest = Higher(All(9 * middle.variance) * perPoint, All(36 * middle.reach * middle.reach));
+    const CEight excess = Higher(variances - All(middle.variance), All(0));
     const CEight freedom = points - All(1);
-    return (distance * distance <= reach) & (excess * excess * freedom <= All(72 * width * width));
+    return (distance * distance <= farthest) &
+           (excess * excess * freedom <= All(72 * middle.variance * middle.variance));
 }
 
 CBlocks Blocks(const CStretch& stretch, const CTrend& rough, double leastWidth)
@@ -123,14 +153,15 @@ CBlocks Blocks(const CStretch& stretch, const CTrend& rough, double leastWidth)
     const CEight place = Ascending() - All(0.5 * (eight - 1));
     const CEight perPoint = All(1) / sums.points;
     const CEight mean = Choose(present, sums.r * perPoint, All(nan));
-    const auto length = static_cast<double>(stretch.count / eight);
+    const std::size_t pointsOfBlock = stretch.count / eight;
+    const auto length = static_cast<double>(pointsOfBlock);
     const double tilt = RepeatedMedian(mean, count);
-    const CEight untilted = mean - All(tilt) * place;
-    const CEight distance = untilted - All(Median(Lower(untilted, none), count));
-    const CEight variance = Choose(present, BlockVariances(sums, perPoint, tilt / length), none);
-    blocks.variance = Higher(Median(variance, count), leastWidth * leastWidth);
-    const double medianDistance = Median(Lower(Higher(distance, All(0) - distance), none), count);
-    const CMask kept = present & AreOnLine(distance, medianDistance, variance, blocks.variance, sums.points, perPoint);
+    const CEight levels = Lower(mean - All(tilt) * place, none);
+    const CEight variances = Choose(present, BlockVariances(sums, perPoint, tilt / length), none);
+    CMiddle middle = MiddleOf(levels, variances, count);
+    middle.variance = Higher(middle.variance, leastWidth * leastWidth);
+    blocks.variance = middle.variance;
+    const CMask kept = present & AreOnLine(levels, variances, middle, sums.points, perPoint);
     blocks.kept = Sum(Choose(kept, All(1), All(0)));
     blocks.sums = Joined(sums, kept, (Ascending() + All(0.5)) * All(length) - All(0.5 + rough.origin));
     return blocks;

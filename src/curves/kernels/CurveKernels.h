@@ -91,6 +91,9 @@ struct CCurveKernels
     // be the signal itself.
     CExtremes (*derive)(const CStretch& stretch, const CDerivation& derivation, double* derived);
 
+    // Fills an array with NaN.
+    void (*erase)(double* numbers, std::size_t count);
+
     // The first or the last acquired point for which gain (signal - trend) <= level; `count` if there is none. The gain
     // is 1 or -1.
     std::size_t (*firstAtMost)(const CStretch& stretch, const CTrend& trend, double gain, double level);

@@ -126,6 +126,14 @@ CExtremes Derive(const CStretch& stretch, const CDerivation& derivation, double*
                               : DeriveTo<false>(nullptr, stretch, derivation);
 }
 
+void Erase(double* numbers, std::size_t count)
+{
+    std::size_t i = 0;
+    for (; i + eight <= count; i += eight)
+        StoreEight(All(nan), numbers + i);
+    StorePart(All(nan), numbers + i, count - i);
+}
+
 // Finds a point in one of two directions. Eights without it are passed at once; its own is looked at point by point, in
 // the same arithmetic.
 class CSearch
@@ -167,6 +175,7 @@ private:
     {
         const CEight origin = All(m_trend.origin), level = All(m_trend.level), tilt = All(m_trend.tilt);
         const CEight gain = All(m_gain), most = All(m_level), step = All(direction * eight);
+        const std::ptrdiff_t stride = direction * std::ptrdiff_t{eight};
         const double* signal = m_stretch.signal + i;
         CEight indices = Ascending() + All(static_cast<double>(i));
         const std::size_t whole = m_stretch.count - m_stretch.count % eight;
@@ -174,7 +183,7 @@ private:
             const CEight distance = LoadEight(signal) - (level + tilt * (indices - origin));
             if (Any(gain * distance <= most))
                 return passed;
-            signal += direction * eight;
+            signal += stride;
             indices = indices + step;
         }
         return whole;
@@ -196,7 +205,7 @@ std::size_t LastAtMost(const CStretch& stretch, const CTrend& trend, double gain
     return CSearch(stretch, trend, gain, level).Last();
 }
 
-constexpr CCurveKernels kernelsOfThisSource{Sums, Blocks, Range, Derive, FirstAtMost, LastAtMost};
+constexpr CCurveKernels kernelsOfThisSource{Sums, Blocks, Range, Derive, Erase, FirstAtMost, LastAtMost};
 
 } // namespace
 // NOLINTEND(misc-definitions-in-headers,cert-dcl59-cpp)

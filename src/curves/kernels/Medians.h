@@ -29,6 +29,28 @@ CEight Mean(const CEight& a, const CEight& b)
     return All(0.5) * (a + b);
 }
 
+// Two numbers that are sorted side by side.
+struct CPair
+{
+    using Vector [[gnu::vector_size(2 * sizeof(double))]] = double;
+    Vector both;
+};
+
+CPair Lower(const CPair& a, const CPair& b)
+{
+    return {a.both < b.both ? a.both : b.both};
+}
+
+CPair Higher(const CPair& a, const CPair& b)
+{
+    return {b.both < a.both ? a.both : b.both};
+}
+
+CPair Mean(const CPair& a, const CPair& b)
+{
+    return {0.5 * (a.both + b.both)};
+}
+
 // The comparisons of a merge sort of eight (Batcher, Sorting networks and their applications, 1968).
 struct CExchange
 {

@@ -27,6 +27,7 @@ LOCK = threading.RLock()
 _WINDOWS = sys.platform == "win32"
 _FILE_NAME = "VELOxdDll.dll" if _WINDOWS else "libVELOxdDll.so"
 _SYSTEM_NAMES = [_FILE_NAME] if _WINDOWS else [_FILE_NAME + ".0", _FILE_NAME]
+_TEXT = ctypes.create_string_buffer(256)  # for most texts, while the lock is held
 _NEEDED = re.compile(r"Minimum buffer size: (\d+)")
 
 
@@ -95,20 +96,19 @@ def check(loaded: ctypes.CDLL, path: str = "") -> None:
 
 def text(name: str, *arguments: Any) -> str:
     """The text that the function ``name`` copies to a buffer, which is made as long as the text needs."""
-    size = 256
     loaded = library()
     with LOCK:
+        buffer = _TEXT
         while True:
-            buffer = ctypes.create_string_buffer(size)
             begin(loaded)
-            getattr(loaded, name)(*arguments, buffer, size)
+            getattr(loaded, name)(*arguments, buffer, len(buffer))
             if not loaded.VELHasLastError():
                 return buffer.value.decode("utf-8", "replace")
             details = loaded.VELGetLastError().decode("utf-8", "replace")
             needed = _NEEDED.search(details)
             if not needed:
                 raise failure(details)
-            size = int(needed.group(1))
+            buffer = ctypes.create_string_buffer(int(needed.group(1)))
 
 
 def file_name(path: str) -> bytes:
