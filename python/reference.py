@@ -4,10 +4,11 @@ from __future__ import annotations
 
 import inspect
 import re
-from collections.abc import Iterator
+from collections.abc import Iterable, Iterator
 from typing import Any
 
 import veloxd
+import veloxd.curves
 import veloxd.xarray
 
 INTRODUCTION = """# Reference
@@ -17,7 +18,7 @@ This page is made of the docstrings of the package by `scripts/python docs`.
 What holds everywhere:
 
 - Arrays of samples have the shape (lines, points). Real values are in the unit of their signal axis, positions in that
-  of their axis. Neither is converted to another unit.
+  of their axis. Neither is converted to another unit, except by `veloxd.curves`.
 - Whatever belongs to a closed file raises `ClosedError`, what was deleted `DeletedError`, and what was opened by the
   parent of this process `ForkError`. Changes of a file that was opened with mode `"r"` raise `ReadOnlyError`.
 - Wrong arguments raise `TypeError`, `ValueError` or `IndexError`, as in NumPy, and change nothing.
@@ -91,18 +92,31 @@ def errors() -> Iterator[str]:
         yield f"| `{name}` | {also or '`Exception`'} | {text(inspect.getdoc(kind)).splitlines()[0]} |"
 
 
+def described(module: str, functions: Iterable[Any], classes: Iterable[type]) -> Iterator[str]:
+    """The functions and classes of a module."""
+    for function in functions:
+        name = f"{module}.{function.__name__}"
+        yield f"### `{name}{signature(function)}`\n\n{text(inspect.getdoc(function) or '')}"
+    for kind in classes:
+        yield f"## `{module}.{kind.__name__}`\n\n{text(inspect.getdoc(kind) or '')}"
+        yield from members(kind)
+
+
+def curves() -> Iterator[str]:
+    """The module of force curves."""
+    public = [getattr(veloxd.curves, name) for name in veloxd.curves.__all__]
+    yield f"## `veloxd.curves`\n\n{text(inspect.getdoc(veloxd.curves) or '')}"
+    yield from described("veloxd.curves", filter(inspect.isfunction, public), filter(inspect.isclass, public))
+
+
 def page() -> str:
     """The whole page."""
     parts = [INTRODUCTION.strip(), "## Functions"]
-    for function in FUNCTIONS:
-        name = "veloxd." + function.__name__
-        parts.append(f"### `{name}{signature(function)}`\n\n{text(inspect.getdoc(function) or '')}")
-    for kind in CLASSES:
-        parts.append(f"## `veloxd.{kind.__name__}`\n\n{text(inspect.getdoc(kind) or '')}")
-        parts.extend(members(kind))
+    parts.extend(described("veloxd", FUNCTIONS, CLASSES))
     accessor = veloxd.xarray.OxdAccessor
     parts.append(f"## The accessor `oxd` of `xarray.DataArray`\n\n{text(inspect.getdoc(accessor) or '')}")
     parts.extend(member.replace("OxdAccessor.", "array.oxd.") for member in members(accessor))
+    parts.extend(curves())
     parts.append("\n".join(errors()))
     parts.append(
         f"## Constants\n\n- `veloxd.RAW_MISSING`: {veloxd.RAW_MISSING}, what stands among raw samples for a point that"
