@@ -1,4 +1,4 @@
-// The command that examines an installation.
+// The commands about the tool itself: its installation, and what its commands do.
 #pragma once
 
 #include "oxd/system/Failure.h"
@@ -9,7 +9,8 @@ namespace oxd {
 
 class Results;
 
-// Adds its command as AddCommands describes.
+// Each adds its command as AddCommands describes.
 void AddDoctor(CLI::App& app, Results& results, ExitCode& outcome);
+void AddHelp(CLI::App& app, Results& results);
 
 } // namespace oxd

@@ -1,5 +1,6 @@
-#include "oxd/commands/DoctorCommand.h"
+#include "oxd/commands/SelfCommands.h"
 
+#include "oxd/commandline/CommandLine.h"
 #include "oxd/doctor/Diagnosis.h"
 #include "oxd/system/Results.h"
 
@@ -20,6 +21,15 @@ void AddDoctor(CLI::App& app, Results& results, ExitCode& outcome)
         outcome = diagnosis.outcome;
         results.Write(*json ? ToJson(diagnosis) : ToText(diagnosis));
     });
+}
+
+void AddHelp(CLI::App& app, Results& results)
+{
+    const auto name = std::make_shared<std::string>();
+    CLI::App& command = *app.add_subcommand("help", "Explain a command");
+    command.add_option("COMMAND", *name, "What to explain; without it, all commands are listed")->type_name("");
+    command.callback(
+        [name, &app, &results] { results.Write(name->empty() ? app.help() : FindCommand(app, *name).help("oxd")); });
 }
 
 } // namespace oxd
