@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 using namespace recipe;
 
@@ -152,7 +153,9 @@ TEST(CurveTest, PointsThatWereNotAcquiredAreLeftOut)
         CPair pair = whole;
         for (auto* signal : {&pair.approach, &pair.retract}) {
             for (double& value : *signal)
-                value = choice.Uniform(0, 1) < share ? (choice.Uniform(0, 1) < 0.5 ? notAcquired : -INFINITY) : value;
+                value = choice.Uniform(0, 1) < share
+                            ? (choice.Uniform(0, 1) < 0.5 ? notAcquired : -std::numeric_limits<double>::infinity())
+                            : value;
         }
         const CResults results = AnalysePair(recipe, pair, Defaults());
         ExpectLeastSquares(results.slope, recipe, pair.approach);
