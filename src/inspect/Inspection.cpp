@@ -19,6 +19,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +32,8 @@ namespace {
 
 [[noreturn]] void ThrowSystem(int error, const std::string& what)
 {
+    if (error == ENOMEM)
+        throw std::bad_alloc();
     throw std::system_error(error, std::generic_category(), what);
 }
 

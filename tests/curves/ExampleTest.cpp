@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <locale>
 #include <map>
 #include <sstream>
 #include <string>
@@ -19,6 +20,14 @@ struct CExample
     std::map<std::string, std::string> values; // as printed
 };
 
+// Numbers in documents have points, whatever the locale.
+std::istringstream Classic(const std::string& text)
+{
+    std::istringstream stream(text);
+    stream.imbue(std::locale::classic());
+    return stream;
+}
+
 // The block of comma-separated numbers, and the rows "| quantity | value | unit |" behind it.
 CExample ReadExample()
 {
@@ -28,7 +37,7 @@ CExample ReadExample()
     while (std::getline(document, line) && line != "z,approach,retract") {
     }
     while (std::getline(document, line) && line != "```") {
-        std::istringstream row(line);
+        std::istringstream row = Classic(line);
         double numbers[3] = {};
         char comma = 0;
         row >> numbers[0] >> comma >> numbers[1] >> comma >> numbers[2];
@@ -52,7 +61,9 @@ void ExpectPrinted(CExample& example, const std::string& name, double value)
     const std::size_t point = printed.find('.');
     const std::size_t end = printed.find_last_not_of(' ') + 1;
     const double unit = point == std::string::npos ? 1e-9 : std::pow(10.0, -static_cast<double>(end - point - 1));
-    EXPECT_NEAR(std::stod(printed), value, 0.51 * unit) << name;
+    double number = 0;
+    EXPECT_TRUE(Classic(printed) >> number) << name;
+    EXPECT_NEAR(number, value, 0.51 * unit) << name;
 }
 
 TEST(ExampleTest, TheCurveInTheDocumentHasTheValuesThatItPrints)

@@ -166,7 +166,8 @@ int Sweep(const Command& command, faults::Plan plan, const char* effectName)
         struck = ending.struck;
         const char* const fault = Fault(ending, command, whole, plan);
         if (fault && ++failures <= 5)
-            std::printf("  point %ju: %s (exit code %d)\n", std::uintmax_t{plan.at}, fault, ending.code);
+            std::printf("  point %ju: %s (exit code %d)\n%s", std::uintmax_t{plan.at}, fault, ending.code,
+                        ReadBytes(messages).c_str());
     }
     std::printf("%s to %s, %s: %ju points, %d failures\n", command.arguments[0].c_str(), command.output.c_str(),
                 effectName, std::uintmax_t{points - 1}, failures);

@@ -1,17 +1,18 @@
 #include "oxd/inspection/HeaderBytes.h"
 
-#include "oxd/files/FilePath.h"
+#include "oxd/files/Reopen.h"
 #include "oxd/system/Failure.h"
-
-#include <fstream>
 
 namespace oxd {
 
 std::string HeaderBytes(const inspect::Inspection& inspection)
 {
     std::string bytes(inspection.headerBytes, '\0');
-    std::ifstream file(ToPath(inspection.file), std::ios::binary);
-    if (!file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()))) {
+    try {
+        std::ifstream file = Reopen(inspection.file);
+        file.exceptions(std::ios::failbit | std::ios::badbit); // so that a lack of memory stays one
+        file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    } catch (const std::ios_base::failure&) {
         throw Failure(ExitCode::CannotOpen, inspection.file, "its header cannot be read again");
     }
     return bytes;

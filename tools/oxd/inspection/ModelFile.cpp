@@ -1,6 +1,6 @@
 #include "oxd/inspection/ModelFile.h"
 
-#include "oxd/files/FilePath.h"
+#include "oxd/files/Reopen.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Platform.h"
 #include "transfer/DataSetFile.h"
@@ -34,10 +34,7 @@ auto Try(ExitCode code, const std::string& subject, const char* brokenStream, St
 
 std::unique_ptr<model::CDataSet> LoadModel(const std::string& file)
 {
-    std::ifstream stream(ToPath(file), std::ios::binary);
-    if (!stream.is_open()) {
-        throw Failure(ExitCode::CannotOpen, file, "cannot be read again");
-    }
+    std::ifstream stream = Reopen(file);
     return Try(ExitCode::Damaged, file, "damaged, it ends before its samples do",
                [&] { return transfer::LoadDataSet(stream, file); });
 }
