@@ -71,8 +71,7 @@ public:
     {
         m_inspection.fileBytes = LengthOf(m_stream);
         const std::uint64_t headerBytes = util::FindHeaderEnd(m_stream, m_inspection.fileBytes);
-        if (m_stream.fail())
-            ThrowSystem(EIO, m_inspection.file);
+        RequireRead();
         const bool isTooLong = headerBytes > util::limits::headerBytes;
         const bool hasHeader = headerBytes > util::headerEndMark.size();
         m_inspection.headerBytes = hasHeader ? headerBytes : 0;
@@ -87,6 +86,13 @@ public:
     }
 
 private:
+    // The search for the end of the header takes a read that fails for the end of the file.
+    void RequireRead() const
+    {
+        if (m_stream.fail())
+            ThrowSystem(EIO, m_inspection.file);
+    }
+
     std::string ReadBytes(std::uint64_t count)
     {
         std::string bytes(count, '\0');
@@ -106,6 +112,7 @@ private:
         } catch (const std::exception&) {
             return AddUnreadableText(std::current_exception(), lines, findings);
         }
+        RequireRead();
         m_inspection.version = uses.Version();
         CheckKeys(lines, uses, findings);
         CheckAxisKeys(lines, uses, findings);
@@ -177,7 +184,11 @@ Inspection InspectStream(std::istream& stream, std::string fileName)
     inspection.file = std::move(fileName);
     inspection.dataSet = std::make_shared<dataset::CDataSet>();
     stream.exceptions(std::ios::failbit | std::ios::badbit);
-    CInspector(stream, inspection).Run();
+    try {
+        CInspector(stream, inspection).Run();
+    } catch (const std::ios_base::failure&) {
+        ThrowSystem(EIO, inspection.file);
+    }
     return inspection;
 }
 

@@ -1,6 +1,7 @@
 #include "salvage/Repairs.h"
 
 #include "salvage/Edits.h"
+#include "salvage/Traces.h"
 
 #include "inspect/HeaderChecks.h"
 #include "velstdlib/math/Product.h"
@@ -58,7 +59,7 @@ public:
 
     std::vector<Repair> Find()
     {
-        const bool lacksChannels = m_header.inspection.channels.empty() || HasUnlisted();
+        const bool lacksChannels = m_header.inspection.channels.empty() || HasUnlisted(m_lines, m_uses);
         for (const HeaderLine& line : m_lines.Lines()) {
             if (line.section == inspect::noSection || line.kind == HeaderLine::Kind::Section)
                 continue;
@@ -200,26 +201,12 @@ private:
         RepairNumber(line, "Gr" + FirstNumber(line) + "-Count", any);
     }
 
-    bool IsUnlisted(std::uint32_t section) const
-    {
-        return !m_uses.IsUsed(section) && inspect::LooksLikeChannel(m_lines, section);
-    }
-
-    bool HasUnlisted() const
-    {
-        for (std::uint32_t section = 0; section < m_lines.SectionCount(); ++section) {
-            if (IsUnlisted(section))
-                return true;
-        }
-        return false;
-    }
-
     // Makes links of the lines that nearly name a section that nothing names.
     void RepairLinks()
     {
         std::size_t tried = 0;
         for (std::uint32_t section = 0; section < m_lines.SectionCount() && tried < mostHeads; ++section) {
-            if (!IsUnlisted(section))
+            if (!IsUnlisted(m_lines, m_uses, section))
                 continue;
             ++tried;
             const std::string name(m_lines.SectionName(section));

@@ -37,15 +37,6 @@ bool IsOfChannel(const CSectionUses& uses, std::uint32_t section)
     return uses.Has(section, inspect::SectionUse::Channel);
 }
 
-bool HasUnlisted(const CHeaderLines& lines, const CSectionUses& uses)
-{
-    for (std::uint32_t section = 0; section < lines.SectionCount(); ++section) {
-        if (!uses.IsUsed(section) && inspect::LooksLikeChannel(lines, section))
-            return true;
-    }
-    return false;
-}
-
 // Written files name the sections of channels by group and slot.
 bool IsNamedByPlace(const CHeaderLines& lines, const SectionLink& link)
 {
@@ -67,6 +58,20 @@ bool IsRepeatedSize(const CHeaderLines& lines, const CSectionUses& uses, const H
 }
 
 } // namespace
+
+bool IsUnlisted(const CHeaderLines& lines, const CSectionUses& uses, std::uint32_t section)
+{
+    return !uses.IsUsed(section) && inspect::LooksLikeChannel(lines, section);
+}
+
+bool HasUnlisted(const CHeaderLines& lines, const CSectionUses& uses)
+{
+    for (std::uint32_t section = 0; section < lines.SectionCount(); ++section) {
+        if (IsUnlisted(lines, uses, section))
+            return true;
+    }
+    return false;
+}
 
 bool HasNoTraces(const CHeaderLines& lines, const CSectionUses& uses, const inspect::Inspection& inspection)
 {

@@ -5,7 +5,13 @@
 #include "inspect/header/HeaderLines.h"
 #include "inspect/header/SectionUses.h"
 
+#include <cstdint>
+
 namespace veltaris::salvage {
+
+// Whether the section looks like a channel's although nothing names it: its link is damaged. Whether any does.
+bool IsUnlisted(const inspect::CHeaderLines& lines, const inspect::CSectionUses& uses, std::uint32_t section);
+bool HasUnlisted(const inspect::CHeaderLines& lines, const inspect::CSectionUses& uses);
 
 // Whether nothing in the header looks damaged, so that a single damaged byte, if there is any, has turned one number
 // into another. The sizes that it claims must be those of the file.

@@ -1,6 +1,7 @@
 // Fault injection into the command-line tool: in a process of its own for each, every allocation and every system call
 // of a command fails once, and the process is killed or interrupted before every call. The file that the command writes
-// must then be the old or the whole new one, success must mean the new one, and no temporary file may be left.
+// must then be the old or the whole new one, success must mean the new one or all that is printed, and no temporary
+// file may be left.
 #include "Interpose.h"
 
 #include "support/Bytes.h"
@@ -38,6 +39,7 @@ struct Command
     Arguments arguments;
     std::string output;
     std::string before = oldBytes; // what the output holds first
+    bool isPrinted = false;        // the output is what the command prints, of which a failure may leave a part
 };
 
 struct Ending
@@ -74,7 +76,12 @@ std::vector<Command> Commands()
     Command inPlace{{"set", "both.oxd", "New/Item", "1", "--create", "--in-place"}, "both.oxd", InputBytes()};
     Command grey{Exporting("grey.png"), "grey.png"};
     grey.arguments.emplace_back("--grey");
-    return {{Exporting("out.png"), "out.png"},
+    const auto printing = [](const Arguments& arguments) { return Command{arguments, "printed.json", "", true}; };
+    return {printing({"info", "in.oxd", "--json"}),
+            printing({"validate", "in.oxd", "--json"}),
+            printing({"validate", "in.oxd", "--sarif"}),
+            printing({"diff", "in.oxd", "in.oxd", "--json"}),
+            {Exporting("out.png"), "out.png"},
             grey,
             {Exporting("out.csv"), "out.csv"},
             {Exporting("out.raw"), "out.raw"},
@@ -84,15 +91,15 @@ std::vector<Command> Commands()
 }
 
 // Only in the child: the tool with its messages in a file.
-[[noreturn]] void RunTool(const Arguments& arguments, const faults::Plan& plan, faults::Count& count)
+[[noreturn]] void RunTool(const Command& command, const faults::Plan& plan, faults::Count& count)
 {
     std::string name = "oxd";
     std::vector<char*> words{name.data()};
-    std::vector<std::string> own = arguments;
+    std::vector<std::string> own = command.arguments;
     for (std::string& argument : own)
         words.push_back(argument.data());
     const int file = open(messages, O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    dup2(file, STDOUT_FILENO);
+    dup2(command.isPrinted ? open(command.output.c_str(), O_WRONLY) : file, STDOUT_FILENO);
     dup2(file, STDERR_FILENO);
     faults::Arm(plan);
     const int code = oxd::RunProcess(static_cast<int>(words.size()), words.data());
@@ -109,7 +116,7 @@ Ending Run(const Command& command, const faults::Plan& plan)
     std::fflush(stdout);
     const pid_t child = fork();
     if (child == 0)
-        RunTool(command.arguments, plan, *shared);
+        RunTool(command, plan, *shared);
     int status = 0;
     waitpid(child, &status, 0);
     return {shared->struck, WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadBytes(command.output)};
@@ -125,17 +132,17 @@ bool RemoveTemporary()
 }
 
 // What is wrong with the ending, or nothing.
-const char* Fault(const Ending& ending, const std::string& before, const std::string& whole, const faults::Plan& plan)
+const char* Fault(const Ending& ending, const Command& command, const std::string& whole, const faults::Plan& plan)
 {
     const bool isKilled = plan.effect == Effect::Kill || plan.effect == Effect::KillWithin;
     const bool leftTemporary = RemoveTemporary();
     if (ending.code == -1 && !isKilled)
         return "crashes";
-    if (ending.output != before && ending.output != whole)
-        return "leaves another file";
     if (ending.code == 0 && ending.output != whole)
         return "succeeds without the new file";
-    const bool hasReplaced = ending.output != before;
+    const bool hasReplaced = ending.output != command.before && !command.isPrinted;
+    if (hasReplaced && ending.output != whole)
+        return "leaves another file";
     if (ending.code == interrupted && hasReplaced)
         return "is interrupted and leaves the new file";
     if (plan.kind == Kind::File && ending.code > 0 && hasReplaced)
@@ -157,7 +164,7 @@ int Sweep(const Command& command, faults::Plan plan, const char* effectName)
     for (plan.at = 0; struck; plan.at += plan.at < first ? 1 : every, ++points) {
         const Ending ending = Run(command, plan);
         struck = ending.struck;
-        const char* const fault = Fault(ending, command.before, whole, plan);
+        const char* const fault = Fault(ending, command, whole, plan);
         if (fault && ++failures <= 5)
             std::printf("  point %ju: %s (exit code %d)\n", std::uintmax_t{plan.at}, fault, ending.code);
     }

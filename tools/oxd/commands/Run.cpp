@@ -12,7 +12,10 @@
 #include <boost/nowide/args.hpp>
 
 #include <algorithm>
+#include <cstdlib>
+#include <exception>
 #include <new>
+#include <string_view>
 
 namespace oxd {
 
@@ -50,6 +53,36 @@ ExitCode Execute(std::vector<std::string> arguments, Results& results)
     }
 }
 
+// Without taking any memory.
+void ComplainAtOnce(std::string_view message)
+{
+    constexpr int standardError = 2;
+    platform::WriteAll(standardError, message);
+}
+
+constexpr std::string_view noMemory = "oxd: not enough memory\n";
+
+std::string_view ReasonToTerminate()
+{
+    try {
+        if (const auto exception = std::current_exception()) {
+            std::rethrow_exception(exception);
+        }
+    } catch (const std::bad_alloc&) {
+        return noMemory;
+    } catch (...) { // NOLINT(bugprone-empty-catch): whatever it is, it is told below
+    }
+    return "oxd: internal error\n";
+}
+
+// Destructors that take memory, as those of JSON documents do, end here when there is none.
+[[noreturn]] void Terminate()
+{
+    ComplainAtOnce(ReasonToTerminate());
+    interruption::Abandon();
+    std::_Exit(static_cast<int>(ExitCode::Internal));
+}
+
 } // namespace
 
 int Run(std::vector<std::string> arguments, Results& results)
@@ -68,9 +101,9 @@ int Run(std::vector<std::string> arguments, Results& results)
     return static_cast<int>(code);
 }
 
-// A message that there is no memory for must not take any.
 int RunProcess(int argc, char** argv)
 {
+    std::set_terminate(Terminate);
     try {
         platform::IgnoreBrokenPipes();
         interruption::Heed();
@@ -78,8 +111,7 @@ int RunProcess(int argc, char** argv)
         Results results;
         return Run({argv + std::min(argc, 1), argv + argc}, results);
     } catch (const std::exception&) {
-        constexpr int standardError = 2;
-        platform::WriteAll(standardError, "oxd: not enough memory\n");
+        ComplainAtOnce(noMemory);
         return static_cast<int>(ExitCode::Internal);
     }
 }

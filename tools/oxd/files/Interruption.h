@@ -37,4 +37,8 @@ void Commit();
 // There is no temporary file any more.
 void Release();
 
+// Removes the temporary file and its folder for a process that ends on the spot, as far as the system removes a file
+// that is open. Takes no memory.
+void Abandon();
+
 } // namespace oxd::interruption

@@ -36,12 +36,7 @@ void End(int signal)
     if (stage == Stage::Committed) {
         return;
     }
-    if (stage == Stage::Temporary) {
-        unlink(temporaryFile.data());
-    }
-    if (hasFolder) {
-        rmdir(temporaryFolder.data());
-    }
+    Abandon();
     _exit(signalBase + signal);
 }
 
@@ -99,6 +94,16 @@ void Commit()
 void Release()
 {
     stage = Stage::NoFile;
+}
+
+void Abandon()
+{
+    if (stage == Stage::Temporary) {
+        unlink(temporaryFile.data());
+    }
+    if (hasFolder) {
+        rmdir(temporaryFolder.data());
+    }
 }
 
 } // namespace oxd::interruption

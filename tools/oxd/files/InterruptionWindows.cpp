@@ -49,9 +49,7 @@ bool MayGoOn()
 BOOL WINAPI End(DWORD event)
 {
     if (!MayGoOn()) {
-        if (hasFolder) {
-            RemoveDirectoryW(temporaryFolder.data());
-        }
+        Abandon();
         TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::Interrupted));
     }
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) {
@@ -112,6 +110,13 @@ void Commit()
 void Release()
 {
     stage = Stage::NoFile;
+}
+
+void Abandon()
+{
+    if (hasFolder) {
+        RemoveDirectoryW(temporaryFolder.data());
+    }
 }
 
 } // namespace oxd::interruption
