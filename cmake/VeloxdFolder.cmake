@@ -14,6 +14,22 @@ function(veloxd_folder name)
   set_property(GLOBAL APPEND PROPERTY ${VELOXD_PRODUCT}_folders ${name})
 endfunction()
 
+# Adds to a folder the loops that are compiled once for each width of vectors: <prefix>Baseline.cpp, <prefix>Avx2.cpp and
+# <prefix>Avx512.cpp. Those with wider instructions are chosen at run time. Not on Windows: there GCC keeps wide vectors
+# on a stack that need not be aligned for them, and the program crashes.
+function(veloxd_kernels name prefix)
+  # Vectors that are wider than a processor's are passed in a way that depends on compiler options: within one source only.
+  target_sources(${name} PRIVATE ${prefix}Baseline.cpp)
+  set_source_files_properties(${prefix}Baseline.cpp PROPERTIES COMPILE_OPTIONS "-O3;-Wno-psabi")
+  if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+    target_sources(${name} PRIVATE ${prefix}Avx2.cpp ${prefix}Avx512.cpp)
+    target_compile_definitions(${name} PRIVATE VELOXD_WIDE_KERNELS)
+    set_source_files_properties(${prefix}Avx2.cpp PROPERTIES COMPILE_OPTIONS "-O3;-Wno-psabi;-mavx2;-mfma")
+    set_source_files_properties(${prefix}Avx512.cpp PROPERTIES COMPILE_OPTIONS
+      "-O3;-Wno-psabi;-mfma;-mavx512f;-mavx512bw;-mavx512dq;-mavx512vl;-mprefer-vector-width=512")
+  endif()
+endfunction()
+
 # Adds the objects of all folders of the product to a target.
 function(veloxd_add_folders target product scope)
   get_property(folders GLOBAL PROPERTY ${product}_folders)

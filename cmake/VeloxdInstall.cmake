@@ -3,16 +3,17 @@
 
 include(CMakePackageConfigHelpers)
 
-install(TARGETS VELOxdDll EXPORT VELOxdDllTargets
+install(TARGETS VELOxdDll VELOxdCurves EXPORT VELOxdDllTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-install(FILES "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h"
+install(FILES "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h" "${PROJECT_SOURCE_DIR}/include/veloxd_curves.h"
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md"
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
-if(VELOXD_DEF_FILE)
-  install(FILES "${VELOXD_DEF_FILE}" DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+get_property(def_files GLOBAL PROPERTY veloxd_def_files)
+if(def_files)
+  install(FILES ${def_files} DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 endif()
 if(VELOXD_TOOLS)
   install(TARGETS oxd RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
@@ -28,6 +29,11 @@ install(FILES "${PROJECT_BINARY_DIR}/VELOxdDllConfig.cmake" "${PROJECT_BINARY_DI
 
 # Relative to the file itself, so that what was installed may be moved.
 file(RELATIVE_PATH prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
-configure_file("${CMAKE_CURRENT_LIST_DIR}/VELOxdDll.pc.in" "${PROJECT_BINARY_DIR}/VELOxdDll.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/VELOxdDll.pc"
-  DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
+set(description_VELOxdDll "${PROJECT_DESCRIPTION}")
+set(description_VELOxdCurves "Analyses force curves of scanning probe microscopes")
+foreach(library IN ITEMS VELOxdDll VELOxdCurves)
+  set(description "${description_${library}}")
+  configure_file("${CMAKE_CURRENT_LIST_DIR}/Library.pc.in" "${PROJECT_BINARY_DIR}/${library}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/${library}.pc"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)
+endforeach()

@@ -47,12 +47,13 @@ veloxd_debian_package(library ${library_package} libs
 "library for .oxd files of scanning probe microscopes
 It reads, edits and writes the measurement files of a scanning probe
 microscope: images and curves as numbers in physical units, with the names and
-scales of their axes and the settings of the measurement.")
+scales of their axes and the settings of the measurement. A second library in
+it derives slope, adhesion and indentation from force curves.")
 veloxd_debian_package(development libveloxddll-dev libdevel
 "library for .oxd files of scanning probe microscopes - development files
-What it takes to build programs that read, edit and write .oxd files: the C
-header, which describes every function, a CMake package, and a file for
-pkg-config."
+What it takes to build programs that read, edit and write .oxd files, or that
+analyse force curves: C headers, which describe every function, a CMake
+package, and files for pkg-config."
   "${PROJECT_SOURCE_DIR}/README.md")
 set(notices_tool CLI11 nlohmann-json)
 veloxd_debian_package(tool veloxd-tools science

@@ -12,6 +12,7 @@ configure_file("${packaging}/windows/README.txt" "${PROJECT_BINARY_DIR}/README.t
 install(FILES "${PROJECT_BINARY_DIR}/README.txt" "${PROJECT_SOURCE_DIR}/LICENSE"
   DESTINATION . COMPONENT archive EXCLUDE_FROM_ALL)
 install(FILES "${PROJECT_SOURCE_DIR}/docs/format.md" "${PROJECT_SOURCE_DIR}/docs/oxd.md"
+  "${PROJECT_SOURCE_DIR}/docs/processors.md"
   DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/using" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(FILES "${PROJECT_SOURCE_DIR}/bindings/csharp/VELOxdDll.cs"

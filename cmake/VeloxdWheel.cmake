@@ -1,9 +1,11 @@
-# What a Python wheel takes along, in the component python: the library and the tool, side by side, and a font for the
-# tool's pictures if the wheel is for machines that may have none. Wheels hold no links: the library is one file.
+# What a Python wheel takes along, in the component python: the libraries and the tool, side by side, and a font for the
+# tool's pictures if the wheel is for machines that may have none. Wheels hold no links: each library is one file.
 
-set_property(TARGET VELOxdDll PROPERTY VERSION)
-set_property(TARGET VELOxdDll PROPERTY SOVERSION)
-install(TARGETS VELOxdDll RUNTIME DESTINATION . LIBRARY DESTINATION . COMPONENT python)
+foreach(library VELOxdDll VELOxdCurves)
+  set_property(TARGET ${library} PROPERTY VERSION)
+  set_property(TARGET ${library} PROPERTY SOVERSION)
+  install(TARGETS ${library} RUNTIME DESTINATION . LIBRARY DESTINATION . COMPONENT python)
+endforeach()
 if(VELOXD_TOOLS)
   set_target_properties(oxd PROPERTIES INSTALL_RPATH "$ORIGIN")
   install(TARGETS oxd RUNTIME DESTINATION . COMPONENT python)

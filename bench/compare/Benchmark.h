@@ -81,5 +81,6 @@ std::vector<Benchmark> HeaderBenchmarks();
 std::vector<Benchmark> InspectBenchmarks();
 std::vector<Benchmark> LineFileBenchmarks();
 std::vector<Benchmark> CallBenchmarks();
+std::vector<Benchmark> CurveBenchmarks();
 
 } // namespace bench

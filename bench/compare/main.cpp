@@ -30,7 +30,7 @@ std::vector<bench::Benchmark> AllBenchmarks()
 {
     std::vector<bench::Benchmark> benchmarks;
     for (const auto make : {bench::FileBenchmarks, bench::HeaderBenchmarks, bench::InspectBenchmarks,
-                            bench::LineFileBenchmarks, bench::CallBenchmarks})
+                            bench::LineFileBenchmarks, bench::CallBenchmarks, bench::CurveBenchmarks})
         std::ranges::move(make(), std::back_inserter(benchmarks));
     return benchmarks;
 }

@@ -114,6 +114,32 @@ def test_an_image_is_true_to_scale_and_has_labels_in_suitable_units(scan: Path) 
     plt.close("all")
 
 
+def test_what_is_beyond_the_colours_shows_at_their_bar() -> None:
+    with veloxd.create() as file:
+        group = file.create_group("G", slots=2)
+        axes = {"x": {"unit": "m"}, "y": {"unit": "m"}}
+        values = np.zeros((20, 20))
+        values[0, 0] = 1
+        for spikes, beyond in (
+            (values, "max"),
+            (-values, "min"),
+            (values - values.T[::-1], "both"),
+            (0 * values, "neither"),
+        ):
+            channel = group.create_channel("C", spikes, **axes)
+            colorbar = channel.plot().get_images()[0].colorbar
+            assert colorbar is not None
+            assert colorbar.extend == beyond
+    plt.close("all")
+
+
+def test_many_curves_are_coloured_from_dark_to_light() -> None:
+    with veloxd.create() as file:
+        lines = file.create_group("G").create_channel("C", np.eye(12), y={"unit": "s"}).plot().get_lines()
+    assert (np.diff([sum(mpl.colors.to_rgb(line.get_color())) for line in lines]) > 0).all()
+    plt.close("all")
+
+
 def test_curves_are_drawn_over_their_own_axes(tmp_path: Path) -> None:
     ragged_file(tmp_path / "ragged.oxd", [6, 6, 6])
     with veloxd.open(tmp_path / "ragged.oxd") as file:

@@ -91,6 +91,17 @@ def test_points_that_were_never_acquired_are_nan_and_masked(tmp_path: Path, bits
         np.testing.assert_array_equal(np.isnan(channel.level("line")), ~mask | (np.array(valid) < 4)[:, np.newaxis])
 
 
+def test_lines_of_any_number_come_to_their_rows(tmp_path: Path) -> None:
+    valid = [line % 4 for line in range(4500)]  # more than are read at once, and than arguments are kept for
+    expected = ragged_file(tmp_path / "ragged.oxd", valid, points=3, bits=32)
+    expected[np.arange(3) >= np.array(valid)[:, np.newaxis]] = veloxd.RAW_MISSING
+    with veloxd.open(tmp_path / "ragged.oxd") as file:
+        channel = file[0][0]
+        for key in (np.s_[:], np.s_[700:4400], np.s_[::-3], np.s_[:, 1:], [4499, 0, 1100], np.s_[4200:, ::2]):
+            np.testing.assert_array_equal(channel.read(key, raw=True), expected[key])
+        np.testing.assert_array_equal(channel.valid, expected != veloxd.RAW_MISSING)
+
+
 def test_lines_may_have_point_axes_of_their_own(tmp_path: Path) -> None:
     ragged_file(tmp_path / "ragged.oxd", [6, 6, 6])
     with veloxd.open(tmp_path / "ragged.oxd") as file:

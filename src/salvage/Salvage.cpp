@@ -1,13 +1,8 @@
 #include "salvage/Salvage.h"
 
+#include "transfer/DataSetFile.h"
 #include "velflexlib/dataset/samples/SampleCodec.h"
-#include "velflexlib/dataset/serialisers/DataSetToVELConfig.h"
-#include "velstdlib/string/Texts.h"
 #include "velstdlib/util/Limits.h"
-#include "velstdlib/util/VELException.h"
-#include "velstdlib/util/files/FileWriter.h"
-#include "velstdlib/util/header/HeaderText.h"
-#include "velstdlib/util/header/VELConfig.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -147,14 +142,6 @@ private:
     std::uint64_t m_freeLines = util::limits::pointlessLines;
 };
 
-std::string Header(const util::CVELOXDConfig& document)
-{
-    std::string text = document.GetContent().Render().append("\r\n").append(util::headerEndMark);
-    if (text.size() > util::limits::headerBytes)
-        util::ThrowFileSave(document.GetFileName(), velstdlib::string::TextId::TooMuchTextForFile);
-    return text;
-}
-
 } // namespace
 
 bool Salvaged::HasContent() const
@@ -186,18 +173,7 @@ Salvaged Salvage(std::istream& file, const std::string& fileName, bool trust)
 
 void Save(const Salvaged& salvaged, const std::string& fileName)
 {
-    dataset::CDataSetToVELConfig serialiser(*salvaged.dataSet);
-    serialiser.CheckSavable(fileName);
-    salvaged.dataSet->PrepareForSave();
-    util::CVELOXDConfig document;
-    document.SetFileName(fileName);
-    serialiser.SaveHeader(document, std::string(inspect::dataSetName));
-    const std::string header = Header(document);
-    util::CFileWriter writer(fileName);
-    writer.OpenInPlace(BOOST_CURRENT_LOCATION);
-    writer.Write(header);
-    serialiser.SaveData(writer);
-    writer.Close();
+    transfer::SaveDataSet(*salvaged.dataSet, fileName);
 }
 
 } // namespace veltaris::salvage

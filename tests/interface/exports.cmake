@@ -1,4 +1,4 @@
-# The library exports the listed names and nothing else, and the header declares just these. What a Windows library needs
+# The library exports the listed names and nothing else, and the header declares just these, behind the word `api`. What a Windows library needs
 # is part of every Windows from 8 on, and what is shipped does not tell where it was built.
 
 # What the inspection of a file printed that matches `pattern` of one group: the texts of that group, sorted.
@@ -40,7 +40,7 @@ else()
 endif()
 expect_listed(exported ${exported})
 
-file(STRINGS "${header}" declared REGEX "^VELOXD_API ")
-list(TRANSFORM declared REPLACE "^VELOXD_API [a-z0-9_* ]*[ *]([A-Za-z_]+)\\(.*" "\\1")
+file(STRINGS "${header}" declared REGEX "^${api} ")
+list(TRANSFORM declared REPLACE "^${api} [a-z0-9_* ]*[ *]([A-Za-z_]+)\\(.*" "\\1")
 list(SORT declared)
 expect_listed(declared ${declared})

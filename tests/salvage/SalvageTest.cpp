@@ -302,6 +302,8 @@ TEST_F(SalvageTest, SavesWhatIsCertainAndNoMore)
         {cut(imageBytes + 100), "S12 | S2 M10 | M4 | M3"},
         {cut(2 * imageBytes + 2 * curveBytes + 1), "S12 | S12 | S1 E1 S1 M1 | M3"},
         {cut(bytesOfScan - 7), "S12 | S12 | S1 E1 S2 | S1 M2"},
+        // A section that nothing names does not make the order of the others doubtful.
+        {changed("[DataSet-0:0]", "[Old]\r\nPoints=5\r\nLines=3\r\nSaveBits=8\r\n[DataSet-0:0]"), whole},
         // Numbers that are none, and heads, links, counts and versions that only one text fits.
         {changed("Points=17", "Points=1X", "[DataSet-0:0]"), whole, HeaderState::Repaired},
         {changed("Points=5", "Pints=5"), whole, HeaderState::Repaired},
@@ -319,6 +321,8 @@ TEST_F(SalvageTest, SavesWhatIsCertainAndNoMore)
         {changed("Points=5", "Points=3"), "S12 | S12 | S1 E1 S2 | ?3", HeaderState::Ambiguous},
         {changed("LineDim0Points=9", "LineDim0Points=0"), "S12 | S12 | ?4 | S3", HeaderState::Ambiguous},
         {changed("LineDim1Points=0", "LineDim1Points=x"), whole, HeaderState::Repaired},
+        {changed("Points=9", "Points=8", "[DataSet-1:0]"), whole, HeaderState::Repaired},
+        {changed("Lines=4", "Lines=3", "[DataSet-1:0]"), whole, HeaderState::Repaired},
         // The file may as well have been cut off.
         {changed("Points=17", "Points=18", "[DataSet-0:1]"), "?12 | ?12 | ?4 | ?3"},
         {changed("Points=5", "Points=6"), "S12 | S12 | S1 E1 S2 | ?3"},

@@ -10,7 +10,7 @@ TEST_F(CommandLineTest, AnswersQuestionsAboutItself)
     EXPECT_EQ(ResultsOf("-V"), ResultsOf("--version"));
     EXPECT_EQ(ResultsOf("help"), ResultsOf("--help"));
     for (const std::string command :
-         {"info", "diff", "doctor", "make-sample", "correct", "replay", "export", "get", "set", "help"}) {
+         {"info", "diff", "doctor", "make-sample", "correct", "process", "replay", "export", "get", "set", "help"}) {
         EXPECT_NE(ResultsOf("--help").find("\n  " + command + " "), std::string::npos);
         const std::string help = ResultsOf(command + " --help");
         EXPECT_NE(help.find("oxd " + command), std::string::npos);
@@ -182,6 +182,7 @@ TEST_F(CommandLineTest, SaysOfACutOnceWhereItIs)
 
 TEST_F(CommandLineTest, TakesWordsInBracketsAsTheyStand)
 {
+    DropSettings();
     std::filesystem::copy_file("sample.oxd", "[a,b]");
     EXPECT_EQ(ResultsOf("validate '[a,b]' sample.oxd '[a,b]'"),
               "[a,b]: 0 errors, 0 warnings, 0 notes\n" + ResultsOf("validate sample.oxd '[a,b]'"));

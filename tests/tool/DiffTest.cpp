@@ -130,6 +130,7 @@ information I/Rate: item only in B: "9"
 
 TEST_F(DiffTest, FindsWhatASaveLosesOrWritesAnew)
 {
+    DropSettings();
     const std::string sample = ReadBytes("sample.oxd");
     const auto write = [&](const std::string& before, const std::string& after) {
         WriteBytes("b.oxd", std::string(sample).replace(sample.find(before), before.size(), after));

@@ -56,7 +56,11 @@ TEST_F(PosixSafeWriteTest, WritesThroughLinks)
     std::filesystem::create_symlink("folder/near.oxd", "far.oxd");
     std::filesystem::create_symlink("folder/new.oxd", "dangling.oxd");
     std::filesystem::create_symlink("circle.oxd", "circle.oxd");
-    for (const auto& [link, file] : {std::pair("far.oxd", "folder/old.oxd"), {"dangling.oxd", "folder/new.oxd"}}) {
+    std::filesystem::create_symlink("folder/long.oxd", "0");
+    for (int i = 1; i < 40; ++i) // as many as the system follows
+        std::filesystem::create_symlink(std::to_string(i - 1), std::to_string(i));
+    for (const auto& [link, file] :
+         {std::pair("far.oxd", "folder/old.oxd"), {"dangling.oxd", "folder/new.oxd"}, {"39", "folder/long.oxd"}}) {
         ResultsOf(std::string("make-sample ") + link);
         EXPECT_TRUE(std::filesystem::is_symlink(link));
         EXPECT_FALSE(std::filesystem::is_symlink(file));

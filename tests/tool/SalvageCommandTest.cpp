@@ -50,7 +50,7 @@ TEST_F(SalvageCommandTest, RestoresAFileInWhichOneByteOfTheHeaderIsDamaged)
 {
     Damage("DataSet-0:1", "Points=256", "Points=2S6", "size.oxd");
     const Outcome outcome = ExpectMessage("salvage size.oxd -o out.oxd", 0, "is taken as \"Points=256\" instead of");
-    EXPECT_EQ(ResultsOf("diff sample.oxd out.oxd"), ResultsOf("diff sample.oxd sample.oxd"));
+    EXPECT_EQ(ResultsOf("diff sample.oxd out.oxd --ignore other"), "");
     const auto map = json::parse(outcome.results);
     EXPECT_EQ(map["header"], "repaired");
     EXPECT_EQ(map["repair"]["found"], "Points=2S6");

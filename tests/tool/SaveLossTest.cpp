@@ -22,12 +22,8 @@ TEST_F(SaveLossTest, IsSaidInALineForEachKind)
     for (const std::string& command : saving) {
         const Outcome outcome = Run(command + " -o out.oxd");
         EXPECT_EQ(outcome.exitCode, 0);
-        EXPECT_EQ(outcome.diagnostics,
-                  "oxd: in.oxd: a save drops 3 sections of views: \"SetView\", \"V\", \"W\" [OXD601]\n"
-                  "oxd: in.oxd: a save drops 2 unknown sections: \"Calibration\", \"Notes\" [OXD603]\n"
-                  "oxd: in.oxd: a save drops 1 unknown key: \"Operator\" [OXD604]\n"
-                  "oxd: in.oxd: a save rounds 2 numbers: \"Dim0Range\", \"Dim1Range\" [OXD607]\n");
-        EXPECT_EQ(Run("validate --strict out.oxd").exitCode, 0) << "nothing is lost twice";
+        EXPECT_EQ(outcome.diagnostics, "oxd: in.oxd: a save drops 1 unknown key: \"Operator\" [OXD604]\n"
+                                       "oxd: in.oxd: a save rounds 2 numbers: \"Dim0Range\", \"Dim1Range\" [OXD607]\n");
         std::filesystem::rename("out.oxd", "saved.oxd");
         ResultsOf("set saved.oxd Scan/Lines 3 -o out.oxd --strict");
     }
@@ -41,7 +37,7 @@ TEST_F(SaveLossTest, IsRefusedWhenItMayNotBe)
     for (const std::string& command : saving) {
         for (const std::string destination : {" -o old.oxd", " -o new.oxd", " --dry-run"}) {
             const Outcome outcome = ExpectMessage(command + destination + " --strict", 4, "oxd: in.oxd: not saved");
-            EXPECT_NE(outcome.diagnostics.find("[OXD601]"), std::string::npos);
+            EXPECT_NE(outcome.diagnostics.find("[OXD604]"), std::string::npos);
             EXPECT_EQ(outcome.results, "");
         }
     }
@@ -62,8 +58,7 @@ TEST_F(SaveLossTest, IsNoneWhereAFileIsOnlyWrittenOtherwise)
 
 TEST_F(SaveLossTest, IsCountedAsFarAsItIsListed)
 {
-    WriteOxd(std::string(header) + "16\n" + Lines(1200, "[Unknown #]\n"), std::string(4, '\0'));
-    ExpectMessage(
-        saving[0] + " -o out.oxd", 0,
-        "drops more than 1000 unknown sections: \"Unknown 0\", \"Unknown 1\", \"Unknown 2\" and others [OXD603]\n");
+    WriteOxd(std::string(header) + "16\n" + Lines(1200, "Unknown#=1\n"), std::string(4, '\0'));
+    ExpectMessage(saving[0] + " -o out.oxd", 0,
+                  "drops more than 1000 unknown keys: \"Unknown0\", \"Unknown1\", \"Unknown2\" and others [OXD604]\n");
 }

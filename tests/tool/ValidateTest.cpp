@@ -10,6 +10,8 @@
 class ValidateTest : public ToolTest
 {
 protected:
+    ValidateTest() { DropSettings(); }
+
     using json = nlohmann::json;
 
     // A copy of the sample in which the first `before` is `after`.

@@ -19,23 +19,42 @@ class Named(Mapping[str, T], Generic[T]):
     Several may have the same name. The name gives the first of them then, and a position any.
     """
 
+    __slots__ = ()
+
     _what = ""
 
-    def _all(self) -> Sequence[tuple[str, T]]:
+    def _numbers_of_all(self) -> list[int]:
+        """The numbers by which the library finds all of them, in order."""
         raise NotImplementedError
 
-    def __getitem__(self, key: str | int) -> T:
+    def _with_number(self, number: int) -> T:
+        raise NotImplementedError
+
+    def _name_of(self, number: int) -> str:
+        raise NotImplementedError
+
+    def _all(self) -> tuple[T, ...]:
         with LOCK:
-            everything = self._all()
+            return tuple(map(self._with_number, self._numbers_of_all()))
+
+    def __getitem__(self, key: str | int) -> T:
         if isinstance(key, str):
-            for name, one in everything:
-                if name == key:
-                    return one
-            raise not_found(self._what, key, [name for name, _ in everything])
+            return self._named(key)
         position = operator.index(key)
-        if not -len(everything) <= position < len(everything):
-            raise IndexError(f"There is no {self._what} {position}; there are {len(everything)}.")
-        return everything[position][1]
+        with LOCK:
+            numbers = self._numbers_of_all()
+            if not -len(numbers) <= position < len(numbers):
+                raise IndexError(f"There is no {self._what} {position}; there are {len(numbers)}.")
+            return self._with_number(numbers[position])
+
+    def _named(self, key: str) -> T:
+        names = []
+        with LOCK:
+            for number in self._numbers_of_all():
+                names.append(self._name_of(number))
+                if names[-1] == key:
+                    return self._with_number(number)
+        raise not_found(self._what, key, names)
 
     def __contains__(self, name: object) -> bool:
         return name in self._names()
@@ -49,7 +68,7 @@ class Named(Mapping[str, T], Generic[T]):
 
     def _names(self) -> list[str]:
         with LOCK:
-            return list(dict.fromkeys(name for name, _ in self._all()))
+            return list(dict.fromkeys(map(self._name_of, self._numbers_of_all())))
 
     def _ipython_key_completions_(self) -> list[str]:
         return self._names()

@@ -2,13 +2,16 @@
 
 from __future__ import annotations
 
+from collections.abc import Sequence
 from dataclasses import dataclass
+from itertools import count
 from typing import Any
 
 import numpy as np
 import numpy.typing as npt
 
 from ._native.library import LOCK, begin, check, library
+from ._native.repeated import call_for_each, positions
 from ._part import Part
 from ._selection import Selection
 from .errors import DamagedFileError
@@ -20,6 +23,9 @@ OPERATORS = {"mean": 1, "line": 2, "derive": 3, "parabola": 4, "polynomial": 5}
 
 # No operator needs more samples than this; one that needs more than a line has gives nothing.
 _MOST_NEEDED = 5
+
+_MOST_AT_ONCE = 1024  # lines, between which other threads have their turn
+_BUFFER = 1 << 17  # samples, of lines from which points are taken
 
 
 @dataclass(frozen=True)
@@ -60,10 +66,12 @@ def read(part: Part, points: int, selection: Selection, form: Form, code: int, o
     if _takes_lines(selection, form, out):
         _read_lines(part, points, selection.lines, form, code, out)
         return
-    row = np.empty((1, points), form.dtype)
-    for line, target in zip(selection.lines, out):
-        _read_lines(part, points, [line], form, code, row)
-        target[...] = row[0, selection.points]
+    at_once = max(1, _BUFFER // max(points, 1))
+    buffer = np.empty((min(at_once, len(selection.lines)), points), form.dtype)
+    for start in range(0, len(selection.lines), at_once):
+        lines = selection.lines[start : start + at_once]
+        _read_lines(part, points, lines, form, code, buffer[: len(lines)])
+        out[start : start + len(lines)] = buffer[: len(lines), selection.points]
 
 
 def _takes_lines(selection: Selection, form: Form, out: npt.NDArray[Any]) -> bool:
@@ -75,35 +83,42 @@ def _takes_lines(selection: Selection, form: Form, out: npt.NDArray[Any]) -> boo
     )
 
 
-def _read_lines(part: Part, points: int, lines: list[int], form: Form, code: int, rows: npt.NDArray[Any]) -> None:
+def _read_lines(part: Part, points: int, lines: Sequence[int], form: Form, code: int, rows: npt.NDArray[Any]) -> None:
+    """Reads whole lines into rows, which are contiguous, whatever the distance between them."""
     loaded = library()
-    acquired = loaded.GetChannelData_PointsPerLine
-    get = getattr(loaded, form.reader)
     pitch = rows.strides[0]
     address = rows.ctypes.data
     needed = max(points, _MOST_NEEDED if code else 0)
     with LOCK:
         place = (part._handle.number, *part._numbers())
         begin(loaded)
-        for row, line in enumerate(lines):
-            count = acquired(*place, line)
-            if count > points:
-                raise DamagedFileError(f"Line {line} cannot be read: it claims {count} of {points} points.")
-            if count < needed:
-                rows[row, 0 if code else count :] = form.missing
-            get(*place, line, code, address)
-            address += pitch
+        for start in range(0, len(lines), _MOST_AT_ONCE):
+            some = lines[start : start + _MOST_AT_ONCE]
+            arguments = positions(some)
+            acquired = call_for_each("GetChannelData_PointsPerLine", *place, arguments)
+            if min(acquired) < needed or max(acquired) > points:
+                _mark_missing(some, acquired, points, rows[start:], needed if code else 0, form.missing)
+            call_for_each(form.reader, *place, arguments, code, count(address + start * pitch, pitch))
         check(loaded)
 
 
-def valid(part: Part, lines: list[int], points: int) -> npt.NDArray[np.bool_]:
+def _mark_missing(
+    lines: Sequence[int], acquired: list[int], points: int, rows: npt.NDArray[Any], needed: int, missing: float
+) -> None:
+    """Marks what is missing in lines that end early, or in all of a line that has less than ``needed`` samples."""
+    for line, number, row in zip(lines, acquired, rows):
+        if number > points:
+            raise DamagedFileError(f"Line {line} cannot be read: it claims {number} of {points} points.")
+        row[0 if number < needed else number :] = missing
+
+
+def valid(part: Part, lines: Sequence[int], points: int) -> npt.NDArray[np.bool_]:
     """Which points of the lines were acquired: shape (lines, points)."""
     loaded = library()
-    acquired = loaded.GetChannelData_PointsPerLine
     with LOCK:
         place = (part._handle.number, *part._numbers())
         begin(loaded)
-        counts = np.array([acquired(*place, line) for line in lines], dtype=np.int64)
+        acquired = np.array(call_for_each("GetChannelData_PointsPerLine", *place, positions(lines)), dtype=np.int64)
         check(loaded)
-    mask: npt.NDArray[np.bool_] = np.arange(points) < counts[:, np.newaxis]
+    mask: npt.NDArray[np.bool_] = np.arange(points) < acquired[:, np.newaxis]
     return mask

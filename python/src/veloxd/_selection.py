@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import operator
+from collections.abc import Sequence
 from dataclasses import dataclass
 from typing import Any, Union
 
@@ -20,7 +21,7 @@ class Selection:
     ``shape`` is that of the result; ``full_shape`` is the same with the axes that a number has removed.
     """
 
-    lines: list[int]
+    lines: Sequence[int]
     points: Points
     is_whole_line: bool
     full_shape: tuple[int, int]
@@ -41,7 +42,7 @@ def select(key: Any, shape: tuple[int, int]) -> Selection:
     counts = (len(lines), len(points))
     kept = tuple(count for count, one in zip(counts, (line_key, point_key)) if not _is_number(one))
     is_whole = isinstance(points, range) and points == range(shape[1])
-    return Selection(list(lines), _fast(points), is_whole, counts, kept)
+    return Selection(lines, _fast(points), is_whole, counts, kept)
 
 
 def _both(key: Any) -> tuple[Any, Any]:

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterator
+from collections.abc import Iterator, Sequence
 from typing import Any, Callable, NamedTuple
 
 import numpy as np
@@ -26,7 +26,9 @@ class Row(NamedTuple):
     is_whole: bool
 
 
-def rows_of_block(lines: list[int], points: Points, count: int, block: npt.NDArray[Any]) -> Callable[[], Iterator[Row]]:
+def rows_of_block(
+    lines: Sequence[int], points: Points, count: int, block: npt.NDArray[Any]
+) -> Callable[[], Iterator[Row]]:
     """Rows for a block of values of shape (lines, selected points), in channels of ``count`` points per line."""
     positions = np.arange(count)[points]
     is_ascending = bool(np.all(np.diff(positions) > 0))

@@ -4,12 +4,14 @@ from __future__ import annotations
 
 import math
 from collections.abc import Mapping
-from typing import TYPE_CHECKING, Union
+from typing import TYPE_CHECKING, Any, Union
 
 import numpy as np
 import numpy.typing as npt
 
-from ._native.library import LOCK, encode, encode_name
+from ._native.library import LOCK, begin, check, encode, encode_name, library
+from ._native.repeated import call_for_each
+from ._native.repeated import positions as indices
 
 if TYPE_CHECKING:
     from .channel import Channel
@@ -36,6 +38,8 @@ class Axis:
     ...     file["ForwardScan"]["Topography"].y
     <veloxd.Axis 'Y': 0 to 1e-06 m, 8 values>
     """
+
+    __slots__ = ("_channel", "_kind")
 
     def __init__(self, channel: Channel, kind: str) -> None:
         self._channel = channel
@@ -131,6 +135,8 @@ class PointAxis(Axis):
     So it is with curves that start where the tip happens to be. ``minimum`` and ``range`` are those of the channel.
     """
 
+    __slots__ = ()
+
     def __init__(self, channel: Channel) -> None:
         super().__init__(channel, "Point")
 
@@ -147,27 +153,39 @@ class PointAxis(Axis):
                 float(get("GetChannelData_PointAxisRangePerLine", position)),
             )
 
+    def of_lines(self) -> npt.NDArray[np.float64]:
+        """The minimum and the range of every line: shape (lines, 2)."""
+        loaded = library()
+        with LOCK:
+            channel = self._channel
+            place: tuple[Any, ...] = (channel._handle.number, *channel._numbers(), indices(range(channel.shape[0])))
+            begin(loaded)
+            ends = [call_for_each(f"GetChannelData_PointAxis{what}PerLine", *place) for what in ("Min", "Range")]
+            check(loaded)
+        return np.array(ends, dtype=float).T
+
     @property
     def varies(self) -> bool:
         """Whether a line begins or ends elsewhere than the channel says."""
         with LOCK:
-            usual = (self.minimum, self.range)
-            return any(self.of_line(line) != usual for line in range(self._channel.shape[0]))
+            return bool((self.of_lines() != (self.minimum, self.range)).any())
 
     @property
     def grid(self) -> npt.NDArray[np.float64]:
         """The position of every sample, with the axis of its own line: shape (lines, points)."""
         with LOCK:
-            lines, points = self._channel.shape
-            grid = np.empty((lines, points))
-            for line in range(lines):
-                grid[line] = positions(*self.of_line(line), points)
+            minimum, span = np.hsplit(self.of_lines(), 2)
+            grid: npt.NDArray[np.float64] = positions(minimum, span, self._channel.shape[1])
         return grid
 
 
-def positions(minimum: float, span: float, count: int) -> npt.NDArray[np.float64]:
-    """``count`` positions, the first of which is ``minimum`` and the last ``minimum + span``."""
-    return minimum + span * (np.arange(count) / max(count - 1, 1))
+def positions(minimum: Any, span: Any, count: int) -> npt.NDArray[np.float64]:
+    """``count`` positions, the first of which is ``minimum`` and the last ``minimum + span``.
+
+    Of several axes, whose properties are in columns, it has a row for each.
+    """
+    row: npt.NDArray[np.float64] = minimum + span * (np.arange(count) / max(count - 1, 1))
+    return row
 
 
 def _finite(number: float, what: str) -> float:

@@ -39,6 +39,8 @@ class Channel(Part):
     ((8, 16), 'm', array([...]))
     """
 
+    __slots__ = ("_group",)
+
     def __init__(self, group: Group, slot: int) -> None:
         super().__init__(group._handle, (*group._place, slot))
         self._group = group
@@ -77,7 +79,7 @@ class Channel(Part):
 
     @property
     def y(self) -> Axis:
-        """The axis across the lines."""
+        """The axis across the lines. Assigning another axis, or a dict of properties, copies its properties."""
         return Axis(self, "Line")
 
     @y.setter
@@ -101,6 +103,7 @@ class Channel(Part):
 
     @property
     def ndim(self) -> int:
+        """The number of dimensions, 2."""
         return 2
 
     @property
@@ -122,10 +125,10 @@ class Channel(Part):
 
     @property
     def values(self) -> npt.NDArray[np.float64]:
-        """All real values in the unit of the signal axis: a new array of shape (lines, points).
+        """All real values in the unit of the signal axis: a new array of float64 of shape (lines, points).
 
-        Assigning writes all of them; a number or a line is repeated. Values that the signal axis cannot hold become
-        its nearer end, which `File.save` reports.
+        Points that were never acquired are NaN. Assigning writes all of them; a number or a line is repeated. Values
+        that the signal axis cannot hold become its nearer end, which `File.save` reports.
         """
         return self.read()
 
@@ -135,7 +138,7 @@ class Channel(Part):
 
     @property
     def raw(self) -> npt.NDArray[np.int32]:
-        """All raw samples, from -2**29 to 2**29 - 1: a new array of shape (lines, points).
+        """All raw samples, from -2**29 to 2**29 - 1: a new array of int32 of shape (lines, points).
 
         Points that were never acquired are `RAW_MISSING`. Assigning writes all samples.
         """
@@ -147,7 +150,7 @@ class Channel(Part):
 
     @property
     def valid(self) -> npt.NDArray[np.bool_]:
-        """Which points were acquired: a new array of shape (lines, points)."""
+        """Which points were acquired: a new array of bool of shape (lines, points)."""
         with LOCK:
             lines, points = self.shape
             return _reading.valid(self, list(range(lines)), points)
@@ -212,13 +215,14 @@ class Channel(Part):
         form = Form.of(raw)
         code = _reading.operator_code(level)
         with LOCK:
-            if _is_mask(key, self.shape):
+            shape = self.shape
+            if _is_mask(key, shape):
                 values = self.read(raw=raw, level=level)[key]
                 return values if out is None else _fill(out, values)
-            selection = select(key, self.shape)
+            selection = select(key, shape)
             target = np.empty(selection.shape, form.dtype) if out is None else _suitable(out, selection.shape, form)
             block = target.reshape(selection.full_shape)  # a view, since it only adds axes of one element
-            _reading.read(self, self.shape[1], selection, form, code, block)
+            _reading.read(self, shape[1], selection, form, code, block)
         return target if target.shape or out is not None else target[()]
 
     def write(self, values: npt.ArrayLike, key: Any = ..., *, raw: bool = False) -> None:
@@ -235,6 +239,14 @@ class Channel(Part):
             if the shapes do not fit, there are gaps in lines, or the signal axis has no extent. Nothing is written.
         TypeError
             if the values are no real numbers, or raw samples no integers.
+
+        Examples
+        --------
+        >>> with veloxd.open("scan.oxd", mode="r+") as file:
+        ...     topography = file["ForwardScan"]["Topography"]
+        ...     topography.write(0.0, np.s_[:2])  # the first two lines; the same as topography[:2] = 0.0
+        ...     bool(np.abs(topography[:2]).max() < 1e-15)
+        True
         """
         form = Form.of(raw)
         numbers = _numbers(values, raw)
@@ -261,14 +273,38 @@ class Channel(Part):
     def plot(self, level: str | None = None, ax: matplotlib.axes.Axes | None = None) -> matplotlib.axes.Axes:
         """Draws the channel with matplotlib: an image true to scale, or its curves, with labels in suitable units.
 
-        ``level`` is as for :meth:`read`. ``ax`` is where to draw; without it, a new figure is made.
+        The colours of an image span its values from the 1st to the 99th percentile; arrows at the colour bar mark
+        that there are values beyond.
+
+        Parameters
+        ----------
+        level
+            The operator to correct each line with, as for :meth:`level`.
+        ax
+            Where to draw; without it, a new figure is made.
+
+        Returns
+        -------
+        matplotlib.axes.Axes
+            What was drawn on. ``.figure.savefig("name.png")`` saves it.
+
+        Raises
+        ------
+        ImportError
+            if matplotlib is not installed.
         """
         from ._show.plot import plot_channel
 
         return plot_channel(self, level, ax)
 
     def to_xarray(self) -> xarray.DataArray:
-        """The real values as an ``xarray.DataArray`` with coordinates and units, in memory."""
+        """The real values as an ``xarray.DataArray`` of shape (lines, points) with coordinates and units, in memory.
+
+        Raises
+        ------
+        ImportError
+            if xarray is not installed.
+        """
         from .xarray import channel_to_xarray
 
         return channel_to_xarray(self)

@@ -27,6 +27,8 @@ Path = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 class File(Named[Group]):
     """An .oxd file, a mapping from names to groups. Made by `open` and `create`.
 
+    Positions find groups, too: ``file[0]``, ``file[-1]``. ``del file["BackwardScan"]`` deletes a group.
+
     The whole data set is in memory: nothing on disk changes before :meth:`save`, and the file may be replaced or
     deleted meanwhile. Leaving the ``with`` block, or :meth:`close`, drops all changes that were not saved. Afterwards
     the file, its groups and its channels raise `ClosedError`.
@@ -41,6 +43,8 @@ class File(Named[Group]):
     ...     list(file), file["ForwardScan"]["Topography"].shape
     (['ForwardScan'], (8, 16))
     """
+
+    __slots__ = ("__weakref__", "_handle")
 
     _what = "group"
 
@@ -80,11 +84,16 @@ class File(Named[Group]):
     @property
     def groups(self) -> tuple[Group, ...]:
         """All groups in order, including those that share a name."""
-        with LOCK:
-            return tuple(_group_of(self._handle, number) for number in group_ids(self._handle))
+        return self._all()
 
-    def _all(self) -> list[tuple[str, Group]]:
-        return [(group.name, group) for group in self.groups]
+    def _numbers_of_all(self) -> list[int]:
+        return group_ids(self._handle)
+
+    def _with_number(self, number: int) -> Group:
+        return _group_of(self._handle, number)
+
+    def _name_of(self, number: int) -> str:
+        return self._handle.text("GetGroupName", number)
 
     @property
     def info(self) -> Information:

@@ -2,15 +2,17 @@
 
 from __future__ import annotations
 
+from ctypes import c_uint64
+from itertools import compress
 from typing import TYPE_CHECKING, Any
 
-import numpy as np
 import numpy.typing as npt
 
 from . import _adding
 from ._names import Named
 from ._native.handle import Handle
 from ._native.library import LOCK, encode_name
+from ._native.repeated import call_for_each, positions
 from ._part import Part
 from .axis import AxisLike
 from .channel import Channel
@@ -24,6 +26,8 @@ __all__ = ["Group"]
 class Group(Part, Named[Channel]):
     """A group of channels, for example those of the forward scan. A mapping from names to channels.
 
+    Positions find channels, too: ``group[0]``, ``group[-1]``. ``del group["Phase"]`` deletes a channel.
+
     Examples
     --------
     >>> with veloxd.open("scan.oxd") as file:
@@ -31,6 +35,8 @@ class Group(Part, Named[Channel]):
     ...     list(group), group[0].name
     (['Topography', 'Phase'], 'Topography')
     """
+
+    __slots__ = ()
 
     _what = "channel"
 
@@ -60,17 +66,24 @@ class Group(Part, Named[Channel]):
     @property
     def channels(self) -> tuple[Channel, ...]:
         """All channels in order, including those that share a name."""
+        return self._all()
+
+    def _numbers_of_all(self) -> list[int]:
         with LOCK:
-            slots = range(int(self._get("GetChannelCount")))
-            return tuple(self._channel(slot) for slot in slots if self._get("HasChannelBuffer", slot))
+            slots = range(self._get("GetChannelCount"))
+            is_there = call_for_each("HasChannelBuffer", self._handle.number, *self._numbers(), positions(slots))
+        return list(compress(slots, is_there))
+
+    def _with_number(self, number: int) -> Channel:
+        return self._channel(number)
+
+    def _name_of(self, number: int) -> str:
+        return self._text("GetChannelData_SignalAxisName", number)
 
     def _channel(self, slot: int) -> Channel:
         with LOCK:
             known = self._handle.part((*self._place, slot))
             return known if isinstance(known, Channel) else Channel(self, slot)
-
-    def _all(self) -> list[tuple[str, Channel]]:
-        return [(channel.name, channel) for channel in self.channels]
 
     def create_channel(
         self,
@@ -153,9 +166,9 @@ class Group(Part, Named[Channel]):
 def group_ids(handle: Handle) -> list[int]:
     """The ids of all groups, in ascending order."""
     with LOCK:
-        ids = np.empty(handle.get("GetGroupCount"), np.uint64)
-        handle.get("GetAllGroupIds", ids.ctypes.data)
-    return [int(number) for number in ids]
+        ids = (c_uint64 * handle.get("GetGroupCount"))()
+        handle.get("GetAllGroupIds", ids)
+    return list(ids)
 
 
 def _group_of(handle: Handle, number: int) -> Group:

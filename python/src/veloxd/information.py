@@ -32,6 +32,8 @@ class Information(MutableMapping[str, Any]):
     ('1 µm', Quantity(value=1e-06, unit='m'))
     """
 
+    __slots__ = ("_handle", "_node")
+
     def __init__(self, handle: Handle, node: int) -> None:
         self._handle = handle
         self._node = node

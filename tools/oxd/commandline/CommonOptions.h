@@ -14,9 +14,9 @@ namespace oxd {
 
 // Part of the help of each command that reads an .oxd file and saves another one.
 inline constexpr const char* notInSavedFiles =
-    "Saving drops views, processors and sections that the library does not know: OUT\n"
-    "does not have them. Channels that FILE stores in 8 bits take 16 in OUT. What that\n"
-    "comes to for FILE is said before it happens.";
+    "OUT has the views, the processors and the unknown sections of FILE as they stand there.\n"
+    "Keys that the library does not know are dropped, and channels that FILE stores in 8 bits\n"
+    "take 16 in OUT. What that comes to for FILE is said before it happens.";
 
 // Part of the help of each command with AddSelection.
 inline constexpr const char* selectionShape =

@@ -57,8 +57,10 @@ void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCod
     }
     // Every channel is saved, so that doubts in any of them count.
     const std::string& file = correction.selection.file;
-    AnnounceSave(RequireCertain(file, correction.selection.trust), strict);
-    const Corrected corrected = Correct(correction);
+    const inspect::Inspection inspection = RequireCertain(file, correction.selection.trust);
+    const CarriedSections carried(inspection);
+    AnnounceSave(inspection, carried, strict);
+    const Corrected corrected = Correct(correction, carried);
     outcome = Report(file, corrected.untouched, "left as before");
     results.WriteLines(corrected.preview);
 }

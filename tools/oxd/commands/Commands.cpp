@@ -2,14 +2,14 @@
 
 #include "oxd/commands/ChannelCommands.h"
 #include "oxd/commands/DiffCommand.h"
-#include "oxd/commands/DoctorCommand.h"
 #include "oxd/commands/FindingCommands.h"
-#include "oxd/commands/HelpCommand.h"
 #include "oxd/commands/InfoCommand.h"
 #include "oxd/commands/MetaCommands.h"
+#include "oxd/commands/ProcessCommand.h"
 #include "oxd/commands/ReplayCommand.h"
 #include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
+#include "oxd/commands/SelfCommands.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
@@ -52,6 +52,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddSalvage(app, results);
     AddMakeSample(app);
     AddCorrect(app, results, outcome);
+    AddProcess(app, results, outcome);
     AddReplay(app, results, outcome);
     AddExport(app, outcome);
     AddGet(app, results, outcome);

@@ -144,8 +144,10 @@ void AddSet(CLI::App& app, Results& results)
     AddTrust(command, options->trust);
     command.callback([options, &results] {
         const MetaChange change = options->Change();
-        AnnounceSave(RequireCertain(change.file, options->trust), options->strict);
-        results.WriteLines(SetMetaValue(change));
+        const inspect::Inspection inspection = RequireCertain(change.file, options->trust);
+        const CarriedSections carried(inspection);
+        AnnounceSave(inspection, carried, options->strict);
+        results.WriteLines(SetMetaValue(change, carried));
     });
 }
 

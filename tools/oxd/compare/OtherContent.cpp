@@ -1,28 +1,15 @@
 #include "oxd/compare/OtherContent.h"
 
-#include "oxd/files/FilePath.h"
-#include "oxd/system/Failure.h"
+#include "oxd/inspection/HeaderBytes.h"
 
 #include "inspect/header/HeaderLines.h"
 #include "inspect/header/SectionUses.h"
 
 #include <algorithm>
-#include <fstream>
 
 namespace oxd {
 
 namespace {
-
-std::string HeaderBytes(const inspect::Inspection& inspection)
-{
-    std::string bytes(inspection.headerBytes, '\0');
-    std::ifstream file(ToPath(inspection.file), std::ios::binary);
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!file) {
-        throw Failure(ExitCode::CannotOpen, inspection.file, "cannot be read again");
-    }
-    return bytes;
-}
 
 class OtherKeys
 {

@@ -1,6 +1,7 @@
 #include "oxd/edit/Correct.h"
 
 #include "oxd/edit/OutputDraft.h"
+#include "oxd/edit/SaveCarrying.h"
 #include "oxd/provenance/StepLog.h"
 
 #include <optional>
@@ -10,7 +11,8 @@ namespace oxd {
 namespace {
 
 // Gives the name of the saved file.
-std::string SaveCorrected(const Correction& correction, OutputFile& output, SkippedLines& untouched)
+std::string SaveCorrected(const Correction& correction, const CarriedSections& carried, OutputFile& output,
+                          SkippedLines& untouched)
 {
     const ChannelSelection& wanted = correction.selection;
     DataSet dataSet = DataSet::Open(wanted.file);
@@ -21,7 +23,7 @@ std::string SaveCorrected(const Correction& correction, OutputFile& output, Skip
         AppendStep(dataSet, *step);
     }
     untouched = CorrectLines(channel, correction.lineOperator);
-    std::string saved = dataSet.SaveTo(output);
+    std::string saved = SaveCarrying(carried, dataSet, output);
     if (step) {
         RequireRecorded(*step, saved, output.Name());
     }
@@ -49,13 +51,13 @@ SkippedLines CorrectLines(Channel channel, const LineOperator& lineOperator)
     return untouched;
 }
 
-Corrected Correct(const Correction& correction)
+Corrected Correct(const Correction& correction, const CarriedSections& carried)
 {
     const std::string& file = correction.selection.file;
     RequireOtherFile(file, correction.output.name);
     OutputDraft draft(correction.output, correction.isDryRun);
     Corrected corrected;
-    const std::string saved = SaveCorrected(correction, draft.File(), corrected.untouched);
+    const std::string saved = SaveCorrected(correction, carried, draft.File(), corrected.untouched);
     corrected.preview = draft.Finish(file, saved);
     return corrected;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "oxd/files/OutputFile.h"
+#include "oxd/inspection/CarriedSections.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/library/LineTally.h"
@@ -25,8 +26,9 @@ struct Corrected
     std::string preview;    // of a dry run
 };
 
-// Throws a Failure if the output cannot be made, and also if a file would not keep the record.
-Corrected Correct(const Correction& correction);
+// The output has the sections of the file that are to be carried over. Throws a Failure if it cannot be made, and also
+// if a file would not keep the record.
+Corrected Correct(const Correction& correction, const CarriedSections& carried);
 
 // Gives the lines that stay as they are.
 SkippedLines CorrectLines(Channel channel, const LineOperator& lineOperator);

@@ -1,6 +1,7 @@
 #include "oxd/edit/MetaValue.h"
 
 #include "oxd/edit/OutputDraft.h"
+#include "oxd/edit/SaveCarrying.h"
 #include "oxd/inspection/HeaderNode.h"
 #include "oxd/library/KeptText.h"
 #include "oxd/library/MetaNode.h"
@@ -102,7 +103,7 @@ void RequireArrived(const MetaChange& change, const std::string& savedFile, cons
 }
 
 // Gives the name of the saved file.
-std::string SaveChanged(const MetaChange& change, OutputFile& output)
+std::string SaveChanged(const MetaChange& change, const CarriedSections& carried, OutputFile& output)
 {
     DataSet dataSet = DataSet::Open(change.file);
     if (change.create) {
@@ -110,7 +111,7 @@ std::string SaveChanged(const MetaChange& change, OutputFile& output)
     } else {
         FindItem(MetaNode::Root(dataSet), change.file, change.path).SetValue(change.value);
     }
-    std::string saved = dataSet.SaveTo(output);
+    std::string saved = SaveCarrying(carried, dataSet, output);
     RequireArrived(change, saved, output.Name());
     return saved;
 }
@@ -132,14 +133,14 @@ std::string GetMetaValue(const inspect::Inspection& inspection, const MetaPath& 
     return FindItem(HeaderNode::Root(*inspection.dataSet), inspection.file, path).Value();
 }
 
-std::string SetMetaValue(const MetaChange& change)
+std::string SetMetaValue(const MetaChange& change, const CarriedSections& carried)
 {
     RequireKept(change);
     if (!change.inPlace) {
         RequireOtherFile(change.file, change.output.name);
     }
     OutputDraft draft(change.output, change.isDryRun);
-    return draft.Finish(change.file, SaveChanged(change, draft.File()));
+    return draft.Finish(change.file, SaveChanged(change, carried, draft.File()));
 }
 
 } // namespace oxd

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "oxd/files/OutputFile.h"
+#include "oxd/inspection/CarriedSections.h"
 #include "oxd/inspection/InspectFile.h"
 
 #include <string>
@@ -35,8 +36,9 @@ struct MetaChange
     bool isDryRun; // writes nothing; the output need not be named then
 };
 
-// Gives the preview of a dry run. Throws a Failure if the output cannot be made, and also if a file would not keep the
-// value or its name as they are, which sometimes shows only when the new file is read again, before it takes its place.
-std::string SetMetaValue(const MetaChange& change);
+// Gives the preview of a dry run. The output has the sections of the file that are to be carried over. Throws a Failure
+// if it cannot be made, and also if a file would not keep the value or its name as they are, which sometimes shows only
+// when the new file is read again, before it takes its place.
+std::string SetMetaValue(const MetaChange& change, const CarriedSections& carried);
 
 } // namespace oxd

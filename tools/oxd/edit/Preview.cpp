@@ -1,28 +1,15 @@
 #include "oxd/edit/Preview.h"
 
-#include "oxd/files/FilePath.h"
-#include "oxd/inspection/InspectFile.h"
+#include "oxd/inspection/HeaderBytes.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
-#include "oxd/system/Failure.h"
 #include "oxd/textdiff/UnifiedText.h"
 
 #include <algorithm>
-#include <fstream>
 
 namespace oxd {
 
 namespace {
-
-std::string HeaderText(const inspect::Inspection& inspection)
-{
-    std::string text(inspection.headerBytes, '\0');
-    std::ifstream file(ToPath(inspection.file), std::ios::binary);
-    if (!file.read(text.data(), static_cast<std::streamsize>(text.size()))) {
-        throw Failure(ExitCode::CannotOpen, inspection.file, "its header cannot be read again");
-    }
-    return text;
-}
 
 // A line that cannot be read is the same in both files.
 std::uint64_t ChangedInLine(const Channel& before, const Channel& after, std::uint64_t line)
@@ -80,8 +67,8 @@ std::string Preview(const std::string& file, const std::string& saved, const std
 {
     const inspect::Inspection before = InspectFile(file);
     const inspect::Inspection after = InspectFile(saved);
-    const std::string textBefore = HeaderText(before);
-    const std::string textAfter = HeaderText(after);
+    const std::string textBefore = HeaderBytes(before);
+    const std::string textAfter = HeaderBytes(after);
     return UnifiedDifference({file, textBefore}, {output, textAfter}) + ChangedSamples(file, saved) + output + ": " +
            std::to_string(after.fileBytes) + " bytes would be written\n";
 }

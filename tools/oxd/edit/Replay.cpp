@@ -2,6 +2,9 @@
 
 #include "oxd/edit/Correct.h"
 #include "oxd/edit/FirstDifference.h"
+#include "oxd/edit/Process.h"
+#include "oxd/edit/SaveCarrying.h"
+#include "oxd/process/ProcessStep.h"
 #include "oxd/provenance/SampleDigest.h"
 #include "oxd/provenance/StepLog.h"
 #include "oxd/system/Failure.h"
@@ -17,7 +20,10 @@ namespace {
 class Repetition
 {
 public:
-    explicit Repetition(std::string original) : m_file(std::move(original)) {}
+    Repetition(std::string original, CarriedSections carried)
+        : m_file(std::move(original)), m_carried(std::move(carried))
+    {
+    }
 
     // The original, or what the steps so far have made of it.
     const std::string& File() const { return m_file; }
@@ -25,6 +31,10 @@ public:
     // False, and nothing is done, if the samples are not those that the step was taken on.
     bool Repeat(const Step& step, const std::string& subject)
     {
+        if (IsProcessing(step)) {
+            m_file = RepeatProcessing(m_file, RequestOf(step, subject), step, m_carried, m_output);
+            return true;
+        }
         const StepWork work = WorkOf(step, subject);
         DataSet dataSet = DataSet::Open(m_file);
         const Channel channel = FindChannel(dataSet, {m_file, work.group, work.channel});
@@ -33,13 +43,14 @@ public:
         }
         AppendStep(dataSet, step);
         CorrectLines(channel, work.lineOperator);
-        m_file = dataSet.SaveTo(m_output);
+        m_file = SaveCarrying(m_carried, dataSet, m_output);
         return true;
     }
 
 private:
     OutputFile m_output;
     std::string m_file;
+    CarriedSections m_carried;
 };
 
 // The steps of `made` that the original does not have yet.
@@ -57,6 +68,12 @@ std::vector<Step> StepsToRepeat(const inspect::Inspection& made, const inspect::
     return steps;
 }
 
+// Earlier versions of this tool carried nothing over, and what they recorded is repeated as they did it.
+CarriedSections SectionsToCarry(const inspect::Inspection& made, const inspect::Inspection& original)
+{
+    return CarriedSections(made).Text().empty() ? CarriedSections() : CarriedSections(original);
+}
+
 std::string StepCount(std::size_t count)
 {
     return count == 1 ? "1 step" : std::to_string(count) + " steps";
@@ -68,7 +85,7 @@ ReplayOutcome Replay(const inspect::Inspection& made, const inspect::Inspection&
 {
     const std::vector<Step> steps = StepsToRepeat(made, original);
     const std::string subject = made.file + ": ";
-    Repetition repetition(original.file);
+    Repetition repetition(original.file, SectionsToCarry(made, original));
     for (std::size_t i = 0; i < steps.size(); ++i) {
         if (!repetition.Repeat(steps[i], made.file)) {
             return {false, subject + "step " + std::to_string(i + 1) + " of " + std::to_string(steps.size()) +

@@ -3,6 +3,8 @@
 #include "oxd/example/SampleCurve.h"
 #include "oxd/example/SampleInfo.h"
 #include "oxd/example/SampleScan.h"
+#include "oxd/example/SampleSettings.h"
+#include "oxd/inspection/InsertIntoHeader.h"
 #include "oxd/library/Channel.h"
 
 #include <array>
@@ -127,7 +129,7 @@ void MakeSample(const Destination& destination)
     }
     AddCurves(dataSet);
     AddSampleInfo(dataSet);
-    dataSet.SaveTo(output);
+    InsertIntoHeader(output, dataSet.SaveTo(output), SampleSettings());
     output.Close();
 }
 

@@ -5,7 +5,8 @@
 
 namespace oxd {
 
-// The file holds a scan in both directions, in 16 bits, a series of force curves, in 32 bits, and the settings of both.
+// The file holds a scan in both directions, in 16 bits, a series of force curves, in 32 bits, the settings of
+// both, and views and processors.
 // Throws a Failure if it cannot be written.
 void MakeSample(const Destination& destination);
 

@@ -1,6 +1,7 @@
 #include "oxd/export/ExportKinds.h"
 
 #include "oxd/library/LineTally.h"
+#include "oxd/system/Text.h"
 
 #include <array>
 #include <charconv>
@@ -24,16 +25,6 @@ std::string WithUnit(const Axis& axis)
     return axis.unit.empty() ? axis.name : axis.name + " [" + axis.unit + "]";
 }
 
-// In quotes, so that a comma in a name begins no new column.
-std::string Quoted(const std::string& text)
-{
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c == '"' ? "\"\"" : std::string(1, c);
-    }
-    return quoted + "\"";
-}
-
 double Position(const Axis& axis, std::uint64_t index, std::uint64_t count)
 {
     if (count < 2) {
@@ -48,8 +39,8 @@ std::string HeadingRow(const LineSource& source)
 {
     const Channel& channel = source.GetChannel();
     const Axis points = channel.ReadAxis(pointAxis);
-    std::string row = Quoted(WithUnit(channel.ReadAxis(signalAxis)) +
-                             "; down: " + WithUnit(channel.ReadAxis(lineAxis)) + "; across: " + WithUnit(points));
+    std::string row = QuotedCell(WithUnit(channel.ReadAxis(signalAxis)) +
+                                 "; down: " + WithUnit(channel.ReadAxis(lineAxis)) + "; across: " + WithUnit(points));
     for (std::uint64_t point = 0; point < source.Points(); ++point) {
         row += "," + Decimal(Position(points, point, source.Points()));
     }

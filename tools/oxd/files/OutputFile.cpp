@@ -1,6 +1,7 @@
 #include "oxd/files/OutputFile.h"
 
 #include "oxd/files/FilePath.h"
+#include "oxd/files/InsertBytes.h"
 #include "oxd/files/Interruption.h"
 #include "oxd/files/PlatformFiles.h"
 #include "oxd/files/Require.h"
@@ -94,6 +95,12 @@ std::string OutputFile::FileToFill()
     CreateFile();
     Try([this] { m_file->Close(); });
     return ToUtf8(m_file->Path());
+}
+
+void OutputFile::Insert(std::uint64_t place, std::string_view bytes)
+{
+    const std::filesystem::path folder = m_file->Path().parent_path();
+    Try([&] { InsertBytes(m_file->Path(), place, bytes); }, m_isStream ? &folder : nullptr);
 }
 
 std::string OutputFile::FilledPlace() const

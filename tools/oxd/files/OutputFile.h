@@ -3,6 +3,7 @@
 
 #include "oxd/files/TemporaryFile.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -50,6 +51,10 @@ public:
     // For a library that writes files by name: the name, in UTF-8, of an empty file. What it holds at Close is the
     // content. Nothing may be passed to Write besides.
     std::string FileToFill();
+
+    // Puts bytes into that file, once it is filled: what stands at `place` and behind it moves back. Memory stays
+    // small.
+    void Insert(std::uint64_t place, std::string_view bytes);
 
     // What a failure to fill that file is about: the destination, and for a stream the folder for temporary files.
     std::string FilledPlace() const;

@@ -61,7 +61,7 @@ std::filesystem::path FollowLinks(const std::filesystem::path& path)
 {
     constexpr int most = 40; // as the system follows
     std::filesystem::path target = path;
-    for (int i = 0; i < most; ++i) {
+    for (int i = 0; i <= most; ++i) {
         if (!std::filesystem::is_symlink(std::filesystem::symlink_status(target))) {
             return target;
         }

@@ -1,6 +1,7 @@
 // What `oxd info` tells of a file: plain data, which one function reads and others turn into text.
 #pragma once
 
+#include "oxd/info/ViewInfo.h"
 #include "oxd/inspection/InspectFile.h"
 #include "oxd/library/Channel.h"
 
@@ -68,6 +69,8 @@ struct FileInfo
     bool hasSamples = false; // they were read
     std::vector<GroupInfo> groups;
     std::vector<InfoNode> nodes;
+    ViewArea viewArea;
+    std::vector<ProcessorInfo> processors;
     std::uint64_t cutGroups = 0;       // groups of information that are cut
     std::vector<std::string> problems; // parts that cannot be read, a sentence each
 };

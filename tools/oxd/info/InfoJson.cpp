@@ -56,6 +56,80 @@ Json ToJson(const GroupInfo& group)
     return {{"id", group.id}, {"logicalId", group.logicalId}, {"name", group.name}, {"channels", std::move(channels)}};
 }
 
+Json ToJson(const auto& optional) requires requires
+{
+    optional.has_value();
+}
+{
+    return optional ? Json(*optional) : Json(nullptr);
+}
+
+Json ToJson(const LinkInfo& link)
+{
+    return {{"group", ToJson(link.group)},
+            {"channel", ToJson(link.channel)},
+            {"groupName", ToJson(link.groupName)},
+            {"channelName", ToJson(link.channelName)}};
+}
+
+Json ToJson(const std::vector<LinkInfo>& links)
+{
+    Json array = Json::array();
+    for (const LinkInfo& link : links) {
+        Json json{{"index", link.index}};
+        json.update(ToJson(link));
+        array.push_back(std::move(json));
+    }
+    return array;
+}
+
+Json ToJson(const ViewInfo& view)
+{
+    Json parameters = Json::array();
+    for (const auto& [code, text] : view.parameters) {
+        parameters.push_back({{"lineOperator", code}, {"text", text}});
+    }
+    return {{"positions", view.positions},
+            {"channel", ToJson(view.channel)},
+            {"lineOperator", view.lineOperator},
+            {"kind", view.kind},
+            {"mode", view.mode},
+            {"graphMode", view.graphMode},
+            {"size", view.size},
+            {"aspectRatio", view.aspectRatio},
+            {"range", view.range ? Json{{"min", view.range->first}, {"max", view.range->second}} : Json(nullptr)},
+            {"parameters", std::move(parameters)}};
+}
+
+Json ToJson(const ViewArea& area)
+{
+    Json views = Json::array();
+    for (const ViewInfo& view : area.views) {
+        views.push_back(ToJson(view));
+    }
+    return {{"width", area.width}, {"height", area.height}, {"list", std::move(views)}};
+}
+
+Json ToJson(const std::vector<ProcessorInfo>& processors)
+{
+    Json array = Json::array();
+    for (const ProcessorInfo& processor : processors) {
+        Json parameters = Json::object();
+        for (const auto& [key, value] : processor.parameters) {
+            parameters[key] = value;
+        }
+        array.push_back({{"positions", processor.positions},
+                         {"kind", processor.kind},
+                         {"instance", processor.instance},
+                         {"name", processor.name},
+                         {"enabled", processor.isEnabled},
+                         {"parameters", std::move(parameters)},
+                         {"inputs", ToJson(processor.inputs)},
+                         {"outputs", ToJson(processor.outputs)}});
+    }
+    return array;
+}
+
 Json ToJson(const InfoNode& node)
 {
     if (!node.isGroup) {
@@ -91,11 +165,10 @@ std::string ToJson(const FileInfo& info, JsonLayout layout)
     for (const GroupInfo& group : info.groups) {
         groups.push_back(ToJson(group));
     }
-    const Json json{{"file", info.file},
-                    {"version", info.version},
-                    {"samplesRead", info.hasSamples},
-                    {"groups", std::move(groups)},
-                    {"info", ToJson(info.nodes)}};
+    const Json json{
+        {"file", info.file},           {"version", info.version},        {"samplesRead", info.hasSamples},
+        {"groups", std::move(groups)}, {"views", ToJson(info.viewArea)}, {"processors", ToJson(info.processors)},
+        {"info", ToJson(info.nodes)}};
     const int indent = layout == JsonLayout::Indented ? 2 : -1;
     return json.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
 }

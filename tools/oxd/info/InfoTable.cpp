@@ -1,6 +1,7 @@
 #include "oxd/info/FileInfo.h"
 
 #include "oxd/info/TextTable.h"
+#include "oxd/info/ViewTable.h"
 #include "oxd/system/Text.h"
 #include "oxd/system/Unit.h"
 
@@ -135,7 +136,7 @@ std::string ToTable(const FileInfo& info)
     }
     text += info.hasSamples ? bitsNote : notReadNote;
     text += std::any_of(info.groups.begin(), info.groups.end(), HasUncertain) ? uncertainNote : "";
-    return text + InformationText(info.nodes);
+    return text + ViewText(info.viewArea) + ProcessorText(info.processors) + InformationText(info.nodes);
 }
 
 } // namespace oxd

@@ -33,6 +33,8 @@ public:
         }
         MarkUncertain();
         ReadInformation();
+        m_info->viewArea = ReadViews(*m_inspection);
+        m_info->processors = ReadProcessors(*m_inspection);
     }
 
 private:

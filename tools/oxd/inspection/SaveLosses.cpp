@@ -97,13 +97,13 @@ std::string Sentence(const LossKind& kind, const Findings& findings)
 
 } // namespace
 
-SaveLosses FindSaveLosses(const inspect::Inspection& inspection)
+SaveLosses FindSaveLosses(const inspect::Inspection& inspection, const CarriedSections& carried)
 {
     SaveLosses losses;
     for (const LossKind& kind : lossKinds) {
         Findings found;
         for (const inspect::Finding& finding : inspection.findings) {
-            if (finding.rule->number == kind.rule) {
+            if (finding.rule->number == kind.rule && !carried.HasLine(finding.line)) {
                 found.push_back(&finding);
             }
         }
@@ -115,12 +115,9 @@ SaveLosses FindSaveLosses(const inspect::Inspection& inspection)
     return losses;
 }
 
-void AnnounceSave(const inspect::Inspection& inspection, bool strict)
+void AnnounceSave(const inspect::Inspection& inspection, const CarriedSections& carried, bool strict)
 {
-    if (!inspection.Opens() || inspection.headerBytes == 0) {
-        return; // it fails anyhow
-    }
-    const SaveLosses losses = FindSaveLosses(inspection);
+    const SaveLosses losses = FindSaveLosses(inspection, carried);
     const std::string subject = inspection.file + ": ";
     for (const std::string& sentence : losses.sentences) {
         Complain(subject + sentence);

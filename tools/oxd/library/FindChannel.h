@@ -2,6 +2,7 @@
 #pragma once
 
 #include "oxd/library/Channel.h"
+#include "oxd/library/ChannelNames.h"
 
 #include <cstdint>
 #include <string>
@@ -30,9 +31,11 @@ struct ChannelSelection
     bool trust = false;                     // takes both all the same
 };
 
-// `dataSet` is the one read from the selection's file. Throws a Failure, which lists what there is, if it has no such
-// channel, an empty slot being none, and one if the channel is doubted or misread and not trusted. The channel refers
-// to `dataSet` and must not outlive it.
+// `names` are those of the selection's file. Throws a Failure, which lists what there is, if it has no such channel, an
+// empty slot being none, and one if the channel is doubted or misread and not trusted.
+ChannelPlace FindPlace(const ChannelNames& names, const ChannelSelection& wanted);
+
+// The same in an open data set. The channel refers to `dataSet` and must not outlive it.
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted);
 
 // The ids of all groups, in the order of the file.

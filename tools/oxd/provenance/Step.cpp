@@ -38,6 +38,13 @@ bool IsOperator(const std::string& text)
     return FindLineOperator(text) != nullptr;
 }
 
+void Add(Step& step, const char* name, const std::string& value)
+{
+    if (IsKeptValue(value)) {
+        step.items.emplace_back(name, value);
+    }
+}
+
 std::string TextOf(const Step& step, const char* name, bool (*isSound)(const std::string&), const std::string& subject)
 {
     const auto found =
@@ -51,24 +58,25 @@ std::string TextOf(const Step& step, const char* name, bool (*isSound)(const std
 
 } // namespace
 
-Step DescribeStep(const std::string& source, const Channel& channel, const LineOperator& lineOperator)
+Step DescribeOrigin(const std::string& source)
 {
     Step step;
-    const auto add = [&](const char* name, const std::string& value) {
-        if (IsKeptValue(value)) {
-            step.items.emplace_back(name, value);
-        }
-    };
-    add("Time", Timestamp());
-    add("Tool", ToolName());
-    add("Library", LibraryName());
-    add("Source", NameWithoutFolder(source));
-    add("Group", channel.GroupName());
-    add(groupId, std::to_string(channel.Group()));
-    add("Channel", channel.Name());
-    add(channelIndex, std::to_string(channel.Index()));
-    add(operatorName, std::string(lineOperator.name));
-    add(samplesBefore, DigestOfSamples(channel));
+    Add(step, "Time", Timestamp());
+    Add(step, "Tool", ToolName());
+    Add(step, "Library", LibraryName());
+    Add(step, "Source", NameWithoutFolder(source));
+    return step;
+}
+
+Step DescribeStep(const std::string& source, const Channel& channel, const LineOperator& lineOperator)
+{
+    Step step = DescribeOrigin(source);
+    Add(step, "Group", channel.GroupName());
+    Add(step, groupId, std::to_string(channel.Group()));
+    Add(step, "Channel", channel.Name());
+    Add(step, channelIndex, std::to_string(channel.Index()));
+    Add(step, operatorName, std::string(lineOperator.name));
+    Add(step, samplesBefore, DigestOfSamples(channel));
     return step;
 }
 

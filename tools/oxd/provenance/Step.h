@@ -1,4 +1,4 @@
-// One step of how a file came about: a channel was run through a line operator.
+// One step of how a file came about, and the one in which a channel was run through a line operator.
 #pragma once
 
 #include "oxd/library/Channel.h"
@@ -18,6 +18,9 @@ struct Step
 
     bool operator==(const Step&) const = default;
 };
+
+// What every step says of when it was taken, by what, and on the file `source`.
+Step DescribeOrigin(const std::string& source);
 
 // The step that `channel` of the file `source` is about to take. The channel must not have been changed yet. A name
 // that a file would not keep is left out: the channel is found again without it.

@@ -4,9 +4,14 @@
 #include "oxd/library/MetaNode.h"
 #include "oxd/system/Failure.h"
 
+#include <memory>
+#include <utility>
+
 namespace oxd {
 
 namespace {
+
+namespace model = veltaris::velflexlib::dataset;
 
 constexpr const char* allSteps = "Provenance";
 
@@ -42,6 +47,24 @@ void AppendStep(const DataSet& dataSet, const Step& step)
     for (const auto& [name, value] : step.items) {
         group.AddItem(name, value);
     }
+}
+
+void AppendStep(model::CInfoSet& information, const Step& step)
+{
+    model::CInfoSetItem* steps = information.FindGroup(allSteps, false);
+    if (steps == nullptr) {
+        information.AddGroup(std::make_unique<model::CInfoSetItem>(allSteps));
+        steps = information.FindGroup(allSteps, false);
+    }
+    std::uint64_t number = 1;
+    while (steps->FindGroup(StepName(number)) != nullptr) {
+        ++number;
+    }
+    auto group = std::make_unique<model::CInfoSetItem>(StepName(number));
+    for (const auto& [name, value] : step.items) {
+        group->AddSubItem(std::make_unique<model::CInfoSetItem>(name, value));
+    }
+    steps->AddSubItem(std::move(group));
 }
 
 std::vector<Step> ReadSteps(const inspect::Inspection& inspection)

@@ -12,6 +12,9 @@ namespace oxd {
 // Adds a step behind those that the data set has.
 void AppendStep(const DataSet& dataSet, const Step& step);
 
+// The same in the model of a file.
+void AppendStep(veltaris::velflexlib::dataset::CInfoSet& information, const Step& step);
+
 // All steps in order; none where nothing was recorded.
 std::vector<Step> ReadSteps(const inspect::Inspection& inspection);
 

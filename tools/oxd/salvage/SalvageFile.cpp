@@ -1,14 +1,12 @@
 #include "oxd/salvage/SalvageFile.h"
 
 #include "oxd/inspection/CheckInput.h"
+#include "oxd/inspection/ModelFile.h"
 #include "oxd/salvage/ValidityMap.h"
 #include "oxd/system/Failure.h"
-#include "oxd/system/Platform.h"
 
 #include <filesystem>
 #include <fstream>
-#include <ios>
-#include <new>
 #include <system_error>
 
 namespace oxd {
@@ -23,23 +21,6 @@ salvage::Salvaged Read(const SalvageRequest& request)
         return salvage::Salvage(stream, request.file, request.trust);
     } catch (const std::system_error& error) {
         throw Failure(ExitCode::Damaged, request.file, error.code().message());
-    }
-}
-
-void Fill(OutputFile& output, const salvage::Salvaged& salvaged)
-{
-    const auto name = platform::FileName(output.FileToFill());
-    if (!name) {
-        throw Failure(ExitCode::CannotWrite, output.Name(), "the system's code page lacks a character of this name");
-    }
-    try {
-        salvage::Save(salvaged, *name);
-    } catch (const std::bad_alloc&) {
-        throw;
-    } catch (const std::ios_base::failure&) {
-        throw Failure(ExitCode::CannotWrite, output.Name(), "not written whole, is the disk full?");
-    } catch (const std::exception& error) {
-        throw Failure(ExitCode::CannotWrite, output.Name(), error.what());
     }
 }
 
@@ -88,7 +69,7 @@ SalvageOutcome SalvageFile(const SalvageRequest& request)
     }
     // The last to appear: if anything fails, it is as it was.
     OutputFile output(request.output);
-    Fill(output, salvaged);
+    SaveModel(*salvaged.dataSet, output);
     output.Close();
     return {std::move(map), ToSentences(salvaged)};
 }

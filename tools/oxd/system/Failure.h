@@ -31,9 +31,10 @@ struct ExitCodeMeaning
 // What the help says of exit codes.
 inline constexpr std::array exitCodeMeanings{
     ExitCodeMeaning{ExitCode::Done, "done"},
-    ExitCodeMeaning{ExitCode::No,
-                    "the file has no such group, channel or information, or the channel has nothing to show; "
-                    "diff, replay: the files differ; validate: there are errors"},
+    ExitCodeMeaning{
+        ExitCode::No,
+        "the file has no such group, channel, information or processor, or the channel has nothing to show; "
+        "diff, replay: the files differ; validate: there are errors"},
     ExitCodeMeaning{ExitCode::Usage, "wrong usage"},
     ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read"},
     ExitCodeMeaning{ExitCode::Damaged,

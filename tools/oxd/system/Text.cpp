@@ -130,6 +130,15 @@ std::string Shortened(const std::string& text, std::size_t characters)
     return beyond == text.end() ? text : std::string(text.begin(), beyond) + "…";
 }
 
+std::string QuotedCell(const std::string& text)
+{
+    std::string quoted = "\"";
+    for (const char c : text) {
+        quoted += c == '"' ? "\"\"" : std::string(1, c);
+    }
+    return quoted + "\"";
+}
+
 std::size_t CharacterCount(const std::string& text)
 {
     return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), BeginsCharacter));

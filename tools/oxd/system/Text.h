@@ -26,6 +26,9 @@ std::string ValidUtf8(const std::string& text);
 // `text` itself if it has at most `characters`, else as many of them and an ellipsis.
 std::string Shortened(const std::string& text, std::size_t characters);
 
+// A cell of a table with commas: in quotes, so that a comma in the text begins no new column.
+std::string QuotedCell(const std::string& text);
+
 // The number of characters of a text in UTF-8.
 std::size_t CharacterCount(const std::string& text);
 

@@ -189,7 +189,7 @@ class Handle:
         for known in [known for known in self._parts if known[: len(place)] == place]:
             part = self._parts.pop(known)()
             if part is not None:
-                part.end()
+                part._end()
 
     def __reduce__(self) -> tuple[Any, ...]:
         with LOCK:

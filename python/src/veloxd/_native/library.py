@@ -1,10 +1,11 @@
-"""Finds the shared library, loads it and calls it.
+"""Finds shared libraries and loads them, and calls the one of files.
 
-The library is the file or the one in the folder that the environment variable ``VELOXD_LIBRARY`` names, otherwise the
-one beside this package, otherwise the one that the system finds.
+A library is the one in the folder that the environment variable ``VELOXD_LIBRARY`` names, or in that of the file that
+it names, otherwise the one beside this package, otherwise the one that the system finds.
 
-The library has one error text and no lock, so one lock, :data:`LOCK`, guards every call. Whoever makes several calls
-that belong together holds it meanwhile. It is reentrant, because the garbage collector may run finalizers anywhere.
+The library of files has one error text and no lock, so one lock, :data:`LOCK`, guards every call. Whoever makes several
+calls that belong together holds it meanwhile. It is reentrant, because the garbage collector may run finalizers
+anywhere.
 """
 
 from __future__ import annotations
@@ -24,25 +25,30 @@ from .failure import failure
 
 LOCK = threading.RLock()
 
+_MAIN = "VELOxdDll"
 _WINDOWS = sys.platform == "win32"
-_FILE_NAME = "VELOxdDll.dll" if _WINDOWS else "libVELOxdDll.so"
-_SYSTEM_NAMES = [_FILE_NAME] if _WINDOWS else [_FILE_NAME + ".0", _FILE_NAME]
+_TEXT = ctypes.create_string_buffer(256)  # for most texts, while the lock is held
 _NEEDED = re.compile(r"Minimum buffer size: (\d+)")
 
 
 @functools.cache
 def library() -> ctypes.CDLL:
-    """The library with the types of all its functions, loaded once.
+    """The library of files with the types of all its functions, loaded once; raises what :func:`load` does."""
+    return load(_MAIN, FUNCTIONS)
+
+
+def load(name: str, functions: dict[str, tuple[Any, tuple[Any, ...]]]) -> ctypes.CDLL:
+    """The library ``name`` with the types of its functions.
 
     Raises
     ------
     LibraryError
         if it is not found or lacks a function.
     """
-    loaded = _load()
+    loaded = _find(name)
     try:
-        for name, (result, arguments) in FUNCTIONS.items():
-            function = getattr(loaded, name)
+        for function_name, (result, arguments) in functions.items():
+            function = getattr(loaded, function_name)
             function.restype = result
             function.argtypes = arguments
     except AttributeError as missing:
@@ -50,25 +56,29 @@ def library() -> ctypes.CDLL:
     return loaded
 
 
-def _load() -> ctypes.CDLL:
+def _find(name: str) -> ctypes.CDLL:
+    file_name = f"{name}.dll" if _WINDOWS else f"lib{name}.so"
     tried = []
-    for candidate in _candidates():
+    for candidate in _candidates(name, file_name):
         try:
             return ctypes.CDLL(candidate)
         except OSError as refused:
             tried.append(str(refused))
     raise LibraryError(
-        f"The library {_FILE_NAME} is not found: set VELOXD_LIBRARY to its file or folder.", "\n".join(tried)
+        f"The library {file_name} is not found: set VELOXD_LIBRARY to its file or folder.", "\n".join(tried)
     )
 
 
-def _candidates() -> list[str]:
+def _candidates(name: str, file_name: str) -> list[str]:
     chosen = os.environ.get("VELOXD_LIBRARY")
     if chosen:
         path = Path(chosen).absolute()
-        return [str(path / _FILE_NAME if path.is_dir() else path)]
-    beside = Path(__file__).absolute().parents[1] / _FILE_NAME
-    return ([str(beside)] if beside.exists() else []) + _SYSTEM_NAMES
+        if path.is_dir():
+            return [str(path / file_name)]
+        return [str(path if name == _MAIN else path.with_name(file_name))]
+    beside = Path(__file__).absolute().parents[1] / file_name
+    system = [file_name] if _WINDOWS else [file_name + ".0", file_name]
+    return ([str(beside)] if beside.exists() else []) + system
 
 
 def call(name: str, *arguments: Any, path: str = "") -> Any:
@@ -95,20 +105,19 @@ def check(loaded: ctypes.CDLL, path: str = "") -> None:
 
 def text(name: str, *arguments: Any) -> str:
     """The text that the function ``name`` copies to a buffer, which is made as long as the text needs."""
-    size = 256
     loaded = library()
     with LOCK:
+        buffer = _TEXT
         while True:
-            buffer = ctypes.create_string_buffer(size)
             begin(loaded)
-            getattr(loaded, name)(*arguments, buffer, size)
+            getattr(loaded, name)(*arguments, buffer, len(buffer))
             if not loaded.VELHasLastError():
                 return buffer.value.decode("utf-8", "replace")
             details = loaded.VELGetLastError().decode("utf-8", "replace")
             needed = _NEEDED.search(details)
             if not needed:
                 raise failure(details)
-            size = int(needed.group(1))
+            buffer = ctypes.create_string_buffer(int(needed.group(1)))
 
 
 def file_name(path: str) -> bytes:

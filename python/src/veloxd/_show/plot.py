@@ -2,21 +2,20 @@
 
 from __future__ import annotations
 
-from typing import TYPE_CHECKING, Any, NamedTuple
+from typing import TYPE_CHECKING, Any, Literal, NamedTuple
 
 import numpy as np
 import numpy.typing as npt
 
 from .._native.library import LOCK
 from .._prefixes import suitable
-from .picture import contrast
+from .picture import colours, contrast
 
 if TYPE_CHECKING:
     import matplotlib.axes
 
     from ..channel import Channel
 
-_COLOUR_MAP = "viridis"  # lightness grows evenly
 _MOST_CURVES_IN_LEGEND = 8
 _FLATTEST = 0.125  # a picture that is longer than that is not true to scale
 
@@ -84,21 +83,41 @@ def draw(picture: Picture, ax: matplotlib.axes.Axes | None, **style: Any) -> mat
 
 
 def _draw_curves(ax: matplotlib.axes.Axes, x: Labelled, y: Labelled, signal: Labelled, style: dict[str, Any]) -> None:
-    lines = ax.plot(x.values.T if x.values.ndim == 2 else x.values, signal.values.T, **style)
+    lines = ax.plot(x.values.T if x.values.ndim == 2 else x.values, signal.values.T, **{"linewidth": 1, **style})
     ax.set_ylabel(signal.label)
+    if len(lines) > _MOST_CURVES_IN_LEGEND and not {"color", "c"} & style.keys():
+        for line, colour in zip(lines, colours(np.linspace(0.1, 0.75, len(lines))) / 255):
+            line.set_color(tuple(colour))  # from dark, the first, to light
     if 1 < len(lines) <= _MOST_CURVES_IN_LEGEND:
         ax.legend(lines, [f"{position:g} {y.unit}".rstrip() for position in y.values], title=y.name)
 
 
 def _draw_image(ax: matplotlib.axes.Axes, x: Labelled, y: Labelled, signal: Labelled, style: dict[str, Any]) -> None:
     low, high = contrast(signal.values)
-    usual = {"cmap": _COLOUR_MAP, "vmin": low, "vmax": high, "origin": "lower", "interpolation": "nearest"}
+    usual = {"cmap": _colour_map(), "vmin": low, "vmax": high, "origin": "lower", "interpolation": "nearest"}
     extent = (*_cell_ends(x.values), *_cell_ends(y.values))
     image = ax.imshow(signal.values, extent=extent, **{**usual, **style})
     ax.set_aspect(_aspect(x, y))
     ax.set_ylabel(y.label)
     assert ax.figure is not None
-    ax.figure.colorbar(image, ax=ax, label=signal.label)
+    ax.figure.colorbar(image, ax=ax, label=signal.label, extend=_beyond(image))
+
+
+def _colour_map() -> Any:
+    """That of the thumbnails, whose lightness grows evenly."""
+    from matplotlib.colors import ListedColormap
+
+    return ListedColormap(colours(np.linspace(0, 1, 256)) / 255, name="oxd")
+
+
+def _beyond(image: Any) -> Literal["neither", "min", "max", "both"]:
+    """At which ends of the colour bar there are values beyond, which is shown by an arrow."""
+    low, high = image.get_clim()
+    values = image.get_array()
+    is_below, is_above = bool((values < low).any()), bool((values > high).any())
+    if is_below and is_above:
+        return "both"
+    return "min" if is_below else "max" if is_above else "neither"
 
 
 def _cell_ends(positions: npt.NDArray[np.float64]) -> tuple[float, float]:

@@ -43,6 +43,7 @@ def file_to_xarray(file: File) -> xr.DataTree:
 
 
 def in_memory(channel: Channel) -> Any:
+    """The values of a channel as an array in memory."""
     return channel.values
 
 

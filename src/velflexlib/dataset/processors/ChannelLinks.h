@@ -5,6 +5,7 @@
 #include "velflexlib/dataset/channels/Databuffer.h"
 #include "velstdlib/util/header/HeaderSection.h"
 
+#include <compare>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -22,7 +23,7 @@ struct CChannelAddress
     std::uint64_t group = noIndex;
     std::uint64_t channel = noIndex;
 
-    bool operator==(const CChannelAddress&) const = default;
+    auto operator<=>(const CChannelAddress&) const = default;
 };
 
 // Returns null for a channel that does not exist.
@@ -47,6 +48,15 @@ public:
     std::uint64_t GetCount() const { return m_count; }
     // Both indices are missing for a link that the file gives no address, and for a link beyond the list.
     CChannelAddress GetAddress(std::uint64_t link) const;
+    // Calls visit(link, address) for each link that has at least one index, in ascending order.
+    template <class Visit>
+    void ForEachAddress(Visit visit) const
+    {
+        for (const auto& [index, link] : m_links) {
+            if (link.address != CChannelAddress())
+                visit(index, link.address);
+        }
+    }
     // Null if the link is not connected or its channel no longer exists.
     std::shared_ptr<CDataBuffer> GetBuffer(std::uint64_t link) const;
 

@@ -1,5 +1,6 @@
 #include "velflexlib/dataset/processors/ProcessorBase.h"
 
+#include "velflexlib/fx/FxPropertyHelpers.h"
 #include "velstdlib/string/FoldedText.h"
 
 #include <algorithm>
@@ -34,6 +35,8 @@ bool ReadBool(const CVELKeyToValueList& keys, std::string_view key, bool default
 CProcessorBase::CProcessorBase(const CProcessorKind& kind, std::uint64_t instanceNo)
     : m_kind(kind), m_instanceNo(instanceNo), m_displayName(kind.defaultDisplayName)
 {
+    for (const CParameterKind& parameter : kind.parameters)
+        m_parameters.push_back({parameter.value, std::string(parameter.unit)});
 }
 
 std::string CProcessorBase::GetSectionName() const
@@ -50,7 +53,7 @@ void CProcessorBase::LoadParameters(CVELConfig& document)
     const CVELKeyToValueList& keys = section->keys;
     m_displayName = keys.GetValue("DisplayName", m_kind.defaultDisplayName);
     m_enabled = ReadBool(keys, "Enabled", m_enabled);
-    LoadOwnParameters(document);
+    LoadOwnParameters(keys);
     m_inputs.Read(*section, "Input");
     m_outputs.Read(*section, "Output");
 }
@@ -58,7 +61,19 @@ void CProcessorBase::LoadParameters(CVELConfig& document)
 void CProcessorBase::SaveParameters(CVELConfig& document) const
 {
     document.GetContent().SelectCreateSection(GetSectionName());
-    SaveOwnParameters(document);
+    SaveOwnParameters(document.GetContent().GetActiveSection());
+}
+
+void CProcessorBase::LoadOwnParameters(const CVELKeyToValueList& keys)
+{
+    for (std::size_t i = 0; i < m_parameters.size(); ++i)
+        m_parameters[i] = fx::ReadFxProperty(keys, m_kind.parameters[i].key, m_parameters[i]);
+}
+
+void CProcessorBase::SaveOwnParameters(CVELKeyToValueList& keys) const
+{
+    for (std::size_t i = 0; i < m_parameters.size(); ++i)
+        fx::WriteFxProperty(keys, m_kind.parameters[i].key, m_parameters[i]);
 }
 
 void CProcessorBase::Connect(const ChannelLookup& lookup)

@@ -1,5 +1,7 @@
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 
+#include "velstdlib/machine/InstructionSet.h"
+
 namespace veltaris::velflexlib::dataset {
 
 namespace {
@@ -7,15 +9,12 @@ namespace {
 const CSampleKernels& Widest()
 {
 #if defined(VELOXD_WIDE_KERNELS)
-    if (!__builtin_cpu_supports("fma"))
-        return baselineKernels;
-    if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-        __builtin_cpu_supports("avx512vl"))
-        return avx512Kernels;
-    if (__builtin_cpu_supports("avx2"))
-        return avx2Kernels;
-#endif
+    using enum velstdlib::machine::InstructionSet;
+    const auto widest = velstdlib::machine::WidestInstructionSet();
+    return widest == Avx512 ? avx512Kernels : widest == Avx2 ? avx2Kernels : baselineKernels;
+#else
     return baselineKernels;
+#endif
 }
 
 } // namespace

@@ -1,0 +1,7 @@
+#include "curves/kernels/CurveLoops.h"
+
+namespace veltaris::curves {
+
+const CCurveKernels avx2CurveKernels = kernelsOfThisSource;
+
+} // namespace veltaris::curves

@@ -1,0 +1,215 @@
+// Eight numbers at a time, in as many vectors as the instructions of the including source take for them. See
+// CurveLoops.h for how these sources are compiled, and why nothing in here may be shared between them.
+//
+// Invariant: operations work on each of the eight numbers alone, and Sum() adds them in one order, so that results do
+// not depend on the width of a vector. Nothing here holds state between calls: any number of threads can use it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+namespace veltaris::curves {
+
+// NOLINTBEGIN(misc-definitions-in-headers,cert-dcl59-cpp): every source that includes this is to have its own
+namespace {
+
+#if defined(__AVX512F__)
+constexpr int lanes = 8;
+#elif defined(__AVX2__)
+constexpr int lanes = 4;
+#else
+constexpr int lanes = 2;
+#endif
+
+constexpr int eight = 8;
+constexpr int parts = eight / lanes;
+
+using Doubles [[gnu::vector_size(lanes * sizeof(double))]] = double;
+using Longs [[gnu::vector_size(lanes * sizeof(std::int64_t))]] = std::int64_t;
+
+constexpr double infinity = __builtin_inf();
+constexpr double nan = __builtin_nan("");
+
+// The parts are written out wherever they are used: of arrays that loops run over, compilers keep none in registers.
+struct CEight
+{
+    Doubles part[parts];
+};
+
+// Whether something holds for each of eight numbers.
+struct CMask
+{
+    Longs part[parts];
+};
+
+// Makes the parts by a function of the index of their first element.
+template <class To, class Function>
+[[gnu::always_inline]] inline To Make(Function function)
+{
+    if constexpr (parts == 1)
+        return {{function(0)}};
+    else if constexpr (parts == 2)
+        return {{function(0), function(4)}};
+    else
+        return {{function(0), function(2), function(4), function(6)}};
+}
+
+// Applies a function to each part of the operands.
+template <class To, class Function, class... From>
+[[gnu::always_inline]] inline To Each(Function function, const From&... from)
+{
+    return Make<To>([&](int first) { return function(from.part[first / lanes]...); });
+}
+
+// Eight times the same number.
+[[gnu::always_inline]] inline CEight All(double value)
+{
+    return Make<CEight>([=](int) { return Doubles{} + value; });
+}
+
+template <class Part>
+[[gnu::always_inline]] inline Part GatherPart(const double* from, std::size_t stride)
+{
+    const auto at = [=](std::size_t i) { return from[i * stride]; };
+    if constexpr (lanes == 8)
+        return Part{at(0), at(1), at(2), at(3), at(4), at(5), at(6), at(7)};
+    else if constexpr (lanes == 4)
+        return Part{at(0), at(1), at(2), at(3)};
+    else
+        return Part{at(0), at(1)};
+}
+
+// The numbers at `from`, from + stride, ...
+[[gnu::always_inline]] inline CEight Gather(const double* from, std::size_t stride)
+{
+    return Make<CEight>(
+        [=](int first) { return GatherPart<Doubles>(from + static_cast<std::size_t>(first) * stride, stride); });
+}
+
+[[gnu::always_inline]] inline CEight LoadEight(const double* from)
+{
+    return Make<CEight>([=](int first) {
+        Doubles part;
+        __builtin_memcpy(&part, from + first, sizeof part);
+        return part;
+    });
+}
+
+[[gnu::always_inline]] inline void StoreEight(const CEight& numbers, double* to)
+{
+    __builtin_memcpy(to, &numbers, sizeof numbers);
+}
+
+// The names of the operators' parameters.
+using D = const Doubles&;
+using L = const Longs&;
+using Eight = const CEight&;
+
+[[gnu::always_inline]] inline CEight operator+(Eight a, Eight b)
+{
+    return Each<CEight>([](D x, D y) { return x + y; }, a, b);
+}
+[[gnu::always_inline]] inline CEight operator-(Eight a, Eight b)
+{
+    return Each<CEight>([](D x, D y) { return x - y; }, a, b);
+}
+[[gnu::always_inline]] inline CEight operator*(Eight a, Eight b)
+{
+    return Each<CEight>([](D x, D y) { return x * y; }, a, b);
+}
+[[gnu::always_inline]] inline CEight operator/(Eight a, Eight b)
+{
+    return Each<CEight>([](D x, D y) { return x / y; }, a, b);
+}
+[[gnu::always_inline]] inline CMask operator<=(Eight a, Eight b)
+{
+    return Each<CMask>([](D x, D y) -> Longs { return x <= y; }, a, b);
+}
+[[gnu::always_inline]] inline CMask operator<(Eight a, Eight b)
+{
+    return Each<CMask>([](D x, D y) -> Longs { return x < y; }, a, b);
+}
+[[gnu::always_inline]] inline CMask operator&(const CMask& a, const CMask& b)
+{
+    return Each<CMask>([](L x, L y) { return x & y; }, a, b);
+}
+
+// `a` where the mask holds, else `b`.
+[[gnu::always_inline]] inline CEight Choose(const CMask& mask, Eight a, Eight b)
+{
+    return Each<CEight>([](L m, D x, D y) -> Doubles { return m ? x : y; }, mask, a, b);
+}
+
+// A NaN loses against any number that is the second operand.
+[[gnu::always_inline]] inline CEight Lower(Eight a, Eight b)
+{
+    return Choose(a < b, a, b);
+}
+[[gnu::always_inline]] inline CEight Higher(Eight a, Eight b)
+{
+    return Choose(b < a, a, b);
+}
+
+// Where the mask holds in any of the parts.
+template <class Mask>
+[[gnu::always_inline]] inline Longs AnyPart(const Mask& mask)
+{
+    if constexpr (parts == 1)
+        return mask.part[0];
+    else if constexpr (parts == 2)
+        return mask.part[0] | mask.part[1];
+    else
+        return (mask.part[0] | mask.part[1]) | (mask.part[2] | mask.part[3]);
+}
+
+[[gnu::always_inline]] inline bool Any(const CMask& mask)
+{
+    const Longs any = AnyPart(mask);
+#if defined(__AVX512F__)
+    return _mm512_movepi64_mask(reinterpret_cast<__m512i>(any)) != 0;
+#elif defined(__AVX2__)
+    return _mm256_movemask_pd(reinterpret_cast<__m256d>(any)) != 0;
+#elif defined(__SSE2__)
+    return _mm_movemask_pd(reinterpret_cast<__m128d>(any)) != 0;
+#else
+    return (any[0] | any[1]) != 0;
+#endif
+}
+
+[[gnu::always_inline]] inline double Sum(Eight numbers)
+{
+    double a[eight];
+    StoreEight(numbers, a);
+    return ((a[0] + a[1]) + (a[2] + a[3])) + ((a[4] + a[5]) + (a[6] + a[7]));
+}
+
+// 0 1 2 3 4 5 6 7
+[[gnu::always_inline]] inline CEight Ascending()
+{
+    constexpr double numbers[eight] = {0, 1, 2, 3, 4, 5, 6, 7};
+    return LoadEight(numbers);
+}
+
+// The next numbers of a stretch, of which `count` are left; behind the last one, NaN.
+[[gnu::always_inline]] inline CEight LoadPart(const double* from, std::size_t count)
+{
+    double numbers[eight] = {nan, nan, nan, nan, nan, nan, nan, nan};
+    __builtin_memcpy(numbers, from, count * sizeof(double));
+    return LoadEight(numbers);
+}
+
+[[gnu::always_inline]] inline void StorePart(const CEight& numbers, double* to, std::size_t count)
+{
+    double all[eight];
+    StoreEight(numbers, all);
+    __builtin_memcpy(to, all, count * sizeof(double));
+}
+
+} // namespace
+// NOLINTEND(misc-definitions-in-headers,cert-dcl59-cpp)
+
+} // namespace veltaris::curves

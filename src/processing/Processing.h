@@ -1,0 +1,45 @@
+// Runs the processors of a data set: each derives channels from its connected inputs, which become its outputs.
+//
+// Nothing here is run when a file is opened; a program asks for it.
+#pragma once
+
+#include "processing/Computations.h"
+#include "processing/Placement.h"
+#include "processing/RunOrder.h"
+#include "velflexlib/dataset/DataSet.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace veltaris::processing {
+
+// What came of one input of a processor.
+struct CProcessed
+{
+    const velflexlib::dataset::CProcessorBase* processor = nullptr;
+    velflexlib::dataset::CChannelAddress input;
+    std::vector<CDerived> channels; // without the samples of curves, which the data set has
+    std::vector<CPlace> places;     // of each
+};
+
+struct CProcessingReport
+{
+    std::vector<CProcessed> done;
+    std::vector<std::string> problems; // a sentence for each input that nothing was derived from
+    bool isAborted = false;            // nothing was derived from the input at work, nor from those behind it
+};
+
+// The enabled ones, in the order of their list; entries that share a section are one processor, and run once. They
+// refer to the set.
+Processors EnabledProcessors(const velflexlib::dataset::CProcessorSet& set);
+
+// Runs the processors in the order of what they read and write. A processor does the same with each of its inputs: with
+// n outputs for one, input i has the outputs from i n on. Throws CProcessingError where no order is possible, and
+// std::bad_alloc.
+CProcessingReport Run(const Processors& processors, velflexlib::dataset::CDataSet& dataSet, const CWatch& watch);
+
+// How many lines all inputs have together that are there now, for a bar of progress.
+std::uint64_t CountLines(const Processors& processors, const velflexlib::dataset::CDataSet& dataSet);
+
+} // namespace veltaris::processing

@@ -1,0 +1,239 @@
+// Processors derive channels from curves, and what they derive is true, also where there is nothing to derive.
+#include "oxd/example/Noise.h"
+#include "tool/ToolTest.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cmath>
+#include <map>
+
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t curveCount = 16;
+
+// How the curves of the sample were made: each draws its contact point and its adhesion, and then the noise of 512
+// points on both ways.
+struct Truth
+{
+    double contact, adhesion;
+};
+
+std::vector<Truth> TruthOfSample()
+{
+    oxd::Noise noise(3);
+    std::vector<Truth> curves;
+    for (std::size_t i = 0; i < curveCount; ++i) {
+        const double contact = 280e-9 + 5e-9 * noise.Normal();
+        curves.push_back({contact, 30e-9 + 3e-9 * noise.Normal()});
+        for (int drawn = 0; drawn < 2 * 512; ++drawn)
+            noise.Normal();
+    }
+    return curves;
+}
+
+// What was derived, by names.
+std::map<std::string, json> Quantities(const std::string& document)
+{
+    std::map<std::string, json> quantities;
+    const json parsed = json::parse(document);
+    for (const json& result : parsed["results"])
+        for (const json& quantity : result["quantities"])
+            quantities[quantity["name"]] = quantity;
+    return quantities;
+}
+
+// A channel of 3 lines: a straight one of slope 0.5, one that was not acquired, and one of 3 points.
+const std::string threeLines =
+    oneChannel +
+    "Version=3\nPoints=8\nLines=3\nSaveBits=32\nDim0Unit=m\nDim0Min=0\nDim0Range=7\nDim1Name=Row\nDim1Min=0\nDim1Range="
+    "2\n"
+    "Dim2Name=Z\nDim2Unit=V\nDim2Min=-1\nDim2Range=2\nLineDim0Points=8\nLineDim1Points=0\nLineDim2Points=3\n";
+
+std::string StraightLine()
+{
+    std::string samples;
+    for (std::uint32_t i = 0; i < 16; ++i) { // two lines
+        const std::uint32_t stored = (i % 8) << 28U;
+        for (unsigned shift = 0; shift < 32; shift += 8)
+            samples += static_cast<char>((stored >> shift) & 0xFFU);
+    }
+    return samples;
+}
+
+// A slope processor with the number, which reads and writes these channels of group 0.
+std::string Slope(int number, int input, int output)
+{
+    const std::string n = std::to_string(number);
+    return "[S" + n + "]\nGUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=" + n + "\n[ProcessorSet-Slope:" + n +
+           "]\nDisplayName=S" + n + "\nInputCount=1\nInput0Group=0\nInput0Channel=" + std::to_string(input) +
+           "\nOutputCount=1\nOutput0Group=0\nOutput0Channel=" + std::to_string(output) + "\n";
+}
+
+const std::string twoProcessors = "[ProcessorSet]\nProcessorCount=2\nProcessor0=S0\nProcessor1=S1\n";
+
+} // namespace
+
+using ProcessTest = ToolTest;
+
+TEST_F(ProcessTest, FindsWhatTheSampleWasMadeWith)
+{
+    const auto found = Quantities(ResultsOf("process sample.oxd --json"));
+    const auto value = [&](const std::string& name, std::size_t curve) {
+        return found.at(name)["values"][curve].get<double>();
+    };
+    const std::vector<Truth> truth = TruthOfSample();
+    constexpr double step = 400e-9 / 511;
+    constexpr double springConstant = 0.2;
+    EXPECT_EQ(found.at("Adhesion")["unit"], "N");
+    for (std::size_t i = 0; i < curveCount; ++i) {
+        EXPECT_NEAR(value("Contact slope", i), 1.005, 5 * value("Contact slope error", i)) << i;
+        EXPECT_NEAR(value("Indentation contact point", i), truth[i].contact,
+                    5 * value("Indentation contact point error", i))
+            << i;
+        const double tolerance = springConstant * step + 5 * value("Adhesion error", i);
+        EXPECT_NEAR(value("Adhesion", i), springConstant * truth[i].adhesion, tolerance) << i;
+        EXPECT_NEAR(value("Adhesion position", i), truth[i].contact - truth[i].adhesion, 2 * step) << i;
+        EXPECT_NEAR(value("Indentation maximum", i), 0, 3e-9) << "the surface is hard";
+    }
+}
+
+TEST_F(ProcessTest, MakesChannelsOfWhatItDerives)
+{
+    ResultsOf("process sample.oxd -o out.oxd --strict");
+    const auto found = Quantities(ResultsOf("process sample.oxd --json"));
+    EXPECT_EQ(found.size(), 10U);
+    const auto handle = Open("out.oxd");
+    EXPECT_EQ(Text(GetGroupName, handle, 3), "Processed");
+    EXPECT_EQ(GetChannelCount(handle, 3), found.size());
+    for (const auto& [name, quantity] : found) {
+        const std::uint64_t channel = quantity["channel"];
+        EXPECT_EQ(quantity["group"], 3);
+        EXPECT_EQ(Text(GetChannelData_SignalAxisName, handle, 3, channel), name);
+        EXPECT_EQ(Text(GetChannelData_SignalAxisUnit, handle, 3, channel), quantity["unit"]);
+        EXPECT_EQ(Text(GetChannelData_LineAxisName, handle, 3, channel), "Curve");
+        ASSERT_EQ(GetChannelData_Lines(handle, 3, channel), curveCount);
+        const double range = GetChannelData_SignalAxisRange(handle, 3, channel);
+        for (std::size_t i = 0; i < curveCount && !quantity["values"].is_null(); ++i) {
+            double value = 0;
+            GetChannelData_LineReal(handle, 3, channel, i, 0, &value);
+            EXPECT_NEAR(value, quantity["values"][i].get<double>(), 2 * range / (1 << 30)) << name;
+        }
+    }
+    const std::uint64_t curves = found.at("Indentation")["channel"];
+    for (std::size_t i = 0; i < curveCount; ++i) {
+        const double begin = GetChannelData_PointAxisMinPerLine(handle, 3, curves, i);
+        const double contact = found.at("Indentation contact point")["values"][i];
+        EXPECT_NEAR(begin - contact, 0.4e-9, 0.4e-9 + 1e-14) << "a curve begins with the first point behind it";
+        const double step = GetChannelData_PointAxisRangePerLine(handle, 3, curves, i) /
+                            static_cast<double>(GetChannelData_Points(handle, 3, curves) - 1);
+        EXPECT_NEAR(step, 400e-9 / 511, 1e-14);
+        const auto points = static_cast<double>(GetChannelData_PointsPerLine(handle, 3, curves, i));
+        EXPECT_NEAR(begin + step * (points - 1), 400e-9, 1e-12);
+    }
+    ResultsOf("process out.oxd -o again.oxd --no-provenance");
+    EXPECT_EQ(ResultsOf("diff out.oxd again.oxd"), ResultsOf("diff out.oxd out.oxd")) << "outputs are replaced";
+}
+
+TEST_F(ProcessTest, IsAStepThatCanBeRepeated)
+{
+    ResultsOf("process sample.oxd -o a.oxd");
+    ResultsOf("process a.oxd --kind adhesion --input Spectroscopy/1 --input id:2/Approach --baseline 10nm:2e-7 "
+              "--threshold 6 --spring-constant 0.3N/m --name 'Pull-off' -o b.oxd");
+    ResultsOf("correct b.oxd -g Processed -c 0 --op mean -o c.oxd");
+    ResultsOf("replay c.oxd sample.oxd");
+    ResultsOf("replay c.oxd a.oxd");
+    const auto items = json::parse(ResultsOf("info --json c.oxd"))["info"].back()["groups"];
+    std::map<std::string, std::string> step;
+    for (const auto& item : items[1]["items"])
+        step[item["name"]] = item["value"];
+    EXPECT_EQ(items[0]["items"][4]["value"], "those of the file");
+    EXPECT_EQ(step["Processors"] + " " + step["Input 0"] + " " + step["Input 1"], "adhesion 2/1 2/0");
+    EXPECT_EQ(step["BaselineMax"] + " " + step["SpringConstant"] + " " + step["DisplayName"], "2e-7 0.3N/m Pull-off");
+}
+
+TEST_F(ProcessTest, GivesNoNumberWhereThereIsNone)
+{
+    WriteOxd(threeLines, StraightLine());
+    const std::string slope = "process in.oxd --kind slope --input Scan/Z ";
+    const Outcome table =
+        ExpectMessage(slope + "--csv", 0, "\"Slope\" of Scan/Z: 2 of 3 curves have no value: 1 because ");
+    EXPECT_TRUE(table.results.starts_with("processor,input,line,quantity,value,unit,reason\n"
+                                          "\"Slope\",\"Scan/Z\",0,\"Slope\",0.12"))
+        << table.results;
+    EXPECT_NE(table.results.find("\"Slope\",\"Scan/Z\",1,\"Slope\",,\"V/m\",\""), std::string::npos) << table.results;
+    EXPECT_EQ(Run(slope + "-o out.oxd").exitCode, 0);
+    const auto handle = Open("out.oxd");
+    for (const auto& [line, points] : {std::pair(0U, 1U), {1U, 0U}, {2U, 0U}})
+        EXPECT_EQ(GetChannelData_PointsPerLine(handle, 1, 0, line), points) << line;
+    EXPECT_EQ(Run(slope + "--range 20m:30m -o none.oxd").exitCode, 0);
+    EXPECT_EQ(json::parse(ResultsOf("info --json none.oxd"))["groups"][1]["channels"][0]["validSamples"], 0);
+}
+
+TEST_F(ProcessTest, RunsAProcessorAfterThoseWhoseResultsItReads)
+{
+    WriteOxd(threeLines + twoProcessors + Slope(0, 1, 2) + Slope(1, 0, 1), StraightLine());
+    const json results = json::parse(Run("process in.oxd --json").results)["results"];
+    ASSERT_EQ(results.size(), 2U);
+    EXPECT_EQ(results[0]["processor"], "S1");
+    EXPECT_EQ(results[0]["quantities"][0]["channel"], 1);
+    EXPECT_EQ(results[1]["input"], "Scan/S1");
+    EXPECT_EQ(results[1]["quantities"][0]["channel"], 2);
+    EXPECT_EQ(results[1]["quantities"][1]["group"], 1) << "what has no address comes behind all others";
+
+    WriteOxd(threeLines + twoProcessors + Slope(0, 1, 2) + Slope(1, 2, 1), StraightLine());
+    ExpectFailure("process in.oxd --json", 4, "\"S0\" (ProcessorSet-Slope:0), \"S1\" (ProcessorSet-Slope:1) wait for");
+    WriteOxd(threeLines + twoProcessors + Slope(0, 0, 0) + Slope(1, 0, 1), StraightLine());
+    ExpectFailure("process in.oxd --json", 4, "\"S0\" (ProcessorSet-Slope:0) reads what it writes itself");
+    WriteOxd(threeLines + twoProcessors + Slope(0, 0, 1) + Slope(1, 0, 1), StraightLine());
+    ExpectFailure("process in.oxd --json", 4, "both write channel 1 of group 0");
+}
+
+TEST_F(ProcessTest, SaysWhatItCannotRun)
+{
+    WriteOxd(threeLines + twoProcessors + Slope(0, 0, 1) + Slope(1, 7, 2), StraightLine());
+    ExpectMessage("process in.oxd -o out.oxd", 1,
+                  "\"S1\" (ProcessorSet-Slope:1), channel 7 of group 0: its input is not");
+    EXPECT_EQ(GetChannelCount(Open("out.oxd"), 0), 2U) << "the other one was run";
+    WriteOxd(threeLines + twoProcessors + Slope(0, 7, 1) + "Enabled=1\n", StraightLine());
+    ExpectFailure("process in.oxd -o none.oxd", 1, "its input is not there");
+    EXPECT_FALSE(std::filesystem::exists("none.oxd"));
+
+    WriteOxd(threeLines, StraightLine());
+    const std::string slope = "process in.oxd --kind slope --input Scan/0 ";
+    for (const auto& [arguments, code, part] :
+         {std::tuple("process in.oxd --csv", 1, "has no processor that is enabled"),
+          {"process in.oxd", 2, "--output, --csv or --json is required"},
+          {"process in.oxd --kind slope --csv", 2, "For --kind, --input is required"},
+          {"process in.oxd --input Scan/0 --csv", 2, "For --input, --kind is required"},
+          {"process in.oxd --kind slope --input Scan --csv", 2, "is not GROUP/CHANNEL"},
+          {"process in.oxd --kind slope --input Scan/Y --csv", 1,
+           "no channel \"Y\" in group \"Scan\"; it has \"Z\" (0)"},
+          {"process in.oxd --kind indentation --input Scan/0 --csv --range 1:2", 2, "is no parameter of indentation"},
+          {"process in.oxd --kind adhesion --input Scan/0 --csv --sensitivity 5nm", 1, "has to be in \"m/V\""},
+          {"process in.oxd --kind adhesion --input Scan/0 --csv --threshold -1", 1, "out of bounds"},
+          {"process in.oxd --kind slope --input Scan/0 -o ./in.oxd", 2, "is the file to read"}})
+        ExpectFailure(arguments, code, part);
+    ExpectFailure(slope + "--csv --range 1nm", 2, "is no range");
+    ExpectFailure(slope + "--csv --range 1x:2,5", 2, "is no number with a unit");
+    ExpectFailure(slope + "--csv --range 1V:2V", 1, "is in \"V\", and has to be in \"m\"");
+}
+
+TEST_F(ProcessTest, PreviewsAndKeepsTheOldFile)
+{
+    WriteBytes("old.oxd", "old");
+    ExpectFailure("process sample.oxd -o old.oxd --no-clobber", 5, "File exists");
+    const std::string preview = ResultsOf("process sample.oxd --dry-run -o old.oxd");
+    EXPECT_NE(preview.find("+Gr3-Name=Processed\n"), std::string::npos);
+    EXPECT_NE(preview.find("no samples change\nold.oxd: "), std::string::npos);
+    EXPECT_EQ(ReadBytes("old.oxd"), "old");
+}
+
+#ifdef OXD_SCHEMA_CHECK
+TEST_F(ProcessTest, PrintsJsonThatFitsItsSchema)
+{
+    WriteBytes("out.json", ResultsOf("process sample.oxd --json"));
+    EXPECT_EQ(std::system(OXD_SCHEMA_CHECK " '" OXD_SCHEMAS "/process.schema.json' out.json"), 0);
+}
+#endif

@@ -1,0 +1,149 @@
+#include "oxd/commands/ProcessCommand.h"
+
+#include "oxd/commandline/CommonOptions.h"
+#include "oxd/edit/Process.h"
+#include "oxd/inspection/CheckInput.h"
+#include "oxd/inspection/SaveLosses.h"
+#include "oxd/system/Messages.h"
+#include "oxd/system/Results.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+namespace oxd {
+
+namespace {
+
+// An option that gives the processor of --kind a parameter.
+struct Setting
+{
+    const char* option;
+    const char* key; // of a range, what its two keys begin with
+    const char* shape;
+    const char* description;
+    bool isRange;
+};
+
+constexpr std::array settings{
+    Setting{"--range", "Range", "FROM:TO", "slope: the part of each curve to fit; without it all", true},
+    Setting{"--baseline", "Baseline", "FROM:TO", "others: where the baseline is; without it, it is looked for", true},
+    Setting{"--threshold", "Threshold", "N", "others: noise widths from the baseline to what is none; 5", false},
+    Setting{"--spring-constant", "SpringConstant", "NUMBER", "others: such as 0.2N/m; without it Tool/Spring constant",
+            false},
+    Setting{"--sensitivity", "Sensitivity", "NUMBER", "others: such as 50nm/V; without it Tool/Deflection sensitivity",
+            false},
+    Setting{"--name", displayNameKey, "TEXT", "What the derived channels are called", false},
+};
+
+struct Options
+{
+    Processing processing;
+    std::vector<std::string> inputs;
+    std::array<std::string, settings.size()> values;
+    bool trust = false;
+    bool strict = false;
+    bool csv = false;
+    bool json = false;
+};
+
+std::string DescribeKinds()
+{
+    std::string text = "Kinds:";
+    for (const KindName& known : kindNames) {
+        const std::string padding(13 - known.name.size(), ' ');
+        text.append("\n  ").append(known.name).append(padding).append(known.description);
+    }
+    return text;
+}
+
+CLI::Validator IsKind()
+{
+    std::vector<std::string> names;
+    std::ranges::transform(kindNames, std::back_inserter(names),
+                           [](const KindName& known) { return std::string(known.name); });
+    return CLI::IsMember(names);
+}
+
+// All but the inputs, which take a look at the file.
+ProcessorRequest Requested(const Options& options)
+{
+    ProcessorRequest request = options.processing.request;
+    if (request.IsOfFile() != options.inputs.empty()) {
+        throw CLI::RequiredError(request.IsOfFile() ? "For --input, --kind" : "For --kind, --input");
+    }
+    for (std::size_t i = 0; i < settings.size(); ++i) {
+        if (!options.values[i].empty()) {
+            settings[i].isRange ? AddRange(request, settings[i].key, options.values[i])
+                                : AddSetting(request, settings[i].key, options.values[i]);
+        }
+    }
+    return request;
+}
+
+Processing Wanted(const Options& options)
+{
+    Processing wanted = options.processing;
+    wanted.form = options.csv ? ResultForm::Csv : options.json ? ResultForm::Json : ResultForm::None;
+    wanted.saves = wanted.isDryRun || !wanted.output.name.empty();
+    if (!wanted.saves && wanted.form == ResultForm::None) {
+        throw CLI::RequiredError("--output, --csv or --json");
+    }
+    wanted.request = Requested(options);
+    return wanted;
+}
+
+void ProcessAloud(const Options& options, Results& results, ExitCode& outcome)
+{
+    const std::string& file = options.processing.file;
+    Processing wanted = Wanted(options);
+    const inspect::Inspection inspection = RequireCertain(file, options.trust);
+    for (const std::string& input : options.inputs) {
+        AddInput(wanted.request, inspection, input);
+    }
+    const CarriedSections carried(inspection);
+    if (wanted.saves) {
+        AnnounceSave(inspection, carried, options.strict);
+    }
+    const ProcessingOutcome processed = Process(wanted, carried);
+    for (const std::string& message : processed.messages) {
+        Complain(file + ": " + message);
+    }
+    outcome = processed.hasAll ? ExitCode::Done : ExitCode::No;
+    results.WriteLines(processed.results + processed.preview);
+}
+
+} // namespace
+
+void AddProcess(CLI::App& app, Results& results, ExitCode& outcome)
+{
+    const auto options = std::make_shared<Options>();
+    Processing& processing = options->processing;
+    CLI::App& command = *app.add_subcommand("process", "Derive slope, adhesion or indentation from curves");
+    command.footer("Without --kind, the processors of FILE that are enabled are run.\n" + DescribeKinds() +
+                   "\n\nNumbers have units, such as 100nm. What is derived comes to stand where the outputs of the\n"
+                   "processors are, or in the group Processed.\n\n" +
+                   notInSavedFiles);
+    AddInputFile(command, processing.file);
+    command.add_option("--kind", processing.request.kind, "What to derive, see below")
+        ->type_name("KIND")
+        ->check(IsKind());
+    command.add_option("--input", options->inputs, "Channel of curves to derive it from; may be repeated")
+        ->type_name("GROUP/CHANNEL")
+        ->allow_extra_args(false);
+    for (std::size_t i = 0; i < settings.size(); ++i) {
+        command.add_option(settings[i].option, options->values[i], settings[i].description)
+            ->type_name(settings[i].shape)
+            ->check(IsNotEmpty());
+    }
+    CLI::Option& csv = *command.add_flag("--csv", options->csv, "Print the values as a table");
+    CLI::Option& json = *command.add_flag("--json", options->json, "Print the values as JSON")->excludes(&csv);
+    AddOutput(command, processing.output);
+    AddSaving(command, {processing.isDryRun, options->strict});
+    command.get_option("--dry-run")->excludes(&csv)->excludes(&json);
+    AddNoProvenance(command, processing.records, "Do not note down in OUT how it was made");
+    AddTrust(command, options->trust);
+    command.callback([options, &results, &outcome] { ProcessAloud(*options, results, outcome); });
+}
+
+} // namespace oxd

@@ -1,0 +1,51 @@
+// The processors that a command is to run: those of the file, or one that the command line describes.
+#pragma once
+
+#include "oxd/inspection/InspectFile.h"
+#include "velflexlib/dataset/processors/ProcessorSet.h"
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace oxd {
+
+// What a command line calls a kind of processors.
+struct KindName
+{
+    std::string_view name;
+    const veltaris::velflexlib::dataset::CProcessorKind* kind;
+    std::string_view description;
+};
+extern const std::array<KindName, 3> kindNames;
+
+// A plain value. All texts are as a header has them.
+struct ProcessorRequest
+{
+    std::string kind;                                                 // of a KindName; empty: those of the file
+    std::vector<std::pair<std::uint64_t, std::uint64_t>> inputs = {}; // groups and channels by their positions
+    std::vector<std::pair<std::string, std::string>> settings = {};   // keys of the processor's section, with values
+
+    bool IsOfFile() const { return kind.empty(); }
+};
+
+// The keys that are no parameters of a kind alone.
+inline constexpr const char* displayNameKey = "DisplayName";
+
+// Throws a Failure, which is wrong usage, if the kind has no such parameter or the value cannot be one.
+void AddSetting(ProcessorRequest& request, const std::string& key, const std::string& value);
+
+// Adds the setting of a range, "FROM:TO", to the two keys that begin with `prefix`.
+void AddRange(ProcessorRequest& request, const std::string& prefix, const std::string& range);
+
+// Finds an input that a command line names as GROUP/CHANNEL, the last slash of which counts. Throws a Failure if the
+// file has none.
+void AddInput(ProcessorRequest& request, const inspect::Inspection& inspection, const std::string& input);
+
+// The set with the one processor that is described. The request must not be of the file.
+std::unique_ptr<veltaris::velflexlib::dataset::CProcessorSet> MakeProcessors(const ProcessorRequest& request);
+
+} // namespace oxd
