@@ -1,4 +1,4 @@
-# The Debian packages: the library, what is needed to build against it, and the tool.
+# The Debian packages: the library, what is needed to build against it, the tool, and the Python package.
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -61,7 +61,6 @@ veloxd_debian_package(tool veloxd-tools science
 The tool oxd shows what is in a measurement file, exports its images and curves
 as tables and pictures, corrects samples, and changes settings."
   "${PROJECT_SOURCE_DIR}/docs/oxd.md")
-
 # The library's own dependencies are looked up, and so are those of the tool but for the one on the library: where that
 # is built, it belongs to no package yet. It may be newer than the tool, as its interface is only added to.
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
@@ -77,3 +76,5 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 
 # The cache of the dynamic linker is to be renewed after an installation. CPack adds scripts to the same effect.
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
+
+include(VeloxdPackagesPython)

@@ -224,10 +224,11 @@ def test_the_library_is_found_in_the_folder_of_the_package(tmp_path: Path) -> No
     package = Path(shutil.copytree(Path(veloxd.__file__).parent, tmp_path / "veloxd"))
     loaded = Path(library()._name)
     shutil.copy(loaded, package / loaded.name)
-    environment = {**os.environ, "PYTHONPATH": str(tmp_path)}
+    environment = {**os.environ, "PYTHONPATH": os.pathsep.join([str(tmp_path), str(Path(np.__file__).parents[1])])}
     environment.pop("VELOXD_LIBRARY", None)
     program = "import veloxd, veloxd._native.library as used; print(used.library()._name, veloxd.__file__)"
-    done = subprocess.run([sys.executable, "-c", program], env=environment, capture_output=True, text=True, check=True)
+    start = [sys.executable, "-S", "-c", program]  # without links to sources, which would come first
+    done = subprocess.run(start, env=environment, capture_output=True, text=True, check=True)
     assert done.stdout.split() == [str(package / loaded.name), str(package / "__init__.py")]
 
 

@@ -1,5 +1,7 @@
 #include "oxd/picture/FontFile.h"
 
+#include "oxd/system/Platform.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -40,6 +42,9 @@ std::vector<std::filesystem::path> FontFolders()
     if (const char* const home = std::getenv("HOME")) { // NOLINT(concurrency-mt-unsafe): nobody changes it
         folders.push_back(std::filesystem::path(home) / ".local/share/fonts");
         folders.push_back(std::filesystem::path(home) / ".fonts");
+    }
+    if (const std::string program = platform::ProgramFile(); !program.empty()) { // brings a font where it must
+        folders.push_back(std::filesystem::path(program).parent_path() / "fonts");
     }
     return folders;
 }
