@@ -141,7 +141,7 @@ typedef struct VELContact {
 typedef struct VELAdhesion {
   int64_t reason;           /* VELCurveReason */
   uint64_t index;           /* of the minimum */
-  double signal;            /* baseline less minimum, in the unit of the signal */
+  double signal;            /* baseline minus minimum, in the unit of the signal */
   double error;             /* its standard error */
   double position;          /* of the minimum */
   double deflection;        /* in metres; NaN without a sensitivity */
@@ -177,7 +177,7 @@ VELOXD_CURVES_API int32_t VELCurveBaselines(const VELCurves* curves, const VELCu
 /* Finds the contact point of each approach, by its baseline. */
 VELOXD_CURVES_API int32_t VELCurveContacts(const VELCurves* curves, const VELCurveOptions* options, VELContact* results);
 
-/* Finds the maximum adhesion of each retract: its baseline less its minimum. */
+/* Finds the maximum adhesion of each retract: its baseline minus its minimum. */
 VELOXD_CURVES_API int32_t VELCurveAdhesions(const VELCurves* curves, const VELCurveOptions* options, VELAdhesion* results);
 
 /* Finds the largest indentation of each approach. `indentations` takes the indentation of every point, in metres: rows of
@@ -185,7 +185,7 @@ VELOXD_CURVES_API int32_t VELCurveAdhesions(const VELCurves* curves, const VELCu
  * acquired, and where a curve has no value. It may be NULL, and it may be the signal itself if the pitches are equal. */
 VELOXD_CURVES_API int32_t VELCurveIndentations(const VELCurves* curves, const VELCurveOptions* options, VELIndentation* results, double* indentations, size_t pitch);
 
-/* Writes the force of every point in newtons: signal less baseline, times sensitivity and spring constant, above 0 where
+/* Writes the force of every point in newtons: signal minus baseline, times sensitivity and spring constant, above 0 where
  * the surface pushes. `forces` is laid out as `indentations` above, but is needed. A curve without a value gives NaN and
  * its reason in `reasons`, which has one element for each curve and may be NULL. */
 VELOXD_CURVES_API int32_t VELCurveForces(const VELCurves* curves, const VELCurveOptions* options, int64_t* reasons, double* forces, size_t pitch);

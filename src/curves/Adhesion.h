@@ -12,7 +12,7 @@ struct CAdhesion
 {
     Reason reason = Reason::NothingAcquired;
     std::size_t index = 0;       // of the minimum
-    double signal = noValue;     // baseline less minimum, in the unit of the signal; above 0
+    double signal = noValue;     // baseline minus minimum, in the unit of the signal; above 0
     double error = noValue;      // its standard error: the noise, and the error of the baseline at that position
     double position = noValue;   // of the minimum
     double deflection = noValue; // in metres: signal times sensitivity

@@ -29,9 +29,9 @@ struct CContact
 //     passed.
 //  2. The contact law is fitted by least squares to the points behind it: to the signal above the baseline as a line
 //     over the position, or, for the powers 3/2 and 2, to the deflection raised to 2/3 or 1/2 as a line over position
-//     less deflection. The contact point is where the fitted law reaches the baseline. Only the share `fitShare` of the
-//     points behind the crossing takes part, those next to it, so that neither saturation nor what happens under large
-//     forces moves the contact point.
+//     minus deflection. The contact point is where the fitted law reaches the baseline. Only the share `fitShare` of
+//     the points behind the crossing takes part, those next to it, so that neither saturation nor what happens under
+//     large forces moves the contact point.
 //
 // The error is that of the zero of a fitted line, from its own error and that of the baseline (Draper and Smith,
 // Applied Regression Analysis, chapter 3: inverse regression).

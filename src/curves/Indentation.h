@@ -21,7 +21,7 @@ struct CIndentation
     double force = noValue;      // in newtons, there
 };
 
-// The indentation at a point is |position - contact point| less the deflection, which is the distance of the signal
+// The indentation at a point is |position - contact point| minus the deflection, which is the distance of the signal
 // from the baseline, on the repulsive side, times the sensitivity. The axis must be in metres.
 //
 // `curve` takes the indentation of each point, and a NaN for points ahead of the contact point and those that were not

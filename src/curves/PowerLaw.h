@@ -1,14 +1,14 @@
 // A power law that a deflection follows behind the contact point: deflection ~ indentation^p, where the indentation is
-// position less deflection.
+// position minus deflection.
 #pragma once
 
 #include "curves/CurveOptions.h"
 
 namespace veltaris::curves {
 
-// Adds points and finds where the law reaches a deflection of 0. deflection^(1/p) is a straight line over position less
-// deflection; its least-squares fit is kept up as points come (West, Communications of the ACM 22, 1979). One object
-// belongs to one thread at a time.
+// Adds points and finds where the law reaches a deflection of 0. deflection^(1/p) is a straight line over position
+// minus deflection; its least-squares fit is kept up as points come (West, Communications of the ACM 22, 1979). One
+// object belongs to one thread at a time.
 class CPowerLaw
 {
 public:
@@ -28,7 +28,7 @@ private:
 
     ContactLaw m_law;
     double m_points = 0;
-    double m_meanPlace = 0; // of position less deflection
+    double m_meanPlace = 0; // of position minus deflection
     double m_meanRoot = 0;  // of deflection^(1/p)
     double m_spread = 0;    // sums of products of deviations: place and place, place and root, root and root
     double m_product = 0;

@@ -44,7 +44,7 @@ CPointSums BlockSums(const CStretch& stretch, const CTrend& rough)
     return sums;
 }
 
-// The sums of the blocks for which the mask holds, over the index less an origin.
+// The sums of the blocks for which the mask holds, over the index minus an origin.
 [[gnu::always_inline]] inline CSums Joined(const CPointSums& sums, const CMask& kept, const CEight& middle)
 {
     const auto sum = [&kept](const CEight& numbers) { return Sum(Choose(kept, numbers, All(0))); };

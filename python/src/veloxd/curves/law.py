@@ -1,6 +1,6 @@
 """The force over the way of the piezo, as a contact model and a cantilever make it, and its derivatives.
 
-Fits compare forces at equal positions, which are known exactly. The indentation is not: it is the way less the
+Fits compare forces at equal positions, which are known exactly. The indentation is not: it is the way minus the
 deflection, so that it has the noise of the force.
 """
 

@@ -114,7 +114,7 @@ def adhesion(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: U
 
 @_giving(Indentation)
 def indentation(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpack[Options]) -> Any:
-    """Finds how far the tip goes into the surface: the way behind the contact point less the deflection.
+    """Finds how far the tip goes into the surface: the way behind the contact point minus the deflection.
 
     Arguments, results and errors are as for `slope`; the result is an `Indentation`, or a data set of the same. It
     takes the sensitivity, and positions in metres.
@@ -124,7 +124,7 @@ def indentation(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options
 
 @_giving(Force)
 def force(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpack[Options]) -> Any:
-    """Makes forces of signals: signal less baseline, times sensitivity and spring constant.
+    """Makes forces of signals: signal minus baseline, times sensitivity and spring constant.
 
     Arguments, results and errors are as for `slope`; the result is a `Force`, or a data set of the same. It takes the
     sensitivity and the spring constant.

@@ -143,7 +143,7 @@ class Adhesion(Result):
     Attributes
     ----------
     value, error : float or numpy.ndarray
-        Baseline less minimum, and its standard error, in the unit of the signal.
+        Baseline minus minimum, and its standard error, in the unit of the signal.
     position : float or numpy.ndarray
         The position of the minimum, in the unit of the axis.
     index : int or numpy.ndarray
