@@ -75,7 +75,7 @@ struct CCurveOptions
     // How far from the baseline a signal must be to be none of it, in noise widths; at least 0.
     double threshold = 5;
 
-    // The difference between neighbouring values that the signal can have; at least 0. Noise is taken to be no minus
+    // The difference between neighbouring values that the signal can have; at least 0. Noise is taken to be no less
     // than that of rounding to such steps, signalStep / sqrt(12).
     double signalStep = 0;
 

@@ -27,7 +27,7 @@ std::size_t ShareOf(std::size_t count, double share);
 // Whether positions mean something: CAxis says when.
 bool HasUsableAxis(const CCurve& curve);
 
-// The points of a curve within a range, of which `count` may be 0. A point that is beyond an end of the range by minus
+// The points of a curve within a range, of which `count` may be 0. A point that is beyond an end of the range by less
 // than a millionth of a step is taken for one at that end. The axis must be usable and the range finite.
 CIndexRange PointsWithin(const CCurve& curve, const CPositionRange& range);
 

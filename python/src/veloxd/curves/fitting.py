@@ -319,7 +319,7 @@ def fit_modulus(
     Returns
     -------
     ModulusFit or xarray.Dataset
-        As for `slope`. There is no value where `indentation`, `force` or, for "dmt", `adhesion` has none; with minus
+        As for `slope`. There is no value where `indentation`, `force` or, for "dmt", `adhesion` has none; with less
         than 4 points in the range; and where the curve does not determine the modulus, since its error would be more
         than a third of it, as on a surface that is much stiffer than the spring.
 
