@@ -8,8 +8,7 @@
 namespace oxd {
 
 // Puts whole lines behind the last one of the header of a file that was saved for the output, ahead of the empty line
-// that its end mark follows. Throws a Failure if it
-// cannot be written.
+// that its end mark follows. Throws a Failure if it cannot be written.
 void InsertIntoHeader(OutputFile& output, const std::string& saved, const std::string& lines);
 
 } // namespace oxd
