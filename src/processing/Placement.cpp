@@ -7,7 +7,7 @@ using dataset::CChannelAddress;
 
 namespace {
 
-constexpr std::int64_t bits = 32;
+constexpr std::int64_t groupBits = 32;
 
 std::shared_ptr<dataset::CDataBuffer> ChannelAt(const dataset::CDataSet& dataSet, std::uint64_t group,
                                                 std::uint64_t slot)
@@ -28,7 +28,7 @@ CPlace CPlacement::PlaceBehindOthers()
 {
     int group = m_dataSet.GetGroupId(derivedGroup);
     if (group < 0)
-        group = m_dataSet.CreateGroup(derivedGroup, bits);
+        group = m_dataSet.CreateGroup(derivedGroup, groupBits);
     const auto id = static_cast<std::uint64_t>(group);
     return {id, m_dataSet.GetGroup(id)->GetChannelCount()};
 }

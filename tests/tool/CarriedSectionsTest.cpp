@@ -33,7 +33,7 @@ TEST_F(CarriedSectionsTest, StandInTheNewHeaderAsTheyStood)
         const std::string out = command.ends_with("in-place") ? "in.oxd" : "out.oxd";
         ResultsOf(command + " --strict");
         EXPECT_TRUE(HeaderOf(out).ends_with("\r\n" + WithCrLf(carried) + "\r\n")) << HeaderOf(out);
-        const auto handle = Open(out.c_str());
+        const auto handle = Open(out);
         EXPECT_EQ(LineRaw(handle, 0, 0, 0).size(), 2U);
         CloseOxdFile(handle);
         std::filesystem::rename(out, "in.oxd");

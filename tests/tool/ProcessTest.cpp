@@ -183,9 +183,9 @@ TEST_F(ProcessTest, RunsAProcessorAfterThoseWhoseResultsItReads)
     EXPECT_EQ(results[1]["quantities"][1]["group"], 1) << "what has no address comes behind all others";
 
     WriteOxd(threeLines + twoProcessors + Slope(0, 1, 2) + Slope(1, 2, 1), StraightLine());
-    ExpectFailure("process in.oxd --json", 4, "\"S0\" (ProcessorSet-Slope:0), \"S1\" (ProcessorSet-Slope:1) wait for");
+    ExpectFailure("process in.oxd --json", 4, R"("S0" (ProcessorSet-Slope:0), "S1" (ProcessorSet-Slope:1) wait for)");
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, 0) + Slope(1, 0, 1), StraightLine());
-    ExpectFailure("process in.oxd --json", 4, "\"S0\" (ProcessorSet-Slope:0) reads what it writes itself");
+    ExpectFailure("process in.oxd --json", 4, R"("S0" (ProcessorSet-Slope:0) reads what it writes itself)");
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, 1) + Slope(1, 0, 1), StraightLine());
     ExpectFailure("process in.oxd --json", 4, "both write channel 1 of group 0");
 }
@@ -194,7 +194,7 @@ TEST_F(ProcessTest, SaysWhatItCannotRun)
 {
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, 1) + Slope(1, 7, 2), StraightLine());
     ExpectMessage("process in.oxd -o out.oxd", 1,
-                  "\"S1\" (ProcessorSet-Slope:1), channel 7 of group 0: its input is not");
+                  R"("S1" (ProcessorSet-Slope:1), channel 7 of group 0: its input is not)");
     EXPECT_EQ(GetChannelCount(Open("out.oxd"), 0), 2U) << "the other one was run";
     WriteOxd(threeLines + twoProcessors + Slope(0, 7, 1) + "Enabled=1\n", StraightLine());
     ExpectFailure("process in.oxd -o none.oxd", 1, "its input is not there");
@@ -208,16 +208,15 @@ TEST_F(ProcessTest, SaysWhatItCannotRun)
           {"process in.oxd --kind slope --csv", 2, "For --kind, --input is required"},
           {"process in.oxd --input Scan/0 --csv", 2, "For --input, --kind is required"},
           {"process in.oxd --kind slope --input Scan --csv", 2, "is not GROUP/CHANNEL"},
-          {"process in.oxd --kind slope --input Scan/Y --csv", 1,
-           "no channel \"Y\" in group \"Scan\"; it has \"Z\" (0)"},
+          {"process in.oxd --kind slope --input Scan/Y --csv", 1, R"(no channel "Y" in group "Scan"; it has "Z" (0))"},
           {"process in.oxd --kind indentation --input Scan/0 --csv --range 1:2", 2, "is no parameter of indentation"},
-          {"process in.oxd --kind adhesion --input Scan/0 --csv --sensitivity 5nm", 1, "has to be in \"m/V\""},
+          {"process in.oxd --kind adhesion --input Scan/0 --csv --sensitivity 5nm", 1, R"(has to be in "m/V")"},
           {"process in.oxd --kind adhesion --input Scan/0 --csv --threshold -1", 1, "out of bounds"},
           {"process in.oxd --kind slope --input Scan/0 -o ./in.oxd", 2, "is the file to read"}})
         ExpectFailure(arguments, code, part);
     ExpectFailure(slope + "--csv --range 1nm", 2, "is no range");
     ExpectFailure(slope + "--csv --range 1x:2,5", 2, "is no number with a unit");
-    ExpectFailure(slope + "--csv --range 1V:2V", 1, "is in \"V\", and has to be in \"m\"");
+    ExpectFailure(slope + "--csv --range 1V:2V", 1, R"(is in "V", and has to be in "m")");
 }
 
 TEST_F(ProcessTest, PreviewsAndKeepsTheOldFile)
@@ -234,6 +233,7 @@ TEST_F(ProcessTest, PreviewsAndKeepsTheOldFile)
 TEST_F(ProcessTest, PrintsJsonThatFitsItsSchema)
 {
     WriteBytes("out.json", ResultsOf("process sample.oxd --json"));
+    // NOLINTNEXTLINE(cert-env33-c,concurrency-mt-unsafe): one thread, and a shell is what runs programs
     EXPECT_EQ(std::system(OXD_SCHEMA_CHECK " '" OXD_SCHEMAS "/process.schema.json' out.json"), 0);
 }
 #endif

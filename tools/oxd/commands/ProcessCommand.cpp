@@ -106,8 +106,9 @@ void ProcessAloud(const Options& options, Results& results, ExitCode& outcome)
         AnnounceSave(inspection, carried, options.strict);
     }
     const ProcessingOutcome processed = Process(wanted, carried);
+    const std::string subject = file + ": ";
     for (const std::string& message : processed.messages) {
-        Complain(file + ": " + message);
+        Complain(subject + message);
     }
     outcome = processed.hasAll ? ExitCode::Done : ExitCode::No;
     results.WriteLines(processed.results + processed.preview);

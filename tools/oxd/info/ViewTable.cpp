@@ -8,7 +8,7 @@ namespace oxd {
 
 namespace {
 
-constexpr const char* none = "-";
+constexpr const char* nothing = "-";
 
 std::string PositionText(const std::vector<std::uint64_t>& positions)
 {
@@ -19,7 +19,7 @@ std::string PositionText(const std::vector<std::uint64_t>& positions)
 std::string OperatorText(int code)
 {
     const auto* const known = std::ranges::find(lineOperators, code, &LineOperator::code);
-    return known == lineOperators.end() ? none : std::string(known->name);
+    return known == lineOperators.end() ? nothing : std::string(known->name);
 }
 
 // Adds a text to those before it.
@@ -30,7 +30,7 @@ void Join(std::string& texts, const std::string& text)
 
 std::string OrNone(const std::string& text)
 {
-    return text.empty() ? none : Printable(text);
+    return text.empty() ? nothing : Printable(text);
 }
 
 std::string Joined(const std::vector<LinkInfo>& links)
