@@ -72,6 +72,8 @@ void CheckUnused(const CHeaderLines& lines, std::uint32_t section, CFindingList&
 
 void CheckDropped(const CHeaderLines& lines, const CSectionUses& uses, std::uint32_t section, CFindingList& findings)
 {
+    if (uses.Has(section, SectionUse::Channel))
+        return; // a save writes it, whatever else names it
     const auto isAny = [&](SectionUse a, SectionUse b) { return uses.Has(section, a) || uses.Has(section, b); };
     const std::string name = "The section " + Quoted(lines.SectionName(section));
     if (isAny(SectionUse::ViewList, SectionUse::View))

@@ -6,6 +6,7 @@
 #include "processing/CurveReader.h"
 #include "processing/Parameters.h"
 #include "processing/ProcessingError.h"
+#include "processing/Units.h"
 
 #include <algorithm>
 #include <array>
@@ -90,32 +91,46 @@ std::vector<CDerived> DeriveAdhesion(const dataset::CProcessorBase& processor, c
     return {std::move(adhesion), std::move(error), std::move(position)};
 }
 
-// An indentation is at most as large as the way of the piezo and what the cantilever can bend.
-dataset::CSignalScale IndentationScale(const CDataBuffer& input, const CCurveOptions& options)
+// An indentation is at most as large as the longest way of the piezo and what the cantilever can bend.
+dataset::CSignalScale IndentationScale(const CDataBuffer& input, const CCurveOptions& options, double metres)
 {
-    const dataset::CAxis way = input.GetAxis(dataset::pointAxis);
+    double way = std::fabs(input.GetAxis(dataset::pointAxis).range);
+    for (std::uint64_t line = 0; line < input.GetLines(); ++line) {
+        const double own = std::fabs(input.GetLineAxis(line).range);
+        if (std::isfinite(own))
+            way = std::max(way, own);
+    }
     const double bend = std::fabs(input.GetAxis(dataset::signalAxis).range) * options.calibration.sensitivity;
-    const double most = std::fabs(way.range) + (std::isnan(bend) ? 0 : bend);
+    const double most = way * metres + (std::isnan(bend) ? 0 : bend);
     return ScaleAround(-most, most);
+}
+
+// How many of them the unit of a point axis is.
+double Metres(const std::string& unit)
+{
+    const CUnit reduced = ReduceUnit(unit);
+    if (reduced.name != "m")
+        throw CProcessingError("the point axis of its input is in \"" + unit + "\", and an indentation takes one in m");
+    return reduced.factor;
 }
 
 std::vector<CDerived> DeriveIndentation(const dataset::CProcessorBase& processor, const CDataBuffer& input,
                                         const dataset::CInfoSet& information, const CWatch& watch)
 {
-    if (const std::string unit = input.GetAxisUnit(dataset::pointAxis); unit != "m")
-        throw CProcessingError("the point axis of its input is in \"" + unit + "\", and an indentation takes one in m");
-    const CCurveOptions options =
-        ForceOptions(dynamic_cast<const dataset::CForceProcessor&>(processor), input, information);
+    const double metres = Metres(input.GetAxisUnit(dataset::pointAxis));
+    CCurveOptions options = ForceOptions(dynamic_cast<const dataset::CForceProcessor&>(processor), input, information);
+    options.baselineRange = {options.baselineRange.from * metres, options.baselineRange.to * metres};
     const std::string& name = processor.GetDisplayName();
-    CDerivedCurves indentation{name, "m", IndentationScale(input, options)};
+    CDerivedCurves indentation{name, "m", IndentationScale(input, options, metres)};
     CDerivedValues largest{name + " maximum", "m", {}}, error{name + " maximum error", "m", {}};
     CDerivedValues contact{name + " contact point", "m", {}}, contactError{name + " contact point error", "m", {}};
     std::vector<double> depths(input.GetPoints());
-    ForEachCurve(input, watch, [&](const CCurve& curve) {
+    ForEachCurve(input, watch, [&](const CCurve& read) {
+        const CCurve curve{read.signal, {read.axis.start * metres, read.axis.step * metres}};
         const curves::CBaseline baseline = FindBaseline(curve, options);
         const curves::CContact point = FindContact(curve, baseline, options);
         const curves::CIndentation found = Indent(curve, baseline, point, options, depths);
-        indentation.Add(depths, curve.axis, found.reason);
+        indentation.Add(depths, read.axis, found.reason);
         largest.Add(found.largest, found.reason);
         error.Add(found.error, found.reason);
         contact.Add(point.position, point.reason);

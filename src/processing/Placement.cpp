@@ -9,11 +9,9 @@ namespace {
 
 constexpr std::int64_t groupBits = 32;
 
-std::shared_ptr<dataset::CDataBuffer> ChannelAt(const dataset::CDataSet& dataSet, std::uint64_t group,
-                                                std::uint64_t slot)
+bool IsComplete(const CChannelAddress& address)
 {
-    const auto found = dataSet.GetGroup(group);
-    return found ? found->GetChannelBuffer(slot) : nullptr;
+    return address.group != dataset::noIndex && address.channel != dataset::noIndex;
 }
 
 } // namespace
@@ -21,35 +19,57 @@ std::shared_ptr<dataset::CDataBuffer> ChannelAt(const dataset::CDataSet& dataSet
 bool CPlacement::IsPossible(const CChannelAddress& address) const
 {
     const auto group = m_dataSet.GetGroup(address.group);
-    return group && address.channel <= group->GetChannelCount();
+    if (!group || !IsComplete(address) || m_given.contains(address))
+        return false;
+    if (group->GetChannelBuffer(address.channel))
+        return group->GetName() == derivedGroup;
+    std::uint64_t end = group->GetChannelCount();
+    while (end < address.channel && m_reserved.contains({address.group, end}))
+        ++end;
+    return end >= address.channel;
 }
 
-CPlace CPlacement::PlaceBehindOthers()
+std::uint64_t CPlacement::EnsureDerivedGroup()
 {
     int group = m_dataSet.GetGroupId(derivedGroup);
     if (group < 0)
         group = m_dataSet.CreateGroup(derivedGroup, groupBits);
-    const auto id = static_cast<std::uint64_t>(group);
-    return {id, m_dataSet.GetGroup(id)->GetChannelCount()};
+    return static_cast<std::uint64_t>(group);
+}
+
+CPlace CPlacement::PlaceBehindOthers()
+{
+    const std::uint64_t group = EnsureDerivedGroup();
+    std::uint64_t slot = m_dataSet.GetGroup(group)->GetChannelCount();
+    while (m_reserved.contains({group, slot}))
+        ++slot;
+    return {group, slot};
 }
 
 CPlace CPlacement::Place(const CChannelAddress& address)
 {
+    if (!m_dataSet.GetGroup(address.group))
+        EnsureDerivedGroup(); // which may be the group that is meant
     const bool isPossible = IsPossible(address);
     const CPlace place = isPossible ? CPlace{address.group, address.channel} : PlaceBehindOthers();
-    const bool hasAddress = address.group != dataset::noIndex && address.channel != dataset::noIndex;
-    if (!isPossible && hasAddress)
+    if (!isPossible && IsComplete(address))
         m_elsewhere[address] = place;
-    if (!ChannelAt(m_dataSet, place.group, place.slot))
+    if (!ChannelAt(place))
         m_dataSet.GetGroup(place.group)->GetOrCreateChannelBuffer(place.slot, 0, 0);
+    m_given.insert({place.group, place.slot});
     return place;
 }
 
-std::shared_ptr<dataset::CDataBuffer> CPlacement::Find(const CChannelAddress& address) const
+CPlace CPlacement::Find(const CChannelAddress& address) const
 {
     const auto elsewhere = m_elsewhere.find(address);
-    return elsewhere == m_elsewhere.end() ? ChannelAt(m_dataSet, address.group, address.channel)
-                                          : ChannelAt(m_dataSet, elsewhere->second.group, elsewhere->second.slot);
+    return elsewhere == m_elsewhere.end() ? CPlace{address.group, address.channel} : elsewhere->second;
+}
+
+std::shared_ptr<dataset::CDataBuffer> CPlacement::ChannelAt(const CPlace& place) const
+{
+    const auto group = m_dataSet.GetGroup(place.group);
+    return group ? group->GetChannelBuffer(place.slot) : nullptr;
 }
 
 } // namespace veltaris::processing

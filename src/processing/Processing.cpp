@@ -1,7 +1,9 @@
 #include "processing/Processing.h"
 
+#include "processing/Parameters.h"
 #include "processing/ProcessingError.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
@@ -22,20 +24,39 @@ std::string Named(const CChannelAddress& address)
     return "channel " + number(address.channel) + " of group " + number(address.group);
 }
 
+CPlacement::Addresses OutputsOf(const Processors& processors)
+{
+    CPlacement::Addresses outputs;
+    for (const CProcessorBase* const processor : processors)
+        processor->GetOutputs().ForEachAddress(
+            [&](std::uint64_t, const CChannelAddress& address) { outputs.insert(address); });
+    return outputs;
+}
+
 class CRun
 {
 public:
-    CRun(dataset::CDataSet& dataSet, const CWatch& watch) : m_dataSet(dataSet), m_watch(watch), m_placement(dataSet) {}
+    CRun(const Processors& processors, dataset::CDataSet& dataSet, const CWatch& watch)
+        : m_dataSet(dataSet), m_watch(watch), m_placement(dataSet, OutputsOf(processors))
+    {
+    }
 
     void Run(const CProcessorBase& processor)
     {
+        for (const auto& [key, text] : processor.GetUnreadable())
+            m_report.problems.push_back(NameOf(processor) + ": " + key + " \"" + text + "\" makes no sense");
+        if (!processor.GetUnreadable().empty())
+            return;
         if (processor.GetInputs().GetCount() == 0)
             m_report.problems.push_back(NameOf(processor) + ": it has no input");
         processor.GetInputs().ForEachAddress([&](std::uint64_t input, const CChannelAddress& address) {
             try {
                 Run(processor, input, address);
+            } catch (const CParameterError& error) {
+                m_report.unsuited.emplace_back(error.Key(), error.what());
+                AddProblem(processor, address, error);
             } catch (const CProcessingError& error) {
-                m_report.problems.push_back(NameOf(processor) + ", " + Named(address) + ": " + error.what());
+                AddProblem(processor, address, error);
             }
         });
     }
@@ -43,15 +64,22 @@ public:
     CProcessingReport TakeReport() { return std::move(m_report); }
 
 private:
+    void AddProblem(const CProcessorBase& processor, const CChannelAddress& input, const CProcessingError& error)
+    {
+        m_report.problems.push_back(NameOf(processor) + ", " + Named(input) + ": " + error.what());
+    }
+
     // The input is held, so that it stays even if its slot is given away.
     void Run(const CProcessorBase& processor, std::uint64_t input, const CChannelAddress& address)
     {
         if (m_watch.abort)
             return;
-        const std::shared_ptr<CDataBuffer> channel = m_placement.Find(address);
+        const CPlace place = m_placement.Find(address);
+        const std::shared_ptr<CDataBuffer> channel = m_placement.ChannelAt(place);
         if (!channel)
             throw CProcessingError("its input is not there");
-        CProcessed done{&processor, address, Derive(processor, *channel, m_dataSet.GetInfoSet(), m_watch), {}};
+        NoteUnusableItems(processor, *channel);
+        CProcessed done{&processor, place, Derive(processor, *channel, m_dataSet.GetInfoSet(), m_watch), {}};
         m_report.isAborted = m_watch.abort;
         if (m_report.isAborted)
             return;
@@ -60,10 +88,26 @@ private:
         m_report.done.push_back(std::move(done));
     }
 
+    // An item is told once, however many processors look for it.
+    void NoteUnusableItems(const CProcessorBase& processor, const CDataBuffer& channel)
+    {
+        const auto* const force = dynamic_cast<const dataset::CForceProcessor*>(&processor);
+        if (force == nullptr)
+            return;
+        for (std::string& sentence : UnusableItems(*force, channel, m_dataSet.GetInfoSet()))
+            if (std::ranges::find(m_report.notes, sentence) == m_report.notes.end())
+                m_report.notes.push_back(std::move(sentence));
+    }
+
     CPlace Keep(const CProcessorBase& processor, std::uint64_t output, const CDataBuffer& input, CDerived& derived)
     {
-        const CPlace place = m_placement.Place(processor.GetOutputs().GetAddress(output));
-        CDataBuffer& channel = *m_dataSet.GetGroup(place.group)->GetChannelBuffer(place.slot);
+        const CChannelAddress address = processor.GetOutputs().GetAddress(output);
+        const CPlace place = m_placement.Place(address);
+        if (address != CChannelAddress() && place != CPlace{address.group, address.channel})
+            m_report.notes.push_back(NameOf(processor) + ": its output " + std::to_string(output) + " is not " +
+                                     Named(address) + ", which is measured or out of reach, but " +
+                                     Named({place.group, place.slot}));
+        CDataBuffer& channel = *m_placement.ChannelAt(place);
         std::visit([&](const auto& kept) { Store(kept, input, channel); }, derived);
         if (auto* const derivedCurves = std::get_if<CDerivedCurves>(&derived))
             derivedCurves->samples = {};
@@ -91,7 +135,7 @@ Processors EnabledProcessors(const dataset::CProcessorSet& set)
 
 CProcessingReport Run(const Processors& processors, dataset::CDataSet& dataSet, const CWatch& watch)
 {
-    CRun run(dataSet, watch);
+    CRun run(processors, dataSet, watch);
     for (const CProcessorBase* const processor : InRunOrder(processors))
         run.Run(*processor);
     return run.TakeReport();

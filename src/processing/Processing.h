@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veltaris::processing {
@@ -18,7 +19,7 @@ namespace veltaris::processing {
 struct CProcessed
 {
     const velflexlib::dataset::CProcessorBase* processor = nullptr;
-    velflexlib::dataset::CChannelAddress input;
+    CPlace input;                   // where it was read
     std::vector<CDerived> channels; // without the samples of curves, which the data set has
     std::vector<CPlace> places;     // of each
 };
@@ -27,7 +28,10 @@ struct CProcessingReport
 {
     std::vector<CProcessed> done;
     std::vector<std::string> problems; // a sentence for each input that nothing was derived from
-    bool isAborted = false;            // nothing was derived from the input at work, nor from those behind it
+    // Keys of parameters that do not suit an input, with the reasons, which are among the problems, too.
+    std::vector<std::pair<std::string, std::string>> unsuited;
+    std::vector<std::string> notes; // for each output that is not at its address and each item that is not usable
+    bool isAborted = false;         // nothing was derived from the input at work, nor from those behind it
 };
 
 // The enabled ones, in the order of their list; entries that share a section are one processor, and run once. They

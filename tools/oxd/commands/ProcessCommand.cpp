@@ -15,32 +15,11 @@ namespace oxd {
 
 namespace {
 
-// An option that gives the processor of --kind a parameter.
-struct Setting
-{
-    const char* option;
-    const char* key; // of a range, what its two keys begin with
-    const char* shape;
-    const char* description;
-    bool isRange;
-};
-
-constexpr std::array settings{
-    Setting{"--range", "Range", "FROM:TO", "slope: the part of each curve to fit; without it all", true},
-    Setting{"--baseline", "Baseline", "FROM:TO", "others: where the baseline is; without it, it is looked for", true},
-    Setting{"--threshold", "Threshold", "N", "others: noise widths from the baseline to what is none; 5", false},
-    Setting{"--spring-constant", "SpringConstant", "NUMBER", "others: such as 0.2N/m; without it Tool/Spring constant",
-            false},
-    Setting{"--sensitivity", "Sensitivity", "NUMBER", "others: such as 50nm/V; without it Tool/Deflection sensitivity",
-            false},
-    Setting{"--name", displayNameKey, "TEXT", "What the derived channels are called", false},
-};
-
 struct Options
 {
     Processing processing;
     std::vector<std::string> inputs;
-    std::array<std::string, settings.size()> values;
+    std::array<std::string, settingOptions.size()> values;
     bool trust = false;
     bool strict = false;
     bool csv = false;
@@ -72,10 +51,10 @@ ProcessorRequest Requested(const Options& options)
     if (request.IsOfFile() != options.inputs.empty()) {
         throw CLI::RequiredError(request.IsOfFile() ? "For --input, --kind" : "For --kind, --input");
     }
-    for (std::size_t i = 0; i < settings.size(); ++i) {
+    for (std::size_t i = 0; i < settingOptions.size(); ++i) {
         if (!options.values[i].empty()) {
-            settings[i].isRange ? AddRange(request, settings[i].key, options.values[i])
-                                : AddSetting(request, settings[i].key, options.values[i]);
+            settingOptions[i].isRange ? AddRange(request, settingOptions[i].key, options.values[i])
+                                      : AddSetting(request, settingOptions[i].key, options.values[i]);
         }
     }
     return request;
@@ -132,9 +111,9 @@ void AddProcess(CLI::App& app, Results& results, ExitCode& outcome)
     command.add_option("--input", options->inputs, "Channel of curves to derive it from; may be repeated")
         ->type_name("GROUP/CHANNEL")
         ->allow_extra_args(false);
-    for (std::size_t i = 0; i < settings.size(); ++i) {
-        command.add_option(settings[i].option, options->values[i], settings[i].description)
-            ->type_name(settings[i].shape)
+    for (std::size_t i = 0; i < settingOptions.size(); ++i) {
+        command.add_option(settingOptions[i].option, options->values[i], settingOptions[i].description)
+            ->type_name(settingOptions[i].shape)
             ->check(IsNotEmpty());
     }
     CLI::Option& csv = *command.add_flag("--csv", options->csv, "Print the values as a table");

@@ -9,6 +9,7 @@
 #include "oxd/process/ResultText.h"
 #include "oxd/provenance/StepLog.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Messages.h"
 #include "oxd/system/Progress.h"
 #include "processing/ProcessingError.h"
 
@@ -33,8 +34,12 @@ public:
             throw Failure(ExitCode::No, file, "has no processor that is enabled; --kind and --input name one");
         }
         Derive(processors);
+        if (!request.IsOfFile() && !m_report.unsuited.empty()) {
+            const auto& [key, reason] = m_report.unsuited.front();
+            throw Failure(ExitCode::Usage, OptionOf(key), file + ": " + reason);
+        }
         if (m_report.done.empty()) {
-            throw Failure(ExitCode::No, file, m_report.problems.front());
+            ThrowProblems();
         }
     }
 
@@ -42,6 +47,16 @@ public:
     ResultSource Results() const { return {m_file, *m_dataSet, m_report}; }
 
 private:
+    // The last sentence is that of the failure.
+    [[noreturn]] void ThrowProblems() const
+    {
+        const std::vector<std::string> sentences = ToSentences(Results());
+        for (std::size_t i = 0; i + 1 < sentences.size(); ++i) {
+            Complain(m_file + ": " + sentences[i]);
+        }
+        throw Failure(ExitCode::No, m_file, sentences.back());
+    }
+
     void Derive(const processing::Processors& processors)
     {
         const std::atomic<bool> abort = false;

@@ -22,6 +22,18 @@ const std::array<KindName, 3> kindNames{
              "indentation behind the contact point of each approach, and its maximum"},
 };
 
+const std::array<SettingOption, 6> settingOptions{
+    SettingOption{"--range", "Range", "FROM:TO", "slope: the part of each curve to fit; without it all", true},
+    SettingOption{"--baseline", "Baseline", "FROM:TO", "others: where the baseline is; without it, it is looked for",
+                  true},
+    SettingOption{"--threshold", "Threshold", "N", "others: noise widths from the baseline to what is none; 5", false},
+    SettingOption{"--spring-constant", "SpringConstant", "NUMBER",
+                  "others: such as 0.2N/m; without it Tool/Spring constant", false},
+    SettingOption{"--sensitivity", "Sensitivity", "NUMBER",
+                  "others: such as 50nm/V; without it Tool/Deflection sensitivity", false},
+    SettingOption{"--name", displayNameKey, "TEXT", "What the derived channels are called", false},
+};
+
 namespace {
 
 const model::CProcessorKind& KindOf(const ProcessorRequest& request)
@@ -31,7 +43,7 @@ const model::CProcessorKind& KindOf(const ProcessorRequest& request)
 
 Failure WrongSetting(const std::string& key, const std::string& value, const std::string& reason)
 {
-    return {ExitCode::Usage, key + " \"" + value + "\"", reason};
+    return {ExitCode::Usage, OptionOf(key) + " \"" + value + "\"", reason};
 }
 
 // The header of a file that has only this processor.
@@ -53,6 +65,14 @@ std::string HeaderOf(const ProcessorRequest& request)
 }
 
 } // namespace
+
+std::string OptionOf(const std::string& key)
+{
+    const auto found = std::ranges::find_if(settingOptions, [&](const SettingOption& known) {
+        return known.isRange ? key.starts_with(known.key) : key == known.key;
+    });
+    return found == settingOptions.end() ? key : found->option;
+}
 
 void AddSetting(ProcessorRequest& request, const std::string& key, const std::string& value)
 {

@@ -22,6 +22,20 @@ struct KindName
 };
 extern const std::array<KindName, 3> kindNames;
 
+// An option of the command line that gives the processor of --kind a parameter.
+struct SettingOption
+{
+    const char* option;
+    const char* key; // of a range, what its two keys begin with
+    const char* shape;
+    const char* description;
+    bool isRange;
+};
+extern const std::array<SettingOption, 6> settingOptions;
+
+// The option that gives this key, or both keys that begin with it.
+std::string OptionOf(const std::string& key);
+
 // A plain value. All texts are as a header has them.
 struct ProcessorRequest
 {

@@ -80,9 +80,9 @@ std::string Rows(const std::string& begin, const CDerivedValues& derived)
 std::string InputName(const ResultSource& source, const processing::CProcessed& done)
 {
     const auto group = source.dataSet.GetGroup(done.input.group);
-    const auto channel = group ? group->GetChannelBuffer(done.input.channel) : nullptr;
+    const auto channel = group ? group->GetChannelBuffer(done.input.slot) : nullptr;
     return channel ? UntilNul(group->GetName()) + "/" + UntilNul(channel->GetAxisName(model::signalAxis))
-                   : "group " + std::to_string(done.input.group) + ", channel " + std::to_string(done.input.channel);
+                   : "group " + std::to_string(done.input.group) + ", channel " + std::to_string(done.input.slot);
 }
 
 std::string ToCsv(const ResultSource& source)

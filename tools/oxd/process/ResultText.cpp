@@ -41,6 +41,7 @@ std::string Sentence(const std::string& name, const std::string& input, const Re
 std::vector<std::string> ToSentences(const ResultSource& source)
 {
     std::vector<std::string> sentences = source.report.problems;
+    sentences.insert(sentences.end(), source.report.notes.begin(), source.report.notes.end());
     for (const processing::CProcessed& done : source.report.done) {
         Reasons before;
         for (const processing::CDerived& channel : done.channels) {

@@ -34,7 +34,7 @@ inline constexpr std::array exitCodeMeanings{
     ExitCodeMeaning{
         ExitCode::No,
         "the file has no such group, channel, information or processor, or the channel has nothing to show; "
-        "diff, replay: the files differ; validate: there are errors"},
+        "process: nothing can be derived from an input; diff, replay: the files differ; validate: there are errors"},
     ExitCodeMeaning{ExitCode::Usage, "wrong usage"},
     ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read"},
     ExitCodeMeaning{ExitCode::Damaged,

@@ -22,14 +22,6 @@ struct Spelling
 constexpr std::array<Spelling, 6> spellings{
     {{"1", true}, {"0", false}, {"true", true}, {"false", false}, {"yes", true}, {"no", false}}};
 
-bool ReadBool(const CVELKeyToValueList& keys, std::string_view key, bool defaultValue)
-{
-    const std::string value = keys.GetValue(key);
-    const auto* const found =
-        std::ranges::find_if(spellings, [&](const auto& s) { return velstdlib::string::EqualFolded(s.text, value); });
-    return found == spellings.end() ? defaultValue : found->value;
-}
-
 } // namespace
 
 CProcessorBase::CProcessorBase(const CProcessorKind& kind, std::uint64_t instanceNo)
@@ -37,6 +29,7 @@ CProcessorBase::CProcessorBase(const CProcessorKind& kind, std::uint64_t instanc
 {
     for (const CParameterKind& parameter : kind.parameters)
         m_parameters.push_back({parameter.value, std::string(parameter.unit)});
+    m_written.resize(m_parameters.size());
 }
 
 std::string CProcessorBase::GetSectionName() const
@@ -52,7 +45,8 @@ void CProcessorBase::LoadParameters(CVELConfig& document)
         return;
     const CVELKeyToValueList& keys = section->keys;
     m_displayName = keys.GetValue("DisplayName", m_kind.defaultDisplayName);
-    m_enabled = ReadBool(keys, "Enabled", m_enabled);
+    m_unreadable.clear();
+    LoadEnabled(keys);
     LoadOwnParameters(keys);
     m_inputs.Read(*section, "Input");
     m_outputs.Read(*section, "Output");
@@ -66,8 +60,33 @@ void CProcessorBase::SaveParameters(CVELConfig& document) const
 
 void CProcessorBase::LoadOwnParameters(const CVELKeyToValueList& keys)
 {
-    for (std::size_t i = 0; i < m_parameters.size(); ++i)
-        m_parameters[i] = fx::ReadFxProperty(keys, m_kind.parameters[i].key, m_parameters[i]);
+    for (std::size_t i = 0; i < m_parameters.size(); ++i) {
+        const std::string_view key = m_kind.parameters[i].key;
+        m_parameters[i] = fx::ReadFxProperty(keys, key, m_parameters[i]);
+        const std::string text = keys.GetValue(key);
+        m_written[i] = fx::ParseFxProperty(text);
+        if (!m_written[i])
+            NoteUnreadable(key, text);
+    }
+}
+
+void CProcessorBase::LoadEnabled(const CVELKeyToValueList& keys)
+{
+    constexpr std::string_view key = "Enabled";
+    const std::string text = keys.GetValue(key);
+    const auto* const found =
+        std::ranges::find_if(spellings, [&](const auto& s) { return velstdlib::string::EqualFolded(s.text, text); });
+    if (found != spellings.end())
+        m_enabled = found->value;
+    else
+        NoteUnreadable(key, text);
+}
+
+// A key without a text is as good as missing.
+void CProcessorBase::NoteUnreadable(std::string_view key, const std::string& text)
+{
+    if (!text.empty())
+        m_unreadable.emplace_back(key, text);
 }
 
 void CProcessorBase::SaveOwnParameters(CVELKeyToValueList& keys) const

@@ -8,9 +8,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace veltaris::velflexlib::dataset {
@@ -61,6 +63,10 @@ public:
     bool IsEnabled() const { return m_enabled; }
     // By its position in the table of the kind.
     const fx::CFxProperty& GetParameter(std::size_t position) const { return m_parameters.at(position); }
+    // The parameter as the file says it, which may have no unit. Nothing if the file does not, or if it is unreadable.
+    const std::optional<fx::CFxProperty>& GetWritten(std::size_t position) const { return m_written.at(position); }
+    // Keys with texts that make no sense, for which the defaults stand.
+    const std::vector<std::pair<std::string, std::string>>& GetUnreadable() const { return m_unreadable; }
     const CChannelLinks& GetInputs() const { return m_inputs; }
     const CChannelLinks& GetOutputs() const { return m_outputs; }
 
@@ -71,6 +77,8 @@ protected:
 private:
     // Of the parameters that only this kind has.
     void LoadOwnParameters(const velstdlib::util::CVELKeyToValueList& keys);
+    void LoadEnabled(const velstdlib::util::CVELKeyToValueList& keys);
+    void NoteUnreadable(std::string_view key, const std::string& text);
     void SaveOwnParameters(velstdlib::util::CVELKeyToValueList& keys) const;
 
     const CProcessorKind& m_kind;
@@ -78,6 +86,8 @@ private:
     std::string m_displayName;
     bool m_enabled = true;
     std::vector<fx::CFxProperty> m_parameters; // in the order of the kind
+    std::vector<std::optional<fx::CFxProperty>> m_written;
+    std::vector<std::pair<std::string, std::string>> m_unreadable;
     CChannelLinks m_inputs;
     CChannelLinks m_outputs;
 };
