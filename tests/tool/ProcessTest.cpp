@@ -62,15 +62,33 @@ std::string StraightLine()
     return samples;
 }
 
-// A slope processor with the number, which reads and writes these channels of group 0.
-std::string Slope(int number, int input, int output)
+using Addresses = std::vector<std::pair<int, int>>;
+
+std::string Links(const std::string& prefix, const Addresses& addresses)
+{
+    std::string text = prefix + "Count=" + std::to_string(addresses.size()) + "\n";
+    for (std::size_t i = 0; i < addresses.size(); ++i) {
+        const std::string link = prefix + std::to_string(i);
+        text.append(link).append("Group=").append(std::to_string(addresses[i].first)).append("\n");
+        text.append(link).append("Channel=").append(std::to_string(addresses[i].second)).append("\n");
+    }
+    return text;
+}
+
+// A slope processor with the number, which reads the channel of group 0.
+std::string Slope(int number, int input, const Addresses& outputs)
 {
     const std::string n = std::to_string(number);
     return "[S" + n + "]\nGUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=" + n + "\n[ProcessorSet-Slope:" + n +
-           "]\nDisplayName=S" + n + "\nInputCount=1\nInput0Group=0\nInput0Channel=" + std::to_string(input) +
-           "\nOutputCount=1\nOutput0Group=0\nOutput0Channel=" + std::to_string(output) + "\n";
+           "]\nDisplayName=S" + n + "\n" + Links("Input", {{0, input}}) + Links("Output", outputs);
 }
 
+std::string Slope(int number, int input, int output)
+{
+    return Slope(number, input, Addresses{{0, output}});
+}
+
+const std::string oneProcessor = "[ProcessorSet]\nProcessorCount=1\nProcessor0=S0\n";
 const std::string twoProcessors = "[ProcessorSet]\nProcessorCount=2\nProcessor0=S0\nProcessor1=S1\n";
 
 } // namespace
@@ -190,6 +208,37 @@ TEST_F(ProcessTest, RunsAProcessorAfterThoseWhoseResultsItReads)
     ExpectFailure("process in.oxd --json", 4, "both write channel 1 of group 0");
 }
 
+TEST_F(ProcessTest, OverwritesNeitherAResultNorAMeasuredChannel)
+{
+    const auto names = [](std::uint64_t group) {
+        std::vector<std::string> found;
+        const auto handle = Open("out.oxd");
+        for (std::uint64_t channel = 0; channel < GetChannelCount(handle, group); ++channel)
+            found.push_back(Text(GetChannelData_SignalAxisName, handle, group, channel));
+        return found;
+    };
+    using Names = std::vector<std::string>;
+    struct Case
+    {
+        Addresses outputs;
+        Names scan, processed;
+        const char* message;
+    };
+    for (const Case& row : {Case{{{1, 1}, {1, 0}}, {"Z"}, {"S0 error", "S0"}, ""},
+                            Case{{{0, 2}, {0, 1}}, {"Z", "S0 error", "S0"}, {}, ""},
+                            Case{{{7, 0}, {1, 0}}, {"Z"}, {"S0 error", "S0"}, "not channel 0 of group 7"}}) {
+        WriteOxd(threeLines + oneProcessor + Slope(0, 0, row.outputs), StraightLine());
+        ExpectMessage("process in.oxd -o out.oxd", 0, row.message);
+        EXPECT_EQ(names(0), row.scan) << row.outputs[0].first;
+        EXPECT_EQ(names(1), row.processed) << row.outputs[0].first;
+    }
+    WriteOxd(threeLines + oneProcessor + Slope(0, 0, Addresses{{0, 2}, {0, 1}}), StraightLine());
+    Run("process in.oxd -o measured.oxd");
+    ExpectMessage("process measured.oxd -o out.oxd", 0, "not channel 2 of group 0, which is measured");
+    EXPECT_EQ(names(0).size(), 3U);
+    EXPECT_EQ(names(1), (Names{"S0", "S0 error"}));
+}
+
 TEST_F(ProcessTest, SaysWhatItCannotRun)
 {
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, 1) + Slope(1, 7, 2), StraightLine());
@@ -210,13 +259,120 @@ TEST_F(ProcessTest, SaysWhatItCannotRun)
           {"process in.oxd --kind slope --input Scan --csv", 2, "is not GROUP/CHANNEL"},
           {"process in.oxd --kind slope --input Scan/Y --csv", 1, R"(no channel "Y" in group "Scan"; it has "Z" (0))"},
           {"process in.oxd --kind indentation --input Scan/0 --csv --range 1:2", 2, "is no parameter of indentation"},
-          {"process in.oxd --kind adhesion --input Scan/0 --csv --sensitivity 5nm", 1, R"(has to be in "m/V")"},
-          {"process in.oxd --kind adhesion --input Scan/0 --csv --threshold -1", 1, "out of bounds"},
+          {"process in.oxd --kind adhesion --input Scan/0 --csv --sensitivity 5nm", 2, R"(has to be in "m/V")"},
+          {"process in.oxd --kind adhesion --input Scan/0 --csv --threshold -1", 2,
+           "--threshold: in.oxd: Threshold is"},
           {"process in.oxd --kind slope --input Scan/0 -o ./in.oxd", 2, "is the file to read"}})
         ExpectFailure(arguments, code, part);
     ExpectFailure(slope + "--csv --range 1nm", 2, "is no range");
-    ExpectFailure(slope + "--csv --range 1x:2,5", 2, "is no number with a unit");
-    ExpectFailure(slope + "--csv --range 1V:2V", 1, R"(is in "V", and has to be in "m")");
+    ExpectFailure(slope + "--csv --range 1x:2,5", 2, "--range \"2,5\": is no number with a unit");
+    ExpectFailure(slope + "--csv --range 1V:2V", 2, R"(is in "V", and has to be in "m")");
+
+    WriteOxd(threeLines + twoProcessors + Slope(0, 7, 1) + Slope(1, 8, 2), StraightLine());
+    const Outcome both = Run("process in.oxd --csv");
+    EXPECT_EQ(both.exitCode, 1);
+    EXPECT_EQ(std::ranges::count(both.diagnostics, '\n'), 2) << both.diagnostics;
+}
+
+TEST_F(ProcessTest, RunsNoProcessorWithAParameterThatMakesNoSense)
+{
+    for (const auto& [keys, part] : {std::pair("RangeMin=3,1e-7\nRangeMax=4e-7\n", R"(RangeMin "3,1e-7" makes no)"),
+                                     {"RangeMin=0\nRangeMax=nan\n", R"(RangeMax "nan" makes no sense)"},
+                                     {"Enabled=maybe\n", R"(Enabled "maybe" makes no sense)"},
+                                     {"RangeMin=1\n", "RangeMin is given without RangeMax"},
+                                     {"RangeMax=1\n", "RangeMax is given without RangeMin"}}) {
+        WriteOxd(threeLines + oneProcessor + Slope(0, 0, 1) + keys, StraightLine());
+        ExpectFailure("process in.oxd -o out.oxd", 1, part);
+        EXPECT_FALSE(std::filesystem::exists("out.oxd"));
+    }
+}
+
+TEST_F(ProcessTest, UnderstandsPrefixesOfUnits)
+{
+    const std::string sample = ReadBytes("sample.oxd");
+    // The first channel of curves, with these texts in place of those before them.
+    const auto write = [&](const std::vector<std::pair<std::string, std::string>>& changes) {
+        std::string bytes = sample;
+        for (const auto& [from, to] : changes)
+            bytes.replace(bytes.find(from, bytes.find("[DataSet-2:0]")), from.size(), to);
+        WriteBytes("in.oxd", bytes);
+    };
+    const auto find = [](const std::string& file, const std::string& arguments, const std::string& name) {
+        return Quantities(ResultsOf("process " + file + " --input Spectroscopy/0 --json " + arguments)).at(name);
+    };
+    const auto expectSame = [&](const std::string& arguments, const std::string& name, const std::string& unit,
+                                double factor) {
+        const json found = find("in.oxd", arguments, name), expected = find("sample.oxd", arguments, name);
+        EXPECT_EQ(found["unit"], unit);
+        for (std::size_t i = 0; i < curveCount; ++i) {
+            const double value = factor * expected["values"][i].get<double>();
+            EXPECT_NEAR(found["values"][i].get<double>(), value, 1e-6 * std::fabs(value)) << arguments;
+        }
+    };
+    const std::string range = "--kind slope --range 310.2nm:389.9nm";
+    const std::string indentation = "--kind indentation --baseline 10.1nm:150.2nm";
+    write({{"Dim0Unit=m", "Dim0Unit=nm"}, {"Dim0Range=4e-07", "Dim0Range=400"}});
+    expectSame(range, "Slope", "m/nm", 1e-9);
+    expectSame(indentation, "Indentation contact point", "m", 1);
+    EXPECT_EQ(find("in.oxd", range, "Slope"), find("in.oxd", "--kind slope --range 310.2:389.9", "Slope"));
+    write({{"Dim2Unit=m", "Dim2Unit=nm"}, {"Dim2Range=4e-07", "Dim2Range=400"}, {"Dim2Min=-2e-07", "Dim2Min=-200"}});
+    expectSame(range, "Slope", "nm/m", 1e9);
+    expectSame(indentation, "Indentation contact point", "m", 1);
+    expectSame("--kind adhesion --name A", "A error", "N", 1);
+    write({{"Dim2Unit=m", "Dim2Unit=mV"}, {"Dim2Range=4e-07", "Dim2Range=8000"}, {"Dim2Min=-2e-07", "Dim2Min=-4000"}});
+    expectSame(indentation + " --sensitivity 50nm/V", "Indentation maximum error", "m", 1);
+    expectSame(indentation, "Indentation contact point", "m", 1);
+}
+
+TEST_F(ProcessTest, ClipsNoCurveOfALineThatIsLongerThanTheOthers)
+{
+    std::string bytes = ReadBytes("sample.oxd");
+    const auto channel = bytes.find("[DataSet-2:0]");
+    bytes.replace(bytes.find("Version=2", channel), 9, "Version=3\r\nLineDim3Range=4e-06\r\nLineDim3Min=0");
+    WriteBytes("in.oxd", bytes);
+    const std::string command = "process in.oxd --kind indentation --input Spectroscopy/0 ";
+    const auto found = Quantities(Run(command + "--json").results);
+    const double largest = found.at("Indentation maximum")["values"][3].get<double>();
+    EXPECT_EQ(Run(command + "-o out.oxd").exitCode, 0);
+    const auto handle = Open("out.oxd");
+    std::vector<double> curve(GetChannelData_Points(handle, 3, 0));
+    GetChannelData_LineReal(handle, 3, 0, 3, 0, curve.data());
+    curve.resize(GetChannelData_PointsPerLine(handle, 3, 0, 3));
+    EXPECT_GT(largest, 1e-6) << "more than the way of the other lines";
+    EXPECT_NEAR(*std::ranges::max_element(curve), largest, 1e-12);
+}
+
+TEST_F(ProcessTest, LosesNoViewThatIsAChannel)
+{
+    WriteOxd(threeLines + "[SetView]\nViewCount=1\nView0=C\n", StraightLine());
+    EXPECT_EQ(Run("process in.oxd --kind slope --input Scan/0 -o out.oxd").diagnostics.find("section of views"),
+              std::string::npos);
+}
+
+TEST_F(ProcessTest, SaysWhichCalibrationItCannotUse)
+{
+    const std::string sample = ReadBytes("sample.oxd");
+    const auto withSpring = [&](const std::string& value) {
+        std::string bytes = sample;
+        const std::string old = "Spring constant=0.2 N/m";
+        WriteBytes("in.oxd", bytes.replace(bytes.find(old), old.size(), "Spring constant=" + value));
+        return Run("process in.oxd --json");
+    };
+    const auto force = [](const std::string& document) {
+        return Quantities(document).at("Adhesion")["values"][0].get<double>();
+    };
+    const double expected = force(ResultsOf("process sample.oxd --json"));
+    for (const char* const same : {"0.2 nN/nm", "200 pN/nm", "200mN/m"}) {
+        const Outcome outcome = withSpring(same);
+        EXPECT_EQ(outcome.diagnostics, "") << same;
+        EXPECT_NEAR(force(outcome.results), expected, 1e-12 * expected) << same;
+    }
+    for (const char* const unusable : {"about 0.9", "-1 N/m", "0.2 N", "0"}) {
+        const Outcome outcome = withSpring(unusable);
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(std::ranges::count(outcome.diagnostics, '\n'), 1) << "once: " << outcome.diagnostics;
+        EXPECT_NE(outcome.diagnostics.find(std::string("Tool/Spring constant is \"") + unusable), std::string::npos);
+    }
 }
 
 TEST_F(ProcessTest, PreviewsAndKeepsTheOldFile)
