@@ -88,13 +88,18 @@ def test_curves_without_a_modulus_are_left_out() -> None:
     assert fit(elastic("sphere", MODULUS), "dmt").reason.tolist() == [Reason.NO_ADHESION]
 
 
+@pytest.mark.filterwarnings("ignore:.*fork:DeprecationWarning")
 @pytest.mark.skipif(not hasattr(os, "fork"), reason="there is no fork here")
 def test_a_child_can_fit_though_a_thread_of_its_parent_was_fitting() -> None:
     with fitting._filters:
         child = os.fork()
         if child == 0:
-            signal.alarm(20)
-            os._exit(0 if fit(elastic("sphere", MODULUS), "sphere").ok.all() else 1)
+            status = 1
+            try:
+                signal.alarm(20)
+                status = int(not fit(elastic("sphere", MODULUS), "sphere").ok.all())
+            finally:
+                os._exit(status)
     assert os.waitpid(child, 0)[1] == 0
 
 
