@@ -168,7 +168,7 @@ def test_the_accessor_levels_as_channels_do(scan: Path, operator: str) -> None:
         topography = file[0]["Topography"].to_xarray()
     levelled = topography.oxd.level(operator)
     np.testing.assert_allclose(levelled, expected, atol=1e-15)
-    assert levelled.attrs == topography.attrs
+    assert topography.attrs.keys() - levelled.attrs.keys() == {"signal_minimum", "signal_range"}
     other = (topography + 1.0).assign_attrs({})
     lazy = other.chunk({"y": 3, "x": 5}).oxd.level(operator)
     assert lazy.chunks is not None

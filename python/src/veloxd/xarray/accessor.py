@@ -26,7 +26,9 @@ class OxdAccessor:
     def level(self, operator: str) -> xr.DataArray:
         """The array with a correction of each line, as `veloxd.Channel.level` gives it, but always centred on 0.
 
-        Arrays of dask stay lazy. Results agree with those of a fit in float64 within 1e-7 of the span of the values.
+        The ends of the signal axis, which the attributes ``signal_minimum`` and ``signal_range`` tell, no longer hold
+        and are left out. Arrays of dask stay lazy. Results agree with those of a fit in float64 within 1e-7 of the span
+        of the values.
 
         Raises
         ------
@@ -47,6 +49,8 @@ class OxdAccessor:
             output_dtypes=[np.float64],
             keep_attrs=True,
         )
+        for end in ("signal_minimum", "signal_range"):
+            levelled.attrs.pop(end, None)
         return levelled
 
     def plot(self, ax: matplotlib.axes.Axes | None = None, **style: Any) -> matplotlib.axes.Axes:

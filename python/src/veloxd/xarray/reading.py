@@ -7,7 +7,10 @@ from typing import Any, Callable
 import numpy as np
 import xarray as xr
 
+from .._calibration import ATTRIBUTES, calibration
 from .._native.library import LOCK
+from .._positions import own_positions
+from .._resolution import signal_step
 from ..axis import Axis
 from ..channel import Channel
 from ..file import File
@@ -93,6 +96,8 @@ def _variable(channel: Channel, dims: tuple[str, str], values: Values) -> xr.Var
         "units": channel.unit,
         "signal_minimum": channel.signal.minimum,
         "signal_range": channel.signal.range,
+        "signal_step": signal_step(channel),
+        **{ATTRIBUTES[option]: text for option, text in calibration(root_of(channel._handle)).items()},
     }
     return xr.Variable(dims, values(channel), attributes)
 
@@ -102,7 +107,7 @@ def _coordinates(channel: Channel, dims: tuple[str, str]) -> dict[str, xr.Variab
     y, x = dims
     coordinates = {y: _coordinate(channel.y, (y,)), x: _coordinate(channel.x, (x,))}
     if channel.x.varies:
-        coordinates[x.replace("x", "x_grid")] = xr.Variable(dims, channel.x.grid, coordinates[x].attrs)
+        coordinates[own_positions(x)] = xr.Variable(dims, channel.x.grid, coordinates[x].attrs)
     return coordinates
 
 

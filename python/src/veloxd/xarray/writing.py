@@ -7,6 +7,7 @@ from typing import Any
 import numpy as np
 import xarray as xr
 
+from .._positions import positions_of
 from ..file import File, create
 from ..group import Group
 from .attributes import nest
@@ -30,7 +31,8 @@ def from_xarray(labelled: xr.DataArray | xr.Dataset | xr.DataTree, *, bits: int 
     Raises
     ------
     ValueError
-        if a variable has more dimensions, gaps (NaN), or coordinates that are not evenly spaced.
+        if a variable has more dimensions, gaps (NaN), coordinates that are not evenly spaced, or lines with positions
+        of their own (``x_grid``).
 
     Examples
     --------
@@ -77,6 +79,7 @@ def _add_channel(group: Group, key: str, array: xr.DataArray) -> None:
         raise ValueError(
             f"The variable {key!r} has gaps or infinite values; put numbers in their place, as by fillna()."
         )
+    _require_shared_positions(key, array)
     group.create_channel(
         str(array.attrs.get("long_name", key)),
         values,
@@ -85,6 +88,15 @@ def _add_channel(group: Group, key: str, array: xr.DataArray) -> None:
         x=_axis(array, str(array.dims[-1])),
         y=_axis(array, str(array.dims[0])) if array.ndim == 2 else {"name": "Line"},
     )
+
+
+def _require_shared_positions(key: str, array: xr.DataArray) -> None:
+    own = positions_of(array)
+    if own != array.dims[-1]:
+        raise ValueError(
+            f"The lines of the variable {key!r} have positions of their own, {own!r}, which would be lost; "
+            f"to go without them, use drop_vars({own!r})."
+        )
 
 
 def _signal_limits(array: xr.DataArray, values: Any) -> tuple[float, float] | None:
