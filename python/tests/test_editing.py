@@ -185,6 +185,14 @@ def test_values_beyond_the_signal_axis_are_clipped_and_counted(scan: Path) -> No
         assert file.save().clipped == 2 + 16
         channel[1] = 0.0
         assert file.save().clipped == 2, "the line was assigned anew"
+        channel[:, [1, 0]] = 5.0
+        assert file.save().clipped == 2 * len(channel)
+        channel[1:, :2] = 0.0
+        channel[0, [0, 1, 0]] = [0.0, 0.0, 5.0]
+        assert file.save().clipped == 1, "points were assigned anew, one of them twice"
+        channel[0, [0, 1, 0]] = [5.0, 5.0, 0.0]
+        assert file.save().clipped == 1
+        channel[0, :2] = 5.0
         del file[0]["Topography"]
         assert file.save().clipped == 0
 
