@@ -25,6 +25,7 @@ MISUSE: list[tuple[Callable[[Any], Any], type[Exception], str]] = [
     (lambda file: file.info.quantity("Scan"), ValueError, "group"),
     (lambda file: veloxd.Quantity.parse("Tube"), ValueError, "Tube"),
     (lambda file: veloxd.Quantity.parse("2026-11-22"), ValueError, "2026"),
+    (lambda file: veloxd.Quantity.parse("-0x10"), ValueError, "0x10"),
     (lambda file: file[0][0][8], IndexError, "Line 8"),
     (lambda file: file[0][0][0, -17], IndexError, "Point -17"),
     (lambda file: file[0][0][0, 0, 0], IndexError, "two axes"),
