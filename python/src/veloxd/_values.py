@@ -15,14 +15,16 @@ def as_numbers(values: npt.ArrayLike, form: Form) -> npt.NDArray[Any] | np.gener
 
     Raises ``TypeError`` if they are no real numbers, or raw samples no integers.
     """
-    numbers = np.ma.asarray(values) if _is_masked(values) else np.asarray(values)  # type: ignore[no-untyped-call]
+    numbers: Any = np.ma.asarray(values) if _is_masked(values) else np.asarray(values)
     is_raw = form.dtype.kind == "i"
     if numbers.dtype.kind not in ("iu" if is_raw else "iuf"):
         wanted = "integers" if is_raw else "real numbers"
         raise TypeError(f"A channel takes {wanted}, not values of type {numbers.dtype}.")
     if not isinstance(numbers, np.ma.MaskedArray):
-        return numbers
-    filled: npt.NDArray[Any] = numbers.astype(np.promote_types(numbers.dtype, form.dtype)).filled(form.missing)
+        array: npt.NDArray[Any] | np.generic = numbers
+        return array
+    wide = np.promote_types(numbers.dtype, form.dtype)
+    filled: npt.NDArray[Any] = np.ma.filled(numbers.astype(wide), form.missing)
     return filled
 
 
