@@ -161,6 +161,15 @@ def test_arrays_of_any_origin_become_files() -> None:
         assert file.to_xarray().attrs == {"A::B%2FC::d%3A%3Ae": "1 2"}
 
 
+def test_items_with_the_names_of_groups_are_kept() -> None:
+    attributes = {"A::Tip": "first", "A::Tip::Radius": "7 nm", "A::Tip_2": "second", "A::Tip_2::x": "1"}
+    for order in (attributes, dict(reversed(attributes.items()))):
+        with veloxd.from_xarray(xr.Dataset(attrs=order)) as file:
+            kept = file.info.to_dict()["A"]
+        assert (kept["Tip"], kept["Tip_2"]) == ({"Radius": "7 nm"}, {"x": "1"})
+        assert {kept[name] for name in kept.keys() - {"Tip", "Tip_2"}} == {"first", "second"}
+
+
 @pytest.mark.parametrize("operator", ["mean", "line", "parabola", "polynomial", "derive"])
 def test_the_accessor_levels_as_channels_do(scan: Path, operator: str) -> None:
     with veloxd.open(scan) as file:

@@ -22,8 +22,9 @@ def from_xarray(labelled: xr.DataArray | xr.Dataset | xr.DataTree, *, bits: int 
     ----------
     labelled
         Variables with one or two dimensions, lines and points; their coordinates must be evenly spaced. ``units`` and
-        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information. Coordinates
-        that belong to no dimension, and other attributes, are left out.
+        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information, in which an
+        item with the name of a group gets ``_2``. Coordinates that belong to no dimension, and other attributes, are
+        left out.
     bits
         In how many bits, 8, 16 or 32, samples are stored.
 
