@@ -104,6 +104,8 @@ def _axis(array: xr.DataArray, dim: str) -> dict[str, Any]:
     if dim not in array.coords:
         return {"name": dim, "minimum": 0.0, "range": float(max(count - 1, 0))}
     coordinate = array.coords[dim]
+    if coordinate.dtype.kind not in "iuf":
+        raise ValueError(f"The coordinate {dim!r} holds {coordinate.dtype}; the axes of a channel are real numbers.")
     positions = np.asarray(coordinate.values, dtype=float)
     first, last = (float(positions[0]), float(positions[-1])) if count else (0.0, 0.0)
     even = np.linspace(first, last, count)
