@@ -62,13 +62,15 @@ def file_datasets(file: File, values: Values) -> dict[str, xr.Dataset]:
 def group_dataset(group: Group, values: Values) -> xr.Dataset:
     """The channels of a group. Those whose shape and axes are those of the first have the dimensions y and x.
 
-    Others have ``y_2`` and ``x_2``, and so on.
+    Others have ``y_2`` and ``x_2``, and so on, of which those are left out that a channel has the name of.
     """
     variables: dict[str, xr.Variable] = {}
     coordinates: dict[str, xr.Variable] = {}
     known: list[tuple[Any, tuple[str, str]]] = []
-    for channel in group.channels:
-        dims = _dimensions(channel, known)
+    channels = group.channels
+    names = {safe(channel.name) for channel in channels}
+    for channel in channels:
+        dims = _dimensions(channel, known, {*names, *variables, *coordinates})
         coordinates.update(_coordinates(channel, dims))
         taken = {*variables, *coordinates}
         variables[unused(safe(channel.name), taken.__contains__)] = _variable(channel, dims, values)
@@ -76,12 +78,16 @@ def group_dataset(group: Group, values: Values) -> xr.Dataset:
     return xr.Dataset(variables, coordinates, attributes)
 
 
-def _dimensions(channel: Channel, known: list[tuple[Any, tuple[str, str]]]) -> tuple[str, str]:
+def _dimensions(channel: Channel, known: list[tuple[Any, tuple[str, str]]], taken: set[str]) -> tuple[str, str]:
+    """The dimensions of a channel: those of ``known`` with the same axes, or new ones that are not taken."""
     axes = (channel.shape, channel.x.as_dict(), channel.y.as_dict(), _grid_key(channel))
     for other, dims in known:
         if other == axes:
             return dims
-    suffix = f"_{len(known) + 1}" if known else ""
+    number = len(known) + 1
+    while known and not taken.isdisjoint(f"{name}_{number}" for name in ("y", "x", "x_grid")):
+        number += 1
+    suffix = f"_{number}" if known else ""
     known.append((axes, (f"y{suffix}", f"x{suffix}")))
     return known[-1][1]
 

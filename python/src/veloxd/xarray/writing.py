@@ -23,8 +23,9 @@ def from_xarray(labelled: xr.DataArray | xr.Dataset | xr.DataTree, *, bits: int 
     ----------
     labelled
         Variables with one or two dimensions, lines and points; their coordinates must be evenly spaced. ``units`` and
-        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information. Coordinates
-        that belong to no dimension, and other attributes, are left out.
+        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information, in which an
+        item with the name of a group gets ``_2``. Coordinates that belong to no dimension, and other attributes, are
+        left out.
     bits
         In how many bits, 8, 16 or 32, samples are stored.
 
@@ -115,6 +116,8 @@ def _axis(array: xr.DataArray, dim: str) -> dict[str, Any]:
     if dim not in array.coords:
         return {"name": dim, "minimum": 0.0, "range": float(max(count - 1, 0))}
     coordinate = array.coords[dim]
+    if coordinate.dtype.kind not in "iuf":
+        raise ValueError(f"The coordinate {dim!r} holds {coordinate.dtype}; the axes of a channel are real numbers.")
     positions = np.asarray(coordinate.values, dtype=float)
     first, last = (float(positions[0]), float(positions[-1])) if count else (0.0, 0.0)
     even = np.linspace(first, last, count)
