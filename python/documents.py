@@ -22,10 +22,10 @@ import matplotlib.pyplot as plt  # noqa: E402
 import nbformat  # noqa: E402
 import numpy as np  # noqa: E402
 import PIL.Image  # noqa: E402
+import reference  # noqa: E402
 from nbclient import NotebookClient  # noqa: E402
 from tool import make_sample  # noqa: E402
 
-import reference  # noqa: E402
 import veloxd  # noqa: E402
 from veloxd import curves  # noqa: E402
 

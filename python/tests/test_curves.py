@@ -221,6 +221,12 @@ def test_a_channel_brings_its_calibration_units_and_limits(tmp_path: Path, bits:
         options = {**CALIBRATED, "sensitivity": SENSITIVITY, "signal_step": step, "limits": (-4, 4 - 1.1 * step)}
         for quantity in QUANTITIES:
             assert_same(quantity(channel.values / 1e3, x=Z, **options), quantity(channel), rtol=1e-6)
+        array = channel.to_xarray()
+        levelled = array.oxd.level("mean")
+        for labelled in (array, xr.open_dataset(tmp_path / "curves.oxd")["Deflection"]):
+            for quantity in QUANTITIES:
+                assert_same(quantity(channel), quantity(labelled), rtol=1e-6)
+        assert slope(levelled).reason.values.tolist() == slope(array - 5000.0).reason.values.tolist() == [Reason.OK] * 4
         found = indentation(channel)
         assert found.reason.tolist() == [0, 0, 0, Reason.SATURATED] or bits == 8
         assert slope(channel).reason[3] == Reason.SATURATED
@@ -259,7 +265,16 @@ def test_lines_of_a_channel_may_begin_elsewhere(tmp_path: Path) -> None:
         channel = file[0][0]
         expected = slope(channel.values, x=channel.x.grid)
         assert_same(expected, slope(channel), rtol=1e-9)
-        assert_same(expected, slope(channel.to_xarray()), rtol=1e-9)
+        array = channel.to_xarray()
+        assert_same(expected, slope(array), rtol=1e-9)
+        for stacked in (
+            array.expand_dims("t"),
+            xr.concat([array, array], "t", coords="minimal").transpose("y", "t", "x"),
+        ):
+            for index in range(2):
+                assert_same(expected, slope(stacked).isel(y=index, t=-1), index, rtol=1e-9)
+        with pytest.raises(ValueError, match="x_grid"):
+            veloxd.from_xarray(array)
 
 
 def test_labelled_arrays_give_data_sets(tmp_path: Path) -> None:
@@ -281,15 +296,49 @@ def test_labelled_arrays_give_data_sets(tmp_path: Path) -> None:
     assert slope(volume.assign_attrs(units=""))["value"].attrs["units"] == ""
     assert "no_contact" in slope(volume)["reason"].attrs["flag_meanings"].split()
     assert int(slope(volume[0, 0])["reason"]) == Reason.OK
-    limited = volume.assign_attrs(signal_minimum=-100.0, signal_range=101.0)
+    limited = volume.clip(max=1.0, keep_attrs=True).assign_attrs(signal_minimum=-100.0, signal_range=101.0)
     assert (slope(limited)["reason"] == Reason.SATURATED).all()
     np.testing.assert_allclose(slope(volume, x=2 * Z)["value"], slope(volume)["value"] / 2)
+
+
+def test_no_curves_give_no_results() -> None:
+    for x in (Z, np.empty((0, Z.size))):
+        found = contact_point(np.empty((0, Z.size)), x=x)
+        assert found.position.shape == found.reason_text.shape == (0,)
+    with veloxd.create() as file:
+        channel = file.create_group("Curves").create_channel("Force", np.empty((0, 8)), x={"range": 1.0})
+        assert force(channel).curve.shape == (0, 8)
+        assert slope(channel.to_xarray())["value"].shape == (0,)
+
+
+def test_positions_are_taken_in_their_units_and_type_in_place_of_those_of_the_array() -> None:
+    curve = approach()[0]
+    expected = contact_point(curve, x=Z)
+    nanometres = xr.DataArray(1e9 * Z, dims="z", attrs={"units": "nm"})
+    for labelled in (xr.DataArray(curve, dims="z"), xr.DataArray(curve, {"z": Z**2}, ("z",))):
+        assert_same(expected, contact_point(labelled, x=Z))
+        assert_same(expected, contact_point(labelled, x=nanometres), rtol=1e-9)
+    with pytest.raises(ValueError, match="'s'"):
+        indentation(curve, x=nanometres.assign_attrs(units="s"), sensitivity=1)
+    single = (1e-3 + Z).astype(np.float32)  # far from 0, so that spacing differs by rounding
+    assert contact_point(curve, x=single).position == pytest.approx(1e-3 + expected.position, abs=2e-9)
+    assert_same(expected, contact_point(xr.DataArray(curve, {"z": Z.astype(np.float32)}, ("z",))), rtol=1e-5)
+
+
+def test_names_of_the_results_are_left_to_them() -> None:
+    coords = {"z": Z, "index": [3, 4], "points": ("index", [5, 6]), "index_2": 7.0, "position": 8.0}
+    curves = xr.DataArray(retract(2), coords, ("index", "z"))
+    pulls = adhesion(curves)
+    assert pulls["index"].dims == pulls["value"].dims == ("index_3",)
+    assert (pulls["index_3"].values.tolist(), float(pulls["index_2"]), float(pulls["position_2"])) == ([3, 4], 7.0, 8.0)
+    assert slope(curves)["points_2"].values.tolist() == [5, 6]
+    assert force(curves, spring_constant=1, sensitivity=1).sizes == {"index": 2, "z": Z.size}
 
 
 def test_wrong_arguments_are_refused_in_plain_words() -> None:
     curve = approach()[0]
     for message, kind, arguments in (
-        ("say them by x", TypeError, {}),
+        ("pass them as x", TypeError, {}),
         ("did you mean 'threshold'", TypeError, {"x": Z, "treshold": 3}),
         ("no option 'colour'.", TypeError, {"x": Z, "colour": 3}),
         ("outside of its bounds: threshold=-1", ValueError, {"x": Z, "threshold": -1}),

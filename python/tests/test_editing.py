@@ -185,6 +185,14 @@ def test_values_beyond_the_signal_axis_are_clipped_and_counted(scan: Path) -> No
         assert file.save().clipped == 2 + 16
         channel[1] = 0.0
         assert file.save().clipped == 2, "the line was assigned anew"
+        channel[:, [1, 0]] = 5.0
+        assert file.save().clipped == 2 * len(channel)
+        channel[1:, :2] = 0.0
+        channel[0, [0, 1, 0]] = [0.0, 0.0, 5.0]
+        assert file.save().clipped == 1, "points were assigned anew, one of them twice"
+        channel[0, [0, 1, 0]] = [5.0, 5.0, 0.0]
+        assert file.save().clipped == 1
+        channel[0, :2] = 5.0
         del file[0]["Topography"]
         assert file.save().clipped == 0
 
@@ -209,6 +217,26 @@ def test_gaps_stay_where_they_were_and_cannot_be_made(tmp_path: Path) -> None:
             file[0].create_channel("A", [1.0])
             file[0].create_channel("B", [1.0])
         assert channel.valid[1].sum() == 5
+
+
+def test_masked_values_count_as_missing(tmp_path: Path) -> None:
+    ragged_file(tmp_path / "ragged.oxd", [6, 3], bits=32)
+    with veloxd.open(tmp_path / "ragged.oxd", mode="r+") as file:
+        channel = file[0][0]
+        values, raw = channel.values, channel.raw
+        hidden = np.ma.array(np.where(channel.valid, values * 0.5, 9.0), mask=~channel.valid)
+        for lines in (hidden, list(hidden)):
+            channel.values = lines
+            np.testing.assert_allclose(channel.values, values * 0.5, atol=1e-8)
+        channel.raw = np.ma.array(np.where(channel.valid, raw, 7), mask=~channel.valid, dtype=np.int16)
+        np.testing.assert_array_equal(channel.raw, raw)
+        for value in (np.ma.masked, np.ma.array(5, mask=True)):
+            with pytest.raises(ValueError, match="point 2 of line 0"):
+                channel[0, 2] = value
+        with pytest.raises(ValueError, match="point 1 of line 0"):
+            file.create_group("New").create_channel("Masked", np.ma.array([1, 999], mask=[False, True]))
+        with pytest.raises(TypeError, match="masked"):
+            channel.read(out=np.ma.masked_all(channel.shape))
 
 
 def test_adding_a_channel_keeps_those_that_there_are(scan: Path) -> None:

@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import os
+import signal
 from typing import Any
 
 import numpy as np
@@ -9,7 +11,7 @@ import pytest
 import xarray as xr
 from force_curves import CALIBRATED, CONTACT, SPRING, Z, approach, elastic
 
-from veloxd.curves import Reason, dmt, fit_modulus, hertz_cone, hertz_sphere
+from veloxd.curves import Reason, dmt, fit_modulus, fitting, hertz_cone, hertz_sphere
 
 MODULUS = 2e6
 TIPS: dict[str, dict[str, Any]] = {
@@ -84,6 +86,21 @@ def test_curves_without_a_modulus_are_left_out() -> None:
     assert found.reason.tolist() == [Reason.OK, Reason.NO_FIT, Reason.NOTHING_ACQUIRED]
     assert np.isnan(found.modulus).tolist() == [False, True, True]
     assert fit(elastic("sphere", MODULUS), "dmt").reason.tolist() == [Reason.NO_ADHESION]
+
+
+@pytest.mark.filterwarnings("ignore:.*fork:DeprecationWarning")
+@pytest.mark.skipif(not hasattr(os, "fork"), reason="there is no fork here")
+def test_a_child_can_fit_though_a_thread_of_its_parent_was_fitting() -> None:
+    with fitting._filters:
+        child = os.fork()
+        if child == 0:
+            status = 1
+            try:
+                signal.alarm(20)
+                status = int(not fit(elastic("sphere", MODULUS), "sphere").ok.all())
+            finally:
+                os._exit(status)
+    assert os.waitpid(child, 0)[1] == 0
 
 
 def test_wrong_tips_are_refused() -> None:

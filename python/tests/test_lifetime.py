@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import contextlib
 import copy
+import errno
 import gc
 import os
 import pickle
@@ -175,6 +176,15 @@ def test_a_pickle_holds_the_path_and_the_place(scan: Path, monkeypatch: pytest.M
     with pytest.raises(FileNotFoundError):
         lost.values
     assert "No such file" in repr(lost)
+
+
+def test_failures_of_the_system_are_pickled_whole() -> None:
+    with pytest.raises(veloxd.MissingFileError) as caught:
+        veloxd.open("missing.oxd")
+    again = pickle.loads(pickle.dumps(caught.value))
+    assert type(again) is veloxd.MissingFileError
+    assert (again.errno, again.filename, str(again)) == (errno.ENOENT, "missing.oxd", str(caught.value))
+    assert again.details == caught.value.details != ""
 
 
 @pytest.mark.skipif(not hasattr(os, "fork"), reason="needs fork")

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import ctypes
+import errno
 import logging
 import os
 import stat
@@ -142,6 +143,35 @@ def test_files_that_may_not_be_replaced_are_not(scan: Path, tmp_path: Path) -> N
         renamed(scan)
     assert (caught.value.filename, type(caught.value)) == (str(scan), veloxd.FileAccessError)
     assert scan.read_bytes() == before
+    assert not leftovers(tmp_path)
+
+
+@posix
+def test_file_systems_without_links_or_flushing_take_new_files_as_well(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    def fail(number: int) -> Any:
+        def refuse(*_: Any) -> None:
+            raise OSError(number, os.strerror(number))
+
+        return refuse
+
+    for number in (errno.EPERM, errno.ENOTSUP):
+        monkeypatch.setattr(os, "link", fail(number))
+        monkeypatch.setattr(os, "fsync", fail(errno.EINVAL))
+        with veloxd.create(f"new {number}.oxd") as file:
+            with monkeypatch.context() as patch, pytest.raises(OSError, match="space"):
+                patch.setattr(os, "replace", fail(errno.ENOSPC))
+                file.save()
+            assert not Path(file.path).exists()
+            file.save()
+        with veloxd.open(f"new {number}.oxd"):
+            pass
+        Path("temporary").touch()
+        Path("theirs").write_text("somebody else's")
+        with pytest.raises(FileExistsError):
+            _replacing._move("temporary", "theirs", overwrite=False)
+        assert Path("theirs").read_text() == "somebody else's"
     assert not leftovers(tmp_path)
 
 

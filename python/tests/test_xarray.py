@@ -80,6 +80,21 @@ def test_lines_with_axes_of_their_own_have_a_coordinate_for_each_point(tmp_path:
             veloxd.from_xarray(dataset)
 
 
+def test_channels_may_have_the_names_of_dimensions() -> None:
+    names = ["x", "x_2", "y_3", "x_grid_4", "x", "last"]
+    with veloxd.create() as file:
+        group = file.create_group("G")
+        for count, name in enumerate(names, 1):
+            group.create_channel(name, np.full((1, count), float(count)))
+        dataset = group.to_xarray()
+    assert len(dataset.data_vars) == len(names)
+    assert [(array.attrs["long_name"], array.size) for array in dataset.data_vars.values()] == [
+        (name, count) for count, name in enumerate(names, 1)
+    ]
+    with veloxd.from_xarray(dataset) as again:
+        assert [channel.name for channel in again[0].channels] == names
+
+
 def test_arrays_are_pickled_as_a_path_and_read_in_threads_and_processes(scan: Path) -> None:
     with xr.open_dataset(scan) as dataset:
         topography = dataset["Topography"]
@@ -150,6 +165,7 @@ def test_arrays_of_any_origin_become_files() -> None:
         "3 dimensions": xr.DataArray(np.zeros((1, 1, 1))),
         "evenly": xr.DataArray([1.0, 2.0, 3.0], dims="x", coords={"x": [0, 1, 3]}),
         "gaps": xr.DataArray([1.0, np.nan]),
+        "datetime64": xr.DataArray([1.0, 2.0], {"t": np.array([0, 1], "datetime64[ns]")}, ("t",)),
         "real numbers": xr.DataArray(["a"]),
     }
     for part, array in bad.items():
@@ -161,6 +177,15 @@ def test_arrays_of_any_origin_become_files() -> None:
         assert file.to_xarray().attrs == {"A::B%2FC::d%3A%3Ae": "1 2"}
 
 
+def test_items_with_the_names_of_groups_are_kept() -> None:
+    attributes = {"A::Tip": "first", "A::Tip::Radius": "7 nm", "A::Tip_2": "second", "A::Tip_2::x": "1"}
+    for order in (attributes, dict(reversed(attributes.items()))):
+        with veloxd.from_xarray(xr.Dataset(attrs=order)) as file:
+            kept = file.info.to_dict()["A"]
+        assert (kept["Tip"], kept["Tip_2"]) == ({"Radius": "7 nm"}, {"x": "1"})
+        assert {kept[name] for name in kept.keys() - {"Tip", "Tip_2"}} == {"first", "second"}
+
+
 @pytest.mark.parametrize("operator", ["mean", "line", "parabola", "polynomial", "derive"])
 def test_the_accessor_levels_as_channels_do(scan: Path, operator: str) -> None:
     with veloxd.open(scan) as file:
@@ -168,13 +193,18 @@ def test_the_accessor_levels_as_channels_do(scan: Path, operator: str) -> None:
         topography = file[0]["Topography"].to_xarray()
     levelled = topography.oxd.level(operator)
     np.testing.assert_allclose(levelled, expected, atol=1e-15)
-    assert levelled.attrs == topography.attrs
+    assert topography.attrs.keys() - levelled.attrs.keys() == {"signal_minimum", "signal_range"}
     other = (topography + 1.0).assign_attrs({})
     lazy = other.chunk({"y": 3, "x": 5}).oxd.level(operator)
     assert lazy.chunks is not None
     np.testing.assert_allclose(lazy.values, expected, atol=1e-7)
     stack = xr.concat([other, 2 * other], "scan").oxd.level(operator)
     np.testing.assert_allclose(stack[0], expected, atol=1e-7)
+    mixed = topography.values
+    mixed[0] *= 1e12
+    alone = xr.DataArray(mixed).oxd.level(operator)
+    np.testing.assert_allclose(alone[1:], expected[1:], atol=1e-15)
+    np.testing.assert_allclose(alone[0], expected[0] * 1e12, atol=1e-3)
 
 
 def test_lines_that_end_early_are_levelled_and_others_with_gaps_are_not() -> None:
@@ -186,8 +216,9 @@ def test_lines_that_end_early_are_levelled_and_others_with_gaps_are_not() -> Non
     assert np.isnan(levelled[0, 5])
     assert np.isnan(levelled[1]).all()
     array[0, 2] = np.nan
-    with pytest.raises(ValueError, match="gaps"):
-        array.oxd.level("line")
+    for wrong in (array, array.fillna(np.inf)):
+        with pytest.raises(ValueError, match="gaps or infinite"):
+            wrong.oxd.level("line")
     with pytest.raises(ValueError, match="parabola"):
         array.oxd.level("cubic")
     assert array[:, :0].oxd.level("mean").shape == (2, 0)

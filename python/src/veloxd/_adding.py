@@ -11,6 +11,8 @@ import numpy as np
 import numpy.typing as npt
 
 from ._native.library import encode, encode_name
+from ._reading import Form
+from ._values import as_numbers
 from .axis import Axis, AxisLike, as_stored
 from .errors import Error
 
@@ -67,9 +69,12 @@ def _properties(axis: AxisLike | None, name: str, count: int) -> dict[str, Any]:
 
 
 def _block(values: npt.ArrayLike) -> npt.NDArray[Any]:
-    block = np.atleast_2d(np.asarray(values))
-    if block.ndim != 2 or block.dtype.kind not in "iuf":
-        raise ValueError(f"A channel holds lines of real numbers, not values of shape {block.shape} and {block.dtype}.")
+    try:
+        block = np.atleast_2d(as_numbers(values, Form.of(raw=False)))
+    except TypeError as wrong:
+        raise ValueError(str(wrong)) from None
+    if block.ndim != 2:
+        raise ValueError(f"A channel holds lines of real numbers, not values of shape {block.shape}.")
     return block
 
 

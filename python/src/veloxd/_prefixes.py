@@ -14,11 +14,15 @@ _EXPONENTS = {
 }  # fmt: skip
 _PREFIXES = {exponent: prefix for prefix, exponent in reversed(list(_EXPONENTS.items()))}
 
-_FIRST_UNIT = re.compile(r"[^\W\d_]+")
+# A unit with a power is none of them: its prefix would have the power, too.
+_FIRST_UNIT = re.compile(r"[^\W\d_]+(?![^\W_]|\s*(?:\^|\*\*))")
 
 
 def without_prefix(unit: str) -> tuple[float, str]:
-    """The factor that the prefix of the first unit stands for, and the unit without it: 1e-9 and "m/V" for "nm/V"."""
+    """The factor that the prefix of the first unit stands for, and the unit without it: 1e-9 and "m/V" for "nm/V".
+
+    A unit with a power, such as "nm^2", is left as it is.
+    """
     found = _FIRST_UNIT.match(unit)
     first = found.group() if found else ""
     if first in _UNITS or first[:1] not in _EXPONENTS or first[1:] not in _UNITS:

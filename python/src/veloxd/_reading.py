@@ -105,7 +105,7 @@ def _read_lines(part: Part, points: int, lines: Sequence[int], form: Form, code:
 def _mark_missing(
     lines: Sequence[int], acquired: list[int], points: int, rows: npt.NDArray[Any], needed: int, missing: float
 ) -> None:
-    """Marks what is missing in lines that end early, or in all of a line that has less than ``needed`` samples."""
+    """Marks what is missing in lines that end early, or in all of a line that has fewer than ``needed`` samples."""
     for line, number, row in zip(lines, acquired, rows):
         if number > points:
             raise DamagedFileError(f"Line {line} cannot be read: it claims {number} of {points} points.")

@@ -11,6 +11,10 @@ from collections.abc import Iterator
 
 from ._native.failure import system_failure
 
+# What file systems say that cannot flush, or have no hard links.
+_CANNOT_FLUSH = (errno.EINVAL, errno.ENOTSUP)
+_HAS_NO_LINKS = (errno.EPERM, errno.ENOTSUP, errno.EOPNOTSUPP, errno.ENOSYS)
+
 _PERMISSIONS = stat.S_IRWXU | stat.S_IRWXG | stat.S_IRWXO
 _ANYBODY_MAY_WRITE = stat.S_IWUSR | stat.S_IWGRP | stat.S_IWOTH
 
@@ -83,7 +87,7 @@ def _finish(temporary: str, target: str, old: os.stat_result | None, overwrite: 
     try:
         if old is not None and hasattr(os, "fchown"):
             _keep_rights(descriptor, old)
-        os.fsync(descriptor)
+        _flush(descriptor)
     finally:
         os.close(descriptor)
     _move(temporary, target, overwrite)
@@ -109,13 +113,41 @@ def _has_owner(descriptor: int, user: int, group: int) -> bool:
     return True
 
 
+def _flush(descriptor: int) -> None:
+    """Forces a file to the disk, on file systems that can do that."""
+    try:
+        os.fsync(descriptor)
+    except OSError as refused:
+        if refused.errno not in _CANNOT_FLUSH:
+            raise
+
+
 def _move(temporary: str, target: str, overwrite: bool) -> None:
     if overwrite:
         os.replace(temporary, target)
     elif os.name == "nt":
         os.rename(temporary, target)  # refuses a target that exists
     else:
-        os.link(temporary, target)  # refuses one; the name beside it is removed in any case
+        _move_to_new(temporary, target)
+
+
+def _move_to_new(temporary: str, target: str) -> None:
+    try:
+        os.link(temporary, target)  # refuses a target that exists; the other name is removed in any case
+    except OSError as refused:
+        if refused.errno not in _HAS_NO_LINKS:
+            raise
+        _replace_reserved(temporary, target)
+
+
+def _replace_reserved(temporary: str, target: str) -> None:
+    """Takes the name with an empty file, which nobody else can have made, and puts the whole one in its place."""
+    os.close(os.open(target, os.O_WRONLY | os.O_CREAT | os.O_EXCL))
+    try:
+        os.replace(temporary, target)
+    except BaseException:
+        os.unlink(target)
+        raise
 
 
 def _flush_folder(folder: str) -> None:

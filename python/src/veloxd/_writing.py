@@ -73,8 +73,8 @@ def write(part: Part, rows: Callable[[], Iterator[Row]], form: Form, limits: tup
             shown = _present(row, form, loaded.GetChannelData_PointsPerLine(*place, row.line))
             part._handle.changes.anything = True
             _write_row(place, shown, form)
-            clipped = np.count_nonzero((shown.values < limits[0]) | (shown.values > limits[1]))
-            part._handle.changes.assigned(part._place, shown.line, int(clipped), shown.is_whole)
+            is_clipped = (shown.values < limits[0]) | (shown.values > limits[1])
+            part._handle.changes.assigned(part._place, shown.line, shown.points, is_clipped)
         check(loaded)
 
 

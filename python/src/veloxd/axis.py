@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import math
 from collections.abc import Mapping
-from typing import TYPE_CHECKING, Any, Union
+from typing import TYPE_CHECKING, Any, Callable, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -55,7 +55,7 @@ class Axis:
 
     @name.setter
     def name(self, name: str) -> None:
-        self._channel._change(self._function("Set", "Name"), encode_name(name, "The name of an axis"))
+        self._set(name=name)
 
     @property
     def unit(self) -> str:
@@ -64,7 +64,7 @@ class Axis:
 
     @unit.setter
     def unit(self, unit: str) -> None:
-        self._channel._change(self._function("Set", "Unit"), encode(unit, "The unit of an axis"))
+        self._set(unit=unit)
 
     @property
     def minimum(self) -> float:
@@ -73,7 +73,7 @@ class Axis:
 
     @minimum.setter
     def minimum(self, minimum: float) -> None:
-        self._channel._change(self._function("Set", "Min"), _finite(minimum, "minimum"))
+        self._set(minimum=minimum)
 
     @property
     def range(self) -> float:
@@ -82,7 +82,7 @@ class Axis:
 
     @range.setter
     def range(self, range: float) -> None:
-        self._channel._change(self._function("Set", "Range"), _finite(range, "range"))
+        self._set(range=range)
 
     @property
     def maximum(self) -> float:
@@ -110,12 +110,15 @@ class Axis:
         minimum: float | None = None,
         range: float | None = None,
     ) -> None:
-        """Sets those properties that are given."""
+        """Sets those properties that are given: all of them, or none if one is refused."""
         given = {"name": name, "unit": unit, "minimum": minimum, "range": range}
+        self._set(**{key: value for key, value in given.items() if value is not None})
+
+    def _set(self, **properties: Any) -> None:
+        checked = {_PROPERTIES[key][0]: _PROPERTIES[key][1](value) for key, value in properties.items()}
         with LOCK:
-            for key, value in given.items():
-                if value is not None:
-                    setattr(self, key, value)
+            for what, value in checked.items():
+                self._channel._change(self._function("Set", what), value)
 
     def as_dict(self) -> dict[str, str | float]:
         """The properties of the axis by name, as `Group.create_channel` takes them."""
@@ -190,5 +193,14 @@ def positions(minimum: Any, span: Any, count: int) -> npt.NDArray[np.float64]:
 
 def _finite(number: float, what: str) -> float:
     if not math.isfinite(number):
-        raise ValueError(f"The {what} of an axis must be a finite number, not {number}.")
+        raise ValueError(f"{what} must be a finite number, not {number}.")
     return as_stored(float(number))
+
+
+# What the library calls each property, and the check that makes what it takes of a value.
+_PROPERTIES: dict[str, tuple[str, Callable[[Any], Any]]] = {
+    "name": ("Name", lambda name: encode_name(name, "The name of an axis")),
+    "unit": ("Unit", lambda unit: encode(unit, "The unit of an axis")),
+    "minimum": ("Min", lambda number: _finite(number, "The minimum of an axis")),
+    "range": ("Range", lambda number: _finite(number, "The range of an axis")),
+}

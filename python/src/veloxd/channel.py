@@ -13,6 +13,7 @@ from ._native.library import LOCK
 from ._part import Part
 from ._reading import Form
 from ._selection import select
+from ._values import as_numbers
 from .axis import Axis, AxisLike, PointAxis
 
 if TYPE_CHECKING:
@@ -229,7 +230,7 @@ class Channel(Part):
         """Writes real values, or raw samples (integers), to the samples that ``key`` selects.
 
         Values beyond the ends of the signal axis become the nearer end. NaN, or `RAW_MISSING` among raw samples,
-        leaves a point not acquired if it was so before, and no value stands behind it.
+        leaves a point not acquired if it was so before, and no value stands behind it. Masked values count as NaN.
 
         Raises
         ------
@@ -249,7 +250,7 @@ class Channel(Part):
         True
         """
         form = Form.of(raw)
-        numbers = _numbers(values, raw)
+        numbers = as_numbers(values, form)
         with LOCK:
             limits = self._limits(raw)
             shape = self.shape
@@ -356,6 +357,8 @@ def _is_mask(key: Any, shape: tuple[int, int]) -> bool:
 def _suitable(out: npt.NDArray[Any], shape: tuple[int, ...], form: Form) -> npt.NDArray[Any]:
     if not isinstance(out, np.ndarray):
         raise TypeError(f"out must be a NumPy array, not {type(out).__name__}.")
+    if isinstance(out, np.ma.MaskedArray):
+        raise TypeError("out is a masked array, whose mask would hide what is read: give its data, out.data.")
     if out.shape != shape:
         raise ValueError(f"out has the shape {out.shape}; {shape} is needed.")
     casting: Literal["safe", "same_kind"] = "safe" if form.dtype.kind == "i" else "same_kind"
@@ -369,11 +372,3 @@ def _suitable(out: npt.NDArray[Any], shape: tuple[int, ...], form: Form) -> npt.
 def _fill(out: npt.NDArray[Any], values: npt.NDArray[Any]) -> npt.NDArray[Any]:
     np.copyto(_suitable(out, values.shape, Form.of(values.dtype.kind == "i")), values, casting="same_kind")
     return out
-
-
-def _numbers(values: npt.ArrayLike, raw: bool) -> npt.NDArray[Any] | np.generic:
-    numbers = np.asarray(values)
-    if numbers.dtype.kind not in ("iu" if raw else "iuf"):
-        wanted = "integers" if raw else "real numbers"
-        raise TypeError(f"A channel takes {wanted}, not values of type {numbers.dtype}.")
-    return numbers

@@ -6,6 +6,8 @@ FileNotFoundError`` and ``except KeyError`` work as they do elsewhere.
 
 from __future__ import annotations
 
+from typing import Any
+
 __all__ = [
     "ClosedError",
     "DamagedFileError",
@@ -51,6 +53,9 @@ class FileSystemError(Error, OSError):
         super().__init__(message, details)
         self.errno = number
         self.filename = path
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return type(self), (str(self), self.details, self.errno, self.filename), self.__dict__
 
 
 class MissingFileError(FileSystemError, FileNotFoundError):

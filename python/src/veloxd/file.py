@@ -129,8 +129,12 @@ class File(Named[Group]):
         encoded = encode_name(name, "The name of a group")
         with LOCK:
             number = self._handle.change("CreateGroup", bits)
-            self._handle.change("SetGroupName", number, encoded)
-            self._handle.change("SetChannelCount", number, slots)
+            try:
+                self._handle.change("SetGroupName", number, encoded)
+                self._handle.change("SetChannelCount", number, slots)
+            except BaseException:
+                self._handle.change("DeleteGroup", number)
+                raise
             return _group_of(self._handle, number)
 
     def __delitem__(self, key: str | int) -> None:

@@ -12,7 +12,9 @@ if TYPE_CHECKING:
 
 __all__ = ["Quantity"]
 
-_TEXT = re.compile(r"\s*([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?)\s*((?:[^\W\d_]|[°%‰/]).*?)?\s*")
+# A number is decimal: "0x10" is not 0 of the unit "x10".
+_NUMBER = r"(?![+-]?0(?:[xX][0-9a-fA-F]|[bBoO]\d))([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?)"
+_TEXT = re.compile(rf"\s*{_NUMBER}\s*((?:[^\W\d_]|[°%‰/]).*?)?\s*")
 
 
 class Quantity(NamedTuple):

@@ -3,6 +3,7 @@
 #include "oxd/library/DataSet.h"
 #include "oxd/system/Platform.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
+#include "velstdlib/machine/InstructionSet.h"
 
 #include <cairo.h>
 #include <png.h>
@@ -39,8 +40,11 @@ Check CheckLibrary(const std::string& toolVersion)
 std::string InstructionSet()
 {
     namespace dataset = veltaris::velflexlib::dataset;
-    const dataset::CSampleKernels* const used = &dataset::Kernels();
-    return used == &dataset::avx512Kernels ? "AVX-512" : used == &dataset::avx2Kernels ? "AVX2" : "baseline";
+    namespace machine = veltaris::velstdlib::machine;
+    if (&dataset::Kernels() == &dataset::baselineKernels) {
+        return "baseline";
+    }
+    return machine::WidestInstructionSet() == machine::InstructionSet::Avx512 ? "AVX-512" : "AVX2";
 }
 
 } // namespace

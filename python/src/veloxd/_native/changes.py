@@ -4,29 +4,38 @@ from __future__ import annotations
 
 from dataclasses import dataclass, field
 
+import numpy as np
+import numpy.typing as npt
+
 # A group id and the position of a channel in it.
 Place = tuple[int, ...]
+
+Indices = npt.NDArray[np.intp]
 
 
 @dataclass
 class Changes:
     """What was changed in a data set since it was opened.
 
-    ``clipped`` has, for each channel that samples were assigned to, the number of samples by line that the signal
-    axis could not hold. It describes the samples that are there now, so assigning a whole line anew starts at 0.
+    ``clipped`` has, for each channel that samples were assigned to, the points by line whose value the signal axis
+    could not hold. It describes the samples that are there now, so assigning a point anew forgets what it had.
     """
 
     anything: bool = False
-    clipped: dict[Place, dict[int, int]] = field(default_factory=dict)
+    clipped: dict[Place, dict[int, Indices]] = field(default_factory=dict)
 
-    def assigned(self, place: Place, line: int, clipped: int, is_whole: bool) -> None:
-        """Notes that samples of a line were assigned, the whole line or some of its points."""
+    def assigned(self, place: Place, line: int, points: Indices, is_clipped: npt.NDArray[np.bool_]) -> None:
+        """Notes that some points of a line were assigned, in ascending order, and which values were clipped.
+
+        Of several values for one point, the last is there now.
+        """
         lines = self.clipped.setdefault(place, {})
-        count = clipped + (0 if is_whole else lines.get(line, 0))
-        if count:
-            lines[line] = count
-        else:
-            lines.pop(line, None)
+        before = lines.pop(line, None)
+        clipped = points[is_clipped & (np.diff(points, append=points[-1:] + 1) > 0)]
+        if before is not None:
+            clipped = np.union1d(np.setdiff1d(before, points), clipped)
+        if clipped.size:
+            lines[line] = clipped
 
     def forget(self, place: Place) -> None:
         """Drops what is known of a deleted group or channel."""
@@ -34,4 +43,4 @@ class Changes:
             del self.clipped[known]
 
     def clipped_samples(self) -> int:
-        return sum(sum(lines.values()) for lines in self.clipped.values())
+        return sum(sum(map(len, lines.values())) for lines in self.clipped.values())

@@ -1,6 +1,6 @@
 """The interface of the library of force curves: its constants, structures and functions, for ctypes.
 
-What each means says veloxd_curves.h. Arrays and structures are passed as addresses.
+veloxd_curves.h says what each means. Arrays and structures are passed as addresses.
 """
 
 from __future__ import annotations

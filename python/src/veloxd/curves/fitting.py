@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+import os
 import threading
 import warnings
 from collections.abc import Mapping
@@ -26,7 +27,7 @@ if TYPE_CHECKING:
 __all__ = ["ModulusFit", "fit_modulus"]
 
 _LEAST_POINTS = 4
-_FILTERS = threading.Lock()  # for the filters of warnings, which all threads share
+_filters = threading.Lock()  # for the filters of warnings, which all threads share
 _LARGEST_ERROR = 1 / 3  # of the modulus, as a part of it: one that is larger leaves it open
 
 
@@ -253,7 +254,7 @@ def _solved(approach: Approach, contact: _Contact) -> tuple[Array, Array] | None
     """The parameters with their covariance, or None if the curve does not determine them."""
     from scipy.optimize import OptimizeWarning, curve_fit
 
-    with _FILTERS, warnings.catch_warnings():
+    with _filters, warnings.catch_warnings():
         warnings.simplefilter("ignore", OptimizeWarning)  # of covariances that are infinite, which are looked at
         try:
             parameters, covariance = curve_fit(
@@ -319,9 +320,9 @@ def fit_modulus(
     Returns
     -------
     ModulusFit or xarray.Dataset
-        As for `slope`. There is no value where `indentation`, `force` or, for "dmt", `adhesion` has none; with less
-        than 4 points in the range; and where the curve does not determine the modulus, since its error would be more
-        than a third of it, as on a surface that is much stiffer than the spring.
+        As for `slope`. There is no value where `indentation`, `force` or, for "dmt", `adhesion` has none; with
+        fewer than 4 points in the range; and where the curve does not determine the modulus, since its error would be
+        more than a third of it, as on a surface that is much stiffer than the spring.
 
     Raises
     ------
@@ -356,3 +357,13 @@ def fit_modulus(
         return shaped(ModulusFit, found, {**values, "scale_error": scale_error + 0 * values["modulus"]})
 
     return analyse(curves, x, options, compute)
+
+
+def _unlock_in_child() -> None:
+    """A child has none of the other threads of its parent, one of which may have held the lock."""
+    global _filters
+    _filters = threading.Lock()
+
+
+if hasattr(os, "register_at_fork"):
+    os.register_at_fork(after_in_child=_unlock_in_child)

@@ -1,4 +1,4 @@
-"""What a caller can say of curves, and how they are to be analysed."""
+"""What a caller can say of curves, and how to analyse them."""
 
 from __future__ import annotations
 
@@ -36,7 +36,7 @@ class Options(TypedDict, total=False):
     baseline_share : float
         The share of the curve, at the end away from the surface, in which the baseline is looked for; 0.4.
     threshold : float
-        How many noise widths from the baseline a signal is none of it; 5.
+        How many noise widths a signal must be from the baseline not to belong to it; 5.
     signal_step : float
         The smallest difference of signals: their noise is at least that divided by the root of 12; 0.
     fit_share : float

@@ -53,19 +53,20 @@ def slope(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpa
         last dimension runs along the points. NaN stands for points that were not acquired. Signals and positions of
         channels and labelled arrays are taken in units without SI prefixes, such as m for nm.
     x
-        The positions of the points: evenly spaced numbers of shape (points,), or of the shape of the curves. Channels
-        and labelled arrays know their own.
+        The positions of the points: evenly spaced numbers of shape (points,), or of the shape of the curves, in SI
+        units without prefixes, such as metres. A labelled array of positions is taken in its ``units``. Channels and
+        labelled arrays of curves know their own.
     **options
-        What is known of the curves and how they are to be analysed: see `Options`. A channel tells the ends and the
-        resolution of its signal axis, and the items "Spring constant" and "Deflection sensitivity" of the group "Tool"
-        of its measurement information are used. A signal in metres needs no sensitivity, and one in newtons none
-        besides the spring constant.
+        What is known of the curves and how to analyse them: see `Options`. A channel tells the ends and the resolution
+        of its signal axis, and the items "Spring constant" and "Deflection sensitivity" of the group "Tool" of its
+        measurement information are used. Labelled arrays tell the same by their attributes. A signal in metres needs no
+        sensitivity, and one in newtons none besides the spring constant.
 
     Returns
     -------
     Slope or xarray.Dataset
         For one curve a `Slope` of scalars, for several one of arrays, for labelled arrays a data set of such arrays.
-        A curve of which less than 4 points are in the range has no value.
+        A curve of which fewer than 4 points are in the range has no value.
 
     Raises
     ------
@@ -87,8 +88,8 @@ def slope(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpa
 def baseline(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpack[Options]) -> Any:
     """Finds the straight line on which the signal lies away from the surface, and the noise about it.
 
-    Arguments, results and errors are as for `slope`; the result is a `Baseline`, or a data set of the same. It takes 16
-    points, and up to three eighths of the range may be off the line.
+    Arguments, results and errors are as for `slope`; the result is a `Baseline`, or a data set of the same. It needs at
+    least 16 points, and up to three eighths of the range may be off the line.
     """
     return analyse(curves, x, options, baselines)
 
@@ -105,7 +106,7 @@ def contact_point(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **optio
 
 @_giving(Adhesion)
 def adhesion(curves: CurvesLike, *, x: npt.ArrayLike | None = None, **options: Unpack[Options]) -> Any:
-    """Finds how far the tip is pulled below the baseline before it comes off: of curves of the way back.
+    """Finds how far the tip is pulled below the baseline before it comes off. For retract curves.
 
     Arguments, results and errors are as for `slope`; the result is an `Adhesion`, or a data set of the same.
     """

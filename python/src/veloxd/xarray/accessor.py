@@ -26,12 +26,15 @@ class OxdAccessor:
     def level(self, operator: str) -> xr.DataArray:
         """The array with a correction of each line, as `veloxd.Channel.level` gives it, but always centred on 0.
 
-        Arrays of dask stay lazy. Results agree with those of a fit in float64 within 1e-7 of the span of the values.
+        The ends of the signal axis, which the attributes ``signal_minimum`` and ``signal_range`` tell, no longer hold
+        and are left out. Arrays of dask stay lazy. Results agree with those of a fit in float64 within 1e-7 of the span
+        of the line.
 
         Raises
         ------
         ValueError
-            for an operator that does not exist, or gaps elsewhere than at the end of lines, when it is computed.
+            for an operator that does not exist, or, when it is computed, for infinite values, or gaps elsewhere than at
+            the end of lines.
         """
         operator_code(operator)
         array = self._array
@@ -47,6 +50,8 @@ class OxdAccessor:
             output_dtypes=[np.float64],
             keep_attrs=True,
         )
+        for end in ("signal_minimum", "signal_range"):
+            levelled.attrs.pop(end, None)
         return levelled
 
     def plot(self, ax: matplotlib.axes.Axes | None = None, **style: Any) -> matplotlib.axes.Axes:
@@ -79,21 +84,26 @@ def _level(values: npt.NDArray[Any], operator: str) -> npt.NDArray[Any]:
     if not values.size:
         return np.empty(values.shape)
     lines = np.asarray(values, dtype=float).reshape(-1, values.shape[-1])
-    if np.isnan(lines).any():
+    if not np.isfinite(lines).all():
         return np.stack([_level_ended(line, operator) for line in lines]).reshape(values.shape)
-    # A constant offset changes no result. The axis has room for what fits leave, so that no sample counts as saturated.
-    middle = (lines.max() + lines.min()) / 2
-    end = 4 * (float(lines.max() - middle) or 1.0)
+    # An offset and a factor of a line change none of its digits. The axis has room for what fits leave, so that no
+    # sample counts as saturated.
+    highest, lowest = (end(axis=1, keepdims=True) / 2 for end in (lines.max, lines.min))
+    scales = np.where(highest > lowest, highest - lowest, 1.0)
+    scaled = (lines - (highest + lowest)) / scales
     with create() as file:
-        channel = file.create_group("Lines", slots=1).create_channel("Line", lines - middle, limits=(-end, end))
-        return channel.level(operator).reshape(values.shape)
+        channel = file.create_group("Lines", slots=1).create_channel("Line", scaled, limits=(-4.0, 4.0))
+        levelled = channel.level(operator) * scales
+    return levelled.reshape(values.shape)
 
 
 def _level_ended(line: npt.NDArray[Any], operator: str) -> npt.NDArray[Any]:
     """One line that ends before the array does, as lines do that were not acquired to their end."""
     count = int(np.flatnonzero(~np.isnan(line))[-1]) + 1 if not np.isnan(line).all() else 0
-    if np.isnan(line[:count]).any():
-        raise ValueError("Lines with gaps cannot be levelled: put numbers in their place, as by interpolate_na().")
+    if not np.isfinite(line[:count]).all():
+        raise ValueError(
+            "Lines with gaps or infinite values cannot be levelled: put numbers in their place, as by interpolate_na()."
+        )
     levelled = np.full(line.shape, np.nan)
     levelled[:count] = _level(line[:count], operator)
     return levelled

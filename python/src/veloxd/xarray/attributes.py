@@ -6,7 +6,7 @@ way. Where a name contains ``%``, ``/`` or two colons, they are written as in we
 
 from __future__ import annotations
 
-from collections.abc import Mapping
+from collections.abc import Iterator, Mapping
 from typing import Any
 
 from ..information import Information
@@ -46,15 +46,29 @@ def _unescape(name: str) -> str:
 
 
 def nest(attributes: Mapping[Any, Any]) -> dict[str, Any]:
-    """The information that attributes hold: those whose names have a separator. Line breaks become blanks."""
+    """The information that attributes hold: those whose names have a separator. Line breaks become blanks.
+
+    Items that have the name of a group get ``_2`` and so on, as in `flatten`.
+    """
     content: dict[str, Any] = {}
+    items = list(_items(attributes))
+    groups = [_group_at(content, path) for path, _, _ in items]
+    for group, (_, name, text) in zip(groups, items):
+        group[unused(name, group.__contains__)] = text
+    return content
+
+
+def _items(attributes: Mapping[Any, Any]) -> Iterator[tuple[list[str], str, str]]:
+    """The path of the group, the name and the text of each item."""
     for key, value in attributes.items():
-        path = [_unescape(part) for part in str(key).split(_SEPARATOR)]
+        *path, name = (_unescape(part) for part in str(key).split(_SEPARATOR))
         text = " ".join(str(value).split("\n")).strip()
-        if len(path) < 2 or not all(path) or not text:
-            continue
-        group = content
-        for part in path[:-1]:
-            group = group.setdefault(part, {})
-        group[path[-1]] = text
+        if path and all(path) and name and text:
+            yield path, name, text
+
+
+def _group_at(content: dict[str, Any], path: list[str]) -> dict[str, Any]:
+    """The group at a path, which is made if there is none."""
+    for name in path:
+        content = content.setdefault(name, {})
     return content

@@ -7,7 +7,10 @@ from typing import Any, Callable
 import numpy as np
 import xarray as xr
 
+from .._calibration import ATTRIBUTES, calibration
 from .._native.library import LOCK
+from .._positions import own_positions
+from .._resolution import signal_step
 from ..axis import Axis
 from ..channel import Channel
 from ..file import File
@@ -59,13 +62,15 @@ def file_datasets(file: File, values: Values) -> dict[str, xr.Dataset]:
 def group_dataset(group: Group, values: Values) -> xr.Dataset:
     """The channels of a group. Those whose shape and axes are those of the first have the dimensions y and x.
 
-    Others have ``y_2`` and ``x_2``, and so on.
+    Others have ``y_2`` and ``x_2``, and so on, of which those are left out that a channel has the name of.
     """
     variables: dict[str, xr.Variable] = {}
     coordinates: dict[str, xr.Variable] = {}
     known: list[tuple[Any, tuple[str, str]]] = []
-    for channel in group.channels:
-        dims = _dimensions(channel, known)
+    channels = group.channels
+    names = {safe(channel.name) for channel in channels}
+    for channel in channels:
+        dims = _dimensions(channel, known, {*names, *variables, *coordinates})
         coordinates.update(_coordinates(channel, dims))
         taken = {*variables, *coordinates}
         variables[unused(safe(channel.name), taken.__contains__)] = _variable(channel, dims, values)
@@ -73,12 +78,16 @@ def group_dataset(group: Group, values: Values) -> xr.Dataset:
     return xr.Dataset(variables, coordinates, attributes)
 
 
-def _dimensions(channel: Channel, known: list[tuple[Any, tuple[str, str]]]) -> tuple[str, str]:
+def _dimensions(channel: Channel, known: list[tuple[Any, tuple[str, str]]], taken: set[str]) -> tuple[str, str]:
+    """The dimensions of a channel: those of ``known`` with the same axes, or new ones that are not taken."""
     axes = (channel.shape, channel.x.as_dict(), channel.y.as_dict(), _grid_key(channel))
     for other, dims in known:
         if other == axes:
             return dims
-    suffix = f"_{len(known) + 1}" if known else ""
+    number = len(known) + 1
+    while known and not taken.isdisjoint(f"{name}_{number}" for name in ("y", "x", "x_grid")):
+        number += 1
+    suffix = f"_{number}" if known else ""
     known.append((axes, (f"y{suffix}", f"x{suffix}")))
     return known[-1][1]
 
@@ -93,6 +102,8 @@ def _variable(channel: Channel, dims: tuple[str, str], values: Values) -> xr.Var
         "units": channel.unit,
         "signal_minimum": channel.signal.minimum,
         "signal_range": channel.signal.range,
+        "signal_step": signal_step(channel),
+        **{ATTRIBUTES[option]: text for option, text in calibration(root_of(channel._handle)).items()},
     }
     return xr.Variable(dims, values(channel), attributes)
 
@@ -102,7 +113,7 @@ def _coordinates(channel: Channel, dims: tuple[str, str]) -> dict[str, xr.Variab
     y, x = dims
     coordinates = {y: _coordinate(channel.y, (y,)), x: _coordinate(channel.x, (x,))}
     if channel.x.varies:
-        coordinates[x.replace("x", "x_grid")] = xr.Variable(dims, channel.x.grid, coordinates[x].attrs)
+        coordinates[own_positions(x)] = xr.Variable(dims, channel.x.grid, coordinates[x].attrs)
     return coordinates
 
 

@@ -7,6 +7,7 @@ from typing import Any
 import numpy as np
 import xarray as xr
 
+from .._positions import positions_of
 from ..file import File, create
 from ..group import Group
 from .attributes import nest
@@ -22,15 +23,17 @@ def from_xarray(labelled: xr.DataArray | xr.Dataset | xr.DataTree, *, bits: int 
     ----------
     labelled
         Variables with one or two dimensions, lines and points; their coordinates must be evenly spaced. ``units`` and
-        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information. Coordinates
-        that belong to no dimension, and other attributes, are left out.
+        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information, in which an
+        item with the name of a group gets ``_2``. Coordinates that belong to no dimension, and other attributes, are
+        left out.
     bits
         In how many bits, 8, 16 or 32, samples are stored.
 
     Raises
     ------
     ValueError
-        if a variable has more dimensions, gaps (NaN), or coordinates that are not evenly spaced.
+        if a variable has more dimensions, gaps (NaN), coordinates that are not evenly spaced, or lines with positions
+        of their own (``x_grid``).
 
     Examples
     --------
@@ -77,6 +80,7 @@ def _add_channel(group: Group, key: str, array: xr.DataArray) -> None:
         raise ValueError(
             f"The variable {key!r} has gaps or infinite values; put numbers in their place, as by fillna()."
         )
+    _require_shared_positions(key, array)
     group.create_channel(
         str(array.attrs.get("long_name", key)),
         values,
@@ -85,6 +89,15 @@ def _add_channel(group: Group, key: str, array: xr.DataArray) -> None:
         x=_axis(array, str(array.dims[-1])),
         y=_axis(array, str(array.dims[0])) if array.ndim == 2 else {"name": "Line"},
     )
+
+
+def _require_shared_positions(key: str, array: xr.DataArray) -> None:
+    own = positions_of(array)
+    if own != array.dims[-1]:
+        raise ValueError(
+            f"The lines of the variable {key!r} have positions of their own, {own!r}, which would be lost; "
+            f"to go without them, use drop_vars({own!r})."
+        )
 
 
 def _signal_limits(array: xr.DataArray, values: Any) -> tuple[float, float] | None:
@@ -103,6 +116,8 @@ def _axis(array: xr.DataArray, dim: str) -> dict[str, Any]:
     if dim not in array.coords:
         return {"name": dim, "minimum": 0.0, "range": float(max(count - 1, 0))}
     coordinate = array.coords[dim]
+    if coordinate.dtype.kind not in "iuf":
+        raise ValueError(f"The coordinate {dim!r} holds {coordinate.dtype}; the axes of a channel are real numbers.")
     positions = np.asarray(coordinate.values, dtype=float)
     first, last = (float(positions[0]), float(positions[-1])) if count else (0.0, 0.0)
     even = np.linspace(first, last, count)
