@@ -44,7 +44,8 @@ public:
     void Run(const CProcessorBase& processor)
     {
         for (const auto& [key, text] : processor.GetUnreadable())
-            m_report.problems.push_back(NameOf(processor) + ": " + key + " \"" + text + "\" makes no sense");
+            m_report.problems.push_back(
+                NameOf(processor).append(": ").append(key).append(" \"").append(text).append("\" makes no sense"));
         if (!processor.GetUnreadable().empty())
             return;
         if (processor.GetInputs().GetCount() == 0)
