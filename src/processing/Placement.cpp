@@ -9,17 +9,12 @@ namespace {
 
 constexpr std::int64_t groupBits = 32;
 
-bool IsComplete(const CChannelAddress& address)
-{
-    return address.group != dataset::noIndex && address.channel != dataset::noIndex;
-}
-
 } // namespace
 
 bool CPlacement::IsPossible(const CChannelAddress& address) const
 {
     const auto group = m_dataSet.GetGroup(address.group);
-    if (!group || !IsComplete(address) || m_given.contains(address))
+    if (!group || !address.IsComplete() || m_given.contains(address))
         return false;
     if (group->GetChannelBuffer(address.channel))
         return group->GetName() == derivedGroup;
@@ -52,7 +47,7 @@ CPlace CPlacement::Place(const CChannelAddress& address)
         EnsureDerivedGroup(); // which may be the group that is meant
     const bool isPossible = IsPossible(address);
     const CPlace place = isPossible ? CPlace{address.group, address.channel} : PlaceBehindOthers();
-    if (!isPossible && IsComplete(address))
+    if (!isPossible && address.IsComplete())
         m_elsewhere[address] = place;
     if (!ChannelAt(place))
         m_dataSet.GetGroup(place.group)->GetOrCreateChannelBuffer(place.slot, 0, 0);

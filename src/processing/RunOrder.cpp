@@ -10,14 +10,8 @@ namespace veltaris::processing {
 
 using velflexlib::dataset::CChannelAddress;
 using velflexlib::dataset::CProcessorBase;
-using velflexlib::dataset::noIndex;
 
 namespace {
-
-bool IsComplete(const CChannelAddress& address)
-{
-    return address.group != noIndex && address.channel != noIndex;
-}
 
 // Which processors wait for which, by their positions.
 class CDependencies
@@ -61,7 +55,7 @@ private:
     {
         m_processors[position]->GetOutputs().ForEachAddress([&](std::uint64_t, const CChannelAddress& address) {
             const auto [writer, isNew] = m_writers.try_emplace(address, position);
-            if (IsComplete(address) && !isNew)
+            if (address.IsComplete() && !isNew)
                 throw CProcessingError(NameOf(*m_processors[writer->second]) + " and " +
                                        NameOf(*m_processors[position]) + " both write channel " +
                                        std::to_string(address.channel) + " of group " + std::to_string(address.group));
@@ -72,7 +66,7 @@ private:
     {
         m_processors[position]->GetInputs().ForEachAddress([&](std::uint64_t, const CChannelAddress& address) {
             const auto writer = m_writers.find(address);
-            if (IsComplete(address) && writer != m_writers.end()) {
+            if (address.IsComplete() && writer != m_writers.end()) {
                 m_waitsFor[position].push_back(writer->second);
                 m_followers[writer->second].push_back(position);
             }

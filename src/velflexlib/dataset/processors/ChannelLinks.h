@@ -23,6 +23,8 @@ struct CChannelAddress
     std::uint64_t group = noIndex;
     std::uint64_t channel = noIndex;
 
+    bool IsComplete() const { return group != noIndex && channel != noIndex; }
+
     // NOLINTNEXTLINE(modernize-use-nullptr): the analysis takes the zero that the compiler compares with for a pointer
     auto operator<=>(const CChannelAddress&) const = default;
 };
