@@ -1,6 +1,7 @@
 #include "oxd/commands/ChannelCommands.h"
 
 #include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/NameTable.h"
 #include "oxd/edit/Correct.h"
 #include "oxd/export/Export.h"
 #include "oxd/inspection/CheckInput.h"
@@ -8,35 +9,18 @@
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
-#include <algorithm>
 #include <memory>
 
 namespace oxd {
 
 namespace {
 
-std::string DescribeOperators()
-{
-    std::string text = "Operators:";
-    for (const LineOperator& known : lineOperators) {
-        const std::string padding(12 - known.name.size(), ' ');
-        text.append("\n  ").append(known.name).append(padding).append(known.description);
-    }
-    return text;
-}
-
-CLI::Validator IsOperator()
-{
-    std::vector<std::string> names;
-    std::transform(lineOperators.begin(), lineOperators.end(), std::back_inserter(names),
-                   [](const LineOperator& known) { return std::string(known.name); });
-    return CLI::IsMember(names);
-}
-
 CLI::Option& AddOperator(CLI::App& command, LineOperator& lineOperator, const char* description)
 {
     const auto choose = [&lineOperator](const std::string& name) { lineOperator = *FindLineOperator(name); };
-    return *command.add_option_function<std::string>("--op", choose, description)->type_name("OP")->check(IsOperator());
+    return *command.add_option_function<std::string>("--op", choose, description)
+                ->type_name("OP")
+                ->check(IsNameOf(lineOperators));
 }
 
 // Complains of the lines that the command could not treat as it was asked to.
@@ -77,7 +61,7 @@ void AddCorrect(CLI::App& app, Results& results, ExitCode& outcome)
     const auto options = std::make_shared<Options>();
     Correction* const correction = &options->correction;
     CLI::App& command = *app.add_subcommand("correct", "Correct a channel line by line and save it as another file");
-    command.footer(DescribeOperators() + "\n\n" + selectionShape + "\n\n" + notInSavedFiles);
+    command.footer(DescribeNames("Operators:", lineOperators, 12) + "\n\n" + selectionShape + "\n\n" + notInSavedFiles);
     AddSelection(command, correction->selection);
     AddOperator(command, correction->lineOperator, "Operator, see below").required();
     AddOutput(command, correction->output);
@@ -92,7 +76,8 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     const auto wanted = std::make_shared<Export>();
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
     command.footer("The suffix of OUT, in any case, says what is written unless --format does:\n" +
-                   DescribeExportKinds() + "\n" + DescribeOperators() + "\n\n" + selectionShape);
+                   DescribeExportKinds() + "\n" + DescribeNames("Operators:", lineOperators, 12) + "\n\n" +
+                   selectionShape);
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_option("--format", wanted->format, "What to write where the suffix of OUT does not tell, such as csv")

@@ -1,13 +1,13 @@
 #include "oxd/commands/ProcessCommand.h"
 
 #include "oxd/commandline/CommonOptions.h"
+#include "oxd/commandline/NameTable.h"
 #include "oxd/edit/Process.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/inspection/SaveLosses.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
-#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -25,24 +25,6 @@ struct Options
     bool csv = false;
     bool json = false;
 };
-
-std::string DescribeKinds()
-{
-    std::string text = "Kinds:";
-    for (const KindName& known : kindNames) {
-        const std::string padding(13 - known.name.size(), ' ');
-        text.append("\n  ").append(known.name).append(padding).append(known.description);
-    }
-    return text;
-}
-
-CLI::Validator IsKind()
-{
-    std::vector<std::string> names;
-    std::ranges::transform(kindNames, std::back_inserter(names),
-                           [](const KindName& known) { return std::string(known.name); });
-    return CLI::IsMember(names);
-}
 
 // All but the inputs, which take a look at the file.
 ProcessorRequest Requested(const Options& options)
@@ -100,14 +82,15 @@ void AddProcess(CLI::App& app, Results& results, ExitCode& outcome)
     const auto options = std::make_shared<Options>();
     Processing& processing = options->processing;
     CLI::App& command = *app.add_subcommand("process", "Derive slope, adhesion or indentation from curves");
-    command.footer("Without --kind, the processors of FILE that are enabled are run.\n" + DescribeKinds() +
+    command.footer("Without --kind, the processors of FILE that are enabled are run.\n" +
+                   DescribeNames("Kinds:", kindNames, 13) +
                    "\n\nNumbers have units, such as 100nm. What is derived comes to stand where the outputs of the\n"
                    "processors are, or in the group Processed.\n\n" +
                    notInSavedFiles);
     AddInputFile(command, processing.file);
     command.add_option("--kind", processing.request.kind, "What to derive, see below")
         ->type_name("KIND")
-        ->check(IsKind());
+        ->check(IsNameOf(kindNames));
     command.add_option("--input", options->inputs, "Channel of curves to derive it from; may be repeated")
         ->type_name("GROUP/CHANNEL")
         ->allow_extra_args(false);

@@ -1,11 +1,11 @@
 #include "oxd/salvage/SalvageFile.h"
 
+#include "oxd/files/FilePath.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/inspection/ModelFile.h"
 #include "oxd/salvage/ValidityMap.h"
 #include "oxd/system/Failure.h"
 
-#include <filesystem>
 #include <fstream>
 #include <system_error>
 
@@ -16,8 +16,7 @@ namespace {
 salvage::Salvaged Read(const SalvageRequest& request)
 {
     try {
-        std::ifstream stream(std::filesystem::path(std::u8string(request.file.begin(), request.file.end())),
-                             std::ios::binary);
+        std::ifstream stream(ToPath(request.file), std::ios::binary);
         return salvage::Salvage(stream, request.file, request.trust);
     } catch (const std::system_error& error) {
         throw Failure(ExitCode::Damaged, request.file, error.code().message());

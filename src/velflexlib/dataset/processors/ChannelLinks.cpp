@@ -29,9 +29,8 @@ void CChannelLinks::Read(const CHeaderSection& section, const std::string& prefi
 void CChannelLinks::Connect(const ChannelLookup& lookup)
 {
     for (auto& [index, link] : m_links) {
-        const auto& [group, channel] = link.address;
-        if (group != noIndex && channel != noIndex)
-            link.buffer = lookup(group, channel);
+        if (link.address.IsComplete())
+            link.buffer = lookup(link.address.group, link.address.channel);
     }
 }
 
