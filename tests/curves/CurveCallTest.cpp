@@ -14,7 +14,7 @@ using namespace recipe;
 namespace {
 
 constexpr std::size_t rows = 7;
-constexpr std::size_t points = 130;
+constexpr std::size_t curvePoints = 130;
 constexpr std::size_t pitch = 133;
 
 // Rows of different noise, with NaN between them, and one of nothing else.
@@ -23,7 +23,7 @@ std::vector<double> Block()
     std::vector<double> block(rows * pitch, notAcquired);
     for (std::size_t row = 0; row + 1 < rows; ++row) {
         CNoise noise(static_cast<std::uint32_t>(row));
-        const auto signal = Make({.points = points, .contact = 80e-9, .noise = 0.1e-9}, Way::Approach, noise);
+        const auto signal = Make({.points = curvePoints, .contact = 80e-9, .noise = 0.1e-9}, Way::Approach, noise);
         std::copy(signal.begin(), signal.end(), block.begin() + static_cast<std::ptrdiff_t>(row * pitch));
     }
     return block;
@@ -38,13 +38,13 @@ bool AreSameBytes(const std::vector<Number>& a, const std::vector<Number>& b)
 TEST(CurveCallTest, ABlockGivesWhatItsRowsGiveAlone)
 {
     const auto block = Block();
-    const VELCurves curves{rows, points, pitch, 0, 1e-9, block.data()};
+    const VELCurves curves{rows, curvePoints, pitch, 0, 1e-9, block.data()};
     const VELCurveOptions options = Defaults();
     const auto expectSame = [&](auto result, auto call) {
         std::vector<decltype(result)> together(rows), alone(rows);
         EXPECT_EQ(call(&curves, &options, together.data()), VEL_CURVE_OK);
         for (std::size_t row = 0; row < rows; ++row) {
-            const VELCurves one{1, points, points, 0, 1e-9, block.data() + row * pitch};
+            const VELCurves one{1, curvePoints, curvePoints, 0, 1e-9, block.data() + row * pitch};
             EXPECT_EQ(call(&one, &options, &alone[row]), VEL_CURVE_OK);
         }
         EXPECT_TRUE(AreSameBytes(together, alone));
@@ -64,13 +64,13 @@ TEST(CurveCallTest, CurvesOfIndentationAndForceMayReplaceTheSignal)
     const VELCurveOptions options = Defaults();
     const auto make = [&](auto compute) {
         std::vector<double> apart(rows * pitch, 7.0), inPlace = block;
-        const VELCurves from{rows, points, pitch, 0, 1e-9, block.data()};
+        const VELCurves from{rows, curvePoints, pitch, 0, 1e-9, block.data()};
         VELCurves same = from;
         same.signal = inPlace.data();
         EXPECT_EQ(compute(from, apart.data()), VEL_CURVE_OK);
         EXPECT_EQ(compute(same, inPlace.data()), VEL_CURVE_OK);
         for (std::size_t i = 0; i < apart.size(); ++i) {
-            if (i % pitch >= points)
+            if (i % pitch >= curvePoints)
                 EXPECT_EQ(apart[i], 7) << "between rows";
             else
                 EXPECT_TRUE(apart[i] == inPlace[i] || (std::isnan(apart[i]) && std::isnan(inPlace[i]))) << i;
@@ -85,7 +85,7 @@ TEST(CurveCallTest, CurvesOfIndentationAndForceMayReplaceTheSignal)
         make([&](const VELCurves& from, double* to) { return VELCurveForces(&from, &options, nullptr, to, pitch); });
     EXPECT_TRUE(std::isnan(indentation[79]) && std::isnan(indentation[(rows - 1) * pitch + 100]));
     EXPECT_EQ(indentation[found[0].index], found[0].largest);
-    EXPECT_EQ(*std::max_element(&indentation[85], &indentation[points]), found[0].largest);
+    EXPECT_EQ(*std::max_element(&indentation[85], &indentation[curvePoints]), found[0].largest);
     // What is not indentation is deflection.
     const double travel = 120e-9 - found[0].contact;
     EXPECT_NEAR(indentation[120] + force[120] / options.spring_constant, travel, 1e-20);
@@ -94,7 +94,7 @@ TEST(CurveCallTest, CurvesOfIndentationAndForceMayReplaceTheSignal)
 TEST(CurveCallTest, RefusesCallsWithoutWritingAnything)
 {
     const auto block = Block();
-    const VELCurves good{rows, points, pitch, 0, 1e-9, block.data()};
+    const VELCurves good{rows, curvePoints, pitch, 0, 1e-9, block.data()};
     std::vector<VELIndentation> results(rows);
     const auto untouched = results;
     std::vector<double> forces(rows * pitch);
@@ -109,10 +109,10 @@ TEST(CurveCallTest, RefusesCallsWithoutWritingAnything)
     };
     EXPECT_EQ(call(nullptr, nullptr, results.data()), VEL_CURVE_BAD_CALL);
     EXPECT_EQ(call(&good, nullptr, nullptr), VEL_CURVE_BAD_CALL);
-    EXPECT_EQ(VELCurveIndentations(&good, nullptr, results.data(), forces.data(), points - 1), VEL_CURVE_BAD_CALL);
+    EXPECT_EQ(VELCurveIndentations(&good, nullptr, results.data(), forces.data(), curvePoints - 1), VEL_CURVE_BAD_CALL);
     EXPECT_EQ(VELCurveForces(&good, nullptr, nullptr, nullptr, pitch), VEL_CURVE_BAD_CALL);
     EXPECT_EQ(with([](auto& c, auto&) { c.signal = nullptr; }), VEL_CURVE_BAD_CALL);
-    EXPECT_EQ(with([](auto& c, auto&) { c.pitch = points - 1; }), VEL_CURVE_BAD_CALL);
+    EXPECT_EQ(with([](auto& c, auto&) { c.pitch = curvePoints - 1; }), VEL_CURVE_BAD_CALL);
     EXPECT_EQ(with([](auto& c, auto&) { c.curves = SIZE_MAX / 8; }), VEL_CURVE_BAD_CALL);
     EXPECT_EQ(with([](auto&, auto& o) { o.size = 0; }), VEL_CURVE_BAD_CALL);
     const std::function<void(VELCurves&, VELCurveOptions&)> bad[] = {
@@ -142,7 +142,7 @@ TEST(CurveCallTest, AxesAndRangesThatLeadNowhereAreReasonsOfTheCurves)
 {
     const auto block = Block();
     const auto reasons = [&](double start, double step, double from, double to) {
-        const VELCurves curves{1, points, pitch, start, step, block.data()};
+        const VELCurves curves{1, curvePoints, pitch, start, step, block.data()};
         VELCurveOptions options = Defaults();
         options.slope_from = options.baseline_from = from;
         options.slope_to = options.baseline_to = to;

@@ -14,7 +14,7 @@ namespace {
 // Names and texts of a step in files, which stay what they are for good.
 constexpr const char* processors = "Processors";
 constexpr const char* ofFile = "those of the file";
-constexpr const char* input = "Input"; // a group and a channel by their positions, such as 2/0
+constexpr const char* inputItem = "Input"; // a group and a channel by their positions, such as 2/0
 
 std::optional<std::pair<std::uint64_t, std::uint64_t>> ParseInput(std::string_view text)
 {
@@ -51,7 +51,7 @@ Step DescribeProcessing(const std::string& source, const ProcessorRequest& reque
     step.items.emplace_back(processors, request.IsOfFile() ? ofFile : request.kind);
     for (std::size_t i = 0; i < request.inputs.size(); ++i) {
         const auto& [group, channel] = request.inputs[i];
-        step.items.emplace_back(input + std::string(" ") + std::to_string(i),
+        step.items.emplace_back(inputItem + std::string(" ") + std::to_string(i),
                                 std::to_string(group) + "/" + std::to_string(channel));
     }
     step.items.insert(step.items.end(), request.settings.begin(), request.settings.end());
@@ -71,7 +71,7 @@ ProcessorRequest RequestOf(const Step& step, const std::string& subject)
         throw Failure(ExitCode::Damaged, subject, "its provenance has no Processors that could be run again");
     }
     for (const auto& [name, value] : step.items) {
-        if (name.starts_with(std::string(input) + " ")) {
+        if (name.starts_with(std::string(inputItem) + " ")) {
             const auto place = ParseInput(value);
             if (!place) {
                 throw Failure(ExitCode::Damaged, subject, "its provenance has no " + name + " that could be repeated");

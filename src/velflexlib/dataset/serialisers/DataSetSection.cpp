@@ -31,7 +31,7 @@ constexpr std::string_view frameInfix = "-Fr"; // behind the number of the chann
 // Version 2.
 constexpr std::string_view groupCountKey = "GroupCount";
 constexpr std::string_view groupPrefix = "Gr";
-constexpr std::string_view groupName = "-Name"; // this and the next three behind the number of the group
+constexpr std::string_view nameKey = "-Name"; // this and the next three behind the number of the group
 constexpr std::string_view groupId = "-ID";
 constexpr std::string_view groupSlotCount = "-Count";
 constexpr std::string_view channelInfix = "-Ch";
@@ -112,7 +112,7 @@ CDataSetPlan PlanFrames(const CHeaderSection& section)
 
 CPlannedGroup PlanGroup(const CHeaderSection& section, std::uint64_t group)
 {
-    std::string name = section.keys.GetValue(GroupKey(group, groupName), "Group" + std::to_string(group));
+    std::string name = section.keys.GetValue(GroupKey(group, nameKey), "Group" + std::to_string(group));
     const int id = section.keys.GetValueT<int>(GroupKey(group, groupId), noLogicalId);
     const auto logicalId =
         id == noLogicalId ? LogicalIdOfWellKnownName(name) : std::optional(static_cast<std::uint32_t>(id));
@@ -143,7 +143,7 @@ CDataSetPlan PlanGroups(const CHeaderSection& section)
 
 void WriteGroup(CVELKeyToValueList& keys, std::uint64_t group, const CDataGroup& content)
 {
-    keys.SetValue(GroupKey(group, groupName), velstdlib::util::CleanHeaderText(content.GetName()));
+    keys.SetValue(GroupKey(group, nameKey), velstdlib::util::CleanHeaderText(content.GetName()));
     const auto id = static_cast<std::int32_t>(content.GetLogicalGroupId());
     keys.SetValue(GroupKey(group, groupId), std::to_string(id));
     keys.SetValue(GroupKey(group, groupSlotCount), content.GetChannelCount());
