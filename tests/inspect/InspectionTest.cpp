@@ -116,6 +116,9 @@ std::vector<Case> Cases()
         {"OXD203", 21, viewed("ZRange=5\n")},
         {"OXD203", 22, viewed("ParCount=1\nPar0=x,y,z\n")},
         {"OXD203", 21, processed("[P]\nGUID={}\nInstanceNo=1\n")},
+        {"OXD203", 25,
+         with("[ProcessorSet]\nProcessorCount=2\nProcessor0=P\nProcessor1=Q\n[P]\n"
+              "GUID={AB0B4062-81AF-464B-A7F7-75B11891ACF8}\nInstanceNo=1\n[Q]\nGUID={}\nInstanceNo=1\n")},
         {"OXD204", 17, with("CurLine=l2\n")},
         {"OXD204", 21, processed("[ProcessorSet-Slope:1]\nEnabled=on\n")},
         {"OXD205", 8, changed("Points=3", "Points=3S")},
@@ -149,6 +152,7 @@ std::vector<Case> Cases()
         {"OXD303", 5, changed("Gr0-Ch0=C", "Gr0-Ch0=D")},
         {"OXD304", 7, File(Replaced(all, "DataSet-0:1", "DataSet-0:0"), bytesOfAll)},
         {"OXD305", 7, informed("InfoSetCount=1\nInfoSet0=I\n", {})},
+        {"OXD305", 6, informed("SetInfos=I\n", {})},
         {"OXD306", 19, with("[SetView]\nViewCount=1\nView0=V\n")},
         {"OXD306", 19, processed("[P]\nInstanceNo=1\n")},
         {"OXD307", 17, with("[D]\nPoints=3\nSaveBits=16\n")},
@@ -219,6 +223,10 @@ TEST_F(InspectionTest, WholeFilesHaveNoFindings)
         EXPECT_EQ(inspection.channels.size(), bytes / bytesOfOne);
         EXPECT_EQ(inspection.channels.back().offset, inspection.fileBytes - bytesOfOne);
     }
+    const std::string frames =
+        "[DataSet]\nChannelCount=1\nFrameCount=2\nCh0-Fr0=C\nCh0-Fr1=D\n[C]\n" + channel + "[D]\n";
+    const Inspection old = InspectBytes(File(frames + channel, 2 * bytesOfOne));
+    EXPECT_TRUE(old.findings.size() == 1 && old.findings[0].rule->id == std::string_view("OXD609")) << Listed(old);
 }
 
 TEST_F(InspectionTest, EachRuleIsFoundAtItsLine)

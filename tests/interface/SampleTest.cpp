@@ -79,6 +79,13 @@ TEST_F(SampleTest, RealValuesBecomeRawOnesByTruncationAndBothEndsAreExact)
         for (const std::int32_t raw : LineRaw(handle, group, 0, 0))
             EXPECT_NEAR(raw, expected, range == 1e300 ? 1 : 0) << min << ' ' << range << ' ' << real;
     }
+    for (int i = 1; i < 500; ++i) { // where the formula misses an end of some
+        SetSignalAxis(0.1 * i, -0.7 / i);
+        SetChannelData_PixelReal(handle, group, 0, 0, 0, 0.1 * i - 0.7 / i);
+        SetChannelData_PixelReal(handle, group, 0, 1, 0, 0.1 * i);
+        EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, 0, 0, 0), highest) << i;
+        EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, 1, 0, 0), lowest) << i;
+    }
     SetSignalAxis(0, 1e308);
     SetChannelData_PixelReal(handle, group, 0, 0, 0, 5e307);
     EXPECT_NEAR(GetChannelData_PixelReal(handle, group, 0, 0, 0, 0) / 5e307, 1, 1e-8) << "huge, but finite";

@@ -76,6 +76,21 @@ TEST(LoadTest, AnAbortedLoadEndsBetweenLinesAndReleasesNotifications)
     }
 }
 
+TEST(LoadTest, WhatADataSetHadIsGone)
+{
+    CDataSet dataSet;
+    CDataSetToVELConfig serialiser(dataSet);
+    for (const char* const section : {"A", "B"}) {
+        CVELConfig document;
+        document.GetContent().Parse(twoChannels + "[A]\n[B]\n[DataSet]\nInfoSetCount=1\nInfoSet0=" + section + "\n",
+                                    false);
+        serialiser.LoadHeader(document, "DataSet", false);
+        EXPECT_EQ(dataSet.GetGroupCount(), 1U);
+        ASSERT_EQ(dataSet.GetInfoSet().GetGroups().size(), 1U);
+        EXPECT_EQ(dataSet.GetInfoSet().GetGroups()[0]->GetName(), section);
+    }
+}
+
 TEST(LoadTest, AFailedHeaderReleasesNotifications)
 {
     CVELConfig document;

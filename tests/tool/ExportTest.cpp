@@ -165,6 +165,7 @@ TEST_F(ExportTest, DrawsSamplesTrueToScaleInColours)
     const auto missing = Part(picture, left, top, 160, 100).levels;
     for (std::size_t i = 0; i < missing.size(); i += 3)
         ASSERT_TRUE(missing[i] == missing[i + 1] && missing[i] == missing[i + 2] && missing[i] >= 150) << i;
+    EXPECT_EQ(std::ranges::count(missing, 0xC5), 3 * 160 * 100 / 8) << "hatched all over";
 }
 
 TEST_F(ExportTest, DrawsScalesAndTheirTexts)
@@ -186,6 +187,7 @@ TEST_F(ExportTest, DrawsScalesAndTheirTexts)
     EXPECT_EQ(InkIn(Part(picture, right + 2, top, 1, 320)), (std::vector<std::size_t>{79, 159, 239, 319})) << "0.5 V";
     EXPECT_LT(3 * ink(picture, left + 170, top + 329, 60), 2 * ink(picture, right + 8, top + 72, 50)) << "1 and 0.5";
     EXPECT_GT(ink(picture, left, 14, 640), 50) << "the title";
+    EXPECT_GT(ink(picture, right + 56, top + 153, 20), 5) << "the name of the bar, in its middle";
     EXPECT_GT(ink(draw("--op mean "), left, 14, 640), ink(picture, left, 14, 640) + 30) << "names the operator";
 }
 
@@ -221,6 +223,7 @@ TEST_F(ExportTest, SaysWhatNumbersCannotHold)
             const Outcome outcome = Run("export huge.oxd -g Scan -c 0 -o out --format " + format);
             EXPECT_EQ(outcome.exitCode, *told != '\0' && format.starts_with("png") ? 1 : 0) << axes << format;
             EXPECT_NE(outcome.diagnostics.find(told), std::string::npos) << outcome.diagnostics;
+            EXPECT_TRUE(outcome.exitCode == 0 || outcome.diagnostics.starts_with("oxd: huge.oxd: "));
             EXPECT_EQ(outcome.diagnostics.find("operator"), std::string::npos) << outcome.diagnostics;
             EXPECT_TRUE(format != "csv" || ReadBytes("out").find(row) != std::string::npos) << ReadBytes("out");
         }

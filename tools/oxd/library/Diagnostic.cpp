@@ -56,17 +56,6 @@ std::string_view MainLine(std::string_view text)
     return reason.substr(0, reason.find_first_of("\r\n"));
 }
 
-// " (section S, key K)" where the text names the place of bad content.
-std::string Place(std::string_view text)
-{
-    const auto section = RestOfLine(text, "tag_section*] = ");
-    const auto key = RestOfLine(text, "tag_key*] = ");
-    if (!section || !key) {
-        return {};
-    }
-    return std::string(" (section ").append(*section).append(", key ").append(*key).append(")");
-}
-
 } // namespace
 
 bool IsOpenFailure(std::string_view text)
@@ -97,9 +86,9 @@ std::string Reason(std::string_view text)
         return line.starts_with(candidate.library);
     });
     if (known == translations.end()) {
-        return std::string(line.substr(0, line.find(" Filename: "))).append(Place(text));
+        return std::string(line.substr(0, line.find(" Filename: ")));
     }
-    return std::string(known->user).append(RestOfLine(line, "Version:").value_or("")).append(Place(text));
+    return std::string(known->user).append(RestOfLine(line, "Version:").value_or(""));
 }
 
 } // namespace oxd::diagnostic

@@ -98,17 +98,11 @@ std::string_view GroupBegunBy(std::string_view key, int fileVersion)
     return found == firstItems.end() ? std::string_view() : found->group;
 }
 
-// Adds groups and items in the order of the list.
+// Adds groups and items in the order of the list. There is one list, so no group that was there before is continued.
 class CFlatInfoReader
 {
 public:
-    CFlatInfoReader(CInfoSet& infoSet, int fileVersion) : m_infoSet(infoSet), m_fileVersion(fileVersion)
-    {
-        for (const auto& group : infoSet.GetGroups()) {
-            if (group->IsStoredFlat())
-                RememberFirst(*group);
-        }
-    }
+    CFlatInfoReader(CInfoSet& infoSet, int fileVersion) : m_infoSet(infoSet), m_fileVersion(fileVersion) {}
 
     void Read(std::string_view listedKey, std::string_view value)
     {
