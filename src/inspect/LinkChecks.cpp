@@ -77,10 +77,11 @@ void CheckDropped(const CHeaderLines& lines, const CSectionUses& uses, std::uint
     const auto isAny = [&](SectionUse a, SectionUse b) { return uses.Has(section, a) || uses.Has(section, b); };
     const std::string name = "The section " + Quoted(lines.SectionName(section));
     if (isAny(SectionUse::ViewList, SectionUse::View))
-        findings.AddSection(RuleId::ViewsDropped, section, {"a view", name + " of views is not written by a save."});
+        findings.AddSection(RuleId::ViewsDropped, section,
+                            {"a view", name + " of views is not written by a save of the library."});
     else if (isAny(SectionUse::ProcessorList, SectionUse::ProcessorEntry) || uses.Has(section, SectionUse::Processor))
         findings.AddSection(RuleId::ProcessorsDropped, section,
-                            {"a processor", name + " of processors is not written by a save."});
+                            {"a processor", name + " of processors is not written by a save of the library."});
 }
 
 } // namespace

@@ -216,10 +216,10 @@ constexpr std::array rules{
     Rule{AxisReversed, "OXD504", Note, opens, "Reversed axis", "An axis has a negative range: it runs downwards.",
          "`Dim0Range=-5e-06`", "No action is needed."},
     // What a save changes.
-    Rule{ViewsDropped, "OXD601", Warning, opens, "Views are dropped by a save",
+    Rule{ViewsDropped, "OXD601", Note, opens, "Views are dropped by a save of the library",
          "How the acquiring application showed the channels is read, and never written.", "`[SetView]`",
          "Edit the file with `oxd`, which carries views over, or keep the original file."},
-    Rule{ProcessorsDropped, "OXD602", Warning, opens, "Processors are dropped by a save",
+    Rule{ProcessorsDropped, "OXD602", Note, opens, "Processors are dropped by a save of the library",
          "The processors of the acquiring application are read, and never written.", "`[ProcessorSet]`",
          "Edit the file with `oxd`, which carries processors over, or keep the original file."},
     Rule{SectionDropped, "OXD603", Warning, opens, "Unknown section is dropped by a save",

@@ -34,7 +34,7 @@ protected:
     }
     ~ToolTest() override { std::filesystem::current_path(m_outside); }
 
-    // Takes away the views and processors of the sample, which validation warns of.
+    // Takes away the views and processors of the sample, which validation has notes on.
     static void DropSettings()
     {
         std::string bytes = ReadBytes("sample.oxd");

@@ -40,6 +40,9 @@ protected:
 TEST_F(ValidateTest, NamesThePlaceOfEachFinding)
 {
     EXPECT_EQ(ResultsOf("validate sample.oxd"), "sample.oxd: 0 errors, 0 warnings, 0 notes\n");
+    ResultsOf("make-sample whole.oxd");
+    EXPECT_NE(ResultsOf("validate --strict whole.oxd").find("whole.oxd: 0 errors, 0 warnings, 11 notes\n"),
+              std::string::npos);
     DamageSize("size.oxd");
     const std::string text = Run("validate size.oxd").results;
     EXPECT_TRUE(std::regex_search(text, std::regex(R"(size\.oxd:\d+: error: .*"2S6".* \[OXD205\]\n)"))) << text;
