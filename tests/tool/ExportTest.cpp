@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <set>
 #include <tuple>
 
 namespace {
@@ -188,6 +189,10 @@ TEST_F(ExportTest, DrawsScalesAndTheirTexts)
     EXPECT_LT(3 * ink(picture, left + 170, top + 329, 60), 2 * ink(picture, right + 8, top + 72, 50)) << "1 and 0.5";
     EXPECT_GT(ink(picture, left, 14, 640), 50) << "the title";
     EXPECT_GT(ink(picture, right + 56, top + 153, 20), 5) << "the name of the bar, in its middle";
+    std::set<std::size_t> rows;
+    for (const std::size_t place : InkIn(Part(picture, left, 0, 640, top - 2)))
+        rows.insert(place / 640);
+    EXPECT_GT(*rows.rbegin() - *rows.begin(), 10) << "letters of 13 pixels";
     EXPECT_GT(ink(draw("--op mean "), left, 14, 640), ink(picture, left, 14, 640) + 30) << "names the operator";
 }
 
