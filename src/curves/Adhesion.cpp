@@ -8,12 +8,10 @@ namespace veltaris::curves {
 
 namespace {
 
-// There is a value if the depth of the minimum, above 0, and the height of the rest are such.
-Reason Judge(double depth, double height, double threshold)
+// Why a retract whose minimum is not deep enough has no adhesion: no point leaves the baseline the other way either.
+Reason WhyNone(const CStretch& whole, const CDerivation& height, double threshold)
 {
-    if (depth > threshold && depth > 0)
-        return Reason::None;
-    return height > threshold ? Reason::NoAdhesion : Reason::NoContact;
+    return CurveKernels().highest(whole, height).value > threshold ? Reason::NoAdhesion : Reason::NoContact;
 }
 
 bool IsAtLimit(double signal, const CSignalLimits& limits)
@@ -30,23 +28,21 @@ CAdhesion MaximumAdhesion(const CCurve& retract, const CBaseline& baseline, cons
     if (Check(options) != Reason::None)
         return {Reason::BadOptions};
     const CIndexRange whole{0, retract.signal.size()};
-    const double down = -SignOf(options.repulsion);
-    const CExtremes extremes =
-        CurveKernels().derive(StretchOf(retract, whole), AboveLine(baseline.line, whole, down), nullptr);
-    const double depth = extremes.highest;
-    const Reason reason = Judge(depth, -extremes.lowest, options.threshold * baseline.width);
-    if (reason != Reason::None)
-        return {reason};
-    if (IsAtLimit(retract.signal[extremes.indexOfHighest], options.limits))
+    const double up = SignOf(options.repulsion);
+    const double threshold = options.threshold * baseline.width;
+    const auto [depth, index] = CurveKernels().highest(StretchOf(retract, whole), AboveLine(baseline.line, whole, -up));
+    if (!(depth > threshold && depth > 0))
+        return {WhyNone(StretchOf(retract, whole), AboveLine(baseline.line, whole, up), threshold)};
+    if (IsAtLimit(retract.signal[index], options.limits))
         return {Reason::Saturated};
-    const auto index = static_cast<double>(extremes.indexOfHighest);
-    const double variance = baseline.noise * baseline.noise + baseline.line.VarianceAt(index, baseline.noise);
+    const auto place = static_cast<double>(index);
+    const double variance = baseline.noise * baseline.noise + baseline.line.VarianceAt(place, baseline.noise);
     const double deflection = depth * options.calibration.sensitivity;
     return {Reason::None,
-            extremes.indexOfHighest,
+            index,
             depth,
             std::sqrt(variance),
-            retract.PositionOf(index),
+            retract.PositionOf(place),
             deflection,
             deflection * options.calibration.springConstant};
 }
