@@ -2,6 +2,7 @@
 
 #include "curves/Stretch.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace veltaris::curves {
@@ -12,6 +13,20 @@ namespace {
 Reason WhyNone(const CStretch& whole, const CDerivation& height, double threshold)
 {
     return CurveKernels().highest(whole, height).value > threshold ? Reason::NoAdhesion : Reason::NoContact;
+}
+
+// How far the signal rises from the minimum towards the surface in one step: the mean of up to four steps, as noise
+// would make much of one. 0 if no point follows.
+double RiseBehind(const CCurve& retract, const CBaseline& baseline, std::size_t minimum, double up)
+{
+    constexpr std::size_t mostSteps = 4;
+    const std::size_t there = baseline.surfaceAtEnd ? retract.signal.size() - 1 - minimum : minimum;
+    for (std::size_t steps = std::min(mostSteps, there); steps > 0; --steps) {
+        const double next = retract.signal[baseline.surfaceAtEnd ? minimum + steps : minimum - steps];
+        if (IsAcquired(next))
+            return std::max(up * (next - retract.signal[minimum]) / static_cast<double>(steps), 0.0);
+    }
+    return 0;
 }
 
 bool IsAtLimit(double signal, const CSignalLimits& limits)
@@ -36,7 +51,9 @@ CAdhesion MaximumAdhesion(const CCurve& retract, const CBaseline& baseline, cons
     if (IsAtLimit(retract.signal[index], options.limits))
         return {Reason::Saturated};
     const auto place = static_cast<double>(index);
-    const double variance = baseline.noise * baseline.noise + baseline.line.VarianceAt(place, baseline.noise);
+    const double missed = RiseBehind(retract, baseline, index, up);
+    const double variance = baseline.noise * baseline.noise + baseline.line.VarianceAt(place, baseline.noise) +
+                            missed * missed / 3; // which is evenly distributed up to that
     const double deflection = depth * options.calibration.sensitivity;
     return {Reason::None,
             index,
