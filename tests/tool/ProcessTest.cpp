@@ -314,7 +314,7 @@ TEST_F(ProcessTest, LeavesNoSlotEmptyForAProcessorThatFails)
 
 TEST_F(ProcessTest, SaysWhatIsWrongWithASignalAxisOrALine)
 {
-    const auto with = [](std::string from, const std::string& to) {
+    const auto with = [](const std::string& from, const std::string& to) {
         std::string header = threeLines;
         return header.replace(header.find(from), from.size(), to);
     };

@@ -156,8 +156,8 @@ struct CWindow
 };
 
 // Chooses among the blocks of which the mask says that they are there, `count` of them.
-[[gnu::always_inline]] inline void Choose(CBlocks& blocks, const CPointSums& sums, const CMask& present, int count,
-                                          const CWindow& window)
+[[gnu::always_inline]] inline void ChooseBlocks(CBlocks& blocks, const CPointSums& sums, const CMask& present,
+                                                int count, const CWindow& window)
 {
     const CEight none = All(infinity);
     const CEight place = Ascending() - All(0.5 * (eight - 1));
@@ -183,9 +183,9 @@ CBlocks Blocks(const CStretch& stretch, const CTrend& rough, double leastWidth)
     const std::size_t pointsOfBlock = stretch.count / eight;
     const CWindow window{static_cast<double>(pointsOfBlock), rough.origin, leastWidth};
     if (there == eight)
-        Choose(blocks, sums, present, eight, window);
+        ChooseBlocks(blocks, sums, present, eight, window);
     else if (there >= 2)
-        Choose(blocks, sums, present, static_cast<int>(there), window);
+        ChooseBlocks(blocks, sums, present, static_cast<int>(there), window);
     return blocks;
 }
 

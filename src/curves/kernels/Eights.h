@@ -129,17 +129,19 @@ template <int from, class Part>
                                        from + 14);
 }
 
+// The even rows with the odd ones, number `from` of each pair.
+template <int from>
+[[gnu::always_inline]] inline CEight AlternateRows(const double* numbers, std::size_t stride)
+{
+    return Make<CEight>([=](int first) {
+        const double* const rows = numbers + static_cast<std::size_t>(first) * stride;
+        return Alternate<from>(LoadPairs<Doubles>(rows, stride), LoadPairs<Doubles>(rows + stride, stride));
+    });
+}
+
 [[gnu::always_inline]] inline CTwoEights GatherTwo(const double* from, std::size_t stride)
 {
-    CTwoEights two;
-    for (int i = 0; i < parts; ++i) {
-        const double* const rows = from + static_cast<std::size_t>(i * lanes) * stride;
-        const Doubles even = LoadPairs<Doubles>(rows, stride);
-        const Doubles odd = LoadPairs<Doubles>(rows + stride, stride);
-        two.first.part[i] = Alternate<0>(even, odd);
-        two.second.part[i] = Alternate<1>(even, odd);
-    }
-    return two;
+    return {AlternateRows<0>(from, stride), AlternateRows<1>(from, stride)};
 }
 
 [[gnu::always_inline]] inline CEight LoadEight(const double* from)
