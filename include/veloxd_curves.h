@@ -66,6 +66,7 @@ enum VELCurveReason {
   VEL_CURVE_NO_CONTACT = 8,       /* the signal does not leave the baseline, or never returns to it */
   VEL_CURVE_NO_ADHESION = 9,      /* the signal is nowhere below the baseline by more than its noise */
   VEL_CURVE_NOT_CALIBRATED = 10,  /* sensitivity or spring constant is needed and not known */
+  VEL_CURVE_UNREADABLE = 11,      /* a file has no such line; no function here gives it */
   VEL_CURVE_BAD_CALL = 100        /* of a call, never of a curve: see convention 4 */
 };
 

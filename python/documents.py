@@ -48,13 +48,14 @@ def draw_force_curve(sample: Path) -> None:
     """Draws one force curve and marks what is derived from it. Values are in metres, what is drawn in nanometres."""
     with veloxd.open(sample) as file:
         approach, retract = file["Spectroscopy"].channels
-        contact, adhesion, baseline = curves.contact_point(approach), curves.adhesion(retract), curves.baseline(retract)
+        contact = curves.contact_point(approach, law="cone")
+        adhesion, baseline = curves.adhesion(retract), curves.baseline(retract)
         x = approach.x.values
         signals = {channel.name: channel.values[0] for channel in (approach, retract)}
-    slope = curves.slope(signals["Approach"], x=x, slope_range=(contact.position[0], x.max()))
+    slope = curves.slope(signals["Approach"], x=x, slope_range=(x.max() - 40e-9, x.max()))
     level = baseline.at(x)[0]
     touching, lowest = 1e9 * contact.position[0], 1e9 * adhesion.position[0]
-    behind = x[x >= contact.position[0]]
+    behind = x[x >= x.max() - 80e-9]
     _, axes = plt.subplots(figsize=(6.4, 4), layout="constrained")
     for name, signal in signals.items():
         axes.plot(1e9 * x, 1e9 * signal, label=name, linewidth=1)
@@ -65,7 +66,7 @@ def draw_force_curve(sample: Path) -> None:
     axes.text(lowest - 2, (top + bottom) / 2, f"adhesion {1e9 * adhesion.force[0]:.2f} nN", ha="right", va="center")
     axes.plot(1e9 * behind, 1e9 * (slope.intercept + slope.value * behind), "k:", label=f"slope {slope.value:.3f}")
     axes.plot(touching, 1e9 * np.interp(contact.position[0], x, level), "ko", label=f"contact point {touching:.1f} nm")
-    axes.set(xlim=(lowest - 60, touching + 60), ylim=(bottom - 10, 80), xlabel="Z (nm)", ylabel="Deflection (nm)")
+    axes.set(xlim=(lowest - 60, 1e9 * x.max()), ylim=(bottom - 10, 95), xlabel="Z (nm)", ylabel="Deflection (nm)")
     axes.legend(frameon=False)
     drawn = io.BytesIO()
     axes.figure.savefig(drawn)

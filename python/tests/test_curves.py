@@ -94,6 +94,7 @@ def test_the_example_that_is_worked_out_by_hand_comes_out() -> None:
         "largest indentation": 1e9 * depth.value,
         "force there": 1e9 * depth.force,
         "adhesion": 1e9 * pull.value,
+        "error of adhesion": 1e9 * pull.error,
         "adhesion force": 1e9 * pull.force,
         "at": 1e9 * pull.position,
     }

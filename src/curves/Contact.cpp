@@ -31,6 +31,7 @@ private:
     void ChoosePoints();
     Reason FitLine();
     Reason FitPower();
+    CPowerLaw PowerLawOver(double raise) const;
     double Crossing() const;
     double Uncertainty(double index) const;
 
@@ -113,23 +114,33 @@ Reason CSearch::FitLine()
     return Reason::None;
 }
 
-// Counts positions from the point ahead of the crossing.
-Reason CSearch::FitPower()
+// The law through the points that are above the baseline, once they are raised. Counts positions from the point ahead
+// of the crossing.
+CPowerLaw CSearch::PowerLawOver(double raise) const
 {
-    const double sensitivity = m_options.calibration.sensitivity;
-    if (std::isnan(sensitivity))
-        return Reason::NotCalibrated;
     CPowerLaw law(m_options.law);
     for (std::size_t i = m_behind.first; i <= m_behind.Last(); ++i) {
         const double height = HeightAt(i);
         if (IsAcquired(height) && height > 0)
-            law.Add(m_inward * (static_cast<double>(i) - static_cast<double>(m_outside)), sensitivity * height);
+            law.Add(m_inward * (static_cast<double>(i) - static_cast<double>(m_outside)),
+                    m_options.calibration.sensitivity * (height + raise));
     }
+    return law;
+}
+
+// The error has two parts: that of the law, and by how much the contact point moves with the error of the baseline.
+Reason CSearch::FitPower()
+{
+    if (std::isnan(m_options.calibration.sensitivity))
+        return Reason::NotCalibrated;
+    const CPowerLaw law = PowerLawOver(0);
     const double index = static_cast<double>(m_outside) + law.Begin() / m_inward;
     if (!law.Rises() || !(index >= 0 && index <= static_cast<double>(m_curve.signal.size() - 1)))
         return Reason::NoContact;
     m_contact.position = m_curve.PositionOf(index);
-    m_contact.error = law.ErrorOfBegin();
+    const double raise = std::sqrt(m_baseline.line.VarianceAt(index, m_baseline.noise));
+    const double moved = PowerLawOver(raise).Begin() - law.Begin();
+    m_contact.error = std::sqrt(law.ErrorOfBegin() * law.ErrorOfBegin() + moved * moved);
     return Reason::None;
 }
 

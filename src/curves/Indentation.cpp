@@ -59,13 +59,14 @@ CIndentation IndentBehind(const CIndexRange& behind, double contactIndex, const 
     CDerivation depth = AboveLine(baseline.line, behind, -calibration.sensitivity * SignOf(options.repulsion));
     depth.offset += inward * (baseline.line.meanIndex - contactIndex);
     depth.rise += inward;
-    const CExtremes extremes = CurveKernels().derive(StretchOf(approach, behind), depth,
-                                                     curve.empty() ? nullptr : curve.data() + behind.first);
-    if (extremes.indexOfHighest == behind.count)
+    const CStretch stretch = StretchOf(approach, behind);
+    const CHighest largest = curve.empty() ? CurveKernels().highest(stretch, depth)
+                                           : CurveKernels().derive(stretch, depth, curve.data() + behind.first);
+    if (largest.index == behind.count)
         return {Reason::NoContact};
-    const std::size_t index = behind.first + extremes.indexOfHighest;
-    const double deflection = inward * (static_cast<double>(index) - contactIndex) - extremes.highest;
-    CIndentation indentation{Reason::None, index, extremes.highest};
+    const std::size_t index = behind.first + largest.index;
+    const double deflection = inward * (static_cast<double>(index) - contactIndex) - largest.value;
+    CIndentation indentation{Reason::None, index, largest.value};
     indentation.position = approach.PositionOf(static_cast<double>(index));
     indentation.deflection = deflection;
     indentation.force = deflection * calibration.springConstant;

@@ -19,6 +19,7 @@ constexpr std::array<std::string_view, reasonCount> texts{
     "there is no contact",
     "there is no adhesion above the noise",
     "sensitivity or spring constant is not known",
+    "the line cannot be read",
 };
 
 } // namespace

@@ -21,9 +21,10 @@ enum class Reason : std::int32_t
     NoContact = 8,
     NoAdhesion = 9,
     NotCalibrated = 10,
+    Unreadable = 11, // of files alone
 };
 
-inline constexpr std::int32_t reasonCount = 11;
+inline constexpr std::int32_t reasonCount = 12;
 
 // What stands for a number where there is none.
 inline constexpr double noValue = std::numeric_limits<double>::quiet_NaN();

@@ -18,6 +18,7 @@ namespace veltaris::processing {
 namespace dataset = velflexlib::dataset;
 using curves::CCurve;
 using curves::CCurveOptions;
+using curves::Reason;
 using dataset::CDataBuffer;
 
 namespace {
@@ -31,6 +32,13 @@ void ForEachCurve(const CDataBuffer& input, const CWatch& watch, Use use)
         use(reader.Read(line));
         watch.advance();
     }
+}
+
+// What keeps the curve from being read is passed on to all that rests on the baseline.
+curves::CBaseline BaselineOf(const CReading& reading, const CCurveOptions& options)
+{
+    return reading.obstacle == Reason::None ? FindBaseline(reading.curve, options)
+                                            : curves::CBaseline{reading.obstacle};
 }
 
 std::string QuotientUnit(const std::string& numerator, const std::string& denominator)
@@ -49,8 +57,9 @@ std::vector<CDerived> DeriveSlope(const dataset::CProcessorBase& processor, cons
     const std::string unit =
         QuotientUnit(input.GetAxisUnit(dataset::signalAxis), input.GetAxisUnit(dataset::pointAxis));
     CDerivedValues slope{name, unit, {}}, error{name + " error", unit, {}};
-    ForEachCurve(input, watch, [&](const CCurve& curve) {
-        const curves::CSlope fitted = FitSlope(curve, range, limits);
+    ForEachCurve(input, watch, [&](const CReading& reading) {
+        const curves::CSlope fitted = reading.obstacle == Reason::None ? FitSlope(reading.curve, range, limits)
+                                                                       : curves::CSlope{reading.obstacle};
         slope.Add(fitted.slope, fitted.reason);
         error.Add(fitted.error, fitted.reason);
     });
@@ -82,8 +91,8 @@ std::vector<CDerived> DeriveAdhesion(const dataset::CProcessorBase& processor, c
     const std::string& name = processor.GetDisplayName();
     CDerivedValues adhesion{name, quantity.unit, {}}, error{name + " error", quantity.unit, {}};
     CDerivedValues position{name + " position", input.GetAxisUnit(dataset::pointAxis), {}};
-    ForEachCurve(input, watch, [&](const CCurve& curve) {
-        const curves::CAdhesion found = MaximumAdhesion(curve, FindBaseline(curve, options), options);
+    ForEachCurve(input, watch, [&](const CReading& reading) {
+        const curves::CAdhesion found = MaximumAdhesion(reading.curve, BaselineOf(reading, options), options);
         adhesion.Add(found.signal * quantity.factor, found.reason);
         error.Add(found.error * quantity.factor, found.reason);
         position.Add(found.position, found.reason);
@@ -125,12 +134,13 @@ std::vector<CDerived> DeriveIndentation(const dataset::CProcessorBase& processor
     CDerivedValues largest{name + " maximum", "m", {}}, error{name + " maximum error", "m", {}};
     CDerivedValues contact{name + " contact point", "m", {}}, contactError{name + " contact point error", "m", {}};
     std::vector<double> depths(input.GetPoints());
-    ForEachCurve(input, watch, [&](const CCurve& read) {
-        const CCurve curve{read.signal, {read.axis.start * metres, read.axis.step * metres}};
-        const curves::CBaseline baseline = FindBaseline(curve, options);
+    ForEachCurve(input, watch, [&](const CReading& read) {
+        const curves::CAxis& axis = read.curve.axis;
+        const CCurve curve{read.curve.signal, {axis.start * metres, axis.step * metres}};
+        const curves::CBaseline baseline = BaselineOf({curve, read.obstacle}, options);
         const curves::CContact point = FindContact(curve, baseline, options);
         const curves::CIndentation found = Indent(curve, baseline, point, options, depths);
-        indentation.Add(depths, read.axis, found.reason);
+        indentation.Add(depths, axis, found.reason);
         largest.Add(found.largest, found.reason);
         error.Add(found.error, found.reason);
         contact.Add(point.position, point.reason);
@@ -160,6 +170,8 @@ std::vector<CDerived> Derive(const dataset::CProcessorBase& processor, const CDa
     const auto* const found = std::ranges::find(computations, processor.GetKind().guid, &Computation::kind);
     if (found == computations.end())
         throw CProcessingError("nobody knows what it computes");
+    if (!HasUsableSignal(input))
+        throw CProcessingError("the signal axis of its input is not finite, has no extent or is too large");
     return found->derive(processor, input, information, watch);
 }
 

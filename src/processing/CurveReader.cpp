@@ -16,7 +16,7 @@ CCurveReader::CCurveReader(const dataset::CDataBuffer& channel) : m_channel(chan
 {
 }
 
-curves::CCurve CCurveReader::Read(std::uint64_t line)
+CReading CCurveReader::Read(std::uint64_t line)
 {
     const dataset::CLineAxis axis = m_channel.GetLineAxis(line);
     const auto& asStored = dataset::GetLineOperator(dataset::LineOpID::RawData);
@@ -24,7 +24,14 @@ curves::CCurve CCurveReader::Read(std::uint64_t line)
     const std::size_t acquired = isRead ? static_cast<std::size_t>(axis.count) : 0;
     std::fill(m_signal.begin() + static_cast<std::ptrdiff_t>(acquired), m_signal.end(), curves::noValue);
     const double steps = m_signal.size() < 2 ? 1 : static_cast<double>(m_signal.size() - 1);
-    return {m_signal, {axis.min, axis.range / steps}};
+    return {{m_signal, {axis.min, axis.range / steps}}, isRead ? curves::Reason::None : curves::Reason::Unreadable};
+}
+
+bool HasUsableSignal(const dataset::CDataBuffer& channel)
+{
+    constexpr double largest = 1e150; // beyond which a signal counts as not acquired
+    const dataset::CAxis axis = channel.GetAxis(dataset::signalAxis);
+    return std::fabs(axis.min) <= largest && std::fabs(axis.range) <= largest && axis.range != 0;
 }
 
 curves::CCurveOptions OptionsOf(const dataset::CDataBuffer& channel)

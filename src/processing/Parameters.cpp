@@ -5,6 +5,7 @@
 #include "processing/Units.h"
 #include "velflexlib/fx/FxProperty.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 #include <string_view>
@@ -24,7 +25,8 @@ double InUnit(std::string_view key, const CFxProperty& property, const std::stri
 {
     const CUnit unit = ReduceUnit(property.unit), wantedUnit = ReduceUnit(wanted);
     if (unit.name != wantedUnit.name)
-        throw CParameterError(std::string(key), "is in \"" + property.unit + "\", and has to be in \"" + wanted + "\"");
+        throw CParameterError(std::string(key), "is in \"" + property.unit + "\", and has to " +
+                                                    (wanted.empty() ? "have no unit" : "be in \"" + wanted + "\""));
     return property.value * unit.factor / wantedUnit.factor;
 }
 
@@ -78,28 +80,65 @@ double ItemValue(const dataset::CInfoSetItem& item, const std::string& unit)
     return property && found.name == unit && property->value > 0 ? property->value * found.factor : curves::noValue;
 }
 
+constexpr const char* outOfBounds = "is out of bounds";
+
 double ValueOf(const Calibration& calibration, const dataset::CInfoSet& information)
 {
-    if (calibration.parameter.value != 0)
-        return InUnit(calibration.key, calibration.parameter, calibration.unit);
+    if (calibration.parameter.value != 0) {
+        const double value = InUnit(calibration.key, calibration.parameter, calibration.unit);
+        if (!(value > 0 && std::isfinite(value)))
+            throw CParameterError(std::string(calibration.key), outOfBounds);
+        return value;
+    }
     const dataset::CInfoSetItem* const item = FindItem(calibration, information);
     return item ? ItemValue(*item, calibration.unit) : curves::noValue;
 }
 
-// The last one is to blame if neither of those before is.
-void RequireBounds(const CCurveOptions& options)
+// The choice that a number stands for; for a number that is none, one that Check() refuses.
+template <class Choice>
+Choice ChoiceOf(double number)
 {
-    if (Check(options) == curves::Reason::None)
-        return;
-    const auto isBad = [](const auto& change) {
-        CCurveOptions alone;
-        change(alone);
-        return Check(alone) != curves::Reason::None;
-    };
-    const bool isThreshold = isBad([&](CCurveOptions& alone) { alone.threshold = options.threshold; });
-    const bool isSpring =
-        isBad([&](CCurveOptions& alone) { alone.calibration.springConstant = options.calibration.springConstant; });
-    throw CParameterError(isThreshold ? "Threshold" : isSpring ? "SpringConstant" : "Sensitivity", "is out of bounds");
+    constexpr double most = 100;
+    const bool isWhole = number >= 0 && number <= most && number == std::floor(number);
+    return static_cast<Choice>(isWhole ? static_cast<int>(number) : -1);
+}
+
+// A parameter without a unit that is an option of the analysis.
+struct PlainOption
+{
+    std::string_view key;
+    void (*set)(CCurveOptions& options, double value);
+};
+
+constexpr PlainOption plainOptions[] = {
+    {"Threshold", [](CCurveOptions& options, double value) { options.threshold = value; }},
+    {"Surface", [](CCurveOptions& options, double value) { options.surface = ChoiceOf<curves::Surface>(value); }},
+    {"Repulsion", [](CCurveOptions& options, double value) { options.repulsion = ChoiceOf<curves::Repulsion>(value); }},
+    {"BaselineShare", [](CCurveOptions& options, double value) { options.baselineShare = value; }},
+    {"ContactLaw", [](CCurveOptions& options, double value) { options.law = ChoiceOf<curves::ContactLaw>(value); }},
+    {"FitShare", [](CCurveOptions& options, double value) { options.fitShare = value; }},
+};
+
+// Null if the kind has no such parameter.
+const CFxProperty* FindParameter(const dataset::CProcessorBase& processor, std::string_view key)
+{
+    const auto parameters = processor.GetKind().parameters;
+    const auto found = std::ranges::find(parameters, key, &dataset::CParameterKind::key);
+    return found == parameters.end() ? nullptr
+                                     : &processor.GetParameter(static_cast<std::size_t>(found - parameters.begin()));
+}
+
+// Sets those options that are parameters of the kind.
+void SetPlainOptions(CCurveOptions& options, const dataset::CForceProcessor& processor)
+{
+    for (const PlainOption& option : plainOptions) {
+        const CFxProperty* const parameter = FindParameter(processor, option.key);
+        if (parameter == nullptr)
+            continue;
+        option.set(options, InUnit(option.key, *parameter, ""));
+        if (Check(options) != curves::Reason::None)
+            throw CParameterError(std::string(option.key), outOfBounds);
+    }
 }
 
 } // namespace
@@ -114,7 +153,7 @@ CCurveOptions ForceOptions(const dataset::CForceProcessor& processor, const data
 {
     CCurveOptions options = OptionsOf(channel);
     options.baselineRange = Range(processor, 0, channel);
-    options.threshold = InUnit("Threshold", processor.GetThreshold(), "");
+    SetPlainOptions(options, processor);
     const CUnit signal = ReduceUnit(channel.GetAxisUnit(dataset::signalAxis));
     const auto calibrations = CalibrationsFor(processor, signal);
     options.calibration.springConstant = ValueOf(calibrations.front(), information);
@@ -122,7 +161,8 @@ CCurveOptions ForceOptions(const dataset::CForceProcessor& processor, const data
                                : signal.name == "N"    ? 1 / options.calibration.springConstant
                                                        : 1;
     options.calibration.sensitivity = signal.factor * sensitivity;
-    RequireBounds(options);
+    if (Check(options) != curves::Reason::None)
+        throw CParameterError("Sensitivity", outOfBounds); // whose reciprocal or multiple no number holds
     return options;
 }
 

@@ -13,7 +13,7 @@
 namespace veltaris::processing {
 
 // Prefixes of units make no difference, and a position without a unit is in that of the point axis. These throw
-// CParameterError for a parameter in another unit, and for a range with one end.
+// CParameterError for a parameter in another unit or out of bounds, and for a range with one end.
 
 curves::CPositionRange SlopeRange(const velflexlib::dataset::CProcessorSlope& processor,
                                   const velflexlib::dataset::CDataBuffer& channel);

@@ -49,10 +49,19 @@ CPlace CPlacement::Place(const CChannelAddress& address)
     const CPlace place = isPossible ? CPlace{address.group, address.channel} : PlaceBehindOthers();
     if (!isPossible && address.IsComplete())
         m_elsewhere[address] = place;
-    if (!ChannelAt(place))
-        m_dataSet.GetGroup(place.group)->GetOrCreateChannelBuffer(place.slot, 0, 0);
+    MakeChannel(place);
     m_given.insert({place.group, place.slot});
     return place;
+}
+
+void CPlacement::MakeChannel(const CPlace& place)
+{
+    const auto group = m_dataSet.GetGroup(place.group);
+    for (std::uint64_t slot = group->GetChannelCount(); slot < place.slot; ++slot)
+        m_gaps.insert({place.group, slot});
+    m_gaps.erase({place.group, place.slot});
+    if (!group->GetChannelBuffer(place.slot))
+        group->GetOrCreateChannelBuffer(place.slot, 0, 0);
 }
 
 CPlace CPlacement::Find(const CChannelAddress& address) const

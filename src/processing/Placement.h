@@ -45,6 +45,9 @@ public:
     // The channel is there and has no content yet that means anything. Throws std::bad_alloc.
     CPlace Place(const velflexlib::dataset::CChannelAddress& address);
 
+    // Slots that are still empty for outputs that have not come.
+    const Addresses& Gaps() const { return m_gaps; }
+
     // Where a link with this address leads: to an output that was placed elsewhere first. There need not be a channel.
     CPlace Find(const velflexlib::dataset::CChannelAddress& address) const;
     // Null if there is none.
@@ -54,10 +57,12 @@ private:
     bool IsPossible(const velflexlib::dataset::CChannelAddress& address) const;
     std::uint64_t EnsureDerivedGroup();
     CPlace PlaceBehindOthers();
+    void MakeChannel(const CPlace& place);
 
     velflexlib::dataset::CDataSet& m_dataSet;
     Addresses m_reserved;
     Addresses m_given;
+    Addresses m_gaps; // slots that were made only because one behind them was
     std::map<velflexlib::dataset::CChannelAddress, CPlace> m_elsewhere;
 };
 

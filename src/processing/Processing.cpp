@@ -24,20 +24,23 @@ std::string Named(const CChannelAddress& address)
     return "channel " + number(address.channel) + " of group " + number(address.group);
 }
 
-CPlacement::Addresses OutputsOf(const Processors& processors)
+CPlacement::Addresses OutputsOf(const Processors& processors, const CPlacement::Addresses& unreserved)
 {
     CPlacement::Addresses outputs;
     for (const CProcessorBase* const processor : processors)
-        processor->GetOutputs().ForEachAddress(
-            [&](std::uint64_t, const CChannelAddress& address) { outputs.insert(address); });
+        processor->GetOutputs().ForEachAddress([&](std::uint64_t, const CChannelAddress& address) {
+            if (!unreserved.contains(address))
+                outputs.insert(address);
+        });
     return outputs;
 }
 
 class CRun
 {
 public:
-    CRun(const Processors& processors, dataset::CDataSet& dataSet, const CWatch& watch)
-        : m_dataSet(dataSet), m_watch(watch), m_placement(dataSet, OutputsOf(processors))
+    CRun(const Processors& processors, dataset::CDataSet& dataSet, const CWatch& watch,
+         const CPlacement::Addresses& unreserved)
+        : m_dataSet(dataSet), m_watch(watch), m_placement(dataSet, OutputsOf(processors, unreserved))
     {
     }
 
@@ -62,7 +65,11 @@ public:
         });
     }
 
-    CProcessingReport TakeReport() { return std::move(m_report); }
+    CProcessingReport TakeReport()
+    {
+        m_report.gaps = m_placement.Gaps();
+        return std::move(m_report);
+    }
 
 private:
     void AddProblem(const CProcessorBase& processor, const CChannelAddress& input, const CProcessingError& error)
@@ -134,9 +141,10 @@ Processors EnabledProcessors(const dataset::CProcessorSet& set)
     return enabled;
 }
 
-CProcessingReport Run(const Processors& processors, dataset::CDataSet& dataSet, const CWatch& watch)
+CProcessingReport Run(const Processors& processors, dataset::CDataSet& dataSet, const CWatch& watch,
+                      const CPlacement::Addresses& unreserved)
 {
-    CRun run(processors, dataSet, watch);
+    CRun run(processors, dataSet, watch, unreserved);
     for (const CProcessorBase* const processor : InRunOrder(processors))
         run.Run(*processor);
     return run.TakeReport();

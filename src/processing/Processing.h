@@ -31,7 +31,9 @@ struct CProcessingReport
     // Keys of parameters that do not suit an input, with the reasons, which are among the problems, too.
     std::vector<std::pair<std::string, std::string>> unsuited;
     std::vector<std::string> notes; // for each output that is not at its address and each item that is not usable
-    bool isAborted = false;         // nothing was derived from the input at work, nor from those behind it
+    // Empty slots that the run has made for outputs that never came.
+    CPlacement::Addresses gaps = {};
+    bool isAborted = false; // nothing was derived from the input at work, nor from those behind it
 };
 
 // The enabled ones, in the order of their list; entries that share a section are one processor, and run once. They
@@ -39,9 +41,11 @@ struct CProcessingReport
 Processors EnabledProcessors(const velflexlib::dataset::CProcessorSet& set);
 
 // Runs the processors in the order of what they read and write. A processor does the same with each of its inputs: with
-// n outputs for one, input i has the outputs from i n on. Throws CProcessingError where no order is possible, and
-// std::bad_alloc.
-CProcessingReport Run(const Processors& processors, velflexlib::dataset::CDataSet& dataSet, const CWatch& watch);
+// n outputs for one, input i has the outputs from i n on. Slots are kept free for all outputs but those with the
+// addresses `unreserved`: a run that left gaps can be repeated without them, on the data set as it was before. Throws
+// CProcessingError where no order is possible, and std::bad_alloc.
+CProcessingReport Run(const Processors& processors, velflexlib::dataset::CDataSet& dataSet, const CWatch& watch,
+                      const CPlacement::Addresses& unreserved = {});
 
 // How many lines all inputs have together that are there now, for a bar of progress.
 std::uint64_t CountLines(const Processors& processors, const velflexlib::dataset::CDataSet& dataSet);

@@ -165,10 +165,10 @@ TEST(CurveCallTest, AxesAndRangesThatLeadNowhereAreReasonsOfTheCurves)
 TEST(CurveCallTest, EveryReasonHasATextOfItsOwn)
 {
     std::set<std::string> texts;
-    for (int reason = VEL_CURVE_OK; reason <= VEL_CURVE_NOT_CALIBRATED; ++reason)
+    for (int reason = VEL_CURVE_OK; reason <= VEL_CURVE_UNREADABLE; ++reason)
         texts.insert(VELCurveReasonText(reason));
-    EXPECT_EQ(texts.size(), 11U);
-    for (const std::int64_t none : {INT64_MIN, std::int64_t{-1}, std::int64_t{11}, INT64_MAX})
+    EXPECT_EQ(texts.size(), 12U);
+    for (const std::int64_t none : {INT64_MIN, std::int64_t{-1}, std::int64_t{12}, INT64_MAX})
         EXPECT_STREQ(VELCurveReasonText(none), "unknown reason");
     EXPECT_STREQ(VELCurveReasonText(VEL_CURVE_NOTHING_ACQUIRED), "no point was acquired");
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <random>
@@ -30,8 +31,13 @@ std::vector<double> Results(const CCurveKernels& kernels, const std::vector<doub
     const CTrend trend{0.3 * static_cast<double>(signal.size()), 0.1, 1e-3};
     const CDerivation derivation{trend.origin, -1.5, 0.2, 1e-2};
     std::vector<double> results(signal.size());
-    const CExtremes extremes = kernels.derive(stretch, derivation, results.data());
-    const CExtremes unwritten = kernels.derive(stretch, derivation, nullptr);
+    const CHighest highest = kernels.derive(stretch, derivation, results.data());
+    const CHighest unwritten = kernels.highest(stretch, derivation);
+    EXPECT_EQ(highest.value, unwritten.value);
+    EXPECT_EQ(highest.index, unwritten.index);
+    std::vector<double> inPlace = signal;
+    kernels.derive({inPlace.data(), inPlace.size()}, derivation, inPlace.data());
+    results.insert(results.end(), inPlace.begin(), inPlace.end());
     const auto add = [&](const auto& numbers) {
         double all[sizeof numbers / sizeof(double)];
         std::memcpy(all, &numbers, sizeof numbers);
@@ -42,8 +48,7 @@ std::vector<double> Results(const CCurveKernels& kernels, const std::vector<doub
     std::vector<double> erased(signal.size() + 1, 1.5);
     kernels.erase(erased.data(), signal.size());
     results.insert(results.end(), erased.begin(), erased.end());
-    add(extremes);
-    add(unwritten);
+    add(highest);
     for (const double level : {-0.55, -0.4, 0.0, -2.0}) {
         for (const double gain : {1.0, -1.0}) {
             results.push_back(static_cast<double>(kernels.firstAtMost(stretch, trend, gain, level)));
@@ -81,7 +86,7 @@ TEST(CurveKernelsTest, EveryWidthOfInstructionsGivesTheSame)
     }
 }
 
-TEST(CurveKernelsTest, SearchesFindWhatALoopFinds)
+TEST(CurveKernelsTest, SearchesAndMaximaFindWhatALoopFinds)
 {
     std::mt19937 random(5);
     for (std::size_t points = 1; points < 60; ++points) {
@@ -98,6 +103,11 @@ TEST(CurveKernelsTest, SearchesFindWhatALoopFinds)
             EXPECT_EQ(CurveKernels().firstAtMost(stretch, {0, 0, 0}, 1, level), first);
             EXPECT_EQ(CurveKernels().lastAtMost(stretch, {0, 0, 0}, 1, level), last);
         }
+        const auto highest = std::ranges::max_element(
+            signal, [](double a, double b) { return !(b <= largestSignal) ? false : !(a <= largestSignal) || a < b; });
+        const CHighest found = CurveKernels().highest(stretch, {0, 1, 0, 0});
+        const bool isThere = *highest <= largestSignal;
+        EXPECT_EQ(found.index, isThere ? static_cast<std::size_t>(highest - signal.begin()) : points);
     }
 }
 

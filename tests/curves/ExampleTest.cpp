@@ -87,6 +87,7 @@ TEST(ExampleTest, TheCurveInTheDocumentHasTheValuesThatItPrints)
     ExpectPrinted(example, "largest indentation", nano * results.indentation.largest);
     ExpectPrinted(example, "force there", nano * results.indentation.force);
     ExpectPrinted(example, "adhesion", nano * results.adhesion.signal);
+    ExpectPrinted(example, "error of adhesion", nano * results.adhesion.error);
     ExpectPrinted(example, "adhesion force", nano * results.adhesion.force);
     ExpectPrinted(example, "at", nano * results.adhesion.position);
 }

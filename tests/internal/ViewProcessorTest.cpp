@@ -137,13 +137,14 @@ TEST_F(ViewProcessorTest, ParametersOfForceCurvesAreReadAndWritten)
 {
     const std::string entry = "[ProcessorSet]\nProcessorCount=1\nProcessor0=p\n[p]\nInstanceNo=1\n"
                               "GUID={138707ED-FD93-4E28-B2B0-C5DA628CB815}\n[ProcessorSet-Indentation:1]\n";
-    Read(entry + "BaselineMin=10 nm\nBaselineMax=200nm\nSpringConstant=50 mN/m\nSensitivity=55\n");
+    Read(entry + "BaselineMin=10 nm\nBaselineMax=200nm\nSpringConstant=50 mN/m\nSensitivity=55\nContactLaw=1\n");
     processorSet.GetProcessors().at(0)->SaveParameters(document);
     const auto& keys = document.SelectSection("ProcessorSet-Indentation:1")->keys;
     std::string text;
-    for (const char* const key : {"BaselineMin", "BaselineMax", "Threshold", "SpringConstant", "Sensitivity"})
+    for (const char* const key : {"BaselineMin", "BaselineMax", "Threshold", "SpringConstant", "Sensitivity",
+                                  "BaselineShare", "ContactLaw", "FitShare"})
         text += keys.GetValue(key) + "; ";
-    EXPECT_EQ(text, "1e-08 m; 2e-07 m; 5; 0.05 N/m; 55 m/V; ");
+    EXPECT_EQ(text, "1e-08 m; 2e-07 m; 5; 0.05 N/m; 55 m/V; 0.4; 1; 0.5; ");
 }
 
 TEST_F(ViewProcessorTest, ProcessorsAreConnectedToTheChannelsThatWereLoaded)

@@ -15,19 +15,26 @@ CPointSums BlockSums(const CStretch& stretch, const CTrend& rough)
 {
     const std::size_t length = stretch.count / eight;
     const double middle = 0.5 * static_cast<double>(length - 1);
-    CEight index = Ascending() * All(static_cast<double>(length));
+    CEight index = Ascending() * All(static_cast<double>(length)) - All(rough.origin);
     CEight within = All(-middle);
     CPointSums sums;
-    for (std::size_t i = 0; i < length; ++i) {
-        const CEight signal = Gather(stretch.signal + i, length);
-        const CEight distance = DistanceFrom(rough, signal, index - All(rough.origin));
+    const auto add = [&](const CEight& signal) {
+        const CEight distance = DistanceFrom(rough, signal, index);
         if constexpr (AreAllAcquired)
             sums.AddAll(signal, within, distance);
         else
             sums.AddSome(IsAcquired(signal), signal, within, distance);
         index = index + All(1);
         within = within + All(1);
+    };
+    std::size_t i = 0;
+    for (; i + 2 <= length; i += 2) {
+        const CTwoEights signals = GatherTwo(stretch.signal + i, length);
+        add(signals.first);
+        add(signals.second);
     }
+    if (i < length)
+        add(Gather(stretch.signal + i, length));
     return sums;
 }
 
@@ -77,7 +84,7 @@ constexpr CReciprocals reciprocals = Reciprocals();
 
 // The tilt from block to block by repeated medians. The mean of a block that is not there is no number; slopes that are
 // not there become infinite, so that they come last.
-double RepeatedMedian(const CEight& mean, int blocks)
+[[gnu::always_inline]] inline double RepeatedMedian(const CEight& mean, int blocks)
 {
     double means[eight];
     StoreEight(mean, means);
@@ -91,7 +98,7 @@ double RepeatedMedian(const CEight& mean, int blocks)
 // The variance of the points of each block from a line of a common tilt and a level of its own. The last factor takes
 // the median of a variance with f degrees of freedom to its mean: (1 - 2 / (9 f))^3 (Wilson and Hilferty, PNAS 17,
 // 1931).
-CEight BlockVariances(const CPointSums& sums, const CEight& perPoint, double tilt)
+[[gnu::always_inline]] inline CEight BlockVariances(const CPointSums& sums, const CEight& perPoint, double tilt)
 {
     const CEight uu = sums.uu - sums.u * sums.u * perPoint;
     const CEight ur = sums.ur - sums.u * sums.r * perPoint;
@@ -99,7 +106,7 @@ CEight BlockVariances(const CPointSums& sums, const CEight& perPoint, double til
     const CEight squares = rr - All(tilt) * (All(2) * ur - All(tilt) * uu);
     const CEight freedom = sums.points - All(1);
     const CEight root = All(9) * freedom - All(2);
-    return Higher(squares, All(0)) * (All(729) * freedom * freedom) / (root * root * root);
+    return Higher(squares, All(0)) * ((All(729) * freedom * freedom) / (root * root * root));
 }
 
 // The medians of the blocks' levels and variances, and half of the shortest range that holds the levels of more than
@@ -111,7 +118,7 @@ struct CMiddle
     double reach;
 };
 
-CMiddle MiddleOf(const CEight& levels, const CEight& variances, int count)
+[[gnu::always_inline]] inline CMiddle MiddleOf(const CEight& levels, const CEight& variances, int count)
 {
     double pairs[2][eight];
     StoreEight(levels, pairs[0]);
@@ -140,30 +147,45 @@ CMiddle MiddleOf(const CEight& levels, const CEight& variances, int count)
            (excess * excess * freedom <= All(72 * middle.variance * middle.variance));
 }
 
+// What the choice of blocks takes beside their sums.
+struct CWindow
+{
+    double length; // points of a block
+    double origin; // of the rough line
+    double leastWidth;
+};
+
+// Chooses among the blocks of which the mask says that they are there, `count` of them.
+[[gnu::always_inline]] inline void ChooseBlocks(CBlocks& blocks, const CPointSums& sums, const CMask& present,
+                                                int count, const CWindow& window)
+{
+    const CEight none = All(infinity);
+    const CEight place = Ascending() - All(0.5 * (eight - 1));
+    const CEight perPoint = All(1) / sums.points;
+    const CEight mean = Choose(present, sums.r * perPoint, All(nan));
+    const double tilt = RepeatedMedian(mean, count);
+    const CEight levels = Lower(mean - All(tilt) * place, none);
+    const CEight variances = Choose(present, BlockVariances(sums, perPoint, tilt / window.length), none);
+    CMiddle middle = MiddleOf(levels, variances, count);
+    middle.variance = Higher(middle.variance, window.leastWidth * window.leastWidth);
+    blocks.variance = middle.variance;
+    const CMask kept = present & AreOnLine(levels, variances, middle, sums.points, perPoint);
+    blocks.kept = Sum(Choose(kept, All(1), All(0)));
+    blocks.sums = Joined(sums, kept, (Ascending() + All(0.5)) * All(window.length) - All(0.5 + window.origin));
+}
+
 CBlocks Blocks(const CStretch& stretch, const CTrend& rough, double leastWidth)
 {
     const CPointSums sums = BlockSums(stretch, rough);
     const CMask present = All(2) <= sums.points;
     const double there = Sum(Choose(present, All(1), All(0)));
     CBlocks blocks{Sum(sums.points), there, 0, 0, {}};
-    const int count = static_cast<int>(there);
-    if (count < 2)
-        return blocks;
-    const CEight none = All(infinity);
-    const CEight place = Ascending() - All(0.5 * (eight - 1));
-    const CEight perPoint = All(1) / sums.points;
-    const CEight mean = Choose(present, sums.r * perPoint, All(nan));
     const std::size_t pointsOfBlock = stretch.count / eight;
-    const auto length = static_cast<double>(pointsOfBlock);
-    const double tilt = RepeatedMedian(mean, count);
-    const CEight levels = Lower(mean - All(tilt) * place, none);
-    const CEight variances = Choose(present, BlockVariances(sums, perPoint, tilt / length), none);
-    CMiddle middle = MiddleOf(levels, variances, count);
-    middle.variance = Higher(middle.variance, leastWidth * leastWidth);
-    blocks.variance = middle.variance;
-    const CMask kept = present & AreOnLine(levels, variances, middle, sums.points, perPoint);
-    blocks.kept = Sum(Choose(kept, All(1), All(0)));
-    blocks.sums = Joined(sums, kept, (Ascending() + All(0.5)) * All(length) - All(0.5 + rough.origin));
+    const CWindow window{static_cast<double>(pointsOfBlock), rough.origin, leastWidth};
+    if (there == eight)
+        ChooseBlocks(blocks, sums, present, eight, window);
+    else if (there >= 2)
+        ChooseBlocks(blocks, sums, present, static_cast<int>(there), window);
     return blocks;
 }
 

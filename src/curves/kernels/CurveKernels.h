@@ -2,8 +2,8 @@
 // works on the few numbers that these give.
 //
 // Invariant: all sets give the same results, bit for bit. Every sum is kept in eight parts, to which points are added
-// in turns, whatever the width of the vectors; products are rounded before they are added, which the build takes care
-// of.
+// in turns, whatever the width of the vectors, and a rest of fewer than eight as the last ones of eight; products are
+// rounded before they are added, which the build takes care of.
 //
 // Sets of loops are immutable tables of functions without state: any number of threads can use them at once.
 #pragma once
@@ -68,13 +68,11 @@ struct CDerivation
     double rise;
 };
 
-// The lowest and the highest derived value, and the first index of the latter. Infinities of the wrong sign, and
-// `count`, if no point was acquired.
-struct CExtremes
+// The highest derived value and its first index; -infinity and `count` if no point was acquired.
+struct CHighest
 {
-    double lowest;
-    double highest;
-    std::size_t indexOfHighest;
+    double value;
+    std::size_t index;
 };
 
 struct CCurveKernels
@@ -87,9 +85,12 @@ struct CCurveKernels
 
     CRange (*range)(const CStretch& stretch);
 
-    // Writes the derived values to `derived`, with a NaN for points that were not acquired, unless it is null. It may
-    // be the signal itself.
-    CExtremes (*derive)(const CStretch& stretch, const CDerivation& derivation, double* derived);
+    // Writes the derived values to `derived`, with a NaN for points that were not acquired. It may be the signal
+    // itself.
+    CHighest (*derive)(const CStretch& stretch, const CDerivation& derivation, double* derived);
+
+    // The same without writing.
+    CHighest (*highest)(const CStretch& stretch, const CDerivation& derivation);
 
     // Fills an array with NaN.
     void (*erase)(double* numbers, std::size_t count);

@@ -90,6 +90,60 @@ template <class Part>
         [=](int first) { return GatherPart<Doubles>(from + static_cast<std::size_t>(first) * stride, stride); });
 }
 
+// Two eights of numbers: those at `from`, from + stride, ..., and the ones behind each of these. Twice Gather() takes
+// nearly twice as long.
+struct CTwoEights
+{
+    CEight first, second;
+};
+
+// The pairs of numbers at `from`, from + 2 stride, ...
+template <class Part>
+[[gnu::always_inline]] inline Part LoadPairs(const double* from, std::size_t stride)
+{
+    using Pair [[gnu::vector_size(2 * sizeof(double))]] = double;
+    const auto at = [=](std::size_t i) {
+        Pair pair;
+        __builtin_memcpy(&pair, from + 2 * i * stride, sizeof pair);
+        return pair;
+    };
+    if constexpr (lanes == 2)
+        return at(0);
+    else if constexpr (lanes == 4)
+        return __builtin_shufflevector(at(0), at(1), 0, 1, 2, 3);
+    else
+        return __builtin_shufflevector(__builtin_shufflevector(at(0), at(1), 0, 1, 2, 3),
+                                       __builtin_shufflevector(at(2), at(3), 0, 1, 2, 3), 0, 1, 2, 3, 4, 5, 6, 7);
+}
+
+// Every other number of two vectors in turns, from number `from` on, which is 0 or 1.
+template <int from, class Part>
+[[gnu::always_inline]] inline Part Alternate(const Part& a, const Part& b)
+{
+    if constexpr (lanes == 2)
+        return __builtin_shufflevector(a, b, from, from + 2);
+    else if constexpr (lanes == 4)
+        return __builtin_shufflevector(a, b, from, from + 4, from + 2, from + 6);
+    else
+        return __builtin_shufflevector(a, b, from, from + 8, from + 2, from + 10, from + 4, from + 12, from + 6,
+                                       from + 14);
+}
+
+// The even rows with the odd ones, number `from` of each pair.
+template <int from>
+[[gnu::always_inline]] inline CEight AlternateRows(const double* numbers, std::size_t stride)
+{
+    return Make<CEight>([=](int first) {
+        const double* const rows = numbers + static_cast<std::size_t>(first) * stride;
+        return Alternate<from>(LoadPairs<Doubles>(rows, stride), LoadPairs<Doubles>(rows + stride, stride));
+    });
+}
+
+[[gnu::always_inline]] inline CTwoEights GatherTwo(const double* from, std::size_t stride)
+{
+    return {AlternateRows<0>(from, stride), AlternateRows<1>(from, stride)};
+}
+
 [[gnu::always_inline]] inline CEight LoadEight(const double* from)
 {
     return Make<CEight>([=](int first) {
@@ -138,6 +192,11 @@ using Eight = const CEight&;
     return Each<CMask>([](L x, L y) { return x & y; }, a, b);
 }
 
+[[gnu::always_inline]] inline CMask operator|(const CMask& a, const CMask& b)
+{
+    return Each<CMask>([](L x, L y) { return x | y; }, a, b);
+}
+
 // `a` where the mask holds, else `b`.
 [[gnu::always_inline]] inline CEight Choose(const CMask& mask, Eight a, Eight b)
 {
@@ -154,30 +213,32 @@ using Eight = const CEight&;
     return Choose(b < a, a, b);
 }
 
-// Where the mask holds in any of the parts.
-template <class Mask>
-[[gnu::always_inline]] inline Longs AnyPart(const Mask& mask)
+// A bit for each of the numbers of a part, the first one the lowest.
+template <class Part>
+[[gnu::always_inline]] inline unsigned PartBits(const Part& part)
 {
-    if constexpr (parts == 1)
-        return mask.part[0];
-    else if constexpr (parts == 2)
-        return mask.part[0] | mask.part[1];
-    else
-        return (mask.part[0] | mask.part[1]) | (mask.part[2] | mask.part[3]);
+#if defined(__AVX512F__)
+    return _mm512_movepi64_mask(reinterpret_cast<__m512i>(part));
+#elif defined(__AVX2__)
+    return static_cast<unsigned>(_mm256_movemask_pd(reinterpret_cast<__m256d>(part)));
+#elif defined(__SSE2__)
+    return static_cast<unsigned>(_mm_movemask_pd(reinterpret_cast<__m128d>(part)));
+#else
+    return (part[0] != 0 ? 1U : 0U) | (part[1] != 0 ? 2U : 0U);
+#endif
 }
 
-[[gnu::always_inline]] inline bool Any(const CMask& mask)
+// A bit for each of the eight, the first one the lowest.
+template <class Mask>
+[[gnu::always_inline]] inline unsigned Bits(const Mask& mask)
 {
-    const Longs any = AnyPart(mask);
-#if defined(__AVX512F__)
-    return _mm512_movepi64_mask(reinterpret_cast<__m512i>(any)) != 0;
-#elif defined(__AVX2__)
-    return _mm256_movemask_pd(reinterpret_cast<__m256d>(any)) != 0;
-#elif defined(__SSE2__)
-    return _mm_movemask_pd(reinterpret_cast<__m128d>(any)) != 0;
-#else
-    return (any[0] | any[1]) != 0;
-#endif
+    if constexpr (parts == 1)
+        return PartBits(mask.part[0]);
+    else if constexpr (parts == 2)
+        return PartBits(mask.part[0]) | PartBits(mask.part[1]) << 4U;
+    else
+        return PartBits(mask.part[0]) | PartBits(mask.part[1]) << 2U | PartBits(mask.part[2]) << 4U |
+               PartBits(mask.part[3]) << 6U;
 }
 
 [[gnu::always_inline]] inline double Sum(Eight numbers)
@@ -202,8 +263,13 @@ template <class Mask>
     return LoadEight(numbers);
 }
 
-[[gnu::always_inline]] inline void StorePart(const CEight& numbers, double* to, std::size_t count)
+// Stores the last eight of `count` numbers, or as many as there are.
+[[gnu::always_inline]] inline void StoreLast(const CEight& numbers, double* to, std::size_t count)
 {
+    if (count >= eight) {
+        StoreEight(numbers, to + count - eight);
+        return;
+    }
     double all[eight];
     StoreEight(numbers, all);
     __builtin_memcpy(to, all, count * sizeof(double));

@@ -59,10 +59,9 @@ struct CExchange
 constexpr CExchange exchanges[] = {{0, 1}, {2, 3}, {4, 5}, {6, 7}, {0, 2}, {1, 3}, {4, 6}, {5, 7}, {1, 2}, {5, 6},
                                    {0, 4}, {1, 5}, {2, 6}, {3, 7}, {2, 4}, {3, 5}, {1, 2}, {3, 4}, {5, 6}};
 
-// The median of the lowest `count` of eight rows, of which there is at least one: column by column if a row has several
-// numbers. Sorts the rows, without a branch that depends on numbers.
+// Sorts eight rows, without a branch that depends on numbers: column by column if a row has several.
 template <class Row>
-[[gnu::always_inline]] inline Row Median(Row (&rows)[eight], int count)
+[[gnu::always_inline]] inline void Sort(Row (&rows)[eight])
 {
 #pragma GCC unroll 19
     for (const CExchange& exchange : exchanges) {
@@ -70,6 +69,14 @@ template <class Row>
         rows[exchange.high] = Higher(rows[exchange.low], rows[exchange.high]);
         rows[exchange.low] = low;
     }
+}
+
+// The median of the lowest `count` of eight rows, of which there is at least one. Where the count is known to the
+// compiler, it leaves out what the sort does for other rows.
+template <class Row>
+[[gnu::always_inline]] inline Row Median(Row (&rows)[eight], int count)
+{
+    Sort(rows);
     return Mean(rows[(count - 1) / 2], rows[count / 2]);
 }
 

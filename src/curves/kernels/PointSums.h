@@ -55,21 +55,34 @@ struct CPointSums
     }
 };
 
-// Calls step(eight signals, their indices, the first of these) for all points, but `last` for the last eight if they
-// are not complete: what fills them up is NaN.
+// The last eight points of a stretch; of fewer all, and NaN behind them.
+[[gnu::always_inline]] inline CEight LastEight(const CStretch& stretch)
+{
+    return stretch.count >= eight ? LoadEight(stretch.signal + stretch.count - eight)
+                                  : LoadPart(stretch.signal, stretch.count);
+}
+
+[[gnu::always_inline]] inline CEight IndicesOfLastEight(const CStretch& stretch)
+{
+    return stretch.count >= eight ? Ascending() + All(static_cast<double>(stretch.count - eight)) : Ascending();
+}
+
+// Calls step(eight signals, their indices) for all points, but last(last eight, their indices, which of them step() had
+// not) if their number is not a multiple of eight.
 template <class Step, class Last>
 [[gnu::always_inline]] inline void ForEachEight(const CStretch& stretch, Step step, Last last)
 {
-    const double* const signal = stretch.signal;
-    const std::size_t count = stretch.count;
     CEight indices = Ascending();
     std::size_t i = 0;
-    for (; i + eight <= count; i += eight) {
-        step(LoadEight(signal + i), indices, i);
+    for (; i + eight <= stretch.count; i += eight) {
+        step(LoadEight(stretch.signal + i), indices);
         indices = indices + All(eight);
     }
-    if (i < count)
-        last(LoadPart(signal + i, count - i), indices, i);
+    if (i < stretch.count) {
+        const CEight left = IndicesOfLastEight(stretch);
+        const CMask isNew = (All(static_cast<double>(i)) <= left) & (left < All(static_cast<double>(stretch.count)));
+        last(LastEight(stretch), left, isNew);
+    }
 }
 
 [[gnu::always_inline]] inline CEight DistanceFrom(const CTrend& trend, const CEight& signal, const CEight& u)

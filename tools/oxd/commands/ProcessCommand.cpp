@@ -10,6 +10,7 @@
 
 #include <array>
 #include <memory>
+#include <utility>
 
 namespace oxd {
 
@@ -35,11 +36,23 @@ ProcessorRequest Requested(const Options& options)
     }
     for (std::size_t i = 0; i < settingOptions.size(); ++i) {
         if (!options.values[i].empty()) {
-            settingOptions[i].isRange ? AddRange(request, settingOptions[i].key, options.values[i])
-                                      : AddSetting(request, settingOptions[i].key, options.values[i]);
+            AddOption(request, settingOptions[i], options.values[i]);
         }
     }
     return request;
+}
+
+// What says how to save is wrong where nothing is.
+void RequireNoSaving(const Options& options)
+{
+    const std::pair<bool, const char*> given[] = {{!options.processing.output.mayReplace, "--no-clobber"},
+                                                  {options.strict, "--strict"},
+                                                  {!options.processing.records, "--no-provenance"}};
+    for (const auto& [isGiven, option] : given) {
+        if (isGiven) {
+            throw CLI::RequiredError(std::string("For ") + option + ", --output");
+        }
+    }
 }
 
 Processing Wanted(const Options& options)
@@ -49,6 +62,9 @@ Processing Wanted(const Options& options)
     wanted.saves = wanted.isDryRun || !wanted.output.name.empty();
     if (!wanted.saves && wanted.form == ResultForm::None) {
         throw CLI::RequiredError("--output, --csv or --json");
+    }
+    if (!wanted.saves) {
+        RequireNoSaving(options);
     }
     wanted.request = Requested(options);
     return wanted;

@@ -12,8 +12,8 @@ namespace oxd {
 namespace {
 
 constexpr const char* replayHelp =
-    "What oxd correct recorded in FILE is done once more with ORIGINAL, and the outcome is\n"
-    "compared with FILE byte for byte. Neither is changed. Exit codes: 0 the same,\n"
+    "What oxd correct and oxd process recorded in FILE is done once more with ORIGINAL, and\n"
+    "the outcome is compared with FILE byte for byte. Neither is changed. Exit codes: 0 the same,\n"
     "1 different, 4 FILE has no provenance.";
 
 struct ReplayOptions
@@ -28,7 +28,8 @@ struct ReplayOptions
 void AddReplay(CLI::App& app, Results& results, ExitCode& outcome)
 {
     const auto options = std::make_shared<ReplayOptions>();
-    CLI::App& command = *app.add_subcommand("replay", "Prove how a corrected file was made")->footer(replayHelp);
+    CLI::App& command =
+        *app.add_subcommand("replay", "Prove how a corrected or processed file was made")->footer(replayHelp);
     AddInputFile(command, options->file);
     command.add_option("ORIGINAL", options->original, "File that it was made from; stays as it is")
         ->type_name("")

@@ -26,20 +26,20 @@ namespace model = veltaris::velflexlib::dataset;
 class Run
 {
 public:
-    Run(const std::string& file, const ProcessorRequest& request) : m_file(file), m_dataSet(LoadModel(file))
+    Run(const std::string& file, const ProcessorRequest& request) : m_file(file)
     {
         m_own = request.IsOfFile() ? nullptr : MakeProcessors(request);
-        const auto processors = processing::EnabledProcessors(m_own ? *m_own : m_dataSet->GetProcessorSet());
-        if (processors.empty()) {
-            throw Failure(ExitCode::No, file, "has no processor that is enabled; --kind and --input name one");
-        }
-        Derive(processors);
+        Derive({});
         if (!request.IsOfFile() && !m_report.unsuited.empty()) {
             const auto& [key, reason] = m_report.unsuited.front();
             throw Failure(ExitCode::Usage, OptionOf(key), file + ": " + reason);
         }
         if (m_report.done.empty()) {
             ThrowProblems();
+        }
+        for (processing::CPlacement::Addresses unreserved; !m_report.gaps.empty();) {
+            unreserved.insert(m_report.gaps.begin(), m_report.gaps.end());
+            Derive(unreserved);
         }
     }
 
@@ -57,8 +57,15 @@ private:
         throw Failure(ExitCode::No, m_file, sentences.back());
     }
 
-    void Derive(const processing::Processors& processors)
+    // On the file as it is. No slots are kept free for outputs with these addresses.
+    void Derive(const processing::CPlacement::Addresses& unreserved)
     {
+        m_report = {};
+        m_dataSet = LoadModel(m_file);
+        const auto processors = processing::EnabledProcessors(m_own ? *m_own : m_dataSet->GetProcessorSet());
+        if (processors.empty()) {
+            throw Failure(ExitCode::No, m_file, "has no processor that is enabled; --kind and --input name one");
+        }
         const std::atomic<bool> abort = false;
         std::uint64_t left = processing::CountLines(processors, *m_dataSet); // of what is there before
         Progress progress(left);
@@ -70,7 +77,7 @@ private:
             }
         };
         try {
-            m_report = processing::Run(processors, *m_dataSet, {abort, advance});
+            m_report = processing::Run(processors, *m_dataSet, {abort, advance}, unreserved);
         } catch (const processing::CProcessingError& error) {
             throw Failure(ExitCode::Damaged, m_file, error.what());
         }

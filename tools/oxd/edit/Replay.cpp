@@ -32,8 +32,7 @@ public:
     bool Repeat(const Step& step, const std::string& subject)
     {
         if (IsProcessing(step)) {
-            m_file = RepeatProcessing(m_file, RequestOf(step, subject), step, m_carried, m_output);
-            return true;
+            return RepeatProcessors(step, RequestOf(step, subject));
         }
         const StepWork work = WorkOf(step, subject);
         DataSet dataSet = DataSet::Open(m_file);
@@ -48,6 +47,20 @@ public:
     }
 
 private:
+    // What was no wrong usage then is one now if the units or settings of the original are not those of the step's.
+    bool RepeatProcessors(const Step& step, const ProcessorRequest& request)
+    {
+        try {
+            m_file = RepeatProcessing(m_file, request, step, m_carried, m_output);
+            return true;
+        } catch (const Failure& failure) {
+            if (failure.Code() != ExitCode::Usage) {
+                throw;
+            }
+            return false;
+        }
+    }
+
     OutputFile m_output;
     std::string m_file;
     CarriedSections m_carried;

@@ -113,7 +113,7 @@ void AddCurves(const DataSet& dataSet)
     std::vector<Channel> channels = MakeGroup(dataSet, "Spectroscopy", bits, curveGrid, signals);
     Noise noise(curveSeed);
     for (int line = 0; line < curveGrid.lines; ++line) {
-        SampleCurve curve(noise);
+        SampleCurve curve(line, noise);
         WriteLines(channels, line, curveGrid, signals, curve);
     }
 }

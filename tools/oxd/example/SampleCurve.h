@@ -1,5 +1,5 @@
-// A force curve: the deflection of a cantilever that is brought to a hard surface and taken away again. Lengths are in
-// metres; z grows towards the surface, and both ways are given over the same z.
+// A force curve: the deflection of a cantilever whose tip, a cone, is brought to a soft surface and taken away again.
+// Lengths are in metres; z grows towards the surface, and both ways are given over the same z.
 #pragma once
 
 #include "oxd/example/Noise.h"
@@ -13,8 +13,8 @@ inline constexpr double rampSize = 400e-9;
 class SampleCurve
 {
 public:
-    // Draws where this curve meets the surface and how firmly the tip sticks to it.
-    explicit SampleCurve(Noise& noise);
+    // Where the curve meets the surface and how firmly the tip sticks to it depends on the number of its line.
+    SampleCurve(int line, Noise& noise);
 
     // The deflection at a height on the way to the surface, and on the way back.
     double Approach(double z);

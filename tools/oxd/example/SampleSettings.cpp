@@ -85,6 +85,7 @@ InstanceNo=0
 [ProcessorSet-Indentation:0]
 DisplayName=Indentation
 Enabled=1
+ContactLaw=2
 InputCount=1
 Input0Group=2
 Input0Channel=0

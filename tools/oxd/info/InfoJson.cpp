@@ -1,5 +1,7 @@
 #include "oxd/info/FileInfo.h"
 
+#include "oxd/system/Text.h"
+
 #include <nlohmann/json.hpp>
 
 #include <utility>
@@ -115,8 +117,9 @@ Json ToJson(const std::vector<ProcessorInfo>& processors)
     Json array = Json::array();
     for (const ProcessorInfo& processor : processors) {
         Json parameters = Json::object();
-        for (const auto& [key, value] : processor.parameters) {
-            parameters[key] = value;
+        for (const ParameterInfo& parameter : processor.parameters) {
+            parameters[parameter.key] =
+                ToExactText(parameter.value) + (parameter.unit.empty() ? "" : " " + parameter.unit);
         }
         array.push_back({{"positions", processor.positions},
                          {"kind", processor.kind},

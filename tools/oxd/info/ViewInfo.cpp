@@ -2,8 +2,6 @@
 
 #include "oxd/inspection/UntilNul.h"
 
-#include "velflexlib/fx/FxProperty.h"
-
 #include <map>
 
 namespace oxd {
@@ -83,8 +81,9 @@ ProcessorInfo ToInfo(const model::CProcessorBase& processor, const LinkReader& l
                        .inputs = links.Read(processor.GetInputs()),
                        .outputs = links.Read(processor.GetOutputs())};
     for (std::size_t i = 0; i < processor.GetKind().parameters.size(); ++i) {
-        info.parameters.emplace_back(processor.GetKind().parameters[i].key,
-                                     UntilNul(FormatFxProperty(processor.GetParameter(i))));
+        const auto& [value, unit] = processor.GetParameter(i);
+        info.parameters.push_back({std::string(processor.GetKind().parameters[i].key), value, UntilNul(unit),
+                                   processor.GetWritten(i).has_value()});
     }
     return info;
 }

@@ -36,6 +36,14 @@ struct ViewInfo
     std::vector<std::pair<int, std::string>> parameters = {}; // the code of an operator, and "name=value"
 };
 
+struct ParameterInfo
+{
+    std::string key;
+    double value = 0;
+    std::string unit;
+    bool isGiven = false; // by the file, else it is the default of its kind
+};
+
 struct ProcessorInfo
 {
     std::vector<std::uint64_t> positions = {}; // in the list of processors
@@ -43,8 +51,8 @@ struct ProcessorInfo
     std::uint64_t instance = 0;
     std::string name;
     bool isEnabled = true;
-    std::vector<std::pair<std::string, std::string>> parameters = {}; // texts with units by their keys
-    std::vector<LinkInfo> inputs, outputs;                            // those with an address
+    std::vector<ParameterInfo> parameters = {};
+    std::vector<LinkInfo> inputs, outputs; // those with an address
 };
 
 struct ViewArea

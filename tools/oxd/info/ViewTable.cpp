@@ -3,6 +3,7 @@
 #include "oxd/info/TextTable.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/system/Text.h"
+#include "oxd/system/Unit.h"
 
 namespace oxd {
 
@@ -54,8 +55,10 @@ std::string ParameterText(const ViewInfo& view)
 std::string ParameterText(const ProcessorInfo& processor)
 {
     std::string text;
-    for (const auto& [key, value] : processor.parameters) {
-        Join(text, std::string(key).append(" ").append(value));
+    for (const ParameterInfo& parameter : processor.parameters) {
+        if (parameter.isGiven) {
+            Join(text, parameter.key + " " + ToText(parameter.value, parameter.unit));
+        }
     }
     return OrNone(text);
 }

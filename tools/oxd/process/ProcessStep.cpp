@@ -43,6 +43,16 @@ bool IsSetting(const std::string& name)
            });
 }
 
+void RepeatSetting(ProcessorRequest& request, const std::string& name, const std::string& value,
+                   const std::string& subject)
+{
+    try {
+        AddSetting(request, name, value);
+    } catch (const Failure&) {
+        throw Failure(ExitCode::Damaged, subject, "its provenance has no " + name + " that could be repeated");
+    }
+}
+
 } // namespace
 
 Step DescribeProcessing(const std::string& source, const ProcessorRequest& request)
@@ -78,7 +88,7 @@ ProcessorRequest RequestOf(const Step& step, const std::string& subject)
             }
             request.inputs.push_back(*place);
         } else if (IsSetting(name)) {
-            AddSetting(request, name, value);
+            RepeatSetting(request, name, value, subject);
         }
     }
     return request;

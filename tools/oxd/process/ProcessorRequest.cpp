@@ -22,16 +22,39 @@ const std::array<KindName, 3> kindNames{
              "indentation behind the contact point of each approach, and its maximum"},
 };
 
-const std::array<SettingOption, 6> settingOptions{
-    SettingOption{"--range", "Range", "FROM:TO", "slope: the part of each curve to fit; without it all", true},
-    SettingOption{"--baseline", "Baseline", "FROM:TO", "others: where the baseline is; without it, it is looked for",
-                  true},
-    SettingOption{"--threshold", "Threshold", "N", "others: noise widths from the baseline to what is none; 5", false},
+namespace {
+
+constexpr std::array<std::string_view, 3> surfaces{"from-data", "high", "low"};
+constexpr std::array<std::string_view, 2> repulsions{"raises", "lowers"};
+constexpr std::array<std::string_view, 3> contactLaws{"line", "sphere", "cone"};
+
+} // namespace
+
+const std::array<SettingOption, 11> settingOptions{
+    SettingOption{"--range", "Range", "FROM:TO", "slope: the part of each curve to fit; by default, all of it",
+                  SettingForm::Range},
+    SettingOption{"--baseline", "Baseline", "FROM:TO", "others: where the baseline is; by default, it is looked for",
+                  SettingForm::Range},
+    SettingOption{"--baseline-share", "BaselineShare", "SHARE",
+                  "others: share of each curve in which the baseline is looked for; 0.4", SettingForm::Number},
+    SettingOption{"--threshold", "Threshold", "N",
+                  "others: how far off the baseline a signal must be, in widths of the noise; 5", SettingForm::Number},
+    SettingOption{"--surface", "Surface", "END",
+                  "others: where the surface is: from-data, high or low positions; from-data", SettingForm::Choice,
+                  surfaces},
+    SettingOption{"--repulsion", "Repulsion", "CHANGE",
+                  "others: what repulsion does to the signal: raises or lowers it; raises", SettingForm::Choice,
+                  repulsions},
+    SettingOption{"--law", "ContactLaw", "LAW",
+                  "indentation: law that gives the contact point: line, sphere or cone; line", SettingForm::Choice,
+                  contactLaws},
+    SettingOption{"--fit-share", "FitShare", "SHARE",
+                  "indentation: share of the points in contact that the law is fitted to; 0.5", SettingForm::Number},
     SettingOption{"--spring-constant", "SpringConstant", "NUMBER",
-                  "others: such as 0.2N/m; without it Tool/Spring constant", false},
+                  "others: such as 0.2N/m; by default, Tool/Spring constant", SettingForm::AboveZero},
     SettingOption{"--sensitivity", "Sensitivity", "NUMBER",
-                  "others: such as 50nm/V; without it Tool/Deflection sensitivity", false},
-    SettingOption{"--name", displayNameKey, "TEXT", "What the derived channels are called", false},
+                  "others: such as 50nm/V; by default, Tool/Deflection sensitivity", SettingForm::AboveZero},
+    SettingOption{"--name", displayNameKey, "TEXT", "What the derived channels are called", SettingForm::Text},
 };
 
 namespace {
@@ -44,6 +67,32 @@ const model::CProcessorKind& KindOf(const ProcessorRequest& request)
 Failure WrongSetting(const std::string& key, const std::string& value, const std::string& reason)
 {
     return {ExitCode::Usage, OptionOf(key) + " \"" + value + "\"", reason};
+}
+
+// What the two keys of a range end with.
+const std::string minEnd = "Min", maxEnd = "Max";
+
+void AddRange(ProcessorRequest& request, const SettingOption& option, const std::string& range)
+{
+    const auto colon = range.find(':');
+    if (colon == std::string::npos) {
+        throw WrongSetting(option.key + minEnd, range, "is no range, such as 100nm:300nm");
+    }
+    AddSetting(request, option.key + minEnd, range.substr(0, colon));
+    AddSetting(request, option.key + maxEnd, range.substr(colon + 1));
+}
+
+void AddChoice(ProcessorRequest& request, const SettingOption& option, const std::string& name)
+{
+    const auto found = std::ranges::find(option.choices, name);
+    if (found == option.choices.end()) {
+        std::string names;
+        for (const std::string_view choice : option.choices) {
+            names.append(names.empty() ? "" : ", ").append(choice);
+        }
+        throw WrongSetting(option.key, name, "is none of " + names);
+    }
+    AddSetting(request, option.key, std::to_string(found - option.choices.begin()));
 }
 
 // The header of a file that has only this processor.
@@ -69,7 +118,8 @@ std::string HeaderOf(const ProcessorRequest& request)
 std::string OptionOf(const std::string& key)
 {
     const auto found = std::ranges::find_if(settingOptions, [&](const SettingOption& known) {
-        return known.isRange ? key.starts_with(known.key) : key == known.key;
+        return known.form == SettingForm::Range ? key == known.key + minEnd || key == known.key + maxEnd
+                                                : key == known.key;
     });
     return found == settingOptions.end() ? key : found->option;
 }
@@ -90,14 +140,19 @@ void AddSetting(ProcessorRequest& request, const std::string& key, const std::st
     request.settings.emplace_back(key, value);
 }
 
-void AddRange(ProcessorRequest& request, const std::string& prefix, const std::string& range)
+void AddOption(ProcessorRequest& request, const SettingOption& option, const std::string& value)
 {
-    const auto colon = range.find(':');
-    if (colon == std::string::npos) {
-        throw WrongSetting(prefix, range, "is no range, such as 100nm:300nm");
+    if (option.form == SettingForm::Range) {
+        AddRange(request, option, value);
+    } else if (option.form == SettingForm::Choice) {
+        AddChoice(request, option, value);
+    } else {
+        AddSetting(request, option.key, value);
     }
-    AddSetting(request, prefix + "Min", range.substr(0, colon));
-    AddSetting(request, prefix + "Max", range.substr(colon + 1));
+    const auto number = veltaris::velflexlib::fx::ParseFxProperty(value);
+    if (option.form == SettingForm::AboveZero && !(number->value > 0)) {
+        throw WrongSetting(option.key, value, "is not above 0");
+    }
 }
 
 void AddInput(ProcessorRequest& request, const inspect::Inspection& inspection, const std::string& input)

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +23,16 @@ struct KindName
 };
 extern const std::array<KindName, 3> kindNames;
 
+// What the value of an option is.
+enum class SettingForm
+{
+    Text,
+    Number,
+    AboveZero, // a number; in a file, a 0 stands for none
+    Range,     // FROM:TO
+    Choice,    // a name, of which a file has the position in the list
+};
+
 // An option of the command line that gives the processor of --kind a parameter.
 struct SettingOption
 {
@@ -29,9 +40,10 @@ struct SettingOption
     const char* key; // of a range, what its two keys begin with
     const char* shape;
     const char* description;
-    bool isRange;
+    SettingForm form;
+    std::span<const std::string_view> choices = {};
 };
-extern const std::array<SettingOption, 6> settingOptions;
+extern const std::array<SettingOption, 11> settingOptions;
 
 // The option that gives this key, or both keys that begin with it.
 std::string OptionOf(const std::string& key);
@@ -52,8 +64,8 @@ inline constexpr const char* displayNameKey = "DisplayName";
 // Throws a Failure, which is wrong usage, if the kind has no such parameter or the value cannot be one.
 void AddSetting(ProcessorRequest& request, const std::string& key, const std::string& value);
 
-// Adds the setting of a range, "FROM:TO", to the two keys that begin with `prefix`.
-void AddRange(ProcessorRequest& request, const std::string& prefix, const std::string& range);
+// The same for the value that a command line gives to an option.
+void AddOption(ProcessorRequest& request, const SettingOption& option, const std::string& value);
 
 // Finds an input that a command line names as GROUP/CHANNEL, the last slash of which counts. Throws a Failure if the
 // file has none.

@@ -1,5 +1,7 @@
 #include "oxd/system/Unit.h"
 
+#include "oxd/system/Text.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -34,6 +36,15 @@ UnitMultiple WithPrefix(const std::string& unit, double magnitude)
     const auto* const prefix =
         std::find_if(prefixes.begin(), prefixes.end(), [&](const Prefix& known) { return known.exponent == exponent; });
     return {std::pow(10, -exponent), std::string(prefix->text) + unit};
+}
+
+std::string ToText(double number, const std::string& unit)
+{
+    if (unit.empty()) {
+        return ToText(number);
+    }
+    const UnitMultiple multiple = TakesPrefix(unit) ? WithPrefix(unit, std::fabs(number)) : UnitMultiple{1, unit};
+    return ToText(number * multiple.factor) + " " + multiple.text;
 }
 
 int ExponentOf(double magnitude)

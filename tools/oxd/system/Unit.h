@@ -18,6 +18,9 @@ bool TakesPrefix(const std::string& unit);
 // point, from atto to giga.
 UnitMultiple WithPrefix(const std::string& unit, double magnitude);
 
+// A number in the multiple of its unit that suits it, such as "310 nm".
+std::string ToText(double number, const std::string& unit);
+
 // The exponent of ten of the largest power of 1000 that is not more than `magnitude`; 0 for what has none.
 int ExponentOf(double magnitude);
 

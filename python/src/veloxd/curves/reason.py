@@ -32,6 +32,7 @@ class Reason(IntEnum):
     NO_CONTACT = c.VEL_CURVE_NO_CONTACT
     NO_ADHESION = c.VEL_CURVE_NO_ADHESION
     NOT_CALIBRATED = c.VEL_CURVE_NOT_CALIBRATED
+    UNREADABLE = c.VEL_CURVE_UNREADABLE
     NO_FIT = 1000  # of this package alone, as fits of contact models are
 
     @property

@@ -24,16 +24,29 @@ public:
     const fx::CFxProperty& GetRangeMax() const { return GetParameter(1); }
 };
 
+// One table behind another.
+template <std::size_t first, std::size_t second>
+constexpr auto Joined(const std::array<CParameterKind, first>& a, const std::array<CParameterKind, second>& b)
+{
+    std::array<CParameterKind, first + second> joined{};
+    for (std::size_t i = 0; i < joined.size(); ++i)
+        joined[i] = i < first ? a[i] : b[i - first];
+    return joined;
+}
+
 // What the processors of force curves have in common.
 class CForceProcessor : public CProcessorBase
 {
 public:
     // Both ends of the baseline range are 0 where it is to be found. Spring constant and sensitivity are 0 where the
-    // measurement information says them.
-    static constexpr std::array parameters{CParameterKind{"BaselineMin", 0, "m"}, CParameterKind{"BaselineMax", 0, "m"},
-                                           CParameterKind{"Threshold", 5, ""}, // in noise widths
-                                           CParameterKind{"SpringConstant", 0, "N/m"},
-                                           CParameterKind{"Sensitivity", 0, "m/V"}};
+    // measurement information says them. The surface is 0 where the data tell it, 1 at high and 2 at low positions.
+    // Repulsion is 0 if it raises the signal and 1 if it lowers it.
+    static constexpr std::array parameters{
+        CParameterKind{"BaselineMin", 0, "m"},      CParameterKind{"BaselineMax", 0, "m"},
+        CParameterKind{"Threshold", 5, ""}, // in noise widths
+        CParameterKind{"SpringConstant", 0, "N/m"}, CParameterKind{"Sensitivity", 0, "m/V"},
+        CParameterKind{"Surface", 0, ""},           CParameterKind{"Repulsion", 0, ""},
+        CParameterKind{"BaselineShare", 0.4, ""}}; // of the curve
 
     const fx::CFxProperty& GetBaselineMin() const { return GetParameter(0); }
     const fx::CFxProperty& GetBaselineMax() const { return GetParameter(1); }
@@ -59,6 +72,11 @@ public:
 class CProcessorIndentation : public CForceProcessor
 {
 public:
+    // The law of contact is 0 for a line, 1 for a sphere and 2 for a cone. It is fitted to the share of the points
+    // behind the contact.
+    static constexpr std::array parameters =
+        Joined(CForceProcessor::parameters,
+               std::array{CParameterKind{"ContactLaw", 0, ""}, CParameterKind{"FitShare", 0.5, ""}});
     static constexpr CProcessorKind kind{"Indentation", "{138707ED-FD93-4E28-B2B0-C5DA628CB815}", "Indentation",
                                          parameters};
 
