@@ -302,6 +302,15 @@ TEST_F(ProcessTest, SaysWhatItCannotRun)
     EXPECT_EQ(std::ranges::count(both.diagnostics, '\n'), 2) << both.diagnostics;
 }
 
+TEST_F(ProcessTest, AddsToTheGroupOfResultsWhereverThatIs)
+{
+    std::string header = threeLines;
+    header.insert(header.find("Gr0-Count"), "Gr0-Name=Processed\n");
+    WriteOxd(header, StraightLine());
+    const auto found = Quantities(Run("process in.oxd --kind slope --input id:0/Z --json -o out.oxd").results);
+    EXPECT_EQ(found.at("Slope")["group"], 0);
+}
+
 TEST_F(ProcessTest, LeavesNoSlotEmptyForAProcessorThatFails)
 {
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, Addresses{{0, 2}, {-1, -1}}) + Slope(1, 7, 1), StraightLine());

@@ -182,6 +182,7 @@ TEST_F(ProvenanceTest, IsNotRecordedWhereItWouldNotBeKept)
     ResultsOf("set sample.oxd provenance/note 1 --create -o clash.oxd");
     const std::string correct = "correct clash.oxd -o out.oxd" + ofTopography + "mean";
     ExpectMessage(correct, 2, "oxd: out.oxd: its provenance would not be kept");
+    ExpectMessage("process clash.oxd -o out.oxd", 2, "oxd: out.oxd: its provenance would not be kept");
     EXPECT_FALSE(std::filesystem::exists("out.oxd"));
     ResultsOf(correct + " --no-provenance");
 
