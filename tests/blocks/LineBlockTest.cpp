@@ -147,7 +147,8 @@ TEST_F(LineBlockTest, WrongHandlesGroupsAndChannelsAreFailuresAndChangeNothing)
         EXPECT_EQ(VELBlockWriteReal(handle, group, channel, 0, nullptr, 1, rows.data(), 6), VEL_BLOCK_FAILED);
         EXPECT_EQ(VELBlockShape(handle, group, channel, shape, shape + 1), VEL_BLOCK_FAILED);
         EXPECT_EQ(VELBlockAcquired(handle, group, channel, 0, nullptr, 1, shape), VEL_BLOCK_FAILED);
-        EXPECT_EQ(VELBlockPointAxes(handle, group, channel, 0, nullptr, 1, &rows[0], &rows[1]), VEL_BLOCK_FAILED);
+        EXPECT_EQ(VELBlockPointAxes(handle, group, channel, 0, nullptr, 1, rows.data(), rows.data() + 1),
+                  VEL_BLOCK_FAILED);
         EXPECT_FALSE(VELHasLastError());
     };
     expectFailures(file + 1, 0, 0);
@@ -180,7 +181,7 @@ TEST_F(LineBlockTest, CallsWithoutArraysOrWithRowsThatOverlapDoNothing)
 
 TEST_F(LineBlockTest, ALineThatClaimsMoreThanThereIsIsRefused)
 {
-    std::vector<std::int32_t> rows(3 * 2, untouched);
+    std::vector<std::int32_t> rows(6, untouched);
     const auto claims =
         Open(WriteOxd(oneChannel + "Version=3\nPoints=2\nLines=2\nSaveBits=8\nLineDim1Points=3\n", "abcd"));
     EXPECT_EQ(VELBlockReadRaw(claims, 0, 0, 0, 0, nullptr, 2, rows.data(), 2), VEL_BLOCK_FAILED);
