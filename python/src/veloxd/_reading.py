@@ -63,11 +63,13 @@ def read(part: Part, points: int, selection: Selection, form: Form, code: int, o
 
 
 def _takes_lines(selection: Selection, form: Form, out: npt.NDArray[Any]) -> bool:
+    """Whether lines fit into ``out`` as they are: whole, contiguous, and none over another."""
     return (
         selection.is_whole_line
         and out.dtype == form.dtype
         and out.flags.aligned
         and (out.shape[1] <= 1 or out.strides[1] == out.itemsize)
+        and (out.shape[0] <= 1 or abs(out.strides[0]) >= out.shape[1] * out.itemsize)
     )
 
 
