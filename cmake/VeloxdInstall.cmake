@@ -3,11 +3,12 @@
 
 include(CMakePackageConfigHelpers)
 
-install(TARGETS VELOxdDll VELOxdCurves EXPORT VELOxdDllTargets
+install(TARGETS VELOxdDll VELOxdCurves VELOxdBlocks EXPORT VELOxdDllTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT library
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 install(FILES "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h" "${PROJECT_SOURCE_DIR}/include/veloxd_curves.h"
+  "${PROJECT_SOURCE_DIR}/include/veloxd_blocks.h"
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/README.md"
   DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT documentation)
@@ -31,8 +32,11 @@ install(FILES "${PROJECT_BINARY_DIR}/VELOxdDllConfig.cmake" "${PROJECT_BINARY_DI
 file(RELATIVE_PATH prefix_from_pc "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
 set(description_VELOxdDll "${PROJECT_DESCRIPTION}")
 set(description_VELOxdCurves "Analyses force curves of scanning probe microscopes")
-foreach(library IN ITEMS VELOxdDll VELOxdCurves)
+set(description_VELOxdBlocks "Reads and writes many lines of .oxd files in one call")
+set(requires_VELOxdBlocks VELOxdDll)
+foreach(library IN ITEMS VELOxdDll VELOxdCurves VELOxdBlocks)
   set(description "${description_${library}}")
+  set(requires "${requires_${library}}")
   configure_file("${CMAKE_CURRENT_LIST_DIR}/Library.pc.in" "${PROJECT_BINARY_DIR}/${library}.pc" @ONLY)
   install(FILES "${PROJECT_BINARY_DIR}/${library}.pc"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT development)

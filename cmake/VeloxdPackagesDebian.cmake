@@ -48,7 +48,8 @@ veloxd_debian_package(library ${library_package} libs
 It reads, edits and writes the measurement files of a scanning probe
 microscope: images and curves as numbers in physical units, with the names and
 scales of their axes and the settings of the measurement. A second library in
-it derives slope, adhesion and indentation from force curves.")
+it derives slope, adhesion and indentation from force curves, and a third reads
+many lines in one call.")
 veloxd_debian_package(development libveloxddll-dev libdevel
 "library for .oxd files of scanning probe microscopes - development files
 What it takes to build programs that read, edit and write .oxd files, or that

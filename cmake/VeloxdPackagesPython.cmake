@@ -29,6 +29,6 @@ set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
   "${library_package} (>= ${PROJECT_VERSION}), python3 (>= 3.9), python3-numpy (>= 1:1.22)")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-matplotlib (>= 3.6), python3-xarray (>= 2023.01)")
-set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-dask, python3-pint, veloxd-tools")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-dask, python3-pint, python3-scipy, veloxd-tools")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA
   "${PROJECT_SOURCE_DIR}/packaging/debian/python/postinst" "${PROJECT_SOURCE_DIR}/packaging/debian/python/prerm")

@@ -233,7 +233,8 @@ def test_failures_of_others_who_use_the_library_are_not_taken_for_our_own(scan: 
 def test_the_library_is_found_in_the_folder_of_the_package(tmp_path: Path) -> None:
     package = Path(shutil.copytree(Path(veloxd.__file__).parent, tmp_path / "veloxd"))
     loaded = Path(library()._name)
-    shutil.copy(loaded, package / loaded.name)
+    for name in ("VELOxdDll", "VELOxdBlocks"):
+        shutil.copy(loaded.with_name(loaded.name.replace("VELOxdDll", name)), package)
     environment = {**os.environ, "PYTHONPATH": os.pathsep.join([str(tmp_path), str(Path(np.__file__).parents[1])])}
     environment.pop("VELOXD_LIBRARY", None)
     program = "import veloxd, veloxd._native.library as used; print(used.library()._name, veloxd.__file__)"

@@ -92,7 +92,7 @@ def test_points_that_were_never_acquired_are_nan_and_masked(tmp_path: Path, bits
 
 
 def test_lines_of_any_number_come_to_their_rows(tmp_path: Path) -> None:
-    valid = [line % 4 for line in range(4500)]  # more than are read at once, and than arguments are kept for
+    valid = [line % 4 for line in range(4500)]
     expected = ragged_file(tmp_path / "ragged.oxd", valid, points=3, bits=32)
     expected[np.arange(3) >= np.array(valid)[:, np.newaxis]] = veloxd.RAW_MISSING
     with veloxd.open(tmp_path / "ragged.oxd") as file:
@@ -100,6 +100,19 @@ def test_lines_of_any_number_come_to_their_rows(tmp_path: Path) -> None:
         for key in (np.s_[:], np.s_[700:4400], np.s_[::-3], np.s_[:, 1:], [4499, 0, 1100], np.s_[4200:, ::2]):
             np.testing.assert_array_equal(channel.read(key, raw=True), expected[key])
         np.testing.assert_array_equal(channel.valid, expected != veloxd.RAW_MISSING)
+
+
+def test_rows_may_lie_backwards_or_over_one_another(scan: Path) -> None:
+    with veloxd.open(scan) as file:
+        channel = file[0]["Topography"]
+        values = channel.values
+        room = np.full((LINES, POINTS + 3), 7.0)
+        np.testing.assert_array_equal(channel.read(out=room[::-1, 1:-2]), values)
+        assert (room[:, 0] == 7).all()
+        assert (room[:, -2:] == 7).all()
+        line = np.zeros(LINES - 1 + POINTS)
+        channel.read(out=np.lib.stride_tricks.sliding_window_view(line, POINTS, writeable=True))
+        np.testing.assert_array_equal(line, [*values[:-1, 0], *values[-1]])
 
 
 def test_lines_may_have_point_axes_of_their_own(tmp_path: Path) -> None:

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import os
 import pickle
 import subprocess
 import sys
@@ -18,6 +17,7 @@ import xarray as xr
 from samples import LINES, POINTS, make_scan, ragged_file
 
 import veloxd
+from veloxd._native import handle
 
 WRITERS = [
     ("netcdf4", lambda data, path: data.to_netcdf(path, engine="netcdf4")),
@@ -76,8 +76,42 @@ def test_lines_with_axes_of_their_own_have_a_coordinate_for_each_point(tmp_path:
     with xr.open_dataset(tmp_path / "ragged.oxd") as dataset:
         np.testing.assert_allclose(dataset["x_grid"][:, 0], [0, 1])
         assert dataset["Force"].isnull().values.tolist() == [[False] * 6, [False] * 4 + [True] * 2]
-        with pytest.raises(ValueError, match="gaps"):
+        with pytest.raises(ValueError, match=r"gaps.*dropna\('y'\)"):
             veloxd.from_xarray(dataset)
+        whole = dataset.dropna("y").drop_vars("x_grid")
+        with veloxd.from_xarray(whole) as file:
+            np.testing.assert_allclose(file[0][0].values, dataset["Force"][:1], atol=1e-8)
+
+
+def test_lines_stay_lines_in_whatever_order_the_dimensions_are(scan: Path) -> None:
+    with veloxd.open(scan, mode="r+") as file:
+        file[0].create_channel("Other", np.arange(6.0).reshape(2, 3))
+        dataset = file[0].to_xarray()
+        expected = {channel.name: channel.values for channel in file[0].channels}
+    turned = dataset.transpose()
+    assert (turned["Phase"].dims, turned["Other"].dims) == (("x", "y"), ("x_2", "y_2"))
+    with veloxd.from_xarray(turned[sorted(turned.data_vars, reverse=True)]) as file:
+        assert list(file[0]) == list(expected)
+        for channel in file[0].channels:
+            np.testing.assert_allclose(
+                channel.values, expected[channel.name], rtol=0, atol=channel.signal.range / 2**29
+            )
+        assert (file[0][0].x.name, file[0][0].y.name) == ("X", "Y")
+    others = xr.DataArray(np.zeros((2, 3)), dims=("x", "y_2"))
+    with veloxd.from_xarray(others) as file:
+        assert file[0][0].shape == (2, 3)
+
+
+def test_positions_may_be_rounded_by_their_type_as_long_as_they_are_told_apart() -> None:
+    for kind, offset, is_even in (("f4", 0.0, True), ("f4", 1.0, True), ("f4", 64.0, False), ("f8", 64.0, True)):
+        positions = (offset + np.arange(50) * 1e-6).astype(kind)
+        array = xr.DataArray(np.zeros(50), dims="x", coords={"x": positions}, name="A")
+        if is_even:
+            with veloxd.from_xarray(array) as file:
+                assert file[0][0].x.range == pytest.approx(49e-6, rel=1e-2)
+        else:
+            with pytest.raises(ValueError, match="evenly"):
+                veloxd.from_xarray(array)
 
 
 def test_channels_may_have_the_names_of_dimensions() -> None:
@@ -112,9 +146,8 @@ def test_arrays_are_pickled_as_a_path_and_read_in_threads_and_processes(scan: Pa
 def test_a_child_opens_a_file_of_its_own(scan: Path, monkeypatch: pytest.MonkeyPatch) -> None:
     dataset = xr.open_dataset(scan)
     expected = dataset["Phase"].values
-    parent = os.getpid()
     with monkeypatch.context() as child:
-        child.setattr(os, "getpid", lambda: parent + 1)
+        child.setattr(handle, "_generation", handle._generation + 1)
         np.testing.assert_array_equal(dataset["Phase"][2:4], expected[2:4])
         dataset.close()
         np.testing.assert_array_equal(dataset["Topography"].shape, expected.shape)
@@ -142,7 +175,8 @@ def test_other_formats_keep_everything_and_lead_back(scan: Path, tmp_path: Path,
     with xr.open_datatree(tmp_path / "kept", engine=engine) as kept:
         xr.testing.assert_identical(kept.load(), expected)
         with veloxd.from_xarray(kept) as file:
-            assert file.save("again.oxd").clipped == 0
+            assert file.save("again.oxd") == veloxd.SaveReport("again.oxd", clipped=0, inexact=0)
+            assert list(file[0]) == ["Topography", "Phase"]  # whatever order the format has
     with veloxd.open("again.oxd") as again, veloxd.open(scan) as original:
         assert again.info.to_dict() == original.info.to_dict()
         assert [group.logical_id for group in again.groups] == [group.logical_id for group in original.groups]

@@ -23,37 +23,32 @@ class Named(Mapping[str, T], Generic[T]):
 
     _what = ""
 
-    def _numbers_of_all(self) -> list[int]:
-        """The numbers by which the library finds all of them, in order."""
+    def _listed(self) -> tuple[list[int], list[str]]:
+        """The numbers by which the library finds all of them, in order, and their names."""
         raise NotImplementedError
 
     def _with_number(self, number: int) -> T:
         raise NotImplementedError
 
-    def _name_of(self, number: int) -> str:
-        raise NotImplementedError
-
     def _all(self) -> tuple[T, ...]:
         with LOCK:
-            return tuple(map(self._with_number, self._numbers_of_all()))
+            return tuple(map(self._with_number, self._listed()[0]))
 
     def __getitem__(self, key: str | int) -> T:
         if isinstance(key, str):
             return self._named(key)
         position = operator.index(key)
         with LOCK:
-            numbers = self._numbers_of_all()
+            numbers = self._listed()[0]
             if not -len(numbers) <= position < len(numbers):
                 raise IndexError(f"There is no {self._what} {position}; there are {len(numbers)}.")
             return self._with_number(numbers[position])
 
     def _named(self, key: str) -> T:
-        names = []
         with LOCK:
-            for number in self._numbers_of_all():
-                names.append(self._name_of(number))
-                if names[-1] == key:
-                    return self._with_number(number)
+            numbers, names = self._listed()
+            if key in names:
+                return self._with_number(numbers[names.index(key)])
         raise not_found(self._what, key, names)
 
     def __contains__(self, name: object) -> bool:
@@ -67,8 +62,7 @@ class Named(Mapping[str, T], Generic[T]):
         return len(self._names())
 
     def _names(self) -> list[str]:
-        with LOCK:
-            return list(dict.fromkeys(map(self._name_of, self._numbers_of_all())))
+        return list(dict.fromkeys(self._listed()[1]))
 
     def _ipython_key_completions_(self) -> list[str]:
         return self._names()

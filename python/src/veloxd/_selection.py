@@ -4,8 +4,7 @@ from __future__ import annotations
 
 import operator
 from collections.abc import Sequence
-from dataclasses import dataclass
-from typing import Any, Union
+from typing import Any, NamedTuple, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -14,8 +13,7 @@ import numpy.typing as npt
 Points = Union[slice, npt.NDArray[np.intp]]
 
 
-@dataclass(frozen=True)
-class Selection:
+class Selection(NamedTuple):
     """Lines and points of a channel, as NumPy and h5py understand a key.
 
     ``shape`` is that of the result; ``full_shape`` is the same with the axes that a number has removed.
@@ -34,6 +32,8 @@ def select(key: Any, shape: tuple[int, int]) -> Selection:
     An element of a key is an integer, a slice, or, for one of the axes, a sequence of integers or truth values.
     Negative integers count from the end. Raises ``IndexError`` for anything else.
     """
+    if key is Ellipsis:
+        return Selection(range(shape[0]), slice(0, shape[1], 1), True, shape, shape)
     line_key, point_key = _both(key)
     if not any(isinstance(one, slice) or _is_number(one) for one in (line_key, point_key)):
         raise IndexError("Only one axis of a channel can be indexed with an array.")

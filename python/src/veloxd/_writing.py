@@ -1,4 +1,4 @@
-"""Writes samples line by line, after all of them were checked."""
+"""Writes samples after all of them were checked: whole lines many at once, others point by point."""
 
 from __future__ import annotations
 
@@ -8,6 +8,8 @@ from typing import Any, Callable, NamedTuple
 import numpy as np
 import numpy.typing as npt
 
+from ._native import blocks
+from ._native.changes import Place
 from ._native.library import LOCK, begin, check, library
 from ._part import Part
 from ._reading import RAW_MISSING, Form
@@ -15,6 +17,8 @@ from ._selection import Points
 
 RAW_MINIMUM = -(2**29)
 RAW_MAXIMUM = 2**29 - 1
+
+_AT_ONCE = 1 << 17  # samples
 
 
 class Row(NamedTuple):
@@ -56,6 +60,37 @@ def rows_of_mask(mask: npt.NDArray[np.bool_], values: npt.NDArray[Any]) -> Calla
     return rows
 
 
+def write_lines(
+    part: Part, lines: Sequence[int], block: npt.NDArray[Any], form: Form, limits: tuple[float, float]
+) -> None:
+    """Writes a block of whole lines without missing values. Values beyond ``limits`` are as in :func:`write`."""
+    at_once = max(1, _AT_ONCE // max(block.shape[1], 1))
+    with LOCK:
+        handle, place = part._handle, part._numbers()
+        handle.require_writable()
+        for start in range(0, len(lines), at_once):
+            some, rows = lines[start : start + at_once], block[start : start + at_once]
+            handle.changes.anything = True
+            blocks.write(handle.number, place, some, _as_stored(rows, form))
+            handle.changes.assigned_lines(place, some, (rows < limits[0]) | (rows > limits[1]))
+
+
+def has_missing(values: npt.NDArray[Any], form: Form) -> bool:
+    return bool(_is_missing(values, form).any())
+
+
+def _is_missing(values: npt.NDArray[Any], form: Form) -> npt.NDArray[np.bool_]:
+    missing: npt.NDArray[np.bool_] = np.isnan(values) if form.dtype.kind == "f" else values == RAW_MISSING
+    return missing
+
+
+def _as_stored(values: npt.NDArray[Any], form: Form) -> npt.NDArray[Any]:
+    """The values in the type that the library takes, one behind the other."""
+    if form.dtype.kind == "i":
+        return np.ascontiguousarray(np.clip(values, RAW_MINIMUM, RAW_MAXIMUM), form.dtype)
+    return np.ascontiguousarray(values, form.dtype)
+
+
 def write(part: Part, rows: Callable[[], Iterator[Row]], form: Form, limits: tuple[float, float]) -> None:
     """Writes rows of real values or raw samples; those beyond ``limits`` get the nearer one, and are counted.
 
@@ -72,7 +107,7 @@ def write(part: Part, rows: Callable[[], Iterator[Row]], form: Form, limits: tup
         for row in rows():
             shown = _present(row, form, loaded.GetChannelData_PointsPerLine(*place, row.line))
             part._handle.changes.anything = True
-            _write_row(place, shown, form)
+            _write_row(place[0], place[1:], shown, form)
             is_clipped = (shown.values < limits[0]) | (shown.values > limits[1])
             part._handle.changes.assigned(part._place, shown.line, shown.points, is_clipped)
         check(loaded)
@@ -80,7 +115,7 @@ def write(part: Part, rows: Callable[[], Iterator[Row]], form: Form, limits: tup
 
 def _present(row: Row, form: Form, acquired: int) -> Row:
     """The row without missing values, which must stand for points that are not acquired and stay so."""
-    missing = np.isnan(row.values) if form.dtype.kind == "f" else row.values == RAW_MISSING
+    missing = _is_missing(row.values, form)
     if not missing.any():
         return row
     kept = ~missing
@@ -93,15 +128,11 @@ def _present(row: Row, form: Form, acquired: int) -> Row:
     return Row(row.line, row.points[kept], row.values[kept], False)
 
 
-def _write_row(place: tuple[int, ...], row: Row, form: Form) -> None:
-    loaded = library()
-    if form.dtype.kind == "i":
-        values = np.clip(row.values, RAW_MINIMUM, RAW_MAXIMUM).astype(form.dtype)
-    else:
-        values = np.ascontiguousarray(row.values, form.dtype)
+def _write_row(number: int, place: Place, row: Row, form: Form) -> None:
+    values = _as_stored(row.values, form)
     if row.is_whole:
-        getattr(loaded, form.writer)(*place, row.line, values.ctypes.data)
+        blocks.write(number, place, (row.line,), values[np.newaxis])
         return
-    put = getattr(loaded, form.point_writer)
+    put = getattr(library(), form.point_writer)
     for point, value in zip(row.points.tolist(), values.tolist()):
-        put(*place, point, row.line, value)
+        put(number, *place, point, row.line, value)

@@ -9,9 +9,8 @@ from typing import TYPE_CHECKING, Any, Callable, Union
 import numpy as np
 import numpy.typing as npt
 
-from ._native.library import LOCK, begin, check, encode, encode_name, library
-from ._native.repeated import call_for_each
-from ._native.repeated import positions as indices
+from ._native import blocks
+from ._native.library import LOCK, encode, encode_name
 
 if TYPE_CHECKING:
     from .channel import Channel
@@ -158,14 +157,9 @@ class PointAxis(Axis):
 
     def of_lines(self) -> npt.NDArray[np.float64]:
         """The minimum and the range of every line: shape (lines, 2)."""
-        loaded = library()
         with LOCK:
             channel = self._channel
-            place: tuple[Any, ...] = (channel._handle.number, *channel._numbers(), indices(range(channel.shape[0])))
-            begin(loaded)
-            ends = [call_for_each(f"GetChannelData_PointAxis{what}PerLine", *place) for what in ("Min", "Range")]
-            check(loaded)
-        return np.array(ends, dtype=float).T
+            return blocks.point_axes(channel._handle.number, channel._numbers(), range(channel.shape[0])).T
 
     @property
     def varies(self) -> bool:

@@ -9,6 +9,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _reading, _writing
+from ._native import blocks
 from ._native.library import LOCK
 from ._part import Part
 from ._reading import Form
@@ -100,7 +101,7 @@ class Channel(Part):
     def shape(self) -> tuple[int, int]:
         """The number of lines and the number of points per line."""
         with LOCK:
-            return int(self._get("GetChannelData_Lines")), int(self._get("GetChannelData_Points"))
+            return blocks.shape(self._handle.number, self._numbers())
 
     @property
     def ndim(self) -> int:
@@ -154,7 +155,7 @@ class Channel(Part):
         """Which points were acquired: a new array of bool of shape (lines, points)."""
         with LOCK:
             lines, points = self.shape
-            return _reading.valid(self, list(range(lines)), points)
+            return _reading.valid(self, range(lines), points)
 
     def level(self, operator: str, key: Any = ..., *, out: npt.NDArray[Any] | None = None) -> npt.NDArray[Any]:
         """Real values after a correction of each line.
@@ -260,6 +261,9 @@ class Channel(Part):
             else:
                 selection = select(key, shape)
                 block = np.broadcast_to(numbers, selection.shape).reshape(selection.full_shape)
+                if selection.is_whole_line and not _writing.has_missing(block, form):
+                    _writing.write_lines(self, selection.lines, block, form, limits)
+                    return
                 rows = _writing.rows_of_block(selection.lines, selection.points, shape[1], block)
             _writing.write(self, rows, form, limits)
 

@@ -8,11 +8,12 @@ from typing import TYPE_CHECKING, Any, Union
 
 from . import _replacing, _saving
 from ._names import Named
+from ._native import blocks
 from ._native.handle import Handle
 from ._native.library import LOCK, encode_name
 from ._saving import SaveReport
 from .errors import Error, ReadOnlyError
-from .group import Group, _group_of, group_ids
+from .group import Group, _group_of
 from .information import Information, root_of
 
 if TYPE_CHECKING:
@@ -86,14 +87,12 @@ class File(Named[Group]):
         """All groups in order, including those that share a name."""
         return self._all()
 
-    def _numbers_of_all(self) -> list[int]:
-        return group_ids(self._handle)
+    def _listed(self) -> tuple[list[int], list[str]]:
+        with LOCK:
+            return blocks.groups(self._handle.number)
 
     def _with_number(self, number: int) -> Group:
         return _group_of(self._handle, number)
-
-    def _name_of(self, number: int) -> str:
-        return self._handle.text("GetGroupName", number)
 
     @property
     def info(self) -> Information:

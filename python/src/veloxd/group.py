@@ -2,17 +2,15 @@
 
 from __future__ import annotations
 
-from ctypes import c_uint64
-from itertools import compress
 from typing import TYPE_CHECKING, Any
 
 import numpy.typing as npt
 
 from . import _adding
 from ._names import Named
+from ._native import blocks
 from ._native.handle import Handle
 from ._native.library import LOCK, encode_name
-from ._native.repeated import call_for_each, positions
 from ._part import Part
 from .axis import AxisLike
 from .channel import Channel
@@ -68,17 +66,12 @@ class Group(Part, Named[Channel]):
         """All channels in order, including those that share a name."""
         return self._all()
 
-    def _numbers_of_all(self) -> list[int]:
+    def _listed(self) -> tuple[list[int], list[str]]:
         with LOCK:
-            slots = range(self._get("GetChannelCount"))
-            is_there = call_for_each("HasChannelBuffer", self._handle.number, *self._numbers(), positions(slots))
-        return list(compress(slots, is_there))
+            return blocks.channels(self._handle.number, *self._numbers())
 
     def _with_number(self, number: int) -> Channel:
         return self._channel(number)
-
-    def _name_of(self, number: int) -> str:
-        return self._text("GetChannelData_SignalAxisName", number)
 
     def _channel(self, slot: int) -> Channel:
         with LOCK:
@@ -166,9 +159,7 @@ class Group(Part, Named[Channel]):
 def group_ids(handle: Handle) -> list[int]:
     """The ids of all groups, in ascending order."""
     with LOCK:
-        ids = (c_uint64 * handle.get("GetGroupCount"))()
-        handle.get("GetAllGroupIds", ids)
-    return list(ids)
+        return blocks.groups(handle.number)[0]
 
 
 def _group_of(handle: Handle, number: int) -> Group:

@@ -1,16 +1,22 @@
 #include "oxd/system/Platform.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <new>
+#include <span>
+#include <string_view>
 #include <system_error>
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <langinfo.h>
+#include <link.h>
 #include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -60,12 +66,62 @@ std::string LocaleName()
     return "C";
 }
 
-// Libraries here carry their version behind the name, and the name that programs use is a link to that.
-std::string VersionIn(const std::string& name)
+// What is behind `offset` in notes, rounded up to the words that these are of.
+std::string_view Behind(std::string_view notes, std::size_t offset)
 {
-    constexpr std::string_view mark = ".so.";
-    const std::size_t found = name.rfind(mark);
-    return found == std::string::npos ? std::string() : name.substr(found + mark.size());
+    return notes.substr(std::min((offset + 3) / 4 * 4, notes.size()));
+}
+
+// The version that the notes of a library tell, by the note that cmake/VersionNote.c.in makes, or nothing.
+std::string_view VersionIn(std::string_view notes)
+{
+    ElfW(Nhdr) header;
+    while (notes.size() >= sizeof header) {
+        std::memcpy(&header, notes.data(), sizeof header);
+        const std::string_view texts = notes.substr(sizeof header);
+        const std::string_view version = Behind(texts, header.n_namesz).substr(0, header.n_descsz);
+        if (texts.starts_with(std::string_view("VELOxd", sizeof "VELOxd")) && header.n_namesz == sizeof "VELOxd") {
+            return version.substr(0, version.find('\0'));
+        }
+        notes = Behind(Behind(texts, header.n_namesz), header.n_descsz);
+    }
+    return {};
+}
+
+// Of the program or library with this address: the version in its notes.
+struct VersionSearch
+{
+    std::uintptr_t address;
+    std::string_view version;
+};
+
+bool IsIn(const ElfW(Phdr) & segment, const dl_phdr_info& object, std::uintptr_t address)
+{
+    return segment.p_type == PT_LOAD && address - object.dlpi_addr - segment.p_vaddr < segment.p_memsz;
+}
+
+int SearchIn(dl_phdr_info* object, std::size_t, void* data)
+{
+    auto& search = *static_cast<VersionSearch*>(data);
+    const std::span segments(object->dlpi_phdr, object->dlpi_phnum);
+    if (std::ranges::none_of(segments, [&](const auto& one) { return IsIn(one, *object, search.address); })) {
+        return 0;
+    }
+    for (const auto& segment : segments) {
+        if (segment.p_type == PT_NOTE && search.version.empty()) {
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): the system tells addresses as numbers
+            const auto* const notes = reinterpret_cast<const char*>(object->dlpi_addr + segment.p_vaddr);
+            search.version = VersionIn({notes, segment.p_memsz});
+        }
+    }
+    return 1;
+}
+
+std::string VersionOf(const void* function)
+{
+    VersionSearch search{reinterpret_cast<std::uintptr_t>(function), {}};
+    dl_iterate_phdr(SearchIn, &search);
+    return std::string(search.version);
 }
 
 } // namespace
@@ -105,7 +161,7 @@ LoadedFile FileOf(const void* function)
     if (error == std::errc::not_enough_memory) {
         throw std::bad_alloc();
     }
-    return {error ? found.dli_fname : name, VersionIn(name)};
+    return {error ? found.dli_fname : name, VersionOf(function)};
 }
 
 std::string ProgramFile()

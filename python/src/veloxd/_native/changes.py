@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from collections.abc import Sequence
 from dataclasses import dataclass, field
 
 import numpy as np
@@ -36,6 +37,20 @@ class Changes:
             clipped = np.union1d(np.setdiff1d(before, points), clipped)
         if clipped.size:
             lines[line] = clipped
+
+    def assigned_lines(self, place: Place, lines: Sequence[int], is_clipped: npt.NDArray[np.bool_]) -> None:
+        """Notes that whole lines were assigned, and which values were clipped: shape (lines, points).
+
+        Of several rows for one line, the last is there now.
+        """
+        known = self.clipped.setdefault(place, {})
+        clipped = set(np.flatnonzero(is_clipped.any(axis=1)).tolist())
+        if not known and not clipped:
+            return
+        for line, row in dict(zip(lines, range(len(lines)))).items():
+            known.pop(line, None)
+            if row in clipped:
+                known[line] = np.flatnonzero(is_clipped[row])
 
     def forget(self, place: Place) -> None:
         """Drops what is known of a deleted group or channel."""

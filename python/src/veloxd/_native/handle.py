@@ -10,7 +10,10 @@ from collections import deque
 from typing import TYPE_CHECKING, Any
 
 from ..errors import ClosedError, DamagedFileError, Error, ForkError, ReadOnlyError
+from . import blocks
+from .block_declarations import VEL_BLOCK_NO_HEADER, VEL_BLOCK_OK
 from .changes import Changes, Place
+from .failure import failure
 from .library import LOCK, call, file_name, library, text
 from .log import Capture
 
@@ -18,20 +21,22 @@ if TYPE_CHECKING:
     from .._part import Part
 
 # Numbers of data sets that nothing refers to any longer, with the process that they are of. Finalizers run anywhere,
-# even between two calls of an opening that must not be parted, so they leave the closing to a better moment.
+# even where the error text of a call is still to be read, so they leave the closing to whoever has the lock next.
 _abandoned: deque[tuple[int, int]] = deque()
-_is_opening = False
+
+# Stands for this process: how many forks lie between it and the first one. The system's number costs a call of it.
+_generation = 0
 
 
 def _close_abandoned() -> None:
-    while _abandoned and not _is_opening:
-        number, process = _abandoned.popleft()
-        if process == os.getpid():
+    while _abandoned:
+        number, generation = _abandoned.popleft()
+        if generation == _generation:
             library().CloseOxdFile(number)
 
 
-def _abandon(number: int, process: int) -> None:
-    _abandoned.append((number, process))
+def _abandon(number: int, generation: int) -> None:
+    _abandoned.append((number, generation))
     if LOCK.acquire(blocking=False):
         try:
             _close_abandoned()
@@ -41,45 +46,30 @@ def _abandon(number: int, process: int) -> None:
 
 def _open(path: str, shown: str, salvage: bool) -> tuple[int, Error | None]:
     """Opens a file. With ``salvage``, a damaged one is opened as far as it can be read, and comes with its failure."""
-    global _is_opening
     encoded = file_name(path)
     capture = Capture()
     try:
         with LOCK:
             _close_abandoned()
-            _is_opening = True
-            try:
-                with capture:
-                    return _open_next(encoded, shown, salvage)
-            finally:
-                _is_opening = False
-                _close_abandoned()
+            with capture:
+                result, number = blocks.open_file(encoded)
+            if result == VEL_BLOCK_OK:
+                return number, None
+            failed = _failure(result, shown)
+            if salvage and isinstance(failed, DamagedFileError):
+                return number, failed
+            library().CloseOxdFile(number)
+            raise failed
     finally:
         capture.publish()
 
 
-def _open_next(path: bytes, shown: str, salvage: bool) -> tuple[int, Error | None]:
-    # What a failed opening has loaded stays under the number that was the next one to be given out.
-    loaded = library()
-    number = loaded.CreateOxdFile(path)
-    loaded.CloseOxdFile(number)
-    try:
-        number = call("OpenOxdFile", path, path=shown)
-        _check_header(number, shown)
-    except BaseException as failure:
-        if salvage and isinstance(failure, DamagedFileError):
-            return number, failure
-        loaded.CloseOxdFile(number)
-        raise
-    return number, None
-
-
-def _check_header(number: int, path: str) -> None:
-    """A file without a header opens as an empty data set, without a failure; only then is there no version."""
-    try:
-        call("GetOxdVersion", number)
-    except Error as failure:
-        raise DamagedFileError(f"{path}: the file has no header, so it is no .oxd file.", failure.details) from None
+def _failure(result: int, path: str) -> Error:
+    """What a result says but VEL_BLOCK_OK."""
+    details = blocks.last_failure()
+    if result == VEL_BLOCK_NO_HEADER:
+        return DamagedFileError(f"{path}: the file has no header, so it is no .oxd file.", details)
+    return failure(details, path)
 
 
 class Handle:
@@ -102,7 +92,7 @@ class Handle:
         self.damage: Error | None = None
         self._parts: dict[Place, weakref.ref[Part]] = {}
         self._salvage = salvage
-        self._process = 0
+        self._generation = 0
         self._is_closed = False
 
     def open(self) -> None:
@@ -122,7 +112,7 @@ class Handle:
 
     def _own(self, number: int) -> None:
         self._number = number
-        self._process = os.getpid()
+        self._generation = _generation
 
     @property
     def number(self) -> int:
@@ -131,7 +121,7 @@ class Handle:
             raise ClosedError(f"{self.name or 'The file'}: the file is closed.")
         if self._number is None:
             self.open()
-        elif self._process != os.getpid():
+        elif self._generation != _generation:
             raise ForkError(f"{self.name or 'The file'}: opened by another process, so open it again in this one.")
         assert self._number is not None
         return self._number
@@ -145,12 +135,12 @@ class Handle:
         with LOCK:
             self._is_closed = True
             number, self._number = self._number, None
-            if number is not None:
-                _abandon(number, self._process)
+            if number is not None and self._generation == _generation:
+                library().CloseOxdFile(number)
 
     def __del__(self) -> None:
         if self._number is not None and not sys.is_finalizing():
-            _abandon(self._number, self._process)
+            _abandon(self._number, self._generation)
 
     def get(self, name: str, *arguments: Any) -> Any:
         """The result of a function of the library for this data set."""
@@ -202,12 +192,12 @@ class Handle:
             return Handle, (self.path, False, self._salvage)
 
 
-def _release_in_child() -> None:
-    global _is_opening
-    _is_opening = False
+def _begin_child() -> None:
+    global _generation
+    _generation += 1
     LOCK.release()
 
 
 # A child gets the library as it is, so nobody may be in the middle of a call.
 if hasattr(os, "register_at_fork"):
-    os.register_at_fork(before=LOCK.acquire, after_in_parent=LOCK.release, after_in_child=_release_in_child)
+    os.register_at_fork(before=LOCK.acquire, after_in_parent=LOCK.release, after_in_child=_begin_child)

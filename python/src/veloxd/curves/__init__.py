@@ -1,7 +1,7 @@
 """Slope, baseline, contact point, adhesion and indentation of force curves, and contact models.
 
 Curves are NumPy arrays, channels, or labelled arrays of xarray. All numbers are in SI units without prefixes. A curve
-that has no value has a `Reason`. Importing this module loads a second shared library, VELOxdCurves, which is looked for
+that has no value has a `Reason`. Importing this module loads another shared library, VELOxdCurves, which is looked for
 where the first one is. Functions may be called by any number of threads, which run at the same time, but for fits.
 
 Examples

@@ -103,6 +103,7 @@ def _variable(channel: Channel, dims: tuple[str, str], values: Values) -> xr.Var
         "signal_minimum": channel.signal.minimum,
         "signal_range": channel.signal.range,
         "signal_step": signal_step(channel),
+        "channel": channel._numbers()[-1],
         **{ATTRIBUTES[option]: text for option, text in calibration(root_of(channel._handle)).items()},
     }
     return xr.Variable(dims, values(channel), attributes)

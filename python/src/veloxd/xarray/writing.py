@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import math
+import re
 from typing import Any
 
 import numpy as np
@@ -12,8 +14,13 @@ from ..file import File, create
 from ..group import Group
 from .attributes import nest
 
-# The positions along an axis may differ from even spacing by this part of the spacing: files keep 6 digits.
+# The positions along an axis may differ from even spacing by this part of the spacing: files keep 6 digits. Beside that
+# they may differ by what their type rounds, but by no more than the other part, so that they are still told apart.
 _TOLERANCE = 1e-3
+_MOST_ROUNDED = 0.25
+
+# The dimensions that reading gives a channel: that of its lines and that of its points, with the same number.
+_LINES_AND_POINTS = re.compile(r"y(_\d+)? x(_\d+)?")
 
 
 def from_xarray(labelled: xr.DataArray | xr.Dataset | xr.DataTree, *, bits: int = 32) -> File:
@@ -22,18 +29,20 @@ def from_xarray(labelled: xr.DataArray | xr.Dataset | xr.DataTree, *, bits: int 
     Parameters
     ----------
     labelled
-        Variables with one or two dimensions, lines and points; their coordinates must be evenly spaced. ``units`` and
-        ``long_name`` become units and names, and attributes such as ``Scan::Image size`` the information, in which an
-        item with the name of a group gets ``_2``. Coordinates that belong to no dimension, and other attributes, are
-        left out.
+        Variables with one or two dimensions, lines and points in this order, except that ``y`` has the lines wherever
+        it stands beside ``x``; their coordinates must be evenly spaced. ``units`` and ``long_name`` become units and
+        names, and attributes such as ``Scan::Image size`` the information, in which an item with the name of a group
+        gets ``_2``. Channels are in the order in which they were read from a file. Coordinates that belong to no
+        dimension, and other attributes, are left out.
     bits
-        In how many bits, 8, 16 or 32, samples are stored.
+        In how many bits, 8, 16 or 32, samples are stored. 32 keep every sample exactly; with fewer,
+        `SaveReport.inexact` counts those that lost some.
 
     Raises
     ------
     ValueError
         if a variable has more dimensions, gaps (NaN), coordinates that are not evenly spaced, or lines with positions
-        of their own (``x_grid``).
+        of their own (``x_grid``). A line that ends early is a gap, too, because only the instrument makes such lines.
 
     Examples
     --------
@@ -67,18 +76,27 @@ def _add_group(file: File, name: str, dataset: xr.Dataset, bits: int) -> None:
     group = file.create_group(str(dataset.attrs.get("group", name)), bits=bits, slots=len(dataset.data_vars))
     if "logical_id" in dataset.attrs:
         group.logical_id = int(dataset.attrs["logical_id"])
-    for key, array in dataset.data_vars.items():
-        _add_channel(group, str(key), array)
+    for key, array in sorted(dataset.data_vars.items(), key=lambda item: item[1].attrs.get("channel", math.inf)):
+        _add_channel(group, str(key), _in_order(array))
+
+
+def _in_order(array: xr.DataArray) -> xr.DataArray:
+    """The array with its lines ahead of its points, if their dimensions tell which is which.
+
+    Arithmetic with a coordinate may have put the dimensions in another order.
+    """
+    match = _LINES_AND_POINTS.fullmatch(" ".join(map(str, reversed(array.dims))))
+    return array.transpose() if match and match[1] == match[2] else array
 
 
 def _add_channel(group: Group, key: str, array: xr.DataArray) -> None:
     if array.ndim not in (1, 2):
         raise ValueError(f"The variable {key!r} has {array.ndim} dimensions; a channel has lines and points.")
     values = np.asarray(array.values)
-    missing = ~np.isfinite(values) if values.dtype.kind == "f" else np.zeros(0, bool)
-    if missing.any():
+    if values.dtype.kind == "f" and not np.isfinite(values).all():
         raise ValueError(
-            f"The variable {key!r} has gaps or infinite values; put numbers in their place, as by fillna()."
+            f"The variable {key!r} has gaps or infinite values; put numbers in their place, as by fillna(), "
+            f"or leave out lines that were not acquired, as by dropna({str(array.dims[0])!r})."
         )
     _require_shared_positions(key, array)
     group.create_channel(
@@ -122,7 +140,8 @@ def _axis(array: xr.DataArray, dim: str) -> dict[str, Any]:
     first, last = (float(positions[0]), float(positions[-1])) if count else (0.0, 0.0)
     even = np.linspace(first, last, count)
     step = abs(last - first) / max(count - 1, 1)
-    if not np.allclose(positions, even, rtol=0, atol=_TOLERANCE * step):
+    rounded = np.finfo(coordinate.dtype).eps * max(abs(first), abs(last)) if coordinate.dtype.kind == "f" else 0.0
+    if not np.allclose(positions, even, rtol=0, atol=_TOLERANCE * step + min(rounded, _MOST_ROUNDED * step)):
         raise ValueError(f"The coordinate {dim!r} is not evenly spaced, as the axes of a channel are.")
     names = {"name": str(coordinate.attrs.get("long_name", dim)), "unit": str(coordinate.attrs.get("units", ""))}
     span = last - first if count > 1 else float(coordinate.attrs.get("axis_range", 0.0))
