@@ -1,7 +1,9 @@
 /* The baseline of the Python package: the same work in C, which calls the library line by line.
  *
  *   bench_python_baseline values|raw FILE       reads all lines of the first channel of an open file
- *   bench_python_baseline images|names FOLDER   opens all files 0.oxd, 1.oxd, ... of a folder one after the other
+ *   bench_python_baseline opened|images|names FOLDER
+ *                                               opens all files 0.oxd, 1.oxd, ... of a folder one after the other, and
+ *                                               reads no more of them, the first channel, or all names
  *
  * Prints the seconds by the clock and of the processor, and a checksum. What is needed first, such as opening the file
  * whose lines are read, is not timed. */
@@ -114,10 +116,9 @@ static uint64_t LengthOfNames(uint64_t file)
     return length;
 }
 
-static uint64_t Use(uint64_t file, bool images)
+/* The first samples of an image, all of which are read. */
+static uint64_t BeginOfImage(uint64_t file)
 {
-    if (!images)
-        return LengthOfNames(file);
     size_t bytes = 0;
     char* samples = ReadAll(file, true, &bytes);
     const uint64_t word = Checksum(samples, bytes < sizeof word ? bytes : sizeof word);
@@ -125,7 +126,13 @@ static uint64_t Use(uint64_t file, bool images)
     return word;
 }
 
-static void TimeOpening(const char* folder, bool images)
+static uint64_t Nothing(uint64_t file)
+{
+    (void)file;
+    return 1;
+}
+
+static void TimeOpening(const char* folder, uint64_t (*use)(uint64_t file))
 {
     char path[maximumText];
     uint64_t checksum = 0;
@@ -135,7 +142,7 @@ static void TimeOpening(const char* folder, bool images)
         const uint64_t file = OpenOxdFile(path);
         if (file == 0)
             break; /* there are no more */
-        checksum += Use(file, images);
+        checksum += use(file);
         CloseOxdFile(file);
     }
     PrintSince(start);
@@ -148,10 +155,11 @@ int main(int argc, char** argv)
     if (argc != 3)
         return 2;
     const bool raw = strcmp(argv[1], "raw") == 0;
-    const bool images = strcmp(argv[1], "images") == 0;
     if (raw || strcmp(argv[1], "values") == 0)
         TimeReading(argv[2], raw);
     else
-        TimeOpening(argv[2], images);
+        TimeOpening(argv[2], strcmp(argv[1], "images") == 0  ? BeginOfImage
+                             : strcmp(argv[1], "names") == 0 ? LengthOfNames
+                                                             : Nothing);
     return Failed();
 }

@@ -80,6 +80,16 @@ def each_timed(clock: Callable[[], float], use: Callable[[Path], int], paths: li
     return clock() - start, total
 
 
+def opened_oxd(path: Path) -> int:
+    with veloxd.open(path):
+        return 1
+
+
+def opened_hdf5(path: Path) -> int:
+    with h5py.File(path):
+        return 1
+
+
 def image_of_oxd(path: Path) -> int:
     with veloxd.open(path) as file:
         return int(file[0][0].raw.reshape(-1)[:2].view(np.uint64)[0])
@@ -101,8 +111,9 @@ def names_of_hdf5(path: Path) -> int:
 
 
 USES = {
-    "an image": ("images", image_of_oxd, image_of_hdf5),
-    "all names": ("names", names_of_oxd, names_of_hdf5),
+    "opening": ("opened", opened_oxd, opened_hdf5),
+    "an image in each of": ("images", image_of_oxd, image_of_hdf5),
+    "all names in each of": ("names", names_of_oxd, names_of_hdf5),
 }
 
 
@@ -158,7 +169,7 @@ def of_small_files(folder: Path, settings: Settings) -> Iterator[Benchmark]:
     """Files of images of 256 x 256 samples of 16 bits."""
     stored = data.samples(SMALL_SIDE, SMALL_SIDE, 16)
     for channels, size in ((8, "1 MiB"), (1, "128 KiB")):
-        tasks = [(f"{title} in each of 2 000 files of {size}", *uses) for title, uses in USES.items()]
+        tasks = [(f"{title} 2 000 files of {size}", *uses) for title, uses in USES.items()]
         wanted = [task for task in tasks if settings.wanted.search(task[0])]
         paths = [folder / f"{number}.oxd" for number in range(SMALL_FILES // settings.shrink if wanted else 0)]
         peers = [path.with_suffix(".h5") for path in paths]

@@ -1,5 +1,6 @@
-# The library exports the listed names and nothing else, and the header declares just these, behind the word `api`. What a Windows library needs
-# is part of every Windows from 8 on, and what is shipped does not tell where it was built.
+# The library exports the listed names and nothing else, and the header declares just these, behind the word `api`. What
+# a Windows library needs is part of every Windows from 8 on, or shipped `beside` it, and what is shipped does not tell
+# where it was built.
 
 # What the inspection of a file printed that matches `pattern` of one group: the texts of that group, sorted.
 function(inspect result pattern)
@@ -22,7 +23,7 @@ list(SORT listed)
 if(library MATCHES "\\.dll$")
   inspect(exported "\t\\[ *[0-9]+\\] ([A-Za-z_]+)\n" "${objdump}" -p "${library}")
   inspect(imported "DLL Name: ([^\n]+)" "${objdump}" -p "${library}")
-  list(REMOVE_ITEM imported KERNEL32.dll api-ms-win-core-synch-l1-2-0.dll msvcrt.dll)
+  list(REMOVE_ITEM imported KERNEL32.dll api-ms-win-core-synch-l1-2-0.dll msvcrt.dll ${beside})
   if(imported)
     message(FATAL_ERROR "not part of every Windows: ${imported}")
   endif()

@@ -311,6 +311,22 @@ TEST_F(ProcessTest, AddsToTheGroupOfResultsWhereverThatIs)
     EXPECT_EQ(found.at("Slope")["group"], 0);
 }
 
+// Curves without noise that were stored in 8 bits.
+TEST_F(ProcessTest, TakesNoStepOfRoundingForAdhesion)
+{
+    for (const auto& [depth, part] : {std::pair(1, "no adhesion above the noise"), {3, "\"A\",3.0000"}}) {
+        std::string samples(64, '\0');
+        for (std::size_t i = 40; i < samples.size(); ++i)
+            samples[i] = static_cast<char>(2 * (i - 39));
+        samples[39] = static_cast<char>(-depth);
+        WriteOxd(oneChannel + "Version=2\nPoints=64\nLines=1\nSaveBits=8\nDim0Unit=m\nDim0Min=0\nDim0Range=63e-9\n"
+                              "Dim2Name=Z\nDim2Unit=m\nDim2Min=-128e-9\nDim2Range=256e-9\n",
+                 samples);
+        const Outcome outcome = Run("process in.oxd --kind adhesion --input Scan/Z --csv --name A");
+        EXPECT_NE((outcome.results + outcome.diagnostics).find(part), std::string::npos) << outcome.results;
+    }
+}
+
 TEST_F(ProcessTest, LeavesNoSlotEmptyForAProcessorThatFails)
 {
     WriteOxd(threeLines + twoProcessors + Slope(0, 0, Addresses{{0, 2}, {-1, -1}}) + Slope(1, 7, 1), StraightLine());
