@@ -154,7 +154,7 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {1, "correct sample.oxd --op mean -o out.oxd --group ForwardScan --channel Height", "no channel"},
         {1, "correct sample.oxd --op mean -o out.oxd --group ForwardScan --channel 1x", "no channel"},
         {1, "export empty.oxd --group Group0 --channel 0 -o old.png", "no samples"},
-        {1, "export empty.oxd --group Group0 --channel 0 -o old.png --grey", "no samples"},
+        {1, "export empty.oxd --group Group0 --channel 0 -o old.png --grey", "oxd: empty.oxd: "},
         {3, "info missing.oxd", "oxd: missing.oxd: No such file"},
         {3, "info folder.csv", "oxd: folder.csv: "},
         {5, "make-sample nowhere/sample.oxd", "oxd: nowhere/sample.oxd: folder nowhere: No such file"},
