@@ -7,6 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <ios>
+#include <istream>
 #include <set>
 #include <sstream>
 #include <string>
@@ -332,6 +335,41 @@ TEST_F(InspectionTest, LongTextsAreCutBetweenCharacters)
     const Inspection inspection = InspectBytes(File(oneChannel + "Unknown=" + text + "\n", bytesOfOne));
     ASSERT_EQ(inspection.findings.size(), 1U);
     EXPECT_EQ(inspection.findings.front().found, text.substr(0, 400));
+}
+
+// Reads bytes of which some can be had, then none, as from a disk that fails.
+class CFailingBuffer : public std::stringbuf
+{
+public:
+    CFailingBuffer(const std::string& bytes, int readsThatSucceed)
+        : std::stringbuf(bytes), m_readsThatSucceed(readsThatSucceed)
+    {
+    }
+
+private:
+    std::streamsize xsgetn(char* to, std::streamsize count) override
+    {
+        if (m_readsThatSucceed-- <= 0)
+            throw std::ios_base::failure("");
+        return std::stringbuf::xsgetn(to, count);
+    }
+
+    int m_readsThatSucceed;
+};
+
+TEST_F(InspectionTest, AFileThatCannotBeReadThrowsWhereverThatShows)
+{
+    for (int reads = 0;; ++reads) {
+        CFailingBuffer buffer(File(all, bytesOfAll), reads);
+        std::istream stream(&buffer);
+        try {
+            EXPECT_TRUE(InspectStream(stream, "file.oxd").findings.empty());
+            EXPECT_GE(reads, 3) << "the end of the header, its findings, and what is opened";
+            break;
+        } catch (const std::system_error& error) {
+            EXPECT_EQ(error.code().value(), EIO);
+        }
+    }
 }
 
 TEST_F(InspectionTest, WhatIsNoFileThrows)
