@@ -25,6 +25,8 @@ WRITERS = [
     ("zarr", lambda data, path: data.to_zarr(path, zarr_format=2, consolidated=True)),
 ]
 
+needs_trees = pytest.mark.skipif(not hasattr(xr, "DataTree"), reason="trees need xarray 2024.10")
+
 
 def mean_of(array: xr.DataArray) -> float:
     return float(array.mean())
@@ -46,6 +48,7 @@ def test_a_group_opens_with_coordinates_units_and_information(scan: Path) -> Non
         xr.testing.assert_identical(dataset["Phase"], file[0]["Phase"].to_xarray())
 
 
+@needs_trees
 def test_a_file_opens_as_a_tree(scan: Path) -> None:
     with veloxd.open(scan, mode="r+") as file:
         file.create_group("ForwardScan")
@@ -167,6 +170,7 @@ def test_many_files_open_in_parallel_with_few_of_them_kept_open(tmp_path: Path) 
         assert np.ptp(means) == 0
 
 
+@needs_trees
 @pytest.mark.parametrize(("engine", "write"), WRITERS, ids=[name for name, _ in WRITERS])
 def test_other_formats_keep_everything_and_lead_back(scan: Path, tmp_path: Path, engine: str, write: Any) -> None:
     with xr.open_datatree(scan, engine="veloxd") as tree:
@@ -188,6 +192,7 @@ def test_other_formats_keep_everything_and_lead_back(scan: Path, tmp_path: Path,
             assert np.abs(new.raw - old.raw).max() <= 1
 
 
+@needs_trees
 def test_arrays_of_any_origin_become_files() -> None:
     lines = xr.DataArray([1.0, 2.0, 4.0], dims="z", coords={"z": [0.0, 0.5, 1.0]}, name="Force")
     with veloxd.from_xarray(lines, bits=16) as file:

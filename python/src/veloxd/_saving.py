@@ -9,7 +9,8 @@ from typing import TYPE_CHECKING
 import numpy as np
 
 from ._native.failure import save_failure
-from ._native.library import LOCK, call, file_name
+from ._native.file_names import file_name, label, name_to_write
+from ._native.library import LOCK, call
 from ._native.log import Capture
 from ._replacing import replacement
 from .errors import Error
@@ -53,16 +54,16 @@ def save(file: File, path: str, overwrite: bool) -> SaveReport:
         with LOCK:
             number = handle.number
             usual = handle.path
-            with replacement(path, overwrite) as temporary:
+            with replacement(path, overwrite) as temporary, name_to_write(temporary, path) as written:
                 try:
                     with capture:
-                        call("ChangeOxdFilename", number, file_name(temporary))
+                        call("ChangeOxdFilename", number, file_name(written))
                         call("SaveOxdFile", number)
                 except Error as refused:
                     raise save_failure(refused.details, path) from None
                 finally:
-                    call("ChangeOxdFilename", number, file_name(usual))
-                inexact = _inexact_samples(file, temporary)
+                    call("ChangeOxdFilename", number, label(usual))
+                inexact = _inexact_samples(file, written)
             return SaveReport(path, handle.changes.clipped_samples(), inexact)
     finally:
         capture.publish()

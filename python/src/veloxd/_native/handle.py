@@ -14,7 +14,8 @@ from . import blocks
 from .block_declarations import VEL_BLOCK_NO_HEADER, VEL_BLOCK_OK
 from .changes import Changes, Place
 from .failure import failure
-from .library import LOCK, call, file_name, library, text
+from .file_names import copy_to_read, file_name, label
+from .library import LOCK, call, library, text
 from .log import Capture
 
 if TYPE_CHECKING:
@@ -47,6 +48,9 @@ def _abandon(number: int, generation: int) -> None:
 def _open(path: str, shown: str, salvage: bool) -> tuple[int, Error | None]:
     """Opens a file. With ``salvage``, a damaged one is opened as far as it can be read, and comes with its failure."""
     encoded = file_name(path)
+    if encoded is None:
+        with copy_to_read(path, shown) as copy:
+            return _open(copy, shown, salvage)
     capture = Capture()
     try:
         with LOCK:
@@ -102,7 +106,7 @@ class Handle:
 
     def create(self) -> None:
         """Makes an empty data set instead of opening a file."""
-        self._own(call("CreateOxdFile", file_name(self.path)))
+        self._own(call("CreateOxdFile", label(self.path)))
         self.changes.anything = True
 
     def name_file(self, path: str) -> None:

@@ -120,20 +120,6 @@ def text(name: str, *arguments: Any) -> str:
             buffer = ctypes.create_string_buffer(int(needed.group(1)))
 
 
-def file_name(path: str) -> bytes:
-    """``path`` as the library takes names of files: in the system's code page on Windows, as bytes elsewhere.
-
-    Raises
-    ------
-    ValueError
-        if the name contains a zero byte, or a character that the code page lacks (``UnicodeEncodeError``).
-    """
-    encoded = path.encode("mbcs") if sys.platform == "win32" else os.fsencode(path)
-    if b"\0" in encoded:
-        raise ValueError("The name of a file contains a zero byte.")
-    return encoded
-
-
 def encode(value: str, what: str) -> bytes:
     """``value`` as the library takes texts, if a file can keep it as it is; ``what`` names it in messages.
 
