@@ -3,6 +3,7 @@
 #include "oxd/system/Failure.h"
 #include "oxd/system/Unit.h"
 #include "velflexlib/fx/FxProperty.h"
+#include "velstdlib/math/Round.h"
 
 #include <algorithm>
 #include <charconv>
@@ -15,6 +16,7 @@ namespace {
 
 using veltaris::velflexlib::fx::CFxProperty;
 using veltaris::velflexlib::fx::ParseFxProperty;
+using veltaris::velstdlib::math::vel_round;
 
 constexpr std::string_view percentiles = "percentile:";
 
@@ -98,7 +100,7 @@ double FactorBetween(const Contrast& contrast, const std::string& unit)
 
 double Percentile(std::vector<double>& values, double percent)
 {
-    const auto place = static_cast<std::ptrdiff_t>(static_cast<double>(values.size() - 1) * percent / 100 + 0.5);
+    const auto place = vel_round(static_cast<double>(values.size() - 1) * percent / 100);
     std::nth_element(values.begin(), values.begin() + place, values.end());
     return values[static_cast<std::size_t>(place)];
 }

@@ -192,13 +192,13 @@ void Canvas::SetColour(std::uint32_t colour)
 void Canvas::DrawTriangle(const Rectangle& place, Pointing pointing, std::uint32_t colour)
 {
     const Saved saved(m_context.get());
-    const auto drawRow = [&](double row, double inset) {
+    const auto drawRow = [&](int row, double inset) {
         const double width = place.width * (row + 1) / place.height - 2 * inset;
         const double y = pointing == Pointing::Up ? place.y + row : place.y + place.height - 1 - row;
         cairo_rectangle(m_context.get(), place.x + (place.width - width) / 2, y, std::max(width, 0.0), 1);
         cairo_fill(m_context.get());
     };
-    for (double row = 0; row < place.height; ++row) {
+    for (int row = 0; row < static_cast<int>(place.height); ++row) {
         cairo_set_source_rgb(m_context.get(), ink, ink, ink);
         drawRow(row, 0);
         SetColour(colour);

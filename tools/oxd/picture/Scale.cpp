@@ -105,19 +105,19 @@ std::vector<double> Scale::Ticks(int wanted) const
     const double high = std::max(m_from, m_to);
     constexpr double towardsNext = 2.6; // leads from each round number to the one below
     constexpr double finest = 1e-12;    // in relation to the values: closer ones are made of rounding errors
-    for (double step = RoundStep((high - low) / wanted); step > finest * Magnitude() && std::isfinite(step);
-         step = RoundStep(step / towardsNext)) {
+    double step = RoundStep((high - low) / wanted);
+    while (step > finest * Magnitude() && std::isfinite(step)) {
         std::vector<double> ticks = Multiples(step, low, high);
         if (ticks.size() > 1) {
             return ticks;
         }
+        step = RoundStep(step / towardsNext);
     }
     return {m_from};
 }
 
-UnitText::UnitText(const Scale& scale, const std::string& unit)
+UnitText::UnitText(const Scale& scale, const std::string& unit) : m_offset(CommonPart(scale))
 {
-    m_offset = CommonPart(scale);
     ChooseUnit(std::max(std::fabs(scale.From() - m_offset), std::fabs(scale.To() - m_offset)), unit);
     if (m_offset != 0) {
         const UnitMultiple multiple = TakesPrefix(unit) ? WithPrefix(unit, std::fabs(m_offset)) : UnitMultiple{1, unit};

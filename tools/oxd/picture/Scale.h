@@ -62,7 +62,7 @@ public:
 private:
     void ChooseUnit(double magnitude, const std::string& unit);
 
-    double m_offset = 0;
+    double m_offset;
     double m_factor = 1; // by which a value is multiplied to be one in Unit()
     std::string m_unit;
     std::string m_offsetText;
