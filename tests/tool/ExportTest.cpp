@@ -76,6 +76,13 @@ ColourPicture Part(const ColourPicture& of, std::size_t x, std::size_t y, std::s
     return part;
 }
 
+// On Windows, the tool takes a font of the system.
+#ifdef _WIN32
+constexpr bool isWindows = true;
+#else
+constexpr bool isWindows = false;
+#endif
+
 // Whether this machine has the font that the documented pictures were drawn with, and none that is preferred to it.
 bool HasFontOfDocuments()
 {
@@ -386,7 +393,7 @@ TEST_F(ExportTest, LooksAsApproved)
         ASSERT_EQ(std::pair(shown.width, shown.height), std::pair(drawn.width, drawn.height)) << file;
         const auto samples = [&](const ColourPicture& of) { return Part(of, left, top, 512, of.height - 104); };
         EXPECT_EQ(CountDifferences(samples(drawn), samples(shown)), 0) << file;
-        if (HasFontOfDocuments()) {
+        if (!isWindows && HasFontOfDocuments()) {
             EXPECT_EQ(CountDifferences(drawn, shown), 0) << file << ", around the samples";
         }
     }
