@@ -1,7 +1,6 @@
 #include "api/Lookup.h"
 
 #include "api/FileManager.h"
-#include "api/LastChannel.h"
 
 namespace {
 
@@ -41,12 +40,13 @@ std::shared_ptr<CDataGroup> GroupWithSlot(const CCall& call, std::uint64_t handl
 
 CDataBuffer& ChannelOf(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel)
 {
-    if (CDataBuffer* const last = lastChannel.Find(handle, group, channel))
-        return *last;
+    CLastChannel& last = GetFileHandleStruct(handle).lastChannel;
+    if (CDataBuffer* const found = last.Find(group, channel))
+        return *found;
     const auto found = GroupOf(call, handle, group)->GetChannelBuffer(channel);
     if (!found)
         FailNoChannel(call, channel);
-    lastChannel.Remember(handle, group, channel, *found);
+    last.Remember(group, channel, *found);
     return *found;
 }
 
@@ -66,9 +66,9 @@ CInfoSetItem& InfoItemOf(const CCall& call, std::uint64_t handle, std::uint64_t 
     return *found;
 }
 
-CInfoSetItem& MetaItemOf(const CCall& call, std::uint64_t handle, std::uint64_t item)
+CInfoSetItem& MetaItemOf(const CCall& call, const CInfoSet& infoSet, std::uint64_t item)
 {
-    CInfoSetItem* const found = InfoSetOf(handle).FindItem(item);
+    CInfoSetItem* const found = infoSet.FindItem(item);
     if (!found)
         call.FailUnknown();
     return *found;

@@ -16,7 +16,7 @@ using veltaris::velflexlib::dataset::CInfoSetItem;
 
 // Each throws std::runtime_error when there is no such thing: first for the file handle, and then, in the words of the
 // call, from the outermost argument to the innermost. References hold until an export removes what they refer to.
-// Not thread-safe: the interface is called from one thread at a time.
+// May be called by several threads at once, for different files: each file is for one thread at a time.
 
 CDataSet& DataSetOf(std::uint64_t handle);
 CInfoSet& InfoSetOf(std::uint64_t handle);
@@ -31,4 +31,4 @@ CDataBuffer& ChannelOf(const CCall& call, std::uint64_t handle, std::uint64_t gr
 CInfoSetItem& InfoOf(const CCall& call, std::uint64_t handle, std::uint64_t info);
 CInfoSetItem& InfoItemOf(const CCall& call, std::uint64_t handle, std::uint64_t info, std::uint64_t item);
 // A node of the information tree by its handle.
-CInfoSetItem& MetaItemOf(const CCall& call, std::uint64_t handle, std::uint64_t item);
+CInfoSetItem& MetaItemOf(const CCall& call, const CInfoSet& infoSet, std::uint64_t item);
