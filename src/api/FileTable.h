@@ -36,6 +36,6 @@ public:
 
 private:
     veltaris::velstdlib::util::CStableArray<std::atomic<FileHandleStruct*>> m_places; // by handle, less 1
-    std::mutex m_mutex;                                              // held while a record comes or goes
-    std::uint64_t m_lowestFree = 1;                                  // no handle below it is free
+    std::mutex m_mutex;             // held while a record comes or goes
+    std::uint64_t m_lowestFree = 1; // no handle below it is free
 };

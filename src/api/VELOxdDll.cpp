@@ -4,6 +4,7 @@
 #include "VELOxdDll.h"
 
 #include "api/Boundary.h"
+#include "api/ExpectedFailure.h"
 #include "api/FileManager.h"
 #include "api/Lookup.h"
 #include "velflexlib/dataset/operators/LineOperatorTable.h"
@@ -659,22 +660,28 @@ void SetMetaInfoItemValue(uint64_t handle, uint64_t item, const char* value)
 
 uint64_t SelectFirstChildMetaInfoItem(uint64_t handle, uint64_t item)
 {
-    return Export("select first child of info item", [&](const CCall& call) {
+    return Export("select first child of info item", [&](const CCall& call) -> uint64_t {
         CInfoSet& infoSet = InfoSetOf(handle);
         const auto& children = item == rootItem ? infoSet.GetGroups() : MetaItemOf(call, infoSet, item).GetSubItems();
-        if (children.empty())
-            call.FailAlone("Item isn't a group or has no childs. Handle: ", std::to_string(item));
+        if (children.empty()) {
+            static const CExpectedFailure none(call, "Item isn't a group or has no childs. Handle: ");
+            none.Store(std::to_string(item));
+            return 0;
+        }
         return infoSet.GetHandle(*children.front());
     });
 }
 
 uint64_t SelectNextMetaInfoItem(uint64_t handle, uint64_t item)
 {
-    return Export("select next info item", [&](const CCall& call) {
+    return Export("select next info item", [&](const CCall& call) -> uint64_t {
         CInfoSet& infoSet = InfoSetOf(handle);
         CInfoSetItem* const next = item == rootItem ? nullptr : MetaItemOf(call, infoSet, item).GetNext();
-        if (!next)
-            call.FailAlone("No further items in this node available!");
+        if (!next) {
+            static const CExpectedFailure end(call, "No further items in this node available!");
+            end.Store();
+            return 0;
+        }
         return infoSet.GetHandle(*next);
     });
 }

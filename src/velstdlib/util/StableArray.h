@@ -31,9 +31,9 @@ public:
     // Null when the array has never grown that far.
     Element* Find(std::uint64_t index) const noexcept
     {
-        const CPlace place(index);
-        if (place.chunk >= m_chunks.size())
+        if (index >= mostElements)
             return nullptr;
+        const CPlace place(index);
         Element* const chunk = m_chunks[place.chunk].load(std::memory_order_acquire);
         return chunk ? chunk + place.offset : nullptr;
     }
@@ -41,9 +41,9 @@ public:
     // The element, which is made if there is none. Throws std::bad_alloc, with nothing changed.
     Element& Grow(std::uint64_t index)
     {
-        const CPlace place(index);
-        if (place.chunk >= m_chunks.size())
+        if (index >= mostElements)
             throw std::bad_alloc();
+        const CPlace place(index);
         auto& chunk = m_chunks[place.chunk];
         if (!chunk.load(std::memory_order_relaxed))
             chunk.store(std::make_unique<Element[]>(firstChunk << place.chunk).release(), std::memory_order_release);
@@ -52,15 +52,15 @@ public:
 
 private:
     static constexpr std::uint64_t firstChunk = 64; // elements; a power of two
-    static constexpr std::size_t chunkCount = 48;   // more than memory can hold
+    static constexpr std::size_t chunkCount = 48;
+    static constexpr std::uint64_t mostElements = (firstChunk << chunkCount) - firstChunk; // more than memory can hold
 
+    // Counted from `firstChunk`, the highest bit of an index tells its chunk, and the others are its offset there.
     struct CPlace
     {
-        // Counted from `firstChunk`, the highest bit of an index is its chunk; the last few indexes wrap around and
-        // give a chunk that is none.
         explicit CPlace(std::uint64_t index)
             : chunk(static_cast<std::size_t>(std::bit_width(index + firstChunk) - std::bit_width(firstChunk))),
-              offset(index + firstChunk - (firstChunk << (chunk % chunkCount)))
+              offset((index + firstChunk) ^ (firstChunk << chunk))
         {
         }
         std::size_t chunk;
