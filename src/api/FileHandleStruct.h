@@ -14,6 +14,6 @@ struct FileHandleStruct
 {
     std::string fileName;                            // as the caller gave it
     veltaris::velstdlib::util::CVELOXDConfig config; // the header as last opened or saved, not as edited since
-    veltaris::velflexlib::dataset::CDataSet dataSet;
+    veltaris::velflexlib::dataset::CDataSet dataSet{veltaris::velstdlib::util::Sharing::OneThread};
     CLastChannel lastChannel{dataSet};
 };

@@ -21,19 +21,18 @@ CInfoSet& InfoSetOf(std::uint64_t handle)
     return DataSetOf(handle).GetInfoSet();
 }
 
-std::shared_ptr<CDataGroup> GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group)
+CDataGroup& GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group)
 {
-    auto found = DataSetOf(handle).GetGroup(group);
+    CDataGroup* const found = DataSetOf(handle).FindGroup(group);
     if (!found)
         call.Fail("No group with given index available. Index: ", std::to_string(group));
-    return found;
+    return *found;
 }
 
-std::shared_ptr<CDataGroup> GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group,
-                                          std::uint64_t channel)
+CDataGroup& GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel)
 {
-    auto found = GroupOf(call, handle, group);
-    if (channel >= found->GetChannelCount())
+    CDataGroup& found = GroupOf(call, handle, group);
+    if (channel >= found.GetChannelCount())
         FailNoChannel(call, channel);
     return found;
 }
@@ -43,7 +42,7 @@ CDataBuffer& ChannelOf(const CCall& call, std::uint64_t handle, std::uint64_t gr
     CLastChannel& last = GetFileHandleStruct(handle).lastChannel;
     if (CDataBuffer* const found = last.Find(group, channel))
         return *found;
-    const auto found = GroupOf(call, handle, group)->GetChannelBuffer(channel);
+    CDataBuffer* const found = GroupOf(call, handle, group).FindChannelBuffer(channel);
     if (!found)
         FailNoChannel(call, channel);
     last.Remember(group, channel, *found);

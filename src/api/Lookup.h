@@ -6,7 +6,6 @@
 #include "velflexlib/dataset/channels/DataGroup.h"
 
 #include <cstdint>
-#include <memory>
 
 using veltaris::velflexlib::dataset::CDataBuffer;
 using veltaris::velflexlib::dataset::CDataGroup;
@@ -21,10 +20,9 @@ using veltaris::velflexlib::dataset::CInfoSetItem;
 CDataSet& DataSetOf(std::uint64_t handle);
 CInfoSet& InfoSetOf(std::uint64_t handle);
 
-std::shared_ptr<CDataGroup> GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group);
+CDataGroup& GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group);
 // The group, provided that it has the channel slot, which may be empty.
-std::shared_ptr<CDataGroup> GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group,
-                                          std::uint64_t channel);
+CDataGroup& GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel);
 CDataBuffer& ChannelOf(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel);
 
 // A top-level group of the information, and an item in one, by position. Only the low 32 bits of a position count.

@@ -112,42 +112,42 @@ void DeleteAllGroups(uint64_t handle)
 uint64_t GetLogicalGroupId(uint64_t handle, uint64_t group)
 {
     return Export("get logical group id",
-                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group)->GetLogicalGroupId(); });
+                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group).GetLogicalGroupId(); });
 }
 
 void SetLogicalGroupId(uint64_t handle, uint64_t group, uint64_t id)
 {
     Export("set logical group id",
-           [&](const CCall& call) { GroupOf(call, handle, group)->SetLogicalGroupId(static_cast<std::uint32_t>(id)); });
+           [&](const CCall& call) { GroupOf(call, handle, group).SetLogicalGroupId(static_cast<std::uint32_t>(id)); });
 }
 
 void GetGroupName(uint64_t handle, uint64_t group, char* buffer, uint64_t size)
 {
     Export("get group name",
-           [&](const CCall& call) { call.CopyText(GroupOf(call, handle, group)->GetName(), buffer, size); });
+           [&](const CCall& call) { call.CopyText(GroupOf(call, handle, group).GetName(), buffer, size); });
 }
 
 void SetGroupName(uint64_t handle, uint64_t group, const char* name)
 {
-    Export("set group name", [&](const CCall& call) { GroupOf(call, handle, group)->SetName(call.Text(name)); });
+    Export("set group name", [&](const CCall& call) { GroupOf(call, handle, group).SetName(call.Text(name)); });
 }
 
 // The failures name the action of the getter. Callers may depend on that text, so it stays.
 void SetChannelCount(uint64_t handle, uint64_t group, uint64_t count)
 {
-    Export("get channel count", [&](const CCall& call) { GroupOf(call, handle, group)->SetChannelCount(count); });
+    Export("get channel count", [&](const CCall& call) { GroupOf(call, handle, group).SetChannelCount(count); });
 }
 
 uint64_t GetChannelCount(uint64_t handle, uint64_t group)
 {
     return Export("get channel count",
-                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group)->GetChannelCount(); });
+                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group).GetChannelCount(); });
 }
 
 bool HasChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("evaluate channel", [&](const CCall& call) {
-        return GroupWithSlot(call, handle, group, channel)->GetChannelBuffer(channel) != nullptr;
+        return GroupWithSlot(call, handle, group, channel).FindChannelBuffer(channel) != nullptr;
     });
 }
 
@@ -155,14 +155,14 @@ void DeleteChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel)
 {
     Export("delete channel", [&](const CCall& call) {
         ChannelOf(call, handle, group, channel);
-        GroupOf(call, handle, group)->DeleteChannelBuffer(channel);
+        GroupOf(call, handle, group).DeleteChannelBuffer(channel);
     });
 }
 
 void SetChannelXYDimension(uint64_t handle, uint64_t group, uint64_t channel, uint64_t points, uint64_t lines)
 {
     Export("set channel xy dimension", [&](const CCall& call) {
-        GroupWithSlot(call, handle, group, channel)->GetOrCreateChannelBuffer(channel, points, lines);
+        GroupWithSlot(call, handle, group, channel).GetOrCreateChannelBuffer(channel, points, lines);
     });
 }
 
