@@ -6,6 +6,7 @@ const root = resolve(import.meta.dirname, "../..");
 const build = resolve(root, process.env.VELOXD_BUILD ?? "build/dev");
 export const outputFolder = resolve(root, "build/viewer");
 export const seedFolder = resolve(build, "fuzz/seeds/oxd");
+export const tool = resolve(build, "tools/oxd/oxd");
 
 export interface LibraryChannel {
     points: number;
