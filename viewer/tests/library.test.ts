@@ -116,5 +116,5 @@ describe("the viewer reads what the library reads", () => {
         for (const [i, file] of files.entries()) {
             await expectSame(file, expected[i] as LibraryFile | null);
         }
-    }, 120_000);
+    }, 180_000);
 });

@@ -20,7 +20,7 @@ beforeAll(async () => {
     rmSync(sample, { force: true });
     execFileSync(tool, ["make-sample", sample]);
     browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: ["--no-sandbox", ...quiet] });
-}, 60_000);
+}, 180_000);
 
 afterAll(() => browser?.close());
 
@@ -46,10 +46,11 @@ async function choose(page: Page, name: string, bytes: Uint8Array): Promise<stri
 describe("the page", () => {
     it("opens a dropped file, and tells the library's value at the point that the keys lead to", async () => {
         const page = await openPage();
-        const bytes = [...readFileSync(sample)];
+        const bytes = readFileSync(sample).toString("base64");
         await page.evaluate((content) => {
             const transfer = new DataTransfer();
-            transfer.items.add(new File([new Uint8Array(content)], "sample.oxd"));
+            const decoded = Uint8Array.from(atob(content), (letter) => letter.charCodeAt(0));
+            transfer.items.add(new File([decoded], "sample.oxd"));
             document.dispatchEvent(new DragEvent("drop", { dataTransfer: transfer, bubbles: true }));
         }, bytes);
         await page.focus(".frame canvas");
@@ -61,7 +62,7 @@ describe("the page", () => {
         const factor = { nm: 1e-9, µm: 1e-6, pm: 1e-12 }[told.split(" ")[1] as "nm"];
         expect(Number(told.split(" ")[0]) * factor).toBeCloseTo(value, 12);
         await page.close();
-    }, 60_000);
+    }, 180_000);
 
     it("draws a profile by keys and by pointer", async () => {
         const page = await openSample();
@@ -77,7 +78,7 @@ describe("the page", () => {
         expect(await page.textContent("output")).toContain("Profile: length");
         expect(await page.locator(".plot .uplot").count()).toBe(1);
         await page.close();
-    }, 60_000);
+    }, 180_000);
 
     it.each(["light", "dark"] as const)("has no accessibility violation in %s colours", async (scheme) => {
         const page = await openSample(scheme);
@@ -86,7 +87,7 @@ describe("the page", () => {
         await page.screenshot({ path: resolve(outputFolder, `${scheme}.png`) });
         expect(found).toEqual([]);
         await page.close();
-    }, 60_000);
+    }, 180_000);
 
     it("opens the file that is embedded in it", async () => {
         const content = readFileSync(sample).toString("base64");
@@ -99,7 +100,7 @@ describe("the page", () => {
         await page.waitForSelector("output:not(:empty)");
         expect(await page.textContent("#tree h2")).toBe("sample.oxd");
         await page.close();
-    }, 60_000);
+    }, 180_000);
 
     it("gives a sentence with the place for 49 damaged files", async () => {
         const page = await openPage();
@@ -116,7 +117,7 @@ describe("the page", () => {
             }
         }
         await page.close();
-    }, 120_000);
+    }, 180_000);
 
     it("runs nothing that a file says", async () => {
         const page = await openPage();
@@ -133,5 +134,5 @@ describe("the page", () => {
         });
         expect(ran).toBe("VELOxd viewer");
         await page.close();
-    }, 60_000);
+    }, 180_000);
 });
