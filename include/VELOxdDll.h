@@ -69,8 +69,11 @@
  *     minus its mean centres on the middle of the signal axis.
  *     Any other `lineOp` fails with "invalid map<K, T> key".
  *
- * 10. Threads. The library creates no threads and the interface has no lock. Make one call at a time, from any thread,
- *     even for different files.
+ * 10. Threads. The library creates no threads. Threads may work on DIFFERENT file handles at the same time, and may
+ *     open, save and close files meanwhile; each works as if it were alone. Make one call at a time for each file
+ *     handle, from any thread; that includes calls for nodes of its information. The last error is one for the process:
+ *     flag and text may be those of another thread's failure. Where several threads make calls, judge these by their
+ *     results, and let one thread at a time call VELGetLastError and use its text.
  *
  * 11. Information. A data set has groups of named texts, for example the settings of a scan. There is one ordered list
  *     of top-level groups; the info functions see it as groups with items, the meta-information functions as a tree of
@@ -155,7 +158,7 @@ VELOXD_API int32_t GetOxdVersion(uint64_t handle);
 /* ---- Errors ----------------------------------------------------------------------------------------------- */
 
 /* Result: the text of the latest failure; never null, and empty when there was none. Lowers the error flag. The text
- * stays, and the pointer remains valid, until the next failure. The function cannot fail. */
+ * stays, and the pointer remains valid, until the function is called after another failure. It cannot fail. */
 VELOXD_API const char* VELGetLastError(void);
 
 /* Result: whether a failure was stored since VELGetLastError was last called. The function cannot fail. */

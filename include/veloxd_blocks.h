@@ -21,7 +21,8 @@
  *  3. Failures. Rows are filled or stored one after the other. The first failure ends the call; rows before that one are
  *     done, those behind it are as they were.
  *
- *  4. Threads. As for VELOxdDll: one call at a time, to either library.
+ *  4. Threads. One call at a time, to either library: whether a call has failed is told by the last error of VELOxdDll,
+ *     which is one for the process.
  */
 #ifndef VELOXD_BLOCKS_H
 #define VELOXD_BLOCKS_H

@@ -1,5 +1,5 @@
 // The barrier between exceptions and the C interface. Every export runs its body behind it, so that no exception
-// reaches a caller of the library. It is stateless; the last error that it stores is for one thread at a time.
+// reaches a caller of the library. It is stateless: any number of threads may use it at once.
 #pragma once
 
 #include "api/Arguments.h"

@@ -2,29 +2,18 @@
 
 #include "VELOxdDll.h"
 #include "api/Boundary.h"
+#include "api/FileTable.h"
 #include "api/FileTransfer.h"
-#include "api/LastError.h"
 
 #include <boost/throw_exception.hpp>
 
-#include <algorithm>
-#include <map>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
 namespace {
 
-std::map<std::uint64_t, FileHandleStruct> openFiles;
-
-std::uint64_t lowestFreeHandle = 1; // no handle below it is free
-
-std::uint64_t FindFreeHandle()
-{
-    for (auto file = openFiles.find(lowestFreeHandle); file != openFiles.end() && file->first == lowestFreeHandle;
-         ++file)
-        ++lowestFreeHandle;
-    return lowestFreeHandle;
-}
+CFileTable openFiles;
 
 // A file name, once for the record and once for its document. Both copies are made ahead, so that without memory for
 // them neither is changed.
@@ -40,36 +29,19 @@ std::uint64_t RegisterFile(const CCall& call, const char* fileName)
 {
     call.NotNull(fileName);
     FileNames names(fileName, fileName);
-    const std::uint64_t handle = FindFreeHandle();
-    SetFileNames(RegisterFileHandle(handle), std::move(names));
-    return handle;
+    auto file = std::make_unique<FileHandleStruct>();
+    SetFileNames(*file, std::move(names));
+    return openFiles.Add(std::move(file));
 }
 
 } // namespace
 
-FileHandleStruct& RegisterFileHandle(std::uint64_t handle)
-{
-    const auto [file, isNew] = openFiles.try_emplace(handle);
-    if (!isNew)
-        StoreLastError("RegisterFileHandle: File handle already registered, returning already existing struct.");
-    return file->second;
-}
-
 FileHandleStruct& GetFileHandleStruct(std::uint64_t handle)
 {
-    const auto file = openFiles.find(handle);
-    if (file == openFiles.end())
+    FileHandleStruct* const file = openFiles.Find(handle);
+    if (!file)
         BOOST_THROW_EXCEPTION(std::runtime_error("Handle does not exist"));
-    return file->second;
-}
-
-veltaris::velflexlib::dataset::CInfoSetItem* FindInfoItemOfAnyFile(std::uint64_t item)
-{
-    for (const auto& [handle, file] : openFiles) {
-        if (auto* const found = file.dataSet.GetInfoSet().FindItem(item))
-            return found;
-    }
-    return nullptr;
+    return *file;
 }
 
 // The exports that register a file, load, save and forget it. They stand in this file because callers know its name: it
@@ -96,10 +68,7 @@ void SaveOxdFile(uint64_t handle)
 
 void CloseOxdFile(uint64_t handle)
 {
-    Export([&](const CCall&) {
-        if (openFiles.erase(handle) > 0)
-            lowestFreeHandle = std::min(lowestFreeHandle, handle);
-    });
+    Export([&](const CCall&) { openFiles.Remove(handle); });
 }
 
 void ChangeOxdFilename(uint64_t handle, const char* filename)

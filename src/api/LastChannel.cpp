@@ -1,9 +1,7 @@
 #include "api/LastChannel.h"
 
-CLastChannel lastChannel;
-
-CLastChannelGuard::CLastChannelGuard(veltaris::velflexlib::dataset::CDataSet& dataSet)
+CLastChannel::CLastChannel(veltaris::velflexlib::dataset::CDataSet& dataSet)
 {
-    dataSet.OnChanged.connect([] { lastChannel.Forget(); });
-    dataSet.OnGroupChanged.connect([](auto&) { lastChannel.Forget(); });
+    dataSet.OnChanged.connect([this] { m_buffer = nullptr; });
+    dataSet.OnGroupChanged.connect([this](auto&) { m_buffer = nullptr; });
 }

@@ -1,7 +1,6 @@
 #include "api/Lookup.h"
 
 #include "api/FileManager.h"
-#include "api/LastChannel.h"
 
 namespace {
 
@@ -22,31 +21,31 @@ CInfoSet& InfoSetOf(std::uint64_t handle)
     return DataSetOf(handle).GetInfoSet();
 }
 
-std::shared_ptr<CDataGroup> GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group)
+CDataGroup& GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group)
 {
-    auto found = DataSetOf(handle).GetGroup(group);
+    CDataGroup* const found = DataSetOf(handle).FindGroup(group);
     if (!found)
         call.Fail("No group with given index available. Index: ", std::to_string(group));
-    return found;
+    return *found;
 }
 
-std::shared_ptr<CDataGroup> GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group,
-                                          std::uint64_t channel)
+CDataGroup& GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel)
 {
-    auto found = GroupOf(call, handle, group);
-    if (channel >= found->GetChannelCount())
+    CDataGroup& found = GroupOf(call, handle, group);
+    if (channel >= found.GetChannelCount())
         FailNoChannel(call, channel);
     return found;
 }
 
 CDataBuffer& ChannelOf(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel)
 {
-    if (CDataBuffer* const last = lastChannel.Find(handle, group, channel))
-        return *last;
-    const auto found = GroupOf(call, handle, group)->GetChannelBuffer(channel);
+    CLastChannel& last = GetFileHandleStruct(handle).lastChannel;
+    if (CDataBuffer* const found = last.Find(group, channel))
+        return *found;
+    CDataBuffer* const found = GroupOf(call, handle, group).FindChannelBuffer(channel);
     if (!found)
         FailNoChannel(call, channel);
-    lastChannel.Remember(handle, group, channel, *found);
+    last.Remember(group, channel, *found);
     return *found;
 }
 
@@ -66,9 +65,9 @@ CInfoSetItem& InfoItemOf(const CCall& call, std::uint64_t handle, std::uint64_t 
     return *found;
 }
 
-CInfoSetItem& MetaItemOf(const CCall& call, std::uint64_t handle, std::uint64_t item)
+CInfoSetItem& MetaItemOf(const CCall& call, const CInfoSet& infoSet, std::uint64_t item)
 {
-    CInfoSetItem* const found = InfoSetOf(handle).FindItem(item);
+    CInfoSetItem* const found = infoSet.FindItem(item);
     if (!found)
         call.FailUnknown();
     return *found;

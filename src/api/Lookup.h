@@ -6,7 +6,6 @@
 #include "velflexlib/dataset/channels/DataGroup.h"
 
 #include <cstdint>
-#include <memory>
 
 using veltaris::velflexlib::dataset::CDataBuffer;
 using veltaris::velflexlib::dataset::CDataGroup;
@@ -16,19 +15,18 @@ using veltaris::velflexlib::dataset::CInfoSetItem;
 
 // Each throws std::runtime_error when there is no such thing: first for the file handle, and then, in the words of the
 // call, from the outermost argument to the innermost. References hold until an export removes what they refer to.
-// Not thread-safe: the interface is called from one thread at a time.
+// May be called by several threads at once, for different files: each file is for one thread at a time.
 
 CDataSet& DataSetOf(std::uint64_t handle);
 CInfoSet& InfoSetOf(std::uint64_t handle);
 
-std::shared_ptr<CDataGroup> GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group);
+CDataGroup& GroupOf(const CCall& call, std::uint64_t handle, std::uint64_t group);
 // The group, provided that it has the channel slot, which may be empty.
-std::shared_ptr<CDataGroup> GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group,
-                                          std::uint64_t channel);
+CDataGroup& GroupWithSlot(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel);
 CDataBuffer& ChannelOf(const CCall& call, std::uint64_t handle, std::uint64_t group, std::uint64_t channel);
 
 // A top-level group of the information, and an item in one, by position. Only the low 32 bits of a position count.
 CInfoSetItem& InfoOf(const CCall& call, std::uint64_t handle, std::uint64_t info);
 CInfoSetItem& InfoItemOf(const CCall& call, std::uint64_t handle, std::uint64_t info, std::uint64_t item);
 // A node of the information tree by its handle.
-CInfoSetItem& MetaItemOf(const CCall& call, std::uint64_t handle, std::uint64_t item);
+CInfoSetItem& MetaItemOf(const CCall& call, const CInfoSet& infoSet, std::uint64_t item);

@@ -4,6 +4,7 @@
 #include "VELOxdDll.h"
 
 #include "api/Boundary.h"
+#include "api/ExpectedFailure.h"
 #include "api/FileManager.h"
 #include "api/Lookup.h"
 #include "velflexlib/dataset/operators/LineOperatorTable.h"
@@ -111,42 +112,42 @@ void DeleteAllGroups(uint64_t handle)
 uint64_t GetLogicalGroupId(uint64_t handle, uint64_t group)
 {
     return Export("get logical group id",
-                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group)->GetLogicalGroupId(); });
+                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group).GetLogicalGroupId(); });
 }
 
 void SetLogicalGroupId(uint64_t handle, uint64_t group, uint64_t id)
 {
     Export("set logical group id",
-           [&](const CCall& call) { GroupOf(call, handle, group)->SetLogicalGroupId(static_cast<std::uint32_t>(id)); });
+           [&](const CCall& call) { GroupOf(call, handle, group).SetLogicalGroupId(static_cast<std::uint32_t>(id)); });
 }
 
 void GetGroupName(uint64_t handle, uint64_t group, char* buffer, uint64_t size)
 {
     Export("get group name",
-           [&](const CCall& call) { call.CopyText(GroupOf(call, handle, group)->GetName(), buffer, size); });
+           [&](const CCall& call) { call.CopyText(GroupOf(call, handle, group).GetName(), buffer, size); });
 }
 
 void SetGroupName(uint64_t handle, uint64_t group, const char* name)
 {
-    Export("set group name", [&](const CCall& call) { GroupOf(call, handle, group)->SetName(call.Text(name)); });
+    Export("set group name", [&](const CCall& call) { GroupOf(call, handle, group).SetName(call.Text(name)); });
 }
 
 // The failures name the action of the getter. Callers may depend on that text, so it stays.
 void SetChannelCount(uint64_t handle, uint64_t group, uint64_t count)
 {
-    Export("get channel count", [&](const CCall& call) { GroupOf(call, handle, group)->SetChannelCount(count); });
+    Export("get channel count", [&](const CCall& call) { GroupOf(call, handle, group).SetChannelCount(count); });
 }
 
 uint64_t GetChannelCount(uint64_t handle, uint64_t group)
 {
     return Export("get channel count",
-                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group)->GetChannelCount(); });
+                  [&](const CCall& call) -> uint64_t { return GroupOf(call, handle, group).GetChannelCount(); });
 }
 
 bool HasChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel)
 {
     return Export("evaluate channel", [&](const CCall& call) {
-        return GroupWithSlot(call, handle, group, channel)->GetChannelBuffer(channel) != nullptr;
+        return GroupWithSlot(call, handle, group, channel).FindChannelBuffer(channel) != nullptr;
     });
 }
 
@@ -154,14 +155,14 @@ void DeleteChannelBuffer(uint64_t handle, uint64_t group, uint64_t channel)
 {
     Export("delete channel", [&](const CCall& call) {
         ChannelOf(call, handle, group, channel);
-        GroupOf(call, handle, group)->DeleteChannelBuffer(channel);
+        GroupOf(call, handle, group).DeleteChannelBuffer(channel);
     });
 }
 
 void SetChannelXYDimension(uint64_t handle, uint64_t group, uint64_t channel, uint64_t points, uint64_t lines)
 {
     Export("set channel xy dimension", [&](const CCall& call) {
-        GroupWithSlot(call, handle, group, channel)->GetOrCreateChannelBuffer(channel, points, lines);
+        GroupWithSlot(call, handle, group, channel).GetOrCreateChannelBuffer(channel, points, lines);
     });
 }
 
@@ -601,7 +602,7 @@ bool IsMetaInfoItemAGroup(uint64_t, uint64_t item)
     return Export("evaluate info item", [&](const CCall& call) {
         if (item == rootItem)
             return true;
-        const CInfoSetItem* const node = FindInfoItemOfAnyFile(item);
+        const CInfoSetItem* const node = CInfoSet::FindItemOfAnySet(item);
         if (!node)
             call.FailUnknown();
         return node->IsGroup();
@@ -612,45 +613,45 @@ uint64_t GetMetaInfoItemChildCount(uint64_t handle, uint64_t item)
 {
     return Export("get info item child count", [&](const CCall& call) -> uint64_t {
         const CInfoSet& infoSet = InfoSetOf(handle);
-        return item == rootItem ? infoSet.GetGroups().size() : MetaItemOf(call, handle, item).GetSubItems().size();
+        return item == rootItem ? infoSet.GetGroups().size() : MetaItemOf(call, infoSet, item).GetSubItems().size();
     });
 }
 
 void GetMetaInfoItemName(uint64_t handle, uint64_t item, char* buffer, uint64_t size)
 {
     Export("get info item name", [&](const CCall& call) {
-        InfoSetOf(handle);
-        call.CopyText(item == rootItem ? "Root" : MetaItemOf(call, handle, item).GetName(), buffer, size);
+        const CInfoSet& infoSet = InfoSetOf(handle);
+        call.CopyText(item == rootItem ? "Root" : MetaItemOf(call, infoSet, item).GetName(), buffer, size);
     });
 }
 
 void SetMetaInfoItemName(uint64_t handle, uint64_t item, const char* name)
 {
     Export("set info item name", [&](const CCall& call) {
-        InfoSetOf(handle);
+        const CInfoSet& infoSet = InfoSetOf(handle);
         if (item == rootItem)
             call.FailAlone("Unable to set info item name of ROOT item");
-        MetaItemOf(call, handle, item).SetName(call.Text(name));
+        MetaItemOf(call, infoSet, item).SetName(call.Text(name));
     });
 }
 
 void GetMetaInfoItemValue(uint64_t handle, uint64_t item, char* buffer, uint64_t size)
 {
     Export("get info item value", [&](const CCall& call) {
-        InfoSetOf(handle);
+        const CInfoSet& infoSet = InfoSetOf(handle);
         if (item == rootItem)
             call.FailAlone("Unable to get info item value from ROOT item");
-        call.CopyText(MetaItemOf(call, handle, item).GetValue(), buffer, size);
+        call.CopyText(MetaItemOf(call, infoSet, item).GetValue(), buffer, size);
     });
 }
 
 void SetMetaInfoItemValue(uint64_t handle, uint64_t item, const char* value)
 {
     Export("set info item value", [&](const CCall& call) {
-        InfoSetOf(handle);
+        const CInfoSet& infoSet = InfoSetOf(handle);
         if (item == rootItem)
             call.FailAlone("Unable to set info item value of ROOT item");
-        CInfoSetItem& node = MetaItemOf(call, handle, item);
+        CInfoSetItem& node = MetaItemOf(call, infoSet, item);
         if (node.IsGroup())
             call.FailAlone("Unable to set info item value of group item");
         node.SetValue(call.Text(value));
@@ -659,22 +660,28 @@ void SetMetaInfoItemValue(uint64_t handle, uint64_t item, const char* value)
 
 uint64_t SelectFirstChildMetaInfoItem(uint64_t handle, uint64_t item)
 {
-    return Export("select first child of info item", [&](const CCall& call) {
+    return Export("select first child of info item", [&](const CCall& call) -> uint64_t {
         CInfoSet& infoSet = InfoSetOf(handle);
-        const auto& children = item == rootItem ? infoSet.GetGroups() : MetaItemOf(call, handle, item).GetSubItems();
-        if (children.empty())
-            call.FailAlone("Item isn't a group or has no childs. Handle: ", std::to_string(item));
+        const auto& children = item == rootItem ? infoSet.GetGroups() : MetaItemOf(call, infoSet, item).GetSubItems();
+        if (children.empty()) {
+            static const CExpectedFailure none(call, "Item isn't a group or has no childs. Handle: ");
+            none.Store(std::to_string(item));
+            return 0;
+        }
         return infoSet.GetHandle(*children.front());
     });
 }
 
 uint64_t SelectNextMetaInfoItem(uint64_t handle, uint64_t item)
 {
-    return Export("select next info item", [&](const CCall& call) {
+    return Export("select next info item", [&](const CCall& call) -> uint64_t {
         CInfoSet& infoSet = InfoSetOf(handle);
-        CInfoSetItem* const next = item == rootItem ? nullptr : MetaItemOf(call, handle, item).GetNext();
-        if (!next)
-            call.FailAlone("No further items in this node available!");
+        CInfoSetItem* const next = item == rootItem ? nullptr : MetaItemOf(call, infoSet, item).GetNext();
+        if (!next) {
+            static const CExpectedFailure end(call, "No further items in this node available!");
+            end.Store();
+            return 0;
+        }
         return infoSet.GetHandle(*next);
     });
 }
@@ -684,8 +691,9 @@ uint64_t SelectParentMetaInfoItem(uint64_t handle, uint64_t item)
     return Export("select parent of info item", [&](const CCall& call) {
         if (item == rootItem)
             call.FailAlone("Unable to get parent of ROOT item");
-        CInfoSetItem* const parent = MetaItemOf(call, handle, item).GetParent();
-        return parent ? InfoSetOf(handle).GetHandle(*parent) : rootItem;
+        CInfoSet& infoSet = InfoSetOf(handle);
+        CInfoSetItem* const parent = MetaItemOf(call, infoSet, item).GetParent();
+        return parent ? infoSet.GetHandle(*parent) : rootItem;
     });
 }
 
@@ -694,10 +702,11 @@ uint64_t AddMetaInfoItem(uint64_t handle, uint64_t item, const char* name, const
     return Export("add info item", [&](const CCall& call) {
         if (item == rootItem)
             call.FailAlone("Unable to add non group info item to ROOT item. Only group items are allowed.");
-        CInfoSetItem& parent = MetaItemOf(call, handle, item);
+        CInfoSet& infoSet = InfoSetOf(handle);
+        CInfoSetItem& parent = MetaItemOf(call, infoSet, item);
         if (!parent.IsGroup())
             call.FailAlone("Unable to add info item to non group item.");
-        return AddNode(InfoSetOf(handle), parent, std::make_unique<CInfoSetItem>(call.Text(name), call.Text(value)));
+        return AddNode(infoSet, parent, std::make_unique<CInfoSetItem>(call.Text(name), call.Text(value)));
     });
 }
 
@@ -705,7 +714,7 @@ uint64_t AddMetaInfoItemGroup(uint64_t handle, uint64_t item, const char* name)
 {
     return Export("add info item", [&](const CCall& call) {
         CInfoSet& infoSet = InfoSetOf(handle);
-        CInfoSetItem* const parent = item == rootItem ? nullptr : &MetaItemOf(call, handle, item);
+        CInfoSetItem* const parent = item == rootItem ? nullptr : &MetaItemOf(call, infoSet, item);
         if (parent && !parent->IsGroup())
             call.FailAlone("Unable to add info item to non group item.");
         auto group = std::make_unique<CInfoSetItem>(call.Text(name));
@@ -724,7 +733,7 @@ void DeleteMetaInfoItem(uint64_t handle, uint64_t item)
         if (item == rootItem)
             call.FailAlone("Unable to delete ROOT item.");
         CInfoSet& infoSet = InfoSetOf(handle);
-        CInfoSetItem& node = MetaItemOf(call, handle, item);
+        CInfoSetItem& node = MetaItemOf(call, infoSet, item);
         if (CInfoSetItem* const parent = node.GetParent())
             call.Done(parent->DeleteSubItem(&node));
         else

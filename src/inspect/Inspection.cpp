@@ -89,7 +89,7 @@ public:
     }
 
 private:
-    // Readers take a read that fails for the end of the file.
+    // The search for the end of the header takes a read that fails for the end of the file.
     void RequireRead() const
     {
         if (m_stream.fail())
@@ -101,7 +101,6 @@ private:
         std::string bytes(count, '\0');
         m_stream.seekg(0);
         m_stream.read(bytes.data(), static_cast<std::streamsize>(count));
-        RequireRead();
         return bytes;
     }
 
@@ -114,7 +113,6 @@ private:
             m_document.SetFileName(m_inspection.file);
             m_document.ReadHeader(m_stream, m_abort);
         } catch (const std::exception&) {
-            RequireRead();
             return AddUnreadableText(std::current_exception(), lines, findings);
         }
         RequireRead();
@@ -188,7 +186,12 @@ Inspection InspectStream(std::istream& stream, std::string fileName)
     Inspection inspection;
     inspection.file = std::move(fileName);
     inspection.dataSet = std::make_shared<dataset::CDataSet>();
-    CInspector(stream, inspection).Run();
+    stream.exceptions(std::ios::failbit | std::ios::badbit);
+    try {
+        CInspector(stream, inspection).Run();
+    } catch (const std::ios_base::failure&) {
+        ThrowSystem(EIO, inspection.file);
+    }
     return inspection;
 }
 

@@ -15,7 +15,8 @@ int CDataSet::CreateGroup(const std::string& name, std::int64_t bitCount)
 std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::optional<std::uint32_t> logicalGroupId,
                                                   const std::string& name, std::size_t slotCount, std::int64_t bitCount)
 {
-    auto group = std::make_shared<CDataGroup>(logicalGroupId.value_or(0), name, slotCount, bitCount);
+    auto group =
+        std::make_shared<CDataGroup>(logicalGroupId.value_or(0), name, slotCount, bitCount, m_mutex.GetSharing());
     group->ReportTo(m_relays);
     decltype(m_groups) inserted{{id, group}};
     if (!logicalGroupId) // only now, when nothing can fail any more
@@ -25,6 +26,7 @@ std::shared_ptr<CDataGroup> CDataSet::InsertGroup(std::uint64_t id, std::optiona
         const std::lock_guard lock(m_mutex);
         dropped = m_groups.extract(id);
         m_groups.merge(inserted);
+        ++*m_relays->renamed;
         m_modified = true;
     }
     OnChanged.emit();
@@ -42,6 +44,7 @@ bool CDataSet::DeleteGroup(std::uint64_t id)
         if (dropped.empty())
             return false;
         m_lowestFreeId = std::min(m_lowestFreeId, id);
+        ++*m_relays->renamed;
         m_modified = true;
     }
     OnChanged.emit();
@@ -54,6 +57,7 @@ void CDataSet::DeleteAllGroups()
     {
         const std::lock_guard lock(m_mutex);
         m_groups.swap(dropped);
+        ++*m_relays->renamed;
         m_lowestFreeId = 0;
         m_nextLogicalGroupId = firstLogicalGroupId;
         m_modified = true;
@@ -89,6 +93,19 @@ std::vector<std::shared_ptr<CDataGroup>> CDataSet::GetAllGroups() const
 
 int CDataSet::GetGroupId(const std::string& name) const
 {
+    const std::uint64_t state = *m_relays->renamed; // before any name is read
+    bool isWorthAnIndex = false;
+    {
+        const std::lock_guard lock(m_mutex);
+        if (const auto found = m_names.Find(name, state))
+            return *found;
+        isWorthAnIndex = m_names.IsSearchedAgain(state);
+    }
+    return isWorthAnIndex ? IndexGroupNames(name, state) : SearchGroupId(name);
+}
+
+int CDataSet::SearchGroupId(const std::string& name) const
+{
     for (const int id : GetAllGroupIds()) {
         const auto group = GetGroup(static_cast<std::uint64_t>(id));
         if (group && group->GetName() == name)
@@ -97,11 +114,32 @@ int CDataSet::GetGroupId(const std::string& name) const
     return -1;
 }
 
+int CDataSet::IndexGroupNames(const std::string& name, std::uint64_t state) const
+{
+    CGroupNames::Index index;
+    for (const int id : GetAllGroupIds()) {
+        if (const auto group = GetGroup(static_cast<std::uint64_t>(id)))
+            index.emplace(group->GetName(), id); // unless a group before it has the name
+    }
+    const auto found = index.find(name);
+    const int id = found == index.end() ? -1 : found->second;
+    const std::lock_guard lock(m_mutex);
+    m_names.Keep(index, state);
+    return id;
+}
+
 std::shared_ptr<CDataGroup> CDataSet::GetGroup(std::uint64_t id) const
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_groups.find(id);
     return found == m_groups.end() ? nullptr : found->second;
+}
+
+CDataGroup* CDataSet::FindGroup(std::uint64_t id) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_groups.find(id);
+    return found == m_groups.end() ? nullptr : found->second.get();
 }
 
 std::uint32_t CDataSet::TakeLogicalGroupId()

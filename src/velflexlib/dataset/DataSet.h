@@ -2,10 +2,12 @@
 #pragma once
 
 #include "lumox/sigslot.h"
+#include "velflexlib/dataset/GroupNames.h"
 #include "velflexlib/dataset/channels/DataGroup.h"
 #include "velflexlib/dataset/information/InfoSet.h"
 #include "velflexlib/dataset/processors/ProcessorSet.h"
 #include "velflexlib/dataset/views/ViewSet.h"
+#include "velstdlib/util/OptionalMutex.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -21,8 +23,9 @@ namespace veltaris::velflexlib::dataset {
 // Groups by id, the meta-information, and the views and processors that the file lists. A group and its channels live
 // on while someone outside holds them.
 // Invariants: no id below m_lowestFreeId is free, and no logical id that was taken or reserved is given out again
-// before all groups are deleted. Every operation may be called from any thread. One lock guards the groups, ids and the
-// modified flag; while it is held no signal is emitted and no group is locked.
+// before all groups are deleted. Every operation may be called from any thread, unless the data set is made for one
+// thread at a time, which its groups and channels then are, too. One lock guards the groups, ids, the index of names
+// and the modified flag; while it is held no signal is emitted and no group is locked.
 class CDataSet
 {
 public:
@@ -35,7 +38,7 @@ public:
     lumox::sigslot_unorderedslots<CDataGroup&> OnGroupChanged;
     lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t> OnBufferChanged;
 
-    CDataSet() = default;
+    explicit CDataSet(velstdlib::util::Sharing sharing = velstdlib::util::Sharing::AnyThread) : m_mutex(sharing) {}
     CDataSet(const CDataSet&) = delete;
     CDataSet& operator=(const CDataSet&) = delete;
     ~CDataSet() = default;
@@ -65,6 +68,8 @@ public:
     int GetGroupId(const std::string& name) const;
     // Null when there is no such group.
     std::shared_ptr<CDataGroup> GetGroup(std::uint64_t id) const;
+    // The same without a share in the group, which must not be deleted meanwhile.
+    CDataGroup* FindGroup(std::uint64_t id) const;
 
     // The next logical id for a new group; they begin at 256.
     std::uint32_t TakeLogicalGroupId();
@@ -79,6 +84,8 @@ public:
 
 private:
     std::uint64_t FindFreeId();
+    int SearchGroupId(const std::string& name) const;
+    int IndexGroupNames(const std::string& name, std::uint64_t state) const;
 
     const std::shared_ptr<const CGroupRelays> m_relays = std::make_shared<const CGroupRelays>(
         CGroupRelays{OnGroupNameChanged.relay(), OnGroupChanged.relay(), OnBufferChanged.relay()});
@@ -89,7 +96,8 @@ private:
     CProcessorSet m_processorSet;
     std::map<std::uint64_t, std::shared_ptr<CDataGroup>> m_groups;
     std::uint64_t m_lowestFreeId = 0; // a lower bound, from which the search for a free id starts
-    mutable std::mutex m_mutex;
+    mutable CGroupNames m_names;
+    mutable velstdlib::util::COptionalMutex m_mutex;
 
     static constexpr std::uint32_t firstLogicalGroupId = 256;
 };

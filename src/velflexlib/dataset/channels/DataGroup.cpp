@@ -19,8 +19,10 @@ void CheckSlotCount(std::uint64_t count)
 
 } // namespace
 
-CDataGroup::CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size_t slotCount, std::int64_t bitCount)
-    : m_logicalGroupId(logicalGroupId), m_name(std::move(name)), m_buffers(slotCount), m_bitCount(bitCount)
+CDataGroup::CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size_t slotCount, std::int64_t bitCount,
+                       velstdlib::util::Sharing sharing)
+    : m_logicalGroupId(logicalGroupId), m_name(std::move(name)), m_buffers(slotCount), m_bitCount(bitCount),
+      m_mutex(sharing)
 {
 }
 
@@ -77,6 +79,7 @@ void CDataGroup::SetName(const std::string& name)
         std::erase(buffers, nullptr);
         copies.assign(buffers.size() + 1, name);
         m_name.swap(copies.back());
+        CountRenaming();
     }
     for (std::size_t i = 0; i < buffers.size(); ++i)
         buffers[i]->SetGroupName(std::move(copies[i]));
@@ -87,6 +90,13 @@ void CDataGroup::SetNameOnly(const std::string& name)
 {
     const std::lock_guard lock(m_mutex);
     m_name = name;
+    CountRenaming();
+}
+
+void CDataGroup::CountRenaming()
+{
+    if (m_relays)
+        ++*m_relays->renamed;
 }
 
 std::size_t CDataGroup::GetChannelCount() const
@@ -115,6 +125,12 @@ std::shared_ptr<CDataBuffer> CDataGroup::GetChannelBuffer(std::uint64_t index) c
     return index < m_buffers.size() ? m_buffers[index] : nullptr;
 }
 
+CDataBuffer* CDataGroup::FindChannelBuffer(std::uint64_t index) const
+{
+    const std::lock_guard lock(m_mutex);
+    return index < m_buffers.size() ? m_buffers[index].get() : nullptr;
+}
+
 std::vector<std::shared_ptr<CDataBuffer>> CDataGroup::GetChannelBuffers() const
 {
     const std::lock_guard lock(m_mutex);
@@ -136,7 +152,7 @@ std::shared_ptr<CDataBuffer> CDataGroup::GetOrCreateChannelBuffer(std::uint64_t 
 
 std::shared_ptr<CDataBuffer> CDataGroup::MakeBuffer(std::uint64_t points, std::uint64_t lines)
 {
-    auto buffer = std::make_shared<CDataBuffer>(m_bitCount, points, lines);
+    auto buffer = std::make_shared<CDataBuffer>(m_bitCount, points, lines, m_mutex.GetSharing());
     buffer->SetGroupName(GetName());
     buffer->OnChanged.connect(BufferRelay());
     return buffer;

@@ -3,7 +3,9 @@
 
 #include "lumox/sigslot.h"
 #include "velflexlib/dataset/channels/Databuffer.h"
+#include "velstdlib/util/OptionalMutex.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -23,12 +25,15 @@ struct CGroupRelays
     std::shared_ptr<const lumox::sigslot_unorderedslots<const std::string&>::slot> nameChanged;
     std::shared_ptr<const lumox::sigslot_unorderedslots<CDataGroup&>::slot> changed;
     std::shared_ptr<const lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t>::slot> bufferChanged;
+    // Counts changes of names, also those that are not announced; groups outlive their data set.
+    std::shared_ptr<std::atomic<std::uint64_t>> renamed = std::make_shared<std::atomic<std::uint64_t>>(0);
 };
 
 // A row of channel slots, each empty or filled. Always held by shared pointer: a group lives on while somebody holds
 // it, but tells its data set nothing more once that is gone. Invariant: every channel bears the group's name, unless it
-// was loaded with a frame name of its own. Every operation may be called from any thread. One lock guards slots, name
-// and id; it is never held while a channel is locked, or while a signal is emitted.
+// was loaded with a frame name of its own. Every operation may be called from any thread, unless the group is made for
+// one thread at a time, which its channels then are, too. One lock guards slots, name and id; it is never held while a
+// channel is locked, or while a signal is emitted.
 class CDataGroup : public std::enable_shared_from_this<CDataGroup>
 {
 public:
@@ -39,7 +44,8 @@ public:
     lumox::sigslot_unorderedslots<CDataGroup&, CDataBuffer&, std::size_t> OnBufferChanged;
 
     // `bitCount` is handed to every channel that the group makes.
-    CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size_t slotCount, std::int64_t bitCount);
+    CDataGroup(std::uint32_t logicalGroupId, std::string name, std::size_t slotCount, std::int64_t bitCount,
+               velstdlib::util::Sharing sharing = velstdlib::util::Sharing::AnyThread);
     CDataGroup(const CDataGroup&) = delete;
     CDataGroup& operator=(const CDataGroup&) = delete;
     ~CDataGroup() = default;
@@ -63,6 +69,8 @@ public:
 
     // Null for an empty slot and for one that does not exist.
     std::shared_ptr<CDataBuffer> GetChannelBuffer(std::uint64_t index) const;
+    // The same without a share in the channel, which must not be dropped meanwhile.
+    CDataBuffer* FindChannelBuffer(std::uint64_t index) const;
     // One element for each slot.
     std::vector<std::shared_ptr<CDataBuffer>> GetChannelBuffers() const;
     // Gives the slot a channel of this size, and the group as many slots as that takes. When several threads do so at
@@ -77,6 +85,7 @@ public:
 private:
     using BufferSlot = lumox::sigslot_unorderedslots<CDataBuffer&, std::size_t>::slot;
 
+    void CountRenaming();
     void AnnounceName(const std::string& name);
     void AnnounceChange();
     void AnnounceBufferChange(CDataBuffer& buffer, std::size_t line);
@@ -90,7 +99,7 @@ private:
     std::shared_ptr<const BufferSlot> m_bufferRelay; // one for all channels, made with the first
     std::shared_ptr<const CGroupRelays> m_relays;
     const std::int64_t m_bitCount;
-    mutable std::mutex m_mutex;
+    mutable velstdlib::util::COptionalMutex m_mutex;
 };
 
 } // namespace veltaris::velflexlib::dataset

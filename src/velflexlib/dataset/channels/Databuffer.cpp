@@ -8,8 +8,9 @@ namespace veltaris::velflexlib::dataset {
 
 using velstdlib::util::CheckedArrayAt;
 
-CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines)
-    : m_lineAxes({points, 0, 0}, lines), m_samples(points, lines), m_bitCount(bitCount)
+CDataBuffer::CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines,
+                         velstdlib::util::Sharing sharing)
+    : m_lineAxes({points, 0, 0}, lines), m_samples(points, lines), m_bitCount(bitCount), m_mutex(sharing)
 {
     m_lineStates.Reset(lines, 0);
 }

@@ -12,6 +12,7 @@
 #include "velflexlib/dataset/samples/DataRange.h"
 #include "velflexlib/dataset/samples/SampleBlock.h"
 #include "velflexlib/dataset/samples/SignalScale.h"
+#include "velstdlib/util/OptionalMutex.h"
 
 #include <array>
 #include <atomic>
@@ -29,8 +30,8 @@ namespace veltaris::velflexlib::dataset {
 // file that they came from has them, in 8, 16 or 32 bits.
 // Invariant: a line with valid points has storage. Lines that a file promised and did not hold are missing: they have
 // neither. When one of them is written, all become ordinary lines of zeros, except those whose own axis says 0 points.
-// Every operation may be called from any thread: one lock guards all members. Signals are emitted without it, so that a
-// slot may call back.
+// Every operation may be called from any thread, unless the buffer is made for one thread at a time: one lock guards
+// all members. Signals are emitted without it, so that a slot may call back.
 class CDataBuffer
 {
 public:
@@ -42,7 +43,8 @@ public:
     lumox::sigslot_unorderedslots<> OnAfterReshape;
 
     // `bitCount` is the number of bits that a sample has in the file: 8, 16 or 32 for it to be saved.
-    CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines);
+    CDataBuffer(std::int64_t bitCount, std::uint64_t points, std::uint64_t lines,
+                velstdlib::util::Sharing sharing = velstdlib::util::Sharing::AnyThread);
     CDataBuffer(const CDataBuffer&) = delete;
     CDataBuffer& operator=(const CDataBuffer&) = delete;
     ~CDataBuffer() = default;
@@ -210,7 +212,7 @@ private:
     mutable CObservedRange m_range;
     mutable CLatestFit m_latestFit;
     CHeldNotifications m_notifications;
-    mutable std::mutex m_mutex;
+    mutable velstdlib::util::COptionalMutex m_mutex;
 };
 
 template <class Load>

@@ -106,7 +106,8 @@ void CDataBuffer::StorePixel(std::uint64_t point, std::uint64_t line, std::int32
 {
     MakeWritable(line, value);
     m_latestFit.Forget();
-    m_range.Replace(m_samples.Line(line), point);
+    if (m_range.OwesSamples())
+        m_range.Replace(m_samples.Line(line), point);
     if (m_lineStates.Get(line) != CLineStates::neverWritten)
         m_range.Widen(value);
     m_samples.Write(line, point, value);
@@ -159,11 +160,12 @@ bool CDataBuffer::ReadLineReal(std::uint64_t line, const CLineOperator& lineOper
 bool CDataBuffer::GetPixel(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
                            std::int32_t& value) const
 {
-    if (!IsReadable(line))
+    if (line >= m_lineAxes.Lines())
         return false;
-    const CStoredSamples samples = ValidSamples(line);
-    if (point >= samples.Count() || samples.Count() < lineOperator.GetLeastSamples())
+    const std::uint64_t count = m_lineAxes.CountAt(line);
+    if (point >= count || count > m_lineAxes.Points() || count < lineOperator.GetLeastSamples())
         return false;
+    const CStoredSamples samples = m_samples.Line(line).First(count);
     if (lineOperator.GetPixelSource() == PixelSource::StoredSample)
         value = samples.At(point);
     else

@@ -1,21 +1,11 @@
 #include "velflexlib/dataset/information/InfoHandles.h"
 
-#include <atomic>
-
 namespace veltaris::velflexlib::dataset {
 
-std::uint64_t CInfoHandles::Add(CInfoSetItem& item)
+const std::shared_ptr<CNodeTable>& CInfoHandles::TheTable()
 {
-    static std::atomic<std::uint64_t> next = 2; // one counter for all files
-    const std::uint64_t handle = next++;
-    m_items.emplace(handle, &item);
-    return handle;
-}
-
-CInfoSetItem* CInfoHandles::Find(std::uint64_t handle) const
-{
-    const auto found = m_items.find(handle);
-    return found == m_items.end() ? nullptr : found->second;
+    static const auto table = std::make_shared<CNodeTable>();
+    return table;
 }
 
 } // namespace veltaris::velflexlib::dataset

@@ -1,17 +1,18 @@
 // The numbers by which programs outside the library name the nodes of the information.
 #pragma once
 
-#include <boost/unordered/unordered_flat_map.hpp>
+#include "velflexlib/dataset/information/NodeTable.h"
 
 #include <cstdint>
+#include <memory>
 
 namespace veltaris::velflexlib::dataset {
 
 class CInfoSetItem;
 
-// The living nodes of one info set that have a handle. A handle is never 0 nor 1 and is given out once in the life of
-// the process, whatever set it is asked of, so that one of a dead node is never taken for another node. Not
-// thread-safe, except that different tables may be used at once. A table outlives the nodes in it.
+// The handles of one info set's nodes. A handle is never 0 nor 1 and is given out once in the life of the process,
+// whatever set it is asked of, so that one of a dead node is never taken for another node. Sets may be used by several
+// threads at once, each by one thread at a time. Outlives the nodes.
 class CInfoHandles
 {
 public:
@@ -21,13 +22,25 @@ public:
     ~CInfoHandles() = default;
 
     // A new handle for the node.
-    std::uint64_t Add(CInfoSetItem& item);
-    void Remove(std::uint64_t handle) noexcept { m_items.erase(handle); }
-    // The node that has the handle, or null.
-    CInfoSetItem* Find(std::uint64_t handle) const;
+    std::uint64_t Add(CInfoSetItem& item) { return m_table->Add(*this, item); }
+    void Remove(std::uint64_t handle) noexcept { m_table->Remove(handle); }
+    // The living node of this set that has the handle, or null.
+    CInfoSetItem* Find(std::uint64_t handle) const
+    {
+        const auto found = m_table->Find(handle);
+        return found.owner == this ? found.node : nullptr;
+    }
+    // The living node of whichever set that has the handle, or null.
+    static CInfoSetItem* FindAny(std::uint64_t handle)
+    {
+        const auto found = TheTable()->Find(handle);
+        return found.owner ? found.node : nullptr;
+    }
 
 private:
-    boost::unordered_flat_map<std::uint64_t, CInfoSetItem*> m_items;
+    static const std::shared_ptr<CNodeTable>& TheTable();
+
+    std::shared_ptr<CNodeTable> m_table = TheTable(); // one for all sets, which lives as long as any of them
 };
 
 // The handle of one node, which has none until it is asked for. It leaves its table when the node goes.

@@ -61,6 +61,8 @@ public:
     std::uint64_t GetHandle(CInfoSetItem& item) { return item.GetHandle(m_handles); }
     // The living node that has the handle, or null.
     CInfoSetItem* FindItem(std::uint64_t handle) const { return m_handles.Find(handle); }
+    // The same in whichever living set has such a node.
+    static CInfoSetItem* FindItemOfAnySet(std::uint64_t handle) { return CInfoHandles::FindAny(handle); }
 
 private:
     void GroupsDeleted();
