@@ -23,6 +23,6 @@ find_sources() {
     for pattern in "$@"; do
         names+=(-o -name "$pattern")
     done
-    find . \( -path ./.git -o -path ./build \) -prune -o -type f \( "${names[@]:1}" \) -print0 | sort -z |
+    find . \( -path ./.git -o -path ./build -o -name node_modules \) -prune -o -type f \( "${names[@]:1}" \) -print0 | sort -z |
         { grep -z . || { echo "No files are named ${names[*]:1}." >&2 && false; }; }
 }

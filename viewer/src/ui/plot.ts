@@ -1,0 +1,40 @@
+import uPlot from "uplot";
+import { scaleFor } from "../model/units.ts";
+
+export interface Curve {
+    name: string;
+    x: number[];
+    y: number[];
+}
+
+const hues = ["#2a6fb0", "#c0561d", "#2b8a3e", "#8e3bb0", "#b0902a"];
+
+/** Draws curves over each other in one plot with axes in units. */
+export function plotCurves(parent: HTMLElement, curves: Curve[], xUnit: string, yUnit: string): void {
+    const magnitude = (rows: number[][]) => rows.flat().reduce((most, v) => (Math.abs(v) > most ? Math.abs(v) : most), 0);
+    const x = scaleFor(magnitude(curves.map((curve) => curve.x)), xUnit);
+    const y = scaleFor(magnitude(curves.map((curve) => curve.y)), yUnit);
+    const tables = curves.map((curve): uPlot.AlignedData => {
+        const order = curve.x.map((_, i) => i).sort((a, b) => (curve.x[a] ?? 0) - (curve.x[b] ?? 0));
+        const values = order.map((i) => (curve.y[i] ?? Number.NaN) * y.factor);
+        return [order.map((i) => (curve.x[i] ?? 0) * x.factor), values.map((v) => (Number.isFinite(v) ? v : null))];
+    });
+    const ink = getComputedStyle(document.body).color;
+    const axis = (label: string): uPlot.Axis => ({ label, stroke: ink, grid: { stroke: "#8884" }, ticks: { stroke: "#8884" } });
+    parent.replaceChildren();
+    new uPlot(
+        {
+            width: Math.max(240, parent.clientWidth),
+            height: 220,
+            scales: { x: { time: false } },
+            axes: [axis(x.unit), axis(y.unit)],
+            series: [
+                {},
+                ...curves.map((curve, i) => ({ label: curve.name, stroke: hues[i % hues.length] ?? ink, spanGaps: true })),
+            ],
+            legend: { show: curves.length > 1, live: false },
+        },
+        uPlot.join(tables),
+        parent,
+    );
+}
