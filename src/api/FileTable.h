@@ -35,7 +35,7 @@ public:
     std::unique_ptr<FileHandleStruct> Remove(std::uint64_t handle) noexcept;
 
 private:
-    veltaris::velstdlib::util::CStableArray<std::atomic<FileHandleStruct*>> m_places; // by handle, less 1
+    veltaris::velstdlib::util::CStableArray<std::atomic<FileHandleStruct*>> m_places; // by handle minus 1
     std::mutex m_mutex;             // held while a record comes or goes
     std::uint64_t m_lowestFree = 1; // no handle below it is free
 };

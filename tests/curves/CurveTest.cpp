@@ -189,6 +189,42 @@ std::vector<double> Elastic(const CRecipe& recipe, double power, double stiffnes
     return signal;
 }
 
+TEST(CurveTest, TheBaselineIsTheLineOfLeastSquaresThroughTheAcquiredPoints)
+{
+    const CRecipe recipe{.noise = 0.5e-9, .snapIn = 4e-9};
+    int compared = 0;
+    for (std::uint32_t seed = 1; seed < 20; ++seed) {
+        auto signal = MakePair(recipe, seed).approach;
+        for (std::size_t i = 0; i < signal.size(); ++i)
+            signal[i] = (i + seed) * (i + seed) % 7 == 2 ? notAcquired : signal[i];
+        const VELCurves curves = BlockOf(recipe, signal);
+        VELBaseline found;
+        const VELCurveOptions options = Defaults();
+        VELCurveBaselines(&curves, &options, &found);
+        double n = 0, x = 0, y = 0, xx = 0, xy = 0, yy = 0;
+        for (std::size_t i = 0; i < signal.size(); ++i) {
+            const double place = recipe.start + recipe.step * static_cast<double>(i);
+            if (place < found.from - recipe.step / 2 || place > found.to + recipe.step / 2 || std::isnan(signal[i]))
+                continue;
+            n += 1;
+            x += place;
+            y += signal[i];
+            xx += place * place;
+            xy += place * signal[i];
+            yy += signal[i] * signal[i];
+        }
+        if (found.points != static_cast<std::uint64_t>(n)) // a part was left out, as some by chance are
+            continue;
+        ++compared;
+        const double tilt = (xy - x * y / n) / (xx - x * x / n);
+        const double squares = yy - y * y / n - tilt * (xy - x * y / n);
+        ExpectNear(found.tilt, tilt, 1e-12, "tilt");
+        ExpectNear(found.offset, (y - tilt * x) / n, 1e-9 * 100e-9, "offset");
+        ExpectNear(found.noise, std::sqrt(squares / (n - 2)), 1e-6 * recipe.noise, "noise");
+    }
+    EXPECT_GT(compared, 10);
+}
+
 TEST(CurveTest, ContactLawsFindTheirOwnContactPoint)
 {
     const CRecipe recipe{.contact = 300.4e-9};
@@ -216,6 +252,8 @@ TEST(CurveTest, ContactLawsFindTheirOwnContactPoint)
         options.sensitivity = notAcquired;
         VELCurveContacts(&curves, &options, &contact);
         EXPECT_EQ(contact.reason, VEL_CURVE_NOT_CALIBRATED);
+        VELCurveIndentations(&curves, &options, &found, curve.data(), curve.size());
+        EXPECT_EQ(found.reason, VEL_CURVE_NOT_CALIBRATED);
     }
 }
 

@@ -76,6 +76,8 @@ std::vector<Command> Commands()
     Command inPlace{{"set", "both.oxd", "New/Item", "1", "--create", "--in-place"}, "both.oxd", InputBytes()};
     Command grey{Exporting("grey.png"), "grey.png"};
     grey.arguments.emplace_back("--grey");
+    Command curves{Exporting("curves.png"), "curves.png"};
+    curves.arguments.insert(curves.arguments.end(), {"--as", "curves", "--lines", "0,2", "--range", "full"});
     const auto printing = [](const Arguments& arguments) { return Command{arguments, "printed.json", "", true}; };
     return {printing({"info", "in.oxd", "--json"}),
             printing({"validate", "in.oxd", "--json"}),
@@ -83,6 +85,7 @@ std::vector<Command> Commands()
             printing({"diff", "in.oxd", "in.oxd", "--json"}),
             {Exporting("out.png"), "out.png"},
             grey,
+            curves,
             {Exporting("out.csv"), "out.csv"},
             {Exporting("out.raw"), "out.raw"},
             {{"correct", "in.oxd", "--group", "Scan", "--channel", "0", "--op", "line", "-o", "out.oxd"}, "out.oxd"},

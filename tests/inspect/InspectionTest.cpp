@@ -7,6 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <ios>
+#include <istream>
+#include <new>
 #include <set>
 #include <sstream>
 #include <string>
@@ -332,6 +335,49 @@ TEST_F(InspectionTest, LongTextsAreCutBetweenCharacters)
     const Inspection inspection = InspectBytes(File(oneChannel + "Unknown=" + text + "\n", bytesOfOne));
     ASSERT_EQ(inspection.findings.size(), 1U);
     EXPECT_EQ(inspection.findings.front().found, text.substr(0, 400));
+}
+
+// Reads bytes of which some can be had, and then fails, as a disk does or for lack of memory.
+template <class Failure>
+class CFailingBuffer : public std::stringbuf
+{
+public:
+    CFailingBuffer(const std::string& bytes, int readsThatSucceed, const Failure& failure)
+        : std::stringbuf(bytes), m_readsThatSucceed(readsThatSucceed), m_failure(failure)
+    {
+    }
+
+private:
+    std::streamsize xsgetn(char* to, std::streamsize count) override
+    {
+        if (m_readsThatSucceed-- <= 0)
+            throw m_failure;
+        return std::stringbuf::xsgetn(to, count);
+    }
+
+    int m_readsThatSucceed;
+    Failure m_failure;
+};
+
+// The reads that a file needs to be inspected, of which each must fail as given while others succeed.
+template <class Expected>
+int ReadsThatFail(const auto& failure)
+{
+    for (int reads = 0;; ++reads) {
+        CFailingBuffer buffer(File(all, bytesOfAll), reads, failure);
+        std::istream stream(&buffer);
+        try {
+            InspectStream(stream, "file.oxd");
+            return reads;
+        } catch (const Expected&) {
+        }
+    }
+}
+
+TEST_F(InspectionTest, WhatKeepsAFileFromBeingReadIsThrownWhereverThatShows)
+{
+    EXPECT_GE(ReadsThatFail<std::system_error>(std::ios_base::failure("")), 3);
+    EXPECT_GE(ReadsThatFail<std::bad_alloc>(std::bad_alloc()), 3);
 }
 
 TEST_F(InspectionTest, WhatIsNoFileThrows)

@@ -52,6 +52,20 @@ TEST_F(InfoTest, ShowsWhatCanBeReadAndLetsNoFileCommandTheTerminal)
     EXPECT_EQ(told["info"][0]["items"][0]["value"], "\x1B[32m\xC2\x9B");
 }
 
+TEST_F(InfoTest, ShowsAndFindsNamesOfAnyLength)
+{
+    for (const std::size_t length : {1U, 255U, 256U, 1023U, 1024U, 5000U}) {
+        const std::string name(length, 'n');
+        WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Count=1\nGr0-Ch0=C\nGr0-Name=" + name +
+                     "\n[C]\nVersion=3\nPoints=1\nLines=1\nSaveBits=8\n"
+                     "Dim0Min=0\nDim1Min=0\nDim2Min=0\nDim0Range=1\nDim1Range=1\nDim2Range=1\n",
+                 "\x01", "long.oxd");
+        const auto told = nlohmann::json::parse(ResultsOf("info --json long.oxd"));
+        EXPECT_EQ(told["groups"][0]["name"], name) << length;
+        ResultsOf("export long.oxd --channel 0 -o out.csv --group " + name);
+    }
+}
+
 TEST_F(InfoTest, ShowsTheNamesThatOtherCommandsFind)
 {
     std::string bytes = ReadBytes("sample.oxd");

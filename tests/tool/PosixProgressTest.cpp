@@ -68,6 +68,9 @@ TEST(PosixProgressTest, FillsABarAndRemovesItInTheEnd)
         progress.Advance();
         EXPECT_EQ(terminal.Shown(), "\r[" + std::string(10, '#') + std::string(30, ' ') + "] 25 %\r[" +
                                         std::string(14, '#') + std::string(26, ' ') + "] 37 %");
+        for (int step = 3; step < 7; ++step)
+            progress.Advance();
+        EXPECT_TRUE(terminal.Shown().ends_with("\r[" + std::string(34, '#') + std::string(6, ' ') + "] 87 %"));
     }
     EXPECT_EQ(terminal.Shown(), "\r" + std::string(48, ' ') + "\r");
 }

@@ -156,6 +156,14 @@ TEST_F(ValidateTest, ExplainsEachFinding)
     const std::string text = ResultsOf("explain OXD205");
     for (const char* const part : {"\nSeverity  error\n", "\nCause     ", "\nExample   `Points=2S6`\n", "\nRemedy    "})
         EXPECT_NE(text.find(part), std::string::npos) << text;
+    std::istringstream lines(text);
+    std::string above;
+    for (std::string line; std::getline(lines, line); above = line) { // only words that do not fit go on a line below
+        EXPECT_LE(line.size(), 80U);
+        if (line.starts_with("          ")) {
+            EXPECT_GT(above.size() + std::min(line.find(' ', 10), line.size()) - 9, 80U) << line;
+        }
+    }
     ExpectFailure("explain OXD295", 2, "did you mean OXD20");
     ExpectFailure("explain 205", 2, "did you mean OXD205?");
 }

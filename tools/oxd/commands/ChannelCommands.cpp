@@ -9,6 +9,7 @@
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace oxd {
@@ -49,6 +50,54 @@ void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCod
     results.WriteLines(corrected.preview);
 }
 
+void AddPictureOptions(CLI::App& command, Export& wanted)
+{
+    PictureOptions& picture = wanted.picture;
+    const char* const group = "Pictures";
+    const auto range = [&picture](const std::string& text) { picture.contrast = ParseContrast(text); };
+    const auto map = [&picture](const std::string& name) {
+        picture.colour = std::ranges::find(colourMaps, name, &ColourMap::name)->colour;
+    };
+    const auto as = [&picture](const std::string& kind) { picture.curves = kind == "curves"; };
+    const auto lines = [&picture](const std::string& text) { picture.lines = ParseLines(text); };
+    const auto title = [&picture](const std::string& text) { picture.title = text; };
+    command
+        .add_option_function<std::string>("--as", as,
+                                          "curves or image; by default curves where there are one or two lines, or "
+                                          "where what tells the lines apart has no unit")
+        ->type_name("KIND")
+        ->check(CLI::IsMember({"curves", "image"}).description(""))
+        ->group(group);
+    command.add_option_function<std::string>("--lines", lines, "Lines to show as curves, such as 3,7-9; else all")
+        ->type_name("LINES")
+        ->group(group);
+    command.add_option("--with", wanted.with, "Another channel of the group, whose curves are shown as well")
+        ->type_name("CHANNEL")
+        ->allow_extra_args(false)
+        ->group(group);
+    command
+        .add_option_function<std::string>("--range", range,
+                                          "Values that the colours span: MIN:MAX, such as -2nm:2nm, full or "
+                                          "percentile:LOW,HIGH; percentile:1,99, or full with --grey")
+        ->type_name("RANGE")
+        ->group(group);
+    command.add_option_function<std::string>("--map", map, "Colours, see below")
+        ->type_name("MAP")
+        ->check(IsNameOf(colourMaps))
+        ->group(group);
+    command.add_option_function<std::string>("--title", title, "Title instead of the names of group and channel")
+        ->type_name("TEXT")
+        ->group(group);
+    command
+        .add_flag_callback(
+            "--no-axes", [&picture] { picture.axes = false; }, "The samples alone, without title, axes and colour bar")
+        ->group(group);
+    command
+        .add_flag("--first-line-on-top", picture.firstLineOnTop,
+                  "As some programs show scans; else it is at the bottom")
+        ->group(group);
+}
+
 } // namespace
 
 void AddCorrect(CLI::App& app, Results& results, ExitCode& outcome)
@@ -77,7 +126,7 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
     command.footer("The suffix of OUT, in any case, says what is written unless --format does:\n" +
                    DescribeExportKinds() + "\n" + DescribeNames("Operators:", lineOperators, 12) + "\n\n" +
-                   selectionShape);
+                   DescribeNames("Maps:", colourMaps, 13) + "\n\n" + selectionShape);
     AddSelection(command, wanted->selection);
     AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_option("--format", wanted->format, "What to write where the suffix of OUT does not tell, such as csv")
@@ -85,6 +134,7 @@ void AddExport(CLI::App& app, ExitCode& outcome)
         ->check(CLI::IsMember(ExportFormats()).description(""));
     command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
     AddOutput(command, wanted->output).required();
+    AddPictureOptions(command, *wanted);
     AddNoProvenance(command, wanted->labels, "Do not note down in a picture what it shows");
     command.callback([wanted, &outcome] {
         const inspect::Inspection inspection = InspectAloud(wanted->selection.file);

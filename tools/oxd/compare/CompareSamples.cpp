@@ -40,7 +40,7 @@ private:
     LineTally m_unreadable;
 };
 
-Scale ScaleOf(const Axis& axis, std::int64_t bits)
+SignalScale ScaleOf(const Axis& axis, std::int64_t bits)
 {
     return {axis.min, axis.range, bits};
 }

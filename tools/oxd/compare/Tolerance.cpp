@@ -10,13 +10,13 @@ namespace {
 constexpr double rawSpan = 1073741823; // between the lowest and the highest of the 30 bits of a raw sample
 
 // How far apart two neighbouring samples of a channel are, as raw samples: 8 and 16 bits keep only the highest ones.
-double RawStep(const Scale& scale)
+double RawStep(const SignalScale& scale)
 {
     constexpr int rawBits = 30;
     return std::ldexp(1, std::max<int>(0, rawBits - static_cast<int>(scale.bits)));
 }
 
-double RealStep(const Scale& scale)
+double RealStep(const SignalScale& scale)
 {
     return RawStep(scale) * (std::abs(scale.range) / rawSpan);
 }
@@ -47,7 +47,7 @@ bool AreSame(double a, double b, double allowed, const Tolerance& tolerance)
            std::max(allowed * scale, tolerance.relative * LargerMagnitude(a * scale, b * scale));
 }
 
-SampleRule::SampleRule(const Scale& a, const Scale& b, const Tolerance& tolerance)
+SampleRule::SampleRule(const SignalScale& a, const SignalScale& b, const Tolerance& tolerance)
     : m_tolerance(tolerance),
       m_comparesRaw(a.min == b.min && a.range == b.range && std::isfinite(a.min) && std::isfinite(a.min + a.range)),
       m_isExact(!tolerance.steps && tolerance.absolute == 0 && tolerance.relative == 0)

@@ -24,7 +24,7 @@ bool AreSame(double a, double b, double allowed, const Tolerance& tolerance);
 double Distance(double a, double b);
 
 // What turns the raw samples of a channel into values.
-struct Scale
+struct SignalScale
 {
     double min;
     double range;
@@ -42,7 +42,7 @@ struct Sample
 class SampleRule
 {
 public:
-    SampleRule(const Scale& a, const Scale& b, const Tolerance& tolerance);
+    SampleRule(const SignalScale& a, const SignalScale& b, const Tolerance& tolerance);
 
     // Whether equal raw samples are the same without a look at their values.
     bool ComparesRaw() const { return m_comparesRaw; }

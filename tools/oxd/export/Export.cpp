@@ -23,9 +23,21 @@ struct Kind
     std::string_view description;
 };
 
+void WritePicture(ExportJob& job)
+{
+    const bool showsCurves = job.picture.curves.value_or(IsOfCurves(job.source.GetChannel()));
+    if (!showsCurves && (!job.others.empty() || !job.picture.lines.empty())) {
+        throw Failure(ExitCode::Usage, job.file,
+                      "--lines and --with are for pictures of curves; --as curves asks for one");
+    }
+    showsCurves ? WriteCurvePicture(job) : WriteColourPicture(job);
+}
+
+constexpr std::string_view picture = ".png";
+
 constexpr std::array kinds{
-    Kind{".png", false, 1, WriteColourPicture, "picture in colours with axes and a colour bar"},
-    Kind{".png", true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none"},
+    Kind{picture, false, 1, WritePicture, "picture in colours with axes and a colour bar"},
+    Kind{picture, true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none"},
     Kind{".csv", false, 1, WriteCsv, "table with a row for each line, headed by positions"},
     Kind{".raw", false, 1, WriteRawNumbers, "raw samples, 32-bit little-endian integers, line by line"},
     Kind{".f64", false, 1, WriteRealNumbers, "real values, 64-bit little-endian, NaN where there is none"},
@@ -71,7 +83,13 @@ const Kind& FindKind(const Export& wanted)
 
 std::string Title(const Export& wanted, const Channel& channel)
 {
-    const std::string name = channel.GroupName() + ": " + channel.Name();
+    if (wanted.picture.title) {
+        return *wanted.picture.title;
+    }
+    std::string name = channel.GroupName() + ": " + channel.Name();
+    for (const std::string& other : wanted.with) {
+        name += ", " + other;
+    }
     const std::string caption(wanted.lineOperator.caption);
     return caption.empty() ? name : name + ", " + caption;
 }
@@ -92,21 +110,45 @@ std::vector<PngText> Labels(const Export& wanted, const Channel& channel)
     return labels;
 }
 
+// Channels whose curves can share the axes of the first.
+std::vector<LineSource> Others(const Export& wanted, const Channel& first, const DataSet& dataSet, Progress& progress)
+{
+    std::vector<LineSource> others;
+    for (const std::string& name : wanted.with) {
+        ChannelSelection selection = wanted.selection;
+        selection.channel = name;
+        const Channel other = FindChannel(dataSet, selection);
+        const bool fits = other.Lines() == first.Lines() &&
+                          other.ReadAxis(pointAxis).unit == first.ReadAxis(pointAxis).unit &&
+                          other.ReadAxis(signalAxis).unit == first.ReadAxis(signalAxis).unit;
+        if (!fits) {
+            throw Failure(ExitCode::Usage, "channel \"" + name + "\"", "has other lines or units than the first");
+        }
+        others.emplace_back(other, wanted.lineOperator, progress);
+    }
+    return others;
+}
+
 } // namespace
 
 ExportGaps ExportChannel(const Export& wanted)
 {
     const Kind& kind = FindKind(wanted);
+    if (kind.suffix != picture && (!wanted.picture.IsDefault() || !wanted.with.empty())) {
+        throw Failure(ExitCode::Usage, wanted.output.name, "options of pictures are for .png only");
+    }
     const DataSet dataSet = DataSet::Open(wanted.selection.file);
     RequireOtherFile(wanted.selection.file, wanted.output.name);
     const Channel channel = FindChannel(dataSet, wanted.selection);
-    Progress progress(kind.passes * channel.Lines());
+    Progress progress(kind.passes * (1 + wanted.with.size()) * channel.Lines());
     LineSource source(channel, wanted.lineOperator, progress);
     OutputFile output(wanted.output);
     ExportJob job{source,
+                  Others(wanted, channel, dataSet, progress),
                   output,
                   wanted.selection.file,
                   Title(wanted, channel),
+                  wanted.picture,
                   wanted.labels ? Labels(wanted, channel) : std::vector<PngText>(),
                   {}};
     kind.write(job);

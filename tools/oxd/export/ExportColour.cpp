@@ -2,10 +2,11 @@
 
 #include "oxd/export/Field.h"
 #include "oxd/export/Labels.h"
+#include "oxd/export/Margins.h"
 #include "oxd/picture/Canvas.h"
-#include "oxd/picture/ColourMap.h"
 #include "oxd/picture/Ruler.h"
 #include "oxd/system/Failure.h"
+#include "oxd/system/Text.h"
 #include "velstdlib/math/Round.h"
 
 #include <algorithm>
@@ -16,13 +17,6 @@ namespace oxd {
 namespace {
 
 using veltaris::velstdlib::math::vel_round;
-
-// The margins around the samples, in pixels. They do not depend on the texts, so that the samples of pictures of one
-// size are in the same place.
-constexpr int leftMargin = 76;
-constexpr int topMargin = 42;
-constexpr int rightMargin = 136;
-constexpr int bottomMargin = 62;
 
 constexpr double halfPixel = 0.5;
 
@@ -56,22 +50,82 @@ Scale ScaleOf(const Axis& axis, std::uint64_t count)
     return {axis.min - halfCell, axis.min + axis.range + halfCell};
 }
 
-void DrawSamples(Canvas& canvas, const Rectangle& place, const Field& field, const Scale& contrast)
+// Where the value of a cell is in a range, NaN for a cell without one.
+struct Cells
 {
-    const Extent size = field.Size();
-    canvas.DrawCells(place, static_cast<int>(size.columns), static_cast<int>(size.rows), [&](int column, int row) {
-        const double value = field.At(static_cast<std::size_t>(column), size.rows - 1 - static_cast<std::size_t>(row));
-        const double fraction = contrast.Fraction(value);
-        return std::isnan(fraction) ? 0 : ColourOf(fraction);
-    });
+    const Field& field;
+    const Scale& range;
+    const PictureOptions& options;
+
+    void Draw(Canvas& canvas, const Rectangle& place) const
+    {
+        const Extent size = field.Size();
+        canvas.DrawCells(place, static_cast<int>(size.columns), static_cast<int>(size.rows), [&](int column, int row) {
+            const auto fromTop = static_cast<std::size_t>(row);
+            const double value =
+                field.At(static_cast<std::size_t>(column), options.firstLineOnTop ? fromTop : size.rows - 1 - fromTop);
+            const double fraction = range.Fraction(value);
+            return std::isnan(fraction) ? 0 : options.colour(fraction);
+        });
+    }
+};
+
+// Ends that stand for values beyond them, too, are pointed.
+void DrawColourBar(Canvas& canvas, const Rectangle& place, ColourOf colour, const Clipped& clipped)
+{
+    constexpr double pointHeight = 10;
+    const int steps = static_cast<int>(place.height);
+    canvas.DrawCells(place, 1, steps, [&](int, int row) { return colour(1 - (row + halfPixel) / steps); });
     canvas.DrawFrame(place);
+    if (clipped.above > 0) {
+        canvas.DrawTriangle({place.x, place.y - 1 - pointHeight, place.width, pointHeight}, Canvas::Pointing::Up,
+                            colour(1));
+    }
+    if (clipped.below > 0) {
+        canvas.DrawTriangle({place.x, place.y + place.height + 1, place.width, pointHeight}, Canvas::Pointing::Down,
+                            colour(0));
+    }
 }
 
-void DrawColourBar(Canvas& canvas, const Rectangle& place)
+// Says how much a range that the user chose leaves out. By default that is as documented.
+void NoteClipped(ExportJob& job, const Clipped& clipped)
 {
-    const int steps = static_cast<int>(place.height);
-    canvas.DrawCells(place, 1, steps, [&](int, int row) { return ColourOf(1 - (row + halfPixel) / steps); });
-    canvas.DrawFrame(place);
+    constexpr double percent = 100;
+    if (job.picture.contrast && clipped.below + clipped.above > 0) {
+        job.notes.push_back(ToText(percent * clipped.below) + " % of the values are below the range of the colours, " +
+                            ToText(percent * clipped.above) + " % above it");
+    }
+}
+
+Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size, const Clipped& clipped)
+{
+    const Channel& channel = job.source.GetChannel();
+    const Axis x = channel.ReadAxis(pointAxis);
+    const Axis y = channel.ReadAxis(lineAxis);
+    const Axis signal = job.source.SignalAxis();
+    const auto width = static_cast<double>(size.columns);
+    const auto height = static_cast<double>(size.rows);
+    constexpr double barDistance = 22;
+    constexpr double barWidth = 20;
+    const Rectangle plot{leftMargin, topMargin, width, height};
+    const Rectangle bar{leftMargin + width + barDistance, topMargin, barWidth, height};
+    Canvas canvas = CanvasAround(plot, job.title);
+    cells.Draw(canvas, plot);
+    canvas.DrawFrame(plot);
+    const Scale upwards = ScaleOf(y, job.source.Lines());
+    const Scale lines = job.picture.firstLineOnTop ? Scale(upwards.To(), upwards.From()) : upwards;
+    Ruler(ScaleOf(x, job.source.Points()), x.name, x.unit, width).DrawBelow(canvas, plot.x, plot.y + height);
+    Ruler(lines, y.name, y.unit, height).DrawLeft(canvas, plot.x, plot.y);
+    DrawColourBar(canvas, bar, job.picture.colour, clipped);
+    Ruler(cells.range, signal.name, signal.unit, height).DrawRight(canvas, bar.x + barWidth, plot.y);
+    return canvas;
+}
+
+Canvas DrawAlone(const Cells& cells, const Extent& size)
+{
+    Canvas canvas(static_cast<int>(size.columns), static_cast<int>(size.rows));
+    cells.Draw(canvas, {0, 0, static_cast<double>(size.columns), static_cast<double>(size.rows)});
+    return canvas;
 }
 
 } // namespace
@@ -79,31 +133,18 @@ void DrawColourBar(Canvas& canvas, const Rectangle& place)
 void WriteColourPicture(ExportJob& job)
 {
     const Channel& channel = job.source.GetChannel();
-    const Axis x = channel.ReadAxis(pointAxis);
-    const Axis y = channel.ReadAxis(lineAxis);
-    const Axis signal = channel.ReadAxis(signalAxis);
-    const Extent size = PlotSize(job.source, AspectRatio(x, y));
+    const Extent size = PlotSize(job.source, AspectRatio(channel.ReadAxis(pointAxis), channel.ReadAxis(lineAxis)));
     const Field field(job.source, size);
-    const Scale contrast = field.Contrast();
-    if (!contrast.IsFinite()) {
+    const Scale range =
+        RangeOf(job.picture.contrast.value_or(Contrast()), field.Values(), job.source.SignalAxis().unit);
+    if (!range.IsFinite()) {
         throw Failure(ExitCode::No, job.file, job.source.NothingToShow());
     }
-
-    const auto width = static_cast<double>(size.columns);
-    const auto height = static_cast<double>(size.rows);
-    constexpr double barDistance = 22;
-    constexpr double barWidth = 20;
-    const Rectangle plot{leftMargin, topMargin, width, height};
-    const Rectangle bar{leftMargin + width + barDistance, topMargin, barWidth, height};
-    Canvas canvas(leftMargin + static_cast<int>(size.columns) + rightMargin,
-                  topMargin + static_cast<int>(size.rows) + bottomMargin);
-    canvas.DrawText(job.title, plot.x, topMargin / 2.0, Anchor::Begin, width + barDistance + barWidth);
-    DrawSamples(canvas, plot, field, contrast);
-    Ruler(ScaleOf(x, job.source.Points()), x.name, x.unit, width).DrawBelow(canvas, plot.x, plot.y + height);
-    Ruler(ScaleOf(y, job.source.Lines()), y.name, y.unit, height).DrawLeft(canvas, plot.x, plot.y);
-    DrawColourBar(canvas, bar);
-    Ruler(contrast, signal.name, signal.unit, height).DrawRight(canvas, bar.x + barWidth, plot.y);
-    job.output.Write(WithTexts(canvas.ToPng(), LabelsWithRange(job, contrast)));
+    const Clipped clipped = BeyondRange(range, field.Values());
+    NoteClipped(job, clipped);
+    const Cells cells{field, range, job.picture};
+    const Canvas canvas = job.picture.axes ? DrawWithAxes(job, cells, size, clipped) : DrawAlone(cells, size);
+    job.output.Write(WithTexts(canvas.ToPng(), LabelsWithRange(job, range)));
 }
 
 } // namespace oxd

@@ -8,6 +8,8 @@
 #include "velstdlib/math/Round.h"
 
 #include <cmath>
+#include <optional>
+#include <utility>
 
 namespace oxd {
 
@@ -19,15 +21,20 @@ using veltaris::velstdlib::math::vel_round;
 constexpr std::int64_t firstLevel = 1;
 constexpr std::int64_t lastLevel = 65535;
 
-Scale RangeOfValues(LineSource& source)
+// Of all values, unless the user chose another range.
+Scale RangeOfValues(LineSource& source, const std::optional<Contrast>& contrast)
 {
+    std::vector<double> values;
     Scale range = Scale::Nothing();
     for (std::uint64_t line = 0; line < source.Lines(); ++line) {
-        for (const double value : source.ReadReal(line)) {
+        for (const double value : source.ReadShown(line)) {
             range.Include(value);
+            if (contrast) {
+                values.push_back(value);
+            }
         }
     }
-    return range;
+    return contrast ? RangeOf(*contrast, std::move(values), source.SignalAxis().unit) : range;
 }
 
 std::vector<std::uint16_t> Levels(const std::vector<double>& values, const Scale& range)
@@ -48,8 +55,8 @@ void WriteGreyPicture(ExportJob& job)
 {
     LineSource& source = job.source;
     LineSource first = source;
-    const Scale range = RangeOfValues(first);
-    const std::string unit = " " + source.GetChannel().ReadAxis(signalAxis).unit;
+    const Scale range = RangeOfValues(first, job.picture.contrast);
+    const std::string unit = " " + source.SignalAxis().unit;
     if (!range.IsFinite()) {
         throw Failure(ExitCode::No, job.file, first.NothingToShow());
     }
@@ -58,8 +65,9 @@ void WriteGreyPicture(ExportJob& job)
     texts.push_back({"Value of level 1", ToExactText(range.From()) + unit});
     texts.push_back({"Value of level 65535", ToExactText(range.To()) + unit});
     picture.WriteHeader(texts);
-    for (std::uint64_t line = source.Lines(); line-- > 0;) {
-        picture.WriteRow(Levels(source.ReadReal(line), range));
+    for (std::uint64_t row = 0; row < source.Lines(); ++row) {
+        const std::uint64_t line = job.picture.firstLineOnTop ? row : source.Lines() - 1 - row;
+        picture.WriteRow(Levels(source.ReadShown(line), range));
     }
     picture.Finish();
 }

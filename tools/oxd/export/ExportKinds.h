@@ -3,6 +3,7 @@
 #pragma once
 
 #include "oxd/export/LineSource.h"
+#include "oxd/export/PictureOptions.h"
 #include "oxd/files/OutputFile.h"
 #include "oxd/picture/PngText.h"
 
@@ -16,9 +17,11 @@ namespace oxd {
 struct ExportJob
 {
     LineSource& source;
+    std::vector<LineSource> others; // that a picture of curves shows as well
     OutputFile& output;
     std::string file;               // that the channel is in, for messages
     std::string title;              // of a picture
+    PictureOptions picture;         // how it is to look
     std::vector<PngText> labels;    // that a picture carries
     std::vector<std::string> notes; // what the reader of the output should know, a sentence each
 };
@@ -41,5 +44,12 @@ void WriteGreyPicture(ExportJob& job);
 
 // A picture in colours with axes and a colour bar.
 void WriteColourPicture(ExportJob& job);
+
+// A plot of lines over their points, those of the other sources with those of the first.
+void WriteCurvePicture(ExportJob& job);
+
+// Whether the lines of a channel are curves or a profile rather than rows of an image: they are one or two, or what
+// tells them apart has no unit.
+bool IsOfCurves(const Channel& channel);
 
 } // namespace oxd

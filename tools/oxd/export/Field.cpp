@@ -12,7 +12,7 @@ Field::Field(LineSource& source, Extent most)
     std::vector<double> counts(m_values.size());
     for (std::uint64_t line = 0; line < source.Lines(); ++line) {
         const std::size_t begin = line * m_size.rows / source.Lines() * m_size.columns;
-        const std::vector<double> values = source.ReadReal(line);
+        const std::vector<double> values = source.ReadShown(line);
         for (std::size_t point = 0; point < values.size(); ++point) {
             if (!std::isnan(values[point])) {
                 const std::size_t cell = begin + point * m_size.columns / values.size();
@@ -22,21 +22,6 @@ Field::Field(LineSource& source, Extent most)
         }
     }
     std::transform(m_values.begin(), m_values.end(), counts.begin(), m_values.begin(), std::divides<>());
-}
-
-Scale Field::Contrast() const
-{
-    std::vector<double> values;
-    std::copy_if(m_values.begin(), m_values.end(), std::back_inserter(values), [](double v) { return !std::isnan(v); });
-    if (values.empty()) {
-        return Scale::Nothing();
-    }
-    const auto percentile = [&](std::size_t percent) {
-        const auto place = values.begin() + static_cast<std::ptrdiff_t>(((values.size() - 1) * percent + 50) / 100);
-        std::nth_element(values.begin(), place, values.end());
-        return *place;
-    };
-    return {percentile(1), percentile(99)};
 }
 
 } // namespace oxd

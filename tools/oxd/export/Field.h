@@ -2,7 +2,6 @@
 #pragma once
 
 #include "oxd/export/LineSource.h"
-#include "oxd/picture/Scale.h"
 
 #include <cstddef>
 #include <vector>
@@ -27,9 +26,7 @@ public:
     Extent Size() const { return m_size; }
     double At(std::size_t column, std::size_t row) const { return m_values[row * m_size.columns + column]; }
 
-    // From the 1st to the 99th percentile, since the few values beyond may be spikes. Scale::Nothing() if there are no
-    // values at all.
-    Scale Contrast() const;
+    const std::vector<double>& Values() const { return m_values; }
 
 private:
     Extent m_size;

@@ -8,7 +8,7 @@ std::vector<PngText> LabelsWithRange(const ExportJob& job, const Scale& range)
 {
     std::vector<PngText> labels = job.labels;
     if (!labels.empty()) {
-        const std::string unit = job.source.GetChannel().ReadAxis(signalAxis).unit;
+        const std::string unit = job.source.SignalAxis().unit;
         const std::string text = ToExactText(range.From()) + " .. " + ToExactText(range.To()) + " " + unit;
         labels.push_back({"Range", ValidUtf8(Printable(text))});
     }

@@ -39,6 +39,27 @@ std::vector<double> LineSource::ReadReal(std::uint64_t line)
     return values;
 }
 
+std::vector<double> LineSource::ReadShown(std::uint64_t line)
+{
+    constexpr double shareOfZero = 536870912.0 / 1073741823.0; // where raw samples of 30 bits are 0
+    std::vector<double> values = ReadReal(line);
+    if (m_operator.unitEnd != rawData.unitEnd) {
+        const Axis axis = m_channel.ReadAxis(signalAxis);
+        const double zero = axis.min + axis.range * shareOfZero;
+        std::transform(values.begin(), values.end(), values.begin(), [zero](double value) { return value - zero; });
+    }
+    return values;
+}
+
+Axis LineSource::SignalAxis() const
+{
+    Axis axis = m_channel.ReadAxis(signalAxis);
+    if (!axis.unit.empty()) {
+        axis.unit += m_operator.unitEnd;
+    }
+    return axis;
+}
+
 std::string LineSource::NothingToShow() const
 {
     return m_hasSamples ? "the channel has no finite value" : "the channel has no samples to show";

@@ -27,6 +27,9 @@ public:
     }
 
     const Channel& GetChannel() const { return m_channel; }
+
+    // The signal axis of what is read: its unit is that of the operator's outcome.
+    Axis SignalAxis() const;
     std::uint64_t Points() const { return m_points; }
     std::uint64_t Lines() const { return m_lines; }
 
@@ -37,6 +40,10 @@ public:
     // The same in the unit of the signal axis. There are always Points() values: NaN stands where there is no sample,
     // or none that is finite.
     std::vector<double> ReadReal(std::uint64_t line);
+
+    // The same as pictures show it. The interface turns differences into values as it does samples, so that none at all
+    // is the middle of the signal axis: here it is 0.
+    std::vector<double> ReadShown(std::uint64_t line);
 
     const SkippedLines& Skipped() const { return m_skipped; }
 

@@ -3,6 +3,8 @@
 // more.
 #pragma once
 
+#include "oxd/system/Unit.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -16,18 +18,19 @@ struct LineOperator
     std::int32_t code = 0;        // as the line functions of the interface take it
     std::string_view description; // in the help: what it does to each line
     std::string_view caption;     // in the title of a picture of its outcome; empty for none
+    std::string_view unitEnd;     // what the unit of its outcome has behind that of the samples
 };
 
 // The samples as they are. It has no name, because it is what a command does when no operator is chosen.
-inline constexpr LineOperator rawData{"", 0, "", ""};
+inline constexpr LineOperator rawData{"", 0, "", "", ""};
 
 // In the order in which the help lists them.
 inline constexpr std::array lineOperators{
-    LineOperator{"mean", 1, "subtract the line's mean", "mean fit"},
-    LineOperator{"line", 2, "subtract a fitted straight line", "line fit"},
-    LineOperator{"derive", 3, "differences of neighbouring samples", "derived"},
-    LineOperator{"parabola", 4, "subtract a fitted parabola", "parabola fit"},
-    LineOperator{"polynomial", 5, "subtract a fitted polynomial of degree 4", "polynomial fit"},
+    LineOperator{"mean", 1, "subtract the line's mean", "mean fit", ""},
+    LineOperator{"line", 2, "subtract a fitted straight line", "line fit", ""},
+    LineOperator{"derive", 3, "differences of neighbouring samples", "derived", perPoint},
+    LineOperator{"parabola", 4, "subtract a fitted parabola", "parabola fit", ""},
+    LineOperator{"polynomial", 5, "subtract a fitted polynomial of degree 4", "polynomial fit", ""},
 };
 
 // Null if there is none of that name.

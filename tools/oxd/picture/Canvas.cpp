@@ -170,12 +170,47 @@ void Canvas::DrawLine(double x, double y, double dx, double dy)
 
 void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth)
 {
-    const std::string drawable = ValidUtf8(Printable(text));
-    cairo_text_extents_t extents;
+    DrawNumber(Fitted(ValidUtf8(Printable(text)), maxWidth), x, y, anchor, maxWidth);
+}
+
+void Canvas::Fill(const Rectangle& place, std::uint32_t colour)
+{
+    const Saved saved(m_context.get());
+    SetColour(colour);
+    cairo_rectangle(m_context.get(), place.x, place.y, place.width, place.height);
+    cairo_fill(m_context.get());
+}
+
+void Canvas::SetColour(std::uint32_t colour)
+{
+    constexpr double most = 255;
+    const auto part = [colour](unsigned shift) { return static_cast<double>(colour >> shift & 0xFFU) / most; };
+    cairo_set_source_rgb(m_context.get(), part(16), part(8), part(0));
+}
+
+// Made of a rectangle for each row of pixels: see Hatch for what the drawing library does with other shapes.
+void Canvas::DrawTriangle(const Rectangle& place, Pointing pointing, std::uint32_t colour)
+{
+    const Saved saved(m_context.get());
+    const auto drawRow = [&](int row, double inset) {
+        const double width = place.width * (row + 1) / place.height - 2 * inset;
+        const double y = pointing == Pointing::Up ? place.y + row : place.y + place.height - 1 - row;
+        cairo_rectangle(m_context.get(), place.x + (place.width - width) / 2, y, std::max(width, 0.0), 1);
+        cairo_fill(m_context.get());
+    };
+    for (int row = 0; row < static_cast<int>(place.height); ++row) {
+        cairo_set_source_rgb(m_context.get(), ink, ink, ink);
+        drawRow(row, 0);
+        SetColour(colour);
+        drawRow(row, 1.5); // NOLINT(readability-magic-numbers): pixels of the outline along a slanting edge
+    }
+}
+
+void Canvas::DrawNumber(const std::string& number, double x, double y, Anchor anchor, double maxWidth)
+{
     cairo_font_extents_t font;
-    cairo_text_extents(m_context.get(), drawable.c_str(), &extents);
     cairo_font_extents(m_context.get(), &font);
-    const double length = extents.x_advance;
+    const double length = WidthOf(number);
     const double narrowing = length > maxWidth ? maxWidth / length : 1;
     const double lead = anchor == Anchor::Begin ? 0 : anchor == Anchor::Middle ? length / 2 : length;
 
@@ -183,7 +218,26 @@ void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor
     cairo_translate(m_context.get(), x, y + (font.ascent - font.descent) / 2);
     cairo_scale(m_context.get(), narrowing, 1);
     cairo_move_to(m_context.get(), -lead, 0);
-    ShowText(drawable);
+    ShowText(number);
+}
+
+double Canvas::WidthOf(const std::string& text)
+{
+    cairo_text_extents_t extents;
+    cairo_text_extents(m_context.get(), text.c_str(), &extents);
+    return extents.x_advance;
+}
+
+// As much of a text as fits, and something at least.
+std::string Canvas::Fitted(const std::string& text, double maxWidth)
+{
+    constexpr double narrowest = 2; // pixels of a letter
+    std::size_t characters = std::min(CharacterCount(text), static_cast<std::size_t>(maxWidth / narrowest));
+    std::string fitted = Shortened(text, characters);
+    while (characters > 1 && WidthOf(fitted) > maxWidth) {
+        fitted = Shortened(text, --characters);
+    }
+    return fitted;
 }
 
 // Leaves out what has no shape, such as blanks: where it lacks memory, the drawing library crashes on that.

@@ -41,11 +41,25 @@ public:
     void DrawFrame(const Rectangle& around);
     void DrawLine(double x, double y, double dx, double dy);
 
-    // Draws a text in one line, centred on y vertically and narrowed where it would be wider than `maxWidth`. What no
-    // font can show is replaced: control characters and anything that is not UTF-8.
+    // Fills a rectangle with a colour 0xAARRGGBB; pixels at its edges take their share.
+    void Fill(const Rectangle& place, std::uint32_t colour);
+
+    // Draws a triangle that fills `place` and points up or down, of a colour 0xAARRGGBB, with an outline.
+    enum class Pointing
+    {
+        Up,
+        Down
+    };
+    void DrawTriangle(const Rectangle& place, Pointing pointing, std::uint32_t colour);
+
+    // Draws a text in one line, centred on y vertically. Where it would be wider than `maxWidth`, it ends with "…".
+    // What no font can show is replaced: control characters and anything that is not UTF-8.
     void DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth);
 
-    // The same turned to read from the bottom to the top, centred on both x and y.
+    // The same for a number, which loses no digit: it is narrowed.
+    void DrawNumber(const std::string& number, double x, double y, Anchor anchor, double maxWidth);
+
+    // As DrawText, turned to read from the bottom to the top, centred on both x and y.
     void DrawUpwardText(const std::string& text, double x, double y, double maxWidth);
 
     // The bytes of a PNG file. Throws std::runtime_error if something could not be drawn or encoded.
@@ -53,6 +67,9 @@ public:
 
 private:
     void SelectFont();
+    void SetColour(std::uint32_t colour);
+    double WidthOf(const std::string& text);
+    std::string Fitted(const std::string& text, double maxWidth);
     void ShowText(const std::string& text);
     void Hatch(const Rectangle& place);
 

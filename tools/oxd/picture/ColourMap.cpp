@@ -17,11 +17,16 @@ std::uint32_t Byte(double intensity)
     return static_cast<std::uint32_t>(vel_round(255 * std::clamp(intensity, 0.0, 1.0)));
 }
 
+std::uint32_t Opaque(double red, double green, double blue)
+{
+    return 0xFF000000U | Byte(red) << 16 | Byte(green) << 8 | Byte(blue);
+}
+
 } // namespace
 
 // A helix around the grey diagonal of the colour cube (D. A. Green, Bull. Astr. Soc. India 39, 289, 2011): the weights
 // are those by which the eye sees red, green and blue, so that turning around the diagonal does not change lightness.
-std::uint32_t ColourOf(double fraction)
+std::uint32_t HelixColour(double fraction)
 {
     constexpr double darkest = 0.04;
     constexpr double lightest = 0.96;
@@ -36,7 +41,22 @@ std::uint32_t ColourOf(double fraction)
     const double red = lightness - 0.14861 * c + 1.78277 * s;
     const double green = lightness - 0.29227 * c - 0.90649 * s;
     const double blue = lightness + 1.97294 * c;
-    return 0xFF000000U | Byte(red) << 16 | Byte(green) << 8 | Byte(blue);
+    return Opaque(red, green, blue);
+}
+
+std::uint32_t ReversedHelixColour(double fraction)
+{
+    return HelixColour(1 - fraction);
+}
+
+std::uint32_t GreyColour(double fraction)
+{
+    return Opaque(fraction, fraction, fraction);
+}
+
+std::uint32_t ReversedGreyColour(double fraction)
+{
+    return GreyColour(1 - fraction);
 }
 
 } // namespace oxd

@@ -52,7 +52,6 @@ FT_Library Fonts()
         FT_Add_Default_Modules(library);
         FT_Set_Default_Properties(library);
     }
-    RequireWholeLetters();
     return library;
 }
 

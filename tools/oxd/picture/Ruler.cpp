@@ -11,17 +11,24 @@ namespace {
 constexpr double tickLength = 5;
 constexpr double smallestTickDistance = 64;
 constexpr double halfPixel = 0.5;
+constexpr double titleOverhang = 80; // of a title beyond both ends of a short edge
 
 int TicksAlong(double length)
 {
     return std::max(2, static_cast<int>(length / smallestTickDistance));
 }
 
+std::string TitleOf(const std::string& name, const UnitText& text)
+{
+    const std::string title = text.Unit().empty() ? name : name + " [" + text.Unit() + "]";
+    return text.Offset().empty() ? title : title + " " + text.Offset();
+}
+
 } // namespace
 
 Ruler::Ruler(const Scale& scale, const std::string& name, const std::string& unit, double length)
     : m_scale(scale), m_ticks(scale.Ticks(TicksAlong(length))), m_text(scale, unit), m_labels(m_text.Labels(m_ticks)),
-      m_title(m_text.Unit().empty() ? name : name + " [" + m_text.Unit() + "]"), m_length(length)
+      m_title(TitleOf(name, m_text)), m_length(length)
 {
 }
 
@@ -31,9 +38,9 @@ void Ruler::DrawBelow(Canvas& canvas, double x, double y) const
     constexpr double titleDistance = 42;
     ForEachTick([&](double place, const std::string& label) {
         canvas.DrawLine(std::floor(x + place) + halfPixel, y, 0, tickLength);
-        canvas.DrawText(label, x + place, y + labelDistance, Anchor::Middle, smallestTickDistance);
+        canvas.DrawNumber(label, x + place, y + labelDistance, Anchor::Middle, smallestTickDistance);
     });
-    canvas.DrawText(m_title, x + m_length / 2, y + titleDistance, Anchor::Middle, m_length);
+    canvas.DrawText(m_title, x + m_length / 2, y + titleDistance, Anchor::Middle, m_length + titleOverhang);
 }
 
 void Ruler::DrawLeft(Canvas& canvas, double x, double y) const
@@ -43,9 +50,9 @@ void Ruler::DrawLeft(Canvas& canvas, double x, double y) const
     constexpr double labelWidth = 42;
     ForEachTick([&](double place, const std::string& label) {
         canvas.DrawLine(x, HeightOf(y, place), -tickLength, 0);
-        canvas.DrawText(label, x - labelDistance, HeightOf(y, place), Anchor::End, labelWidth);
+        canvas.DrawNumber(label, x - labelDistance, HeightOf(y, place), Anchor::End, labelWidth);
     });
-    canvas.DrawUpwardText(m_title, x - titleDistance, y + m_length / 2, m_length);
+    canvas.DrawUpwardText(m_title, x - titleDistance, y + m_length / 2, m_length + titleOverhang);
 }
 
 void Ruler::DrawRight(Canvas& canvas, double x, double y) const
@@ -55,9 +62,9 @@ void Ruler::DrawRight(Canvas& canvas, double x, double y) const
     constexpr double labelWidth = 50;
     ForEachTick([&](double place, const std::string& label) {
         canvas.DrawLine(x, HeightOf(y, place), tickLength, 0);
-        canvas.DrawText(label, x + labelDistance, HeightOf(y, place), Anchor::Begin, labelWidth);
+        canvas.DrawNumber(label, x + labelDistance, HeightOf(y, place), Anchor::Begin, labelWidth);
     });
-    canvas.DrawUpwardText(m_title, x + titleDistance, y + m_length / 2, m_length);
+    canvas.DrawUpwardText(m_title, x + titleDistance, y + m_length / 2, m_length + titleOverhang);
 }
 
 void Ruler::ForEachTick(const auto& draw) const

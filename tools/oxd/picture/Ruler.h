@@ -11,7 +11,7 @@ namespace oxd {
 
 // Spans an edge of `length` pixels, which the values of `scale` divide evenly, from left to right or from the bottom to
 // the top. What it draws depends on the scale and the texts alone, and lies outside the edge, within the margins that
-// the caller leaves. Texts that are too long are narrowed, not cut.
+// the caller leaves. Numbers that are too long are narrowed, and titles shortened.
 class Ruler
 {
 public:

@@ -38,6 +38,51 @@ std::string Fixed(double number, int decimals)
     return (number < 0 ? std::string(minus) : std::string()).append(buffer.data(), end.ptr);
 }
 
+// A number without the zeros at the end of its decimals.
+std::string WithoutZeros(std::string number)
+{
+    if (number.find('.') != std::string::npos) {
+        number.erase(number.find_last_not_of('0') + 1);
+        number.erase(number.find_last_not_of('.') + 1);
+    }
+    return number;
+}
+
+std::vector<double> Multiples(double step, double low, double high)
+{
+    constexpr double tolerance = 1e-6; // of a step, so that rounding costs no tick at an end of the range
+    const auto last = vel_round(std::floor(high / step + tolerance));
+    std::vector<double> multiples;
+    for (auto i = vel_round(std::ceil(low / step - tolerance)); i <= last; ++i) {
+        multiples.push_back(static_cast<double>(i) * step);
+    }
+    return multiples;
+}
+
+// The power of ten whose multiples tell parts of a scale apart.
+double PowerOfWidth(const Scale& scale)
+{
+    return std::pow(10, std::ceil(std::log10(std::fabs(scale.To() - scale.From()))));
+}
+
+// What all values of a scale have in common, if their labels are short without that: a multiple of the power above.
+double CommonPart(const Scale& scale)
+{
+    constexpr double leastShare = 1000; // of the width
+    const double width = std::fabs(scale.To() - scale.From());
+    if (!scale.IsFinite() || !(width > 0) || !(scale.Magnitude() >= leastShare * width)) {
+        return 0;
+    }
+    const double power = PowerOfWidth(scale);
+    return std::round((scale.From() / 2 + scale.To() / 2) / power) * power;
+}
+
+int DecimalsOf(double step)
+{
+    constexpr double roundingError = 1e-6;
+    return std::max(0, -static_cast<int>(std::floor(std::log10(step) + roundingError)));
+}
+
 } // namespace
 
 void Scale::Include(double value)
@@ -58,25 +103,36 @@ std::vector<double> Scale::Ticks(int wanted) const
     }
     const double low = std::min(m_from, m_to);
     const double high = std::max(m_from, m_to);
-    const double step = RoundStep((high - low) / wanted);
-    constexpr double finest = 1e-9; // in relation to the values: labels of closer ticks would look alike
-    if (!(step > finest * Magnitude()) || !std::isfinite(step)) {
-        return {m_from};
+    constexpr double towardsNext = 2.6; // leads from each round number to the one below
+    constexpr double finest = 1e-12;    // in relation to the values: closer ones are made of rounding errors
+    double step = RoundStep((high - low) / wanted);
+    while (step > finest * Magnitude() && std::isfinite(step)) {
+        std::vector<double> ticks = Multiples(step, low, high);
+        if (ticks.size() > 1) {
+            return ticks;
+        }
+        step = RoundStep(step / towardsNext);
     }
-    constexpr double tolerance = 1e-6; // of a step, so that rounding costs no tick at an end of the range
-    const auto last = vel_round(std::floor(high / step + tolerance));
-    std::vector<double> ticks;
-    for (auto i = vel_round(std::ceil(low / step - tolerance)); i <= last; ++i) {
-        ticks.push_back(static_cast<double>(i) * step);
-    }
-    return ticks.empty() ? std::vector<double>{m_from} : ticks;
+    return {m_from};
 }
 
-UnitText::UnitText(const Scale& scale, const std::string& unit) : m_unit(unit)
+UnitText::UnitText(const Scale& scale, const std::string& unit) : m_offset(CommonPart(scale))
 {
-    const double magnitude = scale.Magnitude();
+    ChooseUnit(std::max(std::fabs(scale.From() - m_offset), std::fabs(scale.To() - m_offset)), unit);
+    if (m_offset != 0) {
+        const UnitMultiple multiple = TakesPrefix(unit) ? WithPrefix(unit, std::fabs(m_offset)) : UnitMultiple{1, unit};
+        const int decimals = DecimalsOf(PowerOfWidth(scale) * multiple.factor);
+        m_offsetText.append(m_offset < 0 ? minus : "+").append(" ");
+        m_offsetText += WithoutZeros(Fixed(std::fabs(m_offset * multiple.factor), decimals));
+        m_offsetText += multiple.text.empty() ? "" : " " + multiple.text;
+    }
+}
+
+void UnitText::ChooseUnit(double magnitude, const std::string& unit)
+{
     constexpr double readableFrom = 1e-2;
     constexpr double readableTo = 1e4;
+    m_unit = unit;
     if (TakesPrefix(unit)) {
         const UnitMultiple multiple = WithPrefix(unit, magnitude);
         m_unit = multiple.text;
@@ -91,12 +147,10 @@ std::vector<std::string> UnitText::Labels(const std::vector<double>& values) con
 {
     const double step = values.size() > 1 ? std::fabs(values[1] - values[0]) * m_factor : 0;
     constexpr int decimalsOfOne = 3;
-    constexpr double roundingError = 1e-6;
-    const int decimals =
-        step > 0 ? std::max(0, -static_cast<int>(std::floor(std::log10(step) + roundingError))) : decimalsOfOne;
+    const int decimals = step > 0 ? DecimalsOf(step) : decimalsOfOne;
     std::vector<std::string> labels(values.size());
     std::transform(values.begin(), values.end(), labels.begin(),
-                   [&](double value) { return Fixed(value * m_factor, decimals); });
+                   [&](double value) { return Fixed((value - m_offset) * m_factor, decimals); });
     return labels;
 }
 

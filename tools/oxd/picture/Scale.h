@@ -33,8 +33,8 @@ public:
     // middle of a range without any width.
     double Fraction(double value) const;
 
-    // Round values within the range, no more than about `wanted`. There is at least one, which need not be round if the
-    // range is too narrow for its magnitude, but none in a range that is not finite.
+    // Round values within the range, no more than about `wanted` but at least two. There is one, the beginning, in a
+    // range that is too narrow for the numbers in it, and none in a range that is not finite.
     std::vector<double> Ticks(int wanted) const;
 
 private:
@@ -42,7 +42,8 @@ private:
     double m_to;
 };
 
-// Writes values in a multiple of their unit that suits the magnitude of a scale.
+// Writes values in a multiple of their unit that suits a scale. What all values of a scale far from 0 have in common is
+// written once, as an offset.
 class UnitText
 {
 public:
@@ -51,13 +52,20 @@ public:
     // The unit with a prefix, for example "nm", or with a power of ten, "1e-6 arb", if it takes no prefix.
     const std::string& Unit() const { return m_unit; }
 
-    // The values as multiples of Unit(). All have the same number of decimals, as many as tell neighbours apart if the
-    // values are evenly spaced.
+    // What is to be added to every label, such as "+ 100 µm"; empty if that is nothing.
+    const std::string& Offset() const { return m_offsetText; }
+
+    // The values minus the offset, as multiples of Unit(). All have the same number of decimals, as many as tell
+    // neighbours apart if the values are evenly spaced.
     std::vector<std::string> Labels(const std::vector<double>& values) const;
 
 private:
+    void ChooseUnit(double magnitude, const std::string& unit);
+
+    double m_offset;
     double m_factor = 1; // by which a value is multiplied to be one in Unit()
     std::string m_unit;
+    std::string m_offsetText;
 };
 
 } // namespace oxd

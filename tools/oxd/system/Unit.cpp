@@ -27,7 +27,9 @@ constexpr std::array prefixes{Prefix{-18, "a"}, Prefix{-15, "f"}, Prefix{-12, "p
 
 bool TakesPrefix(const std::string& unit)
 {
-    return std::find(prefixable.begin(), prefixable.end(), unit) != prefixable.end();
+    const std::string_view whole = unit;
+    const std::string_view base = whole.ends_with(perPoint) ? whole.substr(0, whole.rfind('/')) : whole;
+    return std::find(prefixable.begin(), prefixable.end(), base) != prefixable.end();
 }
 
 UnitMultiple WithPrefix(const std::string& unit, double magnitude)

@@ -11,7 +11,11 @@ struct UnitMultiple
     std::string text; // the multiple, for example "nm"
 };
 
-// Whether prefixes are known to go with the unit. Any other may have one already, as "nm" has.
+// The end of the unit of differences between neighbouring points.
+inline constexpr const char* perPoint = "/point";
+
+// Whether prefixes are known to go with the unit, which may be one per point. Any other may have one already, as "nm"
+// has.
 bool TakesPrefix(const std::string& unit);
 
 // The multiple of a unit that takes prefixes in which a number of that magnitude has one to three digits before its

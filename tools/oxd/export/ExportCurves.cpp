@@ -1,0 +1,209 @@
+#include "oxd/export/Curve.h"
+#include "oxd/export/ExportKinds.h"
+#include "oxd/export/Labels.h"
+#include "oxd/export/LineChoice.h"
+#include "oxd/export/Margins.h"
+#include "oxd/picture/Canvas.h"
+#include "oxd/picture/Ruler.h"
+#include "oxd/system/Failure.h"
+#include "oxd/system/Text.h"
+
+#include <array>
+#include <cmath>
+
+namespace oxd {
+
+namespace {
+
+// In pixels.
+constexpr double plotWidth = 640;
+constexpr double plotHeight = 480;
+constexpr double lineWidth = 1.5;
+
+// So many curves have a colour and a place in the legend each.
+constexpr std::size_t mostNamed = 10;
+
+// Told apart by people who do not tell all hues apart, also by their lightness.
+constexpr std::array<std::uint32_t, mostNamed> colours{0xFF1F4E9E, 0xFFD1651B, 0xFF2E8B57, 0xFFB3305F, 0xFF6FA8DC,
+                                                       0xFF7A5C1E, 0xFF8E63B8, 0xFF111111, 0xFFE0A91B, 0xFF7F7F7F};
+
+struct LegendEntry
+{
+    std::string label;
+    std::uint32_t colour;
+};
+
+struct Curves
+{
+    std::vector<Curve> curves;
+    std::vector<LegendEntry> legend; // empty where colours stand for the line axis
+};
+
+// The curves of one channel. Their colours are given by `colourOf(place of the line among those chosen)`.
+void AddCurves(std::vector<Curve>& curves, LineSource& source, const std::vector<std::uint64_t>& lines,
+               const auto& colourOf)
+{
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        curves.push_back({source.GetChannel().PointSpan(lines[i]), source.ReadShown(lines[i]), colourOf(i)});
+    }
+}
+
+Curves NamedCurves(const std::vector<LineSource*>& sources, const std::vector<std::uint64_t>& lines)
+{
+    Curves all;
+    for (LineSource* const source : sources) {
+        const std::size_t first = all.curves.size();
+        AddCurves(all.curves, *source, lines, [first](std::size_t i) { return colours.at(first + i); });
+        const std::string name = sources.size() > 1 ? source->GetChannel().Name() : "line";
+        for (std::size_t i = 0; i < lines.size(); ++i) {
+            all.legend.push_back({name + " " + std::to_string(lines[i]), colours.at(first + i)});
+        }
+    }
+    return all;
+}
+
+// A colour for each channel.
+Curves GroupedCurves(const std::vector<LineSource*>& sources, const std::vector<std::uint64_t>& lines)
+{
+    Curves all;
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        const std::uint32_t colour = colours.at(i % colours.size());
+        AddCurves(all.curves, *sources[i], lines, [colour](std::size_t /*line*/) { return colour; });
+        all.legend.push_back({sources[i]->GetChannel().Name(), colour});
+    }
+    return all;
+}
+
+// The lightest and darkest colours of a map are hard to see.
+double VisibleFraction(std::size_t index, std::size_t count)
+{
+    constexpr double lowest = 0.1, highest = 0.8;
+    return count < 2 ? lowest
+                     : lowest + (highest - lowest) * static_cast<double>(index) / static_cast<double>(count - 1);
+}
+
+Curves SeriesOfCurves(LineSource& source, const std::vector<std::uint64_t>& lines, ColourOf colour)
+{
+    Curves all;
+    AddCurves(all.curves, source, lines, [&](std::size_t i) { return colour(VisibleFraction(i, lines.size())); });
+    return all;
+}
+
+Curves ReadCurves(ExportJob& job, const std::vector<std::uint64_t>& lines)
+{
+    std::vector<LineSource*> sources{&job.source};
+    for (LineSource& other : job.others) {
+        sources.push_back(&other);
+    }
+    if (sources.size() * lines.size() <= mostNamed) {
+        return NamedCurves(sources, lines);
+    }
+    return sources.size() > 1 ? GroupedCurves(sources, lines) : SeriesOfCurves(job.source, lines, job.picture.colour);
+}
+
+Scale PositionsOf(const std::vector<Curve>& curves)
+{
+    Scale scale = Scale::Nothing();
+    for (const Curve& curve : curves) {
+        scale.Include(curve.span.min);
+        scale.Include(curve.span.min + curve.span.range);
+    }
+    const bool isReversed = !curves.empty() && curves.front().span.range < 0;
+    return isReversed ? Scale(scale.To(), scale.From()) : scale;
+}
+
+// Leaves some room above and below the curves.
+Scale ValuesOf(const ExportJob& job, const std::vector<Curve>& curves)
+{
+    std::vector<double> values;
+    for (const Curve& curve : curves) {
+        values.insert(values.end(), curve.values.begin(), curve.values.end());
+    }
+    const Scale range = RangeOf(job.picture.contrast.value_or(Contrast{0, 100}), values, job.source.SignalAxis().unit);
+    constexpr double share = 0.04;
+    const double room = job.picture.contrast || !range.IsFinite() ? 0 : share * (range.To() - range.From());
+    return {range.From() - room, range.To() + room};
+}
+
+void DrawCurve(Canvas& canvas, const Rectangle& plot, const Curve& curve, const Scale& x, const Scale& y)
+{
+    double column = plot.x;
+    for (const ColumnCover& cover : CoverOf(curve, x, y, plot.width, plot.height)) {
+        if (!std::isnan(cover.top)) {
+            const double height = cover.bottom - cover.top + lineWidth;
+            canvas.Fill({column, plot.y + cover.top - lineWidth / 2, 1, height}, curve.colour);
+        }
+        ++column;
+    }
+}
+
+void DrawLegend(Canvas& canvas, double x, double y, const std::vector<LegendEntry>& legend)
+{
+    constexpr double swatch = 18, gap = 6, pitch = 20;
+    for (const LegendEntry& entry : legend) {
+        canvas.Fill({x, y - lineWidth, swatch, 2 * lineWidth}, entry.colour);
+        canvas.DrawText(entry.label, x + swatch + gap, y, Anchor::Begin, rightMargin - swatch - 3 * gap);
+        y += pitch;
+    }
+}
+
+// Which colour each line of a series has.
+void DrawSeriesBar(Canvas& canvas, const ExportJob& job, const Rectangle& bar, const std::vector<std::uint64_t>& lines)
+{
+    const Axis axis = job.source.GetChannel().ReadAxis(lineAxis);
+    const auto steps = static_cast<int>(lines.size());
+    canvas.DrawCells(bar, 1, steps, [&](int, int row) {
+        return job.picture.colour(VisibleFraction(lines.size() - 1 - static_cast<std::size_t>(row), lines.size()));
+    });
+    canvas.DrawFrame(bar);
+    const auto positionOf = [&](std::uint64_t line) {
+        const std::uint64_t count = job.source.Lines();
+        return count > 1 ? axis.min + axis.range * static_cast<double>(line) / static_cast<double>(count - 1)
+                         : axis.min;
+    };
+    Ruler(Scale(positionOf(lines.front()), positionOf(lines.back())), axis.name, axis.unit, bar.height)
+        .DrawRight(canvas, bar.x + bar.width, bar.y);
+}
+
+} // namespace
+
+bool IsOfCurves(const Channel& channel)
+{
+    constexpr std::uint64_t mostOfAProfile = 2; // lines
+    return channel.Lines() <= mostOfAProfile ||
+           (channel.ReadAxis(lineAxis).unit.empty() && !channel.ReadAxis(pointAxis).unit.empty());
+}
+
+void WriteCurvePicture(ExportJob& job)
+{
+    const std::vector<std::uint64_t> lines = ChooseLines(job.picture.lines, job.source.Lines());
+    const Curves all = ReadCurves(job, lines);
+    const Scale x = PositionsOf(all.curves);
+    const Scale y = ValuesOf(job, all.curves);
+    if (!y.IsFinite()) {
+        throw Failure(ExitCode::No, job.file, job.source.NothingToShow());
+    }
+    const Axis point = job.source.GetChannel().ReadAxis(pointAxis);
+    const Axis signal = job.source.SignalAxis();
+    std::string names = signal.name;
+    for (const LineSource& other : job.others) {
+        names += ", " + other.GetChannel().Name();
+    }
+    const Rectangle plot{leftMargin, topMargin, plotWidth, plotHeight};
+    Canvas canvas = CanvasAround(plot, job.title);
+    for (const Curve& curve : all.curves) {
+        DrawCurve(canvas, plot, curve, x, y);
+    }
+    canvas.DrawFrame(plot);
+    Ruler(x, point.name, point.unit, plotWidth).DrawBelow(canvas, plot.x, plot.y + plotHeight);
+    Ruler(y, names, signal.unit, plotHeight).DrawLeft(canvas, plot.x, plot.y);
+    constexpr double distance = 22, barWidth = 20;
+    if (all.legend.empty()) {
+        DrawSeriesBar(canvas, job, {plot.x + plotWidth + distance, plot.y, barWidth, plotHeight}, lines);
+    } else {
+        DrawLegend(canvas, plot.x + plotWidth + distance / 2, plot.y + distance / 2, all.legend);
+    }
+    job.output.Write(WithTexts(canvas.ToPng(), LabelsWithRange(job, y)));
+}
+
+} // namespace oxd
