@@ -5,10 +5,14 @@
 #include "support/Oxd.h"
 
 #include <algorithm>
+#include <array>
+#include <chrono>
 #include <cmath>
 #include <memory>
 #include <optional>
 #include <random>
+#include <string>
+#include <thread>
 #include <vector>
 
 namespace bench {
@@ -100,6 +104,15 @@ std::vector<Position> Scattered()
     return positions;
 }
 
+// A second thread that only waits: with one, locks and shared pointers cost more.
+std::shared_ptr<void> IdleThread()
+{
+    return std::make_shared<std::jthread>([](const std::stop_token& stop) {
+        while (!stop.stop_requested())
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    });
+}
+
 // use(file, position) returns a sample.
 template <class Use>
 auto Pixels(const Shape& shape, std::vector<Position> (*order)(), Use use)
@@ -107,7 +120,7 @@ auto Pixels(const Shape& shape, std::vector<Position> (*order)(), Use use)
     return [=](const Settings& settings) {
         const auto file = OpenImage(settings, shape);
         const auto sum = std::make_shared<double>();
-        const auto walk = [=, positions = order()] {
+        const auto walk = [=, positions = order(), idle = IdleThread()] {
             std::int64_t total = 0;
             for (const Position& position : positions)
                 total += use(**file, position);
@@ -159,6 +172,77 @@ auto NextSibling(std::uint64_t siblings)
     };
 }
 
+constexpr std::uint64_t treeGroups = 4000;
+constexpr std::uint64_t treeNodes = treeGroups * 5;
+
+// Until there is no next one, as programs do that know nothing of the tree.
+std::uint64_t CountBelow(std::uint64_t file, std::uint64_t group) // NOLINT(misc-no-recursion): two levels
+{
+    std::uint64_t count = 0;
+    for (auto node = SelectFirstChildMetaInfoItem(file, group); node != 0; node = SelectNextMetaInfoItem(file, node))
+        count += IsMetaInfoItemAGroup(file, node) ? 1 + CountBelow(file, node) : 1;
+    VELGetLastError();
+    return count;
+}
+
+// Walks through a whole tree of groups with four items each.
+std::vector<Contender> WholeTree(const Settings& settings)
+{
+    const auto file = std::make_shared<COxd>(COxd::Create(settings.scratch->Path("unsaved.oxd")));
+    for (std::uint64_t i = 0; i < treeGroups; ++i) {
+        const auto group = AddMetaInfoItemGroup(**file, 1, std::to_string(i).c_str());
+        for (const char* name : {"a", "b", "c", "d"})
+            AddMetaInfoItem(**file, group, name, "value");
+    }
+    const auto count = std::make_shared<std::uint64_t>();
+    return {{ours, [=] { *count = CountBelow(**file, 1); },
+             [=] {
+                 CheckLibrary();
+                 return static_cast<double>(*count);
+             }}};
+}
+
+// Opens the file and reads all lines minus a straight one. Nothing asks for the error, which is one for all threads.
+double ReadFile(const std::string& path)
+{
+    const std::uint64_t file = OpenOxdFile(path.c_str());
+    std::vector<std::int32_t> line(image.points);
+    double sum = 0;
+    for (std::uint64_t i = 0; i < image.lines; ++i) {
+        GetChannelData_LineRaw(file, 0, 0, i, 2, line.data());
+        sum += line.front();
+    }
+    CloseOxdFile(file);
+    return sum;
+}
+
+// The time of two threads with a file each, relative to that of one thread with its file.
+std::vector<Contender> TwoThreads(const Settings& settings)
+{
+    constexpr int rounds = 20;
+    const std::array paths{settings.scratch->Path("first.oxd"), settings.scratch->Path("second.oxd")};
+    for (const auto& path : paths)
+        WriteOxd(path, image);
+    const auto sum = std::make_shared<double>();
+    const auto secondsOf = [=](std::size_t threads) {
+        const auto start = std::chrono::steady_clock::now();
+        {
+            std::vector<std::jthread> others;
+            const auto read = [&](const std::string& path) {
+                double total = 0;
+                for (int round = 0; round < rounds; ++round)
+                    total += ReadFile(path);
+                return total;
+            };
+            for (std::size_t i = 1; i < threads; ++i)
+                others.emplace_back([&, i] { read(paths[i]); });
+            *sum = read(paths[0]);
+        }
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    };
+    return {{ours, [] {}, [=] { return *sum; }, [] {}, [=] { return secondsOf(2) / secondsOf(1); }}};
+}
+
 // Creates this number of items in a group, and finds each by its name.
 auto CreateItems(std::uint64_t items)
 {
@@ -188,9 +272,9 @@ std::vector<Benchmark> CallBenchmarks()
     constexpr double perStep = nanoseconds / steps;
     using enum Against;
     return {
-        {"pixels in order, read", "ns", perPixel, {{Figure, 30}}, Pixels(image, InOrder, GetPixel)},
-        {"pixels in order, written", "ns", perPixel, {{Figure, 30}}, Pixels(image, InOrder, SetPixel)},
-        {"pixels scattered, read", "ns", perPixel, {{Figure, 55}}, Pixels(largeImage, Scattered, GetPixel)},
+        {"pixels in order, read", "ns", perPixel, {{Figure, 12}}, Pixels(image, InOrder, GetPixel)},
+        {"pixels in order, written", "ns", perPixel, {{Figure, 15}}, Pixels(image, InOrder, SetPixel)},
+        {"pixels scattered, read", "ns", perPixel, {{Figure, 45}}, Pixels(largeImage, Scattered, GetPixel)},
         {"pixels scattered, written", "ns", perPixel, {{Figure, 55}}, Pixels(largeImage, Scattered, SetPixel)},
         {"pixels of lines minus a line", "ns", perPixel, {{Figure, 35}}, Pixels(image, InOrder, GetCorrectedPixel)},
         {"mean of 1 024 points", "us", perLine, {{Baseline, 1.3}}, Operator(1, 0), 1e-4},
@@ -200,6 +284,8 @@ std::vector<Benchmark> CallBenchmarks()
         {"derivative of 1 024 points", "us", perLine, {{Baseline, 1.3}}, Operator(3), 1e-4},
         {"next of 1 000 siblings", "ns", perStep, {{Figure, 40}}, NextSibling(1000)},
         {"next of 16 000 siblings", "ns", perStep, {{Figure, 40}, {Growth, 1.6}}, NextSibling(16'000)},
+        {"node of a whole tree", "ns", nanoseconds / treeNodes, {{Figure, 60}}, WholeTree},
+        {"two threads, a file each", "times", 1, {{Figure, 1.11}}, TwoThreads},
         {"create and find 1 000 items", "ns", nanoseconds / 1000, {}, CreateItems(1000)},
         {"create and find 50 000 items", "ns", nanoseconds / 50'000, {{Growth, 2}}, CreateItems(50'000)},
     };

@@ -4,6 +4,12 @@
 
 namespace veltaris::velflexlib::dataset {
 
+CNodeTable::CNodeTable()
+{
+    MakeFreeSegment();
+    MakeFreeSegment();
+}
+
 // The segment is there before the handle is taken: without memory for it, nothing has happened.
 std::uint64_t CNodeTable::Add(const CInfoHandles& owner, CInfoSetItem& node)
 {
@@ -56,12 +62,16 @@ auto CNodeTable::SegmentFor(std::uint64_t position) -> CSegment&
     return *place.load(std::memory_order_relaxed);
 }
 
+void CNodeTable::MakeFreeSegment()
+{
+    m_segments.push_back(std::make_unique<CSegment>());
+    m_segments.back()->nextFree = std::exchange(m_free, m_segments.back().get());
+}
+
 auto CNodeTable::TakeFreeSegment() -> CSegment&
 {
-    if (!m_free) {
-        m_segments.push_back(std::make_unique<CSegment>());
-        m_free = m_segments.back().get();
-    }
+    if (!m_free)
+        MakeFreeSegment();
     return *std::exchange(m_free, m_free->nextFree);
 }
 

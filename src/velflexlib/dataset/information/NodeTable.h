@@ -33,6 +33,9 @@ public:
         CInfoSetItem* node = nullptr;
     };
 
+    // Takes two segments ahead: a small file that reaches from one into the next leaves no memory behind.
+    CNodeTable();
+
     // A new handle. Throws std::bad_alloc, and then the handle is still to be given out.
     std::uint64_t Add(const CInfoHandles& owner, CInfoSetItem& node);
     // `handle` must be that of a node.
@@ -57,6 +60,7 @@ private:
     using Place = std::atomic<CSegment*>;
 
     CSegment& SegmentFor(std::uint64_t position);
+    void MakeFreeSegment();
     CSegment& TakeFreeSegment();
     void Free(Place& place) noexcept;
 
