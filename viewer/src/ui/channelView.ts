@@ -9,8 +9,14 @@ import { button, element, labelled, saveAs } from "./dom.ts";
 import { type Curve, plotCurves } from "./plot.ts";
 import { RangePanel } from "./rangePanel.ts";
 
-const fewLines = 8;
+const mostLinesOfAProfile = 2;
 const zoomStep = 1.25;
+
+/** Whether the lines of a channel are curves or a profile: they are one or two, or what tells them apart has no unit. */
+function isOfCurves(channel: StoredChannel): boolean {
+    const [points, lines] = channel.axes;
+    return channel.lines <= mostLinesOfAProfile || (lines.unit === "" && points.unit !== "");
+}
 
 /** One channel: its image or curves, what the pointer is on, a profile, and the controls. */
 export class ChannelView {
@@ -35,7 +41,7 @@ export class ChannelView {
 
     constructor(
         private readonly data: DataSet,
-        private readonly group: string,
+        group: string,
         readonly channel: StoredChannel,
     ) {
         const title = element("h2", {}, `${group}: ${channel.axes[2].name}`);
@@ -49,7 +55,7 @@ export class ChannelView {
         this.grid = correctedGrid(this.channel, lines, this.operator).map((raw) => realValue(raw, signal));
         const [low = 0, high = 0] = percentiles(this.grid, [0.01, 0.99]);
         this.range.set(this.grid, low, high, signal.unit);
-        const isImage = this.channel.lines > fewLines && !/spectroscopy/i.test(this.group);
+        const isImage = !isOfCurves(this.channel);
         this.frame.hidden = !isImage;
         this.range.root.hidden = !isImage;
         if (isImage) {
