@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <random>
@@ -21,6 +22,14 @@ std::vector<double> Random(std::mt19937& random, std::size_t points)
         if (random() % 40 == 0)
             value = random() % 2 == 0 ? std::numeric_limits<double>::quiet_NaN() : 1e200;
     }
+    return signal;
+}
+
+// In steps of a quarter, so that many points are equal.
+std::vector<double> Coarse(std::vector<double> signal)
+{
+    for (double& value : signal)
+        value = std::floor(4 * value) / 4;
     return signal;
 }
 
@@ -79,11 +88,36 @@ TEST(CurveKernelsTest, EveryWidthOfInstructionsGivesTheSame)
     for (std::size_t points = 1; points < 150; ++points) {
         const auto signal = Random(random, points);
         ExpectSame(CurveKernels(), signal);
+        ExpectSame(CurveKernels(), Coarse(signal));
 #if defined(__linux__) && defined(__x86_64__)
-        if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
+        if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma")) {
             ExpectSame(avx2CurveKernels, signal);
+            ExpectSame(avx2CurveKernels, Coarse(signal));
+        }
 #endif
     }
+}
+
+void ExpectWhatALoopFinds(const std::vector<double>& signal)
+{
+    const std::size_t points = signal.size();
+    const CStretch stretch{signal.data(), points};
+    for (const double level : {-0.49, -0.4, 0.0}) {
+        std::size_t first = points, last = points;
+        for (std::size_t i = 0; i < points; ++i) {
+            if (signal[i] <= level) {
+                first = first == points ? i : first;
+                last = i;
+            }
+        }
+        EXPECT_EQ(CurveKernels().firstAtMost(stretch, {0, 0, 0}, 1, level), first);
+        EXPECT_EQ(CurveKernels().lastAtMost(stretch, {0, 0, 0}, 1, level), last);
+    }
+    const auto highest = std::ranges::max_element(
+        signal, [](double a, double b) { return !(b <= largestSignal) ? false : !(a <= largestSignal) || a < b; });
+    const CHighest found = CurveKernels().highest(stretch, {0, 1, 0, 0});
+    const bool isThere = *highest <= largestSignal;
+    EXPECT_EQ(found.index, isThere ? static_cast<std::size_t>(highest - signal.begin()) : points);
 }
 
 TEST(CurveKernelsTest, SearchesAndMaximaFindWhatALoopFinds)
@@ -91,23 +125,8 @@ TEST(CurveKernelsTest, SearchesAndMaximaFindWhatALoopFinds)
     std::mt19937 random(5);
     for (std::size_t points = 1; points < 60; ++points) {
         const auto signal = Random(random, points);
-        const CStretch stretch{signal.data(), points};
-        for (const double level : {-0.49, -0.4, 0.0}) {
-            std::size_t first = points, last = points;
-            for (std::size_t i = 0; i < points; ++i) {
-                if (signal[i] <= level) {
-                    first = first == points ? i : first;
-                    last = i;
-                }
-            }
-            EXPECT_EQ(CurveKernels().firstAtMost(stretch, {0, 0, 0}, 1, level), first);
-            EXPECT_EQ(CurveKernels().lastAtMost(stretch, {0, 0, 0}, 1, level), last);
-        }
-        const auto highest = std::ranges::max_element(
-            signal, [](double a, double b) { return !(b <= largestSignal) ? false : !(a <= largestSignal) || a < b; });
-        const CHighest found = CurveKernels().highest(stretch, {0, 1, 0, 0});
-        const bool isThere = *highest <= largestSignal;
-        EXPECT_EQ(found.index, isThere ? static_cast<std::size_t>(highest - signal.begin()) : points);
+        ExpectWhatALoopFinds(signal);
+        ExpectWhatALoopFinds(Coarse(signal)); // of equals, the first is the highest
     }
 }
 

@@ -252,8 +252,11 @@ TEST(CurveTest, ContactLawsFindTheirOwnContactPoint)
         options.sensitivity = notAcquired;
         VELCurveContacts(&curves, &options, &contact);
         EXPECT_EQ(contact.reason, VEL_CURVE_NOT_CALIBRATED);
-        VELCurveIndentations(&curves, &options, &found, curve.data(), curve.size());
-        EXPECT_EQ(found.reason, VEL_CURVE_NOT_CALIBRATED);
+        for (const VELCurveLaw other : {law, VEL_LAW_LINE}) { // whose contact point needs no sensitivity
+            options.law = other;
+            VELCurveIndentations(&curves, &options, &found, curve.data(), curve.size());
+            EXPECT_EQ(found.reason, VEL_CURVE_NOT_CALIBRATED);
+        }
     }
 }
 

@@ -29,6 +29,21 @@ double Contact(double i)
     return i > 300 ? 0.1 * (i - 300) : 0;
 }
 
+// Of the eight blocks of 20 points away from the surface, three are off the line and three vary too much.
+double TwoGoodBlocks(double i)
+{
+    enum
+    {
+        Good,
+        Off,
+        Wide
+    };
+    constexpr int blocks[8] = {Wide, Off, Good, Wide, Off, Wide, Off, Good};
+    const int kind = i < 160 ? blocks[static_cast<int>(i) / 20] : Good;
+    const double alternating = std::fmod(i, 2) == 0 ? 0.3 : -0.3;
+    return Contact(i) + (kind == Off ? 1 : kind == Wide ? alternating : 0);
+}
+
 Signal Damaged(Signal signal, const std::function<double(std::size_t, double)>& damage)
 {
     for (std::size_t i = 0; i < signal.size(); ++i)
@@ -70,6 +85,7 @@ std::vector<CCase> Cases()
         {"no noise at all", Signal(400, 5), {0, 0, lost, lost, lost}},
         {"in contact all along", Filled(400, [](double i) { return 0.1 * i; }), {0, 0, lost, lost, lost}},
         {"bent all along", Filled(400, [](double i) { return 2e-4 * i * i; }), {0, none, none, none, none}},
+        {"two good blocks of eight", Filled(400, TwoGoodBlocks), {0, none, none, none, none}},
         {"a step at the end", Filled(400, [](double i) { return i > 396 ? 3 : 0; }), {0, 0, lost, light, lost}},
         {"saturated in contact",
          Damaged(good, [](auto, double y) { return std::min(y, 8.0); }),
