@@ -1,5 +1,6 @@
 import "uplot/dist/uPlot.min.css";
 import "./page.css";
+import { fromBase64 } from "./format/base64.ts";
 import { byId } from "./ui/dom.ts";
 import { openFile } from "./ui/page.ts";
 
@@ -14,8 +15,8 @@ function openEmbedded(): void {
     const embedded = document.getElementById("file");
     const text = embedded?.textContent?.trim() ?? "";
     if (embedded && text !== "") {
-        const bytes = Uint8Array.from(atob(text), (letter) => letter.charCodeAt(0));
-        void openFile(new Blob([bytes]), embedded.getAttribute("data-name") ?? "file");
+        embedded.textContent = ""; // which frees its memory
+        void openFile(fromBase64(text), embedded.getAttribute("data-name") ?? "file");
     }
 }
 

@@ -1,3 +1,4 @@
+import type { Part } from "../model/viewport.ts";
 import { colourTable } from "./colours.ts";
 
 export interface Shown {
@@ -23,6 +24,29 @@ export function paint(canvas: HTMLCanvasElement, shown: Shown, range: [number, n
             if (Number.isFinite(value)) {
                 const level = Math.min(255, Math.max(0, Math.round((value - low) * scale)));
                 pixels[y * canvas.width + x] = table[level] as number;
+            }
+        }
+    }
+    canvas.getContext("2d")?.putImageData(image, 0, 0);
+}
+
+/** Paints a part of an image so that it fills the canvas, whose size stays. What that costs does not grow with the image. */
+export function paintPart(canvas: HTMLCanvasElement, shown: Shown, part: Part, range: [number, number], map: string): void {
+    const { width, height } = canvas;
+    const table = colourTable(map);
+    const image = new ImageData(width, height);
+    const pixels = new Uint32Array(image.data.buffer);
+    const [low, high] = range;
+    const scale = high > low ? 255 / (high - low) : 0;
+    const at = (from: number, share: number, count: number) => Math.min(count - 1, Math.max(0, Math.floor((from + share) * count)));
+    const columns = Int32Array.from({ length: width }, (_, x) => at(part.left, (part.width * (x + 0.5)) / width, shown.points));
+    for (let y = 0; y < height; ++y) {
+        const begin = at(part.bottom, (part.height * (height - y - 0.5)) / height, shown.lines) * shown.points;
+        for (let x = 0; x < width; ++x) {
+            const value = shown.grid[begin + (columns[x] as number)] as number;
+            if (Number.isFinite(value)) {
+                const level = Math.min(255, Math.max(0, Math.round((value - low) * scale)));
+                pixels[y * width + x] = table[level] as number;
             }
         }
     }

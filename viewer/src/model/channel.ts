@@ -1,6 +1,6 @@
 import type { Axis } from "../format/channelSection.ts";
 import { type StoredChannel, byteLength } from "../format/dataset.ts";
-import { applyOperator, lowestRaw } from "./operators.ts";
+import { lowestRaw } from "./operators.ts";
 
 const rawSpan = 1073741823;
 
@@ -45,15 +45,6 @@ export async function readLines(file: Blob, channel: StoredChannel): Promise<(In
         at += valid === 0 ? 0 : channel.points;
         return valid > channel.points ? undefined : raw.subarray(begin, begin + valid);
     });
-}
-
-/** All samples in a grid of lines by points, corrected; NaN where there is none. */
-export function correctedGrid(channel: StoredChannel, lines: (Int32Array | undefined)[], operator: number): Float64Array {
-    const grid = new Float64Array(channel.lines * channel.points).fill(Number.NaN);
-    for (const [k, line] of lines.entries()) {
-        grid.set(line ? applyOperator(operator, line) : [], k * channel.points);
-    }
-    return grid;
 }
 
 /** The position of point `i` of `n` on an axis. */

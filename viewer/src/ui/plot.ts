@@ -3,10 +3,12 @@ import { scaleFor } from "../model/units.ts";
 
 export interface Curve {
     name: string;
+    kind: number; // curves of the same kind have the same colour where there are several kinds
     x: number[];
     y: number[];
 }
 
+const mostInLegend = 12;
 const hues = ["#2a6fb0", "#c0561d", "#2b8a3e", "#8e3bb0", "#b0902a"];
 
 /** Draws curves over each other in one plot with axes in units. */
@@ -21,6 +23,8 @@ export function plotCurves(parent: HTMLElement, curves: Curve[], xUnit: string, 
     });
     const ink = getComputedStyle(document.body).color;
     const axis = (label: string): uPlot.Axis => ({ label, stroke: ink, grid: { stroke: "#8884" }, ticks: { stroke: "#8884" } });
+    const kinds = curves.some((curve) => curve.kind > 0);
+    const hueOf = (curve: Curve, i: number) => hues[(kinds ? curve.kind : i) % hues.length] ?? ink;
     parent.replaceChildren();
     new uPlot(
         {
@@ -30,9 +34,9 @@ export function plotCurves(parent: HTMLElement, curves: Curve[], xUnit: string, 
             axes: [axis(x.unit), axis(y.unit)],
             series: [
                 {},
-                ...curves.map((curve, i) => ({ label: curve.name, stroke: hues[i % hues.length] ?? ink, spanGaps: true })),
+                ...curves.map((curve, i) => ({ label: curve.name, stroke: hueOf(curve, i), spanGaps: true })),
             ],
-            legend: { show: curves.length > 1, live: false },
+            legend: { show: curves.length > 1 && curves.length <= mostInLegend, live: false },
         },
         uPlot.join(tables),
         parent,

@@ -1,41 +1,15 @@
 /** The built page in a real browser. */
 import { execFileSync } from "node:child_process";
-import { mkdirSync, readFileSync, rmSync, writeFileSync } from "node:fs";
+import { readFileSync } from "node:fs";
 import { resolve } from "node:path";
-import { pathToFileURL } from "node:url";
-import { type Browser, type Page, chromium } from "playwright-core";
-import { afterAll, beforeAll, describe, expect, it } from "vitest";
+import type { Page } from "playwright-core";
+import { describe, expect, it } from "vitest";
 import { openDataSet } from "../../src/format/dataset.ts";
 import { outputFolder, readByLibrary, tool } from "../library.ts";
 import { Random } from "../randomFiles.ts";
+import { drag, expectAccessible, metres, openPage, openSample, sample, settled, showBeside, showCurves, told, useBrowser } from "./helpers.ts";
 
-const built = resolve(outputFolder, "page/index.html");
-const axe = readFileSync(resolve(import.meta.dirname, "../../node_modules/axe-core/axe.min.js"), "utf-8");
-const sample = resolve(outputFolder, "sample.oxd");
-const quiet = ["--disable-gpu", "--disable-background-networking", "--disable-component-update", "--disable-sync", "--no-first-run"];
-let browser: Browser;
-
-beforeAll(async () => {
-    mkdirSync(outputFolder, { recursive: true });
-    rmSync(sample, { force: true });
-    execFileSync(tool, ["make-sample", sample]);
-    browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: ["--no-sandbox", ...quiet] });
-}, 180_000);
-
-afterAll(() => browser?.close());
-
-async function openPage(file = built, colorScheme: "light" | "dark" = "light"): Promise<Page> {
-    const page = await browser.newPage({ colorScheme, viewport: { width: 1280, height: 900 } });
-    await page.goto(pathToFileURL(file).href);
-    return page;
-}
-
-async function openSample(colorScheme: "light" | "dark" = "light"): Promise<Page> {
-    const page = await openPage(built, colorScheme);
-    await page.setInputFiles("#chooser", sample);
-    await page.waitForSelector("output:not(:empty)");
-    return page;
-}
+useBrowser();
 
 async function choose(page: Page, name: string, bytes: Uint8Array): Promise<string> {
     await page.setInputFiles("#chooser", { name, mimeType: "", buffer: Buffer.from(bytes) });
@@ -53,14 +27,14 @@ describe("the page", () => {
             transfer.items.add(new File([decoded], "sample.oxd"));
             document.dispatchEvent(new DragEvent("drop", { dataTransfer: transfer, bubbles: true }));
         }, bytes);
+        await settled(page);
         await page.focus(".frame canvas");
         await page.keyboard.press("ArrowRight");
         await page.keyboard.press("ArrowUp");
         const value = Number(readByLibrary([sample])[0]?.groups[0]?.channels[0]?.lines[1]?.real[1]);
-        const told = (await page.textContent("output"))?.replace("−", "-") ?? "";
-        expect(told).toContain("(line 1, point 1)");
-        const factor = { nm: 1e-9, µm: 1e-6, pm: 1e-12 }[told.split(" ")[1] as "nm"];
-        expect(Number(told.split(" ")[0]) * factor).toBeCloseTo(value, 12);
+        const text = await told(page);
+        expect(text).toContain("(line 1, point 1)");
+        expect(metres(text)).toBeCloseTo(value, 12);
         await page.close();
     }, 180_000);
 
@@ -71,10 +45,8 @@ describe("the page", () => {
         await page.keyboard.press("Shift+ArrowRight");
         await page.keyboard.press(" ");
         expect(await page.textContent("output")).toContain("Profile: length");
-        await page.locator(".frame canvas").first().dragTo(page.locator(".frame canvas").first(), {
-            sourcePosition: { x: 20, y: 20 },
-            targetPosition: { x: 200, y: 120 },
-        });
+        await page.click("text=Profile tool");
+        await drag(page, { x: 20, y: 20 }, { x: 200, y: 120 });
         expect(await page.textContent("output")).toContain("Profile: length");
         expect(await page.locator(".plot .uplot").count()).toBe(1);
         await page.close();
@@ -82,22 +54,20 @@ describe("the page", () => {
 
     it.each(["light", "dark"] as const)("has no accessibility violation in %s colours", async (scheme) => {
         const page = await openSample(scheme);
-        await page.evaluate(axe);
-        const found = await page.evaluate("axe.run().then((all) => all.violations.map((v) => v.id + ': ' + v.nodes[0].html))");
-        await page.screenshot({ path: resolve(outputFolder, `${scheme}.png`) });
-        expect(found).toEqual([]);
+        await expectAccessible(page);
+        await showBeside(page);
+        await drag(page, { x: 100, y: 20 }, { x: 20, y: 60 });
+        await expectAccessible(page);
+        await showCurves(page);
+        await expectAccessible(page);
         await page.close();
     }, 180_000);
 
-    it("opens the file that is embedded in it", async () => {
-        const content = readFileSync(sample).toString("base64");
-        const empty = 'id="file"></script>';
-        const html = readFileSync(built, "utf-8");
-        expect(html).toContain(empty);
+    it("opens the file that the tool put into it", async () => {
         const file = resolve(outputFolder, "embedded.html");
-        writeFileSync(file, html.replace(empty, `id="file" data-name="sample.oxd">${content}</script>`));
+        execFileSync(tool, ["export", sample, "-o", file], { stdio: "pipe" });
         const page = await openPage(file);
-        await page.waitForSelector("output:not(:empty)");
+        await settled(page);
         expect(await page.textContent("#tree h2")).toBe("sample.oxd");
         await page.close();
     }, 180_000);
