@@ -57,6 +57,9 @@ analyse force curves: C headers, which describe every function, a CMake
 package, and files for pkg-config."
   "${PROJECT_SOURCE_DIR}/README.md")
 set(notices_tool CLI11 nlohmann-json)
+if(VELOXD_VIEWER)
+  list(APPEND notices_tool uPlot)
+endif()
 veloxd_debian_package(tool veloxd-tools science
 "command-line tool for .oxd files of scanning probe microscopes
 The tool oxd shows what is in a measurement file, exports its images and curves

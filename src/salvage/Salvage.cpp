@@ -153,7 +153,8 @@ Salvaged Salvage(std::istream& file, const std::string& fileName, bool trust)
 {
     const Judgement judgement = Judge(file, fileName, trust);
     Places places = FindPlaces(judgement);
-    Salvaged salvaged{judgement.inspection.dataSet, {}, judgement.state, judgement.repair, judgement.doubt};
+    Salvaged salvaged{judgement.inspection.dataSet, {}, judgement.state, judgement.repair, judgement.doubt,
+                      judgement.image.header};
     CFiller filler(file);
     const auto groups = salvaged.dataSet->GetAllGroups();
     for (std::uint64_t group = 0; group < groups.size(); ++group) {

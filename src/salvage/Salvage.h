@@ -50,15 +50,16 @@ struct Salvaged
     std::vector<SalvagedChannel> channels;                  // in the order of groups and slots
     HeaderState header = HeaderState::AsItStands;
     std::optional<Repair> repair;
-    std::string doubt; // a sentence on the lines that are uncertain
+    std::string doubt;      // a sentence on the lines that are uncertain
+    std::string headerText; // the header as it is taken, with its end mark, for what the data set does not keep
 
     // Whether anything is left that a file could hold: a group, or information.
     bool HasContent() const;
 };
 
-// All that is certain under the condition that Judgement.h states. Views, processors and unknown sections are not
-// kept, as with any save. Memory goes by the samples. Throws std::system_error when the file cannot be read, and
-// std::bad_alloc.
+// All that is certain under the condition that Judgement.h states. Views, processors and unknown sections are in
+// the header's text only, as with any data set. Memory goes by the samples. Throws std::system_error when the file
+// cannot be read, and std::bad_alloc.
 Salvaged Salvage(std::istream& file, const std::string& fileName, bool trust);
 
 // Saves the data set as a file that the library opens. The name is as the library takes names. Throws what a save

@@ -97,6 +97,9 @@ TEST_F(CommandLineTest, ShowsTheLogAndWholeDiagnosticsOnRequest)
         EXPECT_EQ(outcome.diagnostics.find("lexical cast"), std::string::npos) << outcome.diagnostics;
         EXPECT_EQ(outcome.results, ResultsOf("info odd.oxd"));
     }
+    const std::string once = Run("set odd.oxd Scan/Note here --create -o edited.oxd --debug").diagnostics;
+    EXPECT_NE(once.find(": warning: "), std::string::npos) << once;
+    EXPECT_EQ(once.find(": warning: "), once.rfind(": warning: ")) << once;
     EXPECT_EQ(Run("info missing.oxd").diagnostics.find("oxd: debug: "), std::string::npos);
     ExpectMessage("info missing.oxd --debug", 3, "\noxd: missing.oxd: No such file");
     ExpectMessage("info missing.oxd --debug", 3, "oxd: debug: ");
@@ -128,7 +131,8 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {2, "set x.oxd A/B 1", "--output or --in-place is required"},
         {2, "set x.oxd A/B 1 --in-place -o y.oxd", "--output excludes --in-place"},
         {2, "set x.oxd A/B 1 --in-place --no-clobber", "--no-clobber excludes --in-place"},
-        {2, "export sample.oxd -o out.txt" + scan, "out.txt: its suffix is none of .png .csv .raw .f64 .real, and"},
+        {2, "export sample.oxd -o out.txt" + scan,
+         "out.txt: its suffix is none of .png .svg .pdf .csv .raw .f64 .real .html, and"},
         {2, "export sample.oxd -o out.csv --format tiff" + scan, "tiff"},
         {2, "export sample.oxd -o out.png --format csv --grey" + scan, "--grey"},
         {2, "export sample.oxd -o png" + scan, "png: its suffix"},

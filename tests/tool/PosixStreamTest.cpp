@@ -2,6 +2,8 @@
 #include "tool/ToolTest.h"
 
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -72,4 +74,26 @@ TEST_F(PosixStreamTest, WorksWithoutStandardStreams)
     // What the library logs of a file is in nobody's way then.
     WriteOxd("[DataSet]\nVersion=2\nGroupCount=many\n", {}, "odd.oxd");
     EXPECT_EQ(Run("info odd.oxd 2>&-").results, Run("info odd.oxd").results);
+}
+
+// What the browser prints is not what the command was asked for.
+TEST_F(PosixStreamTest, OpensThePageInABrowserOfItsOwnOrSaysThatThereIsNone)
+{
+    if (!OXD_HAS_VIEWER)
+        GTEST_SKIP() << "this build has no viewer";
+    const std::string path = std::getenv("PATH");
+    const auto browse = [&](const std::string& end) {
+        WriteBytes("xdg-open", "#!/bin/sh\necho noise; echo noise >&2; echo \"$1\" >opened.txt; exit " + end + "\n");
+        std::filesystem::permissions("xdg-open", std::filesystem::perms::owner_all);
+        SetVariable("PATH", (Path("") + ":" + path).c_str());
+    };
+    browse("0");
+    EXPECT_EQ(ResultsOf("view sample.oxd -o page.html"), "page.html\n");
+    EXPECT_EQ(ReadBytes("opened.txt"), (std::filesystem::current_path() / "page.html").string() + "\n");
+    browse("3");
+    const Outcome refused =
+        ExpectMessage("view sample.oxd -o page.html", 3, "page.html: is written, but the system opens no");
+    EXPECT_EQ(refused.results, "page.html\n");
+    EXPECT_TRUE(std::filesystem::exists("page.html"));
+    SetVariable("PATH", path.c_str());
 }

@@ -50,7 +50,7 @@ TEST_F(SalvageCommandTest, RestoresAFileInWhichOneByteOfTheHeaderIsDamaged)
 {
     Damage("DataSet-0:1", "Points=256", "Points=2S6", "size.oxd");
     const Outcome outcome = ExpectMessage("salvage size.oxd -o out.oxd", 0, "is taken as \"Points=256\" instead of");
-    EXPECT_EQ(ResultsOf("diff sample.oxd out.oxd --ignore other"), "");
+    EXPECT_EQ(ResultsOf("diff sample.oxd out.oxd"), "");
     const auto map = json::parse(outcome.results);
     EXPECT_EQ(map["header"], "repaired");
     EXPECT_EQ(map["repair"]["found"], "Points=2S6");
@@ -68,6 +68,7 @@ TEST_F(SalvageCommandTest, SavesTheLinesThatACutFileHasAndDrawsThem)
                         {{"first", 128}, {"last", 255}, {"state", "missing"}}};
     EXPECT_EQ(map["channels"][2]["ranges"], lines);
     EXPECT_EQ(map["channels"][3]["savedLines"], 0);
+    EXPECT_EQ(ResultsOf("diff sample.oxd out.oxd --ignore samples --ignore structure"), ""); // views, processors, all
     EXPECT_EQ(Run("export out.oxd -g ForwardScan -c Phase -o out.f64").exitCode, 0);
     EXPECT_EQ(Run("export sample.oxd -g ForwardScan -c Phase -o sample.f64").exitCode, 0);
     const std::size_t half = std::size_t{128} * 256 * sizeof(double);
@@ -85,6 +86,14 @@ TEST_F(SalvageCommandTest, SavesTheLinesThatACutFileHasAndDrawsThem)
         EXPECT_GT(at(row + 128, 2), 250);
         EXPECT_LT(at(row + 128, 3), 5);
     }
+}
+
+TEST_F(SalvageCommandTest, SaysThatViewsAndProcessorsAreLostWithTheEndOfTheHeader)
+{
+    const std::string bytes = ReadBytes("sample.oxd");
+    WriteBytes("cut.oxd", bytes.substr(0, bytes.find("[SetView-1]") + 30));
+    ExpectMessage("salvage cut.oxd -o out.oxd", 0, "its views, processors and unknown sections are not kept");
+    ExpectMessage("validate out.oxd", 0, "");
 }
 
 TEST_F(SalvageCommandTest, LeavesFilesAloneIfItCannotDoWhatItIsAskedTo)

@@ -51,16 +51,19 @@ void AddNoClobber(CLI::App& command, Destination& output)
     NoClobber(command, output);
 }
 
-void AddSelection(CLI::App& command, ChannelSelection& selection)
+SelectionOptions AddSelection(CLI::App& command, ChannelSelection& selection)
 {
     AddInputFile(command, selection.file);
-    command.add_option("-g,--group", selection.group, "Name of the group, or id: and its id")
-        ->type_name("NAME|id:N")
-        ->required();
-    command.add_option("-c,--channel", selection.channel, "Index of the channel, or its name")
-        ->type_name("INDEX|NAME")
-        ->required();
+    CLI::Option* const group =
+        command.add_option("-g,--group", selection.group, "Name of the group, or id: and its id")
+            ->type_name("NAME|id:N")
+            ->required();
+    CLI::Option* const channel =
+        command.add_option("-c,--channel", selection.channel, "Index of the channel, or its name")
+            ->type_name("INDEX|NAME")
+            ->required();
     AddTrust(command, selection.trust);
+    return {*group, *channel};
 }
 
 void AddSaving(CLI::App& command, const SavingOptions& saving)

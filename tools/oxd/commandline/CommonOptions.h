@@ -29,7 +29,12 @@ void AddInputFiles(CLI::App& command, std::vector<std::string>& files);
 CLI::Option& AddOutput(CLI::App& command, Destination& output);
 void AddOutputOrInPlace(CLI::App& command, Destination& output, bool& inPlace); // neither may be given
 void AddNoClobber(CLI::App& command, Destination& output);                      // for a command without -o
-void AddSelection(CLI::App& command, ChannelSelection& selection);              // with its file, and AddTrust
+struct SelectionOptions
+{
+    CLI::Option& group;
+    CLI::Option& channel;
+};
+SelectionOptions AddSelection(CLI::App& command, ChannelSelection& selection); // with its file, and AddTrust; required
 
 // How a command saves an .oxd file.
 struct SavingOptions

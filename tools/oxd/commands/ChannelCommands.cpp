@@ -3,14 +3,19 @@
 #include "oxd/commandline/CommonOptions.h"
 #include "oxd/commandline/NameTable.h"
 #include "oxd/edit/Correct.h"
-#include "oxd/export/Export.h"
+#include "oxd/export/ExportAll.h"
 #include "oxd/inspection/CheckInput.h"
 #include "oxd/inspection/SaveLosses.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
+#include "oxd/viewer/View.h"
+#include "oxd/viewer/WritePage.h"
 
 #include <algorithm>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace oxd {
 
@@ -48,6 +53,72 @@ void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCod
     const Corrected corrected = Correct(correction, carried);
     outcome = Report(file, corrected.untouched, "left as before");
     results.WriteLines(corrected.preview);
+}
+
+ExitCode ReportGaps(const std::string& file, const ExportGaps& gaps)
+{
+    for (const std::string& note : gaps.notes) {
+        Complain(file + ": " + note);
+    }
+    return Report(file, gaps.skipped, "left out");
+}
+
+// Ends with the worst code of a channel, which is the one with the largest number.
+ExitCode ExportAllAloud(const Export& wanted)
+{
+    ExitCode worst = ExitCode::Done;
+    const auto add = [&worst](ExitCode code) { worst = std::max(worst, code); };
+    ExportAll(
+        wanted, [&](const ExportGaps& gaps) { add(ReportGaps(wanted.selection.file, gaps)); },
+        [&](const Failure& failure) {
+            Complain(failure.what());
+            add(failure.Code());
+        });
+    return worst;
+}
+
+struct ExportOptions
+{
+    Export wanted;
+    bool all = false;
+    std::vector<CLI::Option*> selection = {}; // that a channel takes
+};
+
+// A channel has to be named, or all of them taken. A name may be empty.
+void RequireSelection(ExportOptions& options)
+{
+    for (CLI::Option* const option : options.selection) {
+        if (!options.all && option->empty()) {
+            throw CLI::RequiredError(option->get_name());
+        }
+    }
+    std::string& group = options.wanted.selection.group;
+    group = options.all && group.empty() && !options.selection.front()->empty() ? "name:" : group;
+}
+
+void ExportPage(const ExportOptions& options)
+{
+    const Export& wanted = options.wanted;
+    if (options.all) {
+        throw Failure(ExitCode::Usage, wanted.output.name, "a page holds all channels anyway, without --all");
+    }
+    RequireNothingOfAChannel(wanted);
+    InspectAloud(wanted.selection.file);
+    WritePage(wanted.selection.file, wanted.output);
+}
+
+ExitCode ExportAloud(ExportOptions& options)
+{
+    Export& wanted = options.wanted;
+    if (IsPage(wanted)) {
+        ExportPage(options);
+        return ExitCode::Done;
+    }
+    RequireSelection(options);
+    const inspect::Inspection inspection = InspectAloud(wanted.selection.file);
+    wanted.selection.doubted = Doubted(inspection);
+    wanted.selection.misread = Misread(inspection);
+    return options.all ? ExportAllAloud(wanted) : ReportGaps(wanted.selection.file, ExportChannel(wanted));
 }
 
 void AddPictureOptions(CLI::App& command, Export& wanted)
@@ -88,6 +159,18 @@ void AddPictureOptions(CLI::App& command, Export& wanted)
     command.add_option_function<std::string>("--title", title, "Title instead of the names of group and channel")
         ->type_name("TEXT")
         ->group(group);
+    const auto size = [&picture](const std::string& text) { picture.size = ParseSize(text); };
+    const auto resolution = [&picture](const double& dpi) { picture.resolution = dpi; };
+    command
+        .add_option_function<std::string>("--size", size,
+                                          "WIDTH or WIDTHxHEIGHT of the whole picture, such as 85mm or 800x600")
+        ->type_name("SIZE")
+        ->group(group);
+    command.add_option_function<double>("--dpi", resolution, "Pixels per inch of a .png, for printing; else 96")
+        ->type_name("N")
+        ->check(CLI::Range(24, 2400).description(""))
+        ->group(group);
+    command.add_flag("--scale-bar", picture.scaleBar, "A bar of a round length in an image")->group(group);
     command
         .add_flag_callback(
             "--no-axes", [&picture] { picture.axes = false; }, "The samples alone, without title, axes and colour bar")
@@ -122,28 +205,57 @@ void AddCorrect(CLI::App& app, Results& results, ExitCode& outcome)
 
 void AddExport(CLI::App& app, ExitCode& outcome)
 {
-    const auto wanted = std::make_shared<Export>();
+    const auto options = std::make_shared<ExportOptions>();
+    Export& wanted = options->wanted;
     CLI::App& command = *app.add_subcommand("export", "Write a channel as a picture, a table or bare numbers");
     command.footer("The suffix of OUT, in any case, says what is written unless --format does:\n" +
                    DescribeExportKinds() + "\n" + DescribeNames("Operators:", lineOperators, 12) + "\n\n" +
                    DescribeNames("Maps:", colourMaps, 13) + "\n\n" + selectionShape);
-    AddSelection(command, wanted->selection);
-    AddOperator(command, wanted->lineOperator, "Operator, see below; without it the samples are as they are");
-    command.add_option("--format", wanted->format, "What to write where the suffix of OUT does not tell, such as csv")
+    const SelectionOptions selection = AddSelection(command, wanted.selection);
+    options->selection = {&selection.group, &selection.channel};
+    for (CLI::Option* const option : options->selection) {
+        option->required(false);
+    }
+    command
+        .add_flag("--all", options->all,
+                  "All channels of the file, or of the group; OUT is a folder for a file of each, .png or --format")
+        ->excludes(&selection.channel);
+    AddOperator(command, wanted.lineOperator, "Operator, see below; without it the samples are as they are");
+    command.add_option("--format", wanted.format, "What to write where the suffix of OUT does not tell, such as csv")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(ExportFormats()).description(""));
-    command.add_flag("--grey", wanted->grey, "Plain picture in 16 bits of grey");
-    AddOutput(command, wanted->output).required();
-    AddPictureOptions(command, *wanted);
-    AddNoProvenance(command, wanted->labels, "Do not note down in a picture what it shows");
-    command.callback([wanted, &outcome] {
-        const inspect::Inspection inspection = InspectAloud(wanted->selection.file);
-        wanted->selection.doubted = Doubted(inspection);
-        wanted->selection.misread = Misread(inspection);
-        const ExportGaps gaps = ExportChannel(*wanted);
-        outcome = Report(wanted->selection.file, gaps.skipped, "left out");
-        for (const std::string& note : gaps.notes) {
-            Complain(wanted->selection.file + ": " + note);
+    command.add_flag("--grey", wanted.grey, "Plain picture in 16 bits of grey");
+    AddOutput(command, wanted.output).required();
+    AddPictureOptions(command, wanted);
+    AddNoProvenance(command, wanted.labels, "Do not note down in a picture what it shows");
+    command.callback([options, &outcome] { outcome = ExportAloud(*options); });
+}
+
+void AddView(CLI::App& app, Results& results)
+{
+    struct Options
+    {
+        std::string file;
+        Destination page;
+        bool opens = true;
+    };
+    const auto options = std::make_shared<Options>();
+    CLI::App& command = *app.add_subcommand("view", "Show a file in the browser");
+    command.footer("The page holds the viewer and the file, and its name is printed. Nothing is sent anywhere.\n"
+                   "Without -o, it stays in a folder for temporary files that only this user may read.\n\n"
+                   "Examples:\n"
+                   "  oxd view sample.oxd\n"
+                   "  oxd view sample.oxd --no-open -o page.html");
+    AddInputFile(command, options->file);
+    AddOutput(command, options->page);
+    command.add_flag_callback(
+        "--no-open", [options] { options->opens = false; }, "Open no browser");
+    command.callback([options, &results] {
+        InspectAloud(options->file);
+        const std::string page = MakePage(options->file, options->page);
+        results.WriteLines(page + "\n");
+        if (options->opens) {
+            OpenPage(page);
         }
     });
 }

@@ -10,6 +10,7 @@
 #include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
 #include "oxd/commands/SelfCommands.h"
+#include "oxd/commands/scan/ScanCommand.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
 
@@ -47,6 +48,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddInfo(app, results, outcome);
     AddValidate(app, results, outcome);
     AddExplain(app, results);
+    AddScan(app, results, outcome);
     AddDiff(app, results, outcome);
     AddDoctor(app, results, outcome);
     AddSalvage(app, results);
@@ -55,6 +57,7 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddProcess(app, results, outcome);
     AddReplay(app, results, outcome);
     AddExport(app, outcome);
+    AddView(app, results);
     AddGet(app, results, outcome);
     AddSet(app, results);
     AddHelp(app, results);

@@ -65,8 +65,8 @@ std::string ChangedSamples(const std::string& file, const std::string& saved)
 
 std::string Preview(const std::string& file, const std::string& saved, const std::string& output)
 {
-    const inspect::Inspection before = InspectFile(file);
-    const inspect::Inspection after = InspectFile(saved);
+    const inspect::Inspection before = InspectQuietly(file);
+    const inspect::Inspection after = InspectQuietly(saved);
     const std::string textBefore = HeaderBytes(before);
     const std::string textAfter = HeaderBytes(after);
     return UnifiedDifference({file, textBefore}, {output, textAfter}) + ChangedSamples(file, saved) + output + ": " +

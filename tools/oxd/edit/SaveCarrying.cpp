@@ -12,7 +12,7 @@ void InsertSections(const CarriedSections& carried, const std::string& saved, Ou
         return;
     }
     InsertIntoHeader(output, saved, carried.Text());
-    if (!InspectFile(saved).Opens()) {
+    if (!InspectQuietly(saved).Opens()) {
         throw Failure(ExitCode::Damaged, output.Name(),
                       "would not open with the views, processors and unknown sections that are to be kept");
     }

@@ -8,11 +8,6 @@ namespace oxd {
 
 namespace {
 
-struct Place
-{
-    double x, y; // pixels from the top left corner; NaN for a point without a value
-};
-
 class Cover
 {
 public:
@@ -21,10 +16,10 @@ public:
     {
     }
 
-    void Add(const Place& place) { Add(ColumnOf(place.x), place.y); }
+    void Add(const Point& point) { Add(ColumnOf(point.x), point.y); }
 
-    // All that a straight line between two places passes.
-    void AddLine(Place from, Place to)
+    // All that a straight line between two points passes.
+    void AddLine(Point from, Point to)
     {
         if (from.x > to.x) {
             std::swap(from, to);
@@ -39,7 +34,7 @@ public:
     std::vector<ColumnCover> Take() { return std::move(m_columns); }
 
 private:
-    static double HeightAt(double x, const Place& from, const Place& to)
+    static double HeightAt(double x, const Point& from, const Point& to)
     {
         return to.x > from.x ? from.y + (to.y - from.y) * (x - from.x) / (to.x - from.x) : to.y;
     }
@@ -58,26 +53,35 @@ private:
 
 } // namespace
 
-std::vector<ColumnCover> CoverOf(const Curve& curve, const Scale& x, const Scale& y, double width, double height)
+std::vector<Point> PointsOf(const Curve& curve, const Scale& x, const Scale& y, double width, double height)
 {
-    Cover cover(width);
     // A damaged file may have an axis that leads nowhere: its points are as far apart from each other then.
     const auto fractionOf = [&](double share) {
         const double fraction = x.Fraction(curve.span.min + curve.span.range * share);
         return x.IsFinite() && !std::isnan(fraction) ? fraction : share;
     };
     const double last = std::max<double>(static_cast<double>(curve.values.size()), 2) - 1;
-    Place before{0, std::numeric_limits<double>::quiet_NaN()};
-    for (std::size_t point = 0; point < curve.values.size(); ++point) {
-        const Place place{fractionOf(static_cast<double>(point) / last) * width,
-                          (1 - y.Fraction(curve.values[point])) * height};
-        if (!std::isnan(place.y)) {
-            cover.Add(place);
+    std::vector<Point> points;
+    points.reserve(curve.values.size());
+    for (const double value : curve.values) {
+        const double share = static_cast<double>(points.size()) / last;
+        points.push_back({fractionOf(share) * width, (1 - y.Fraction(value)) * height});
+    }
+    return points;
+}
+
+std::vector<ColumnCover> CoverOf(const Curve& curve, const Scale& x, const Scale& y, double width, double height)
+{
+    Cover cover(width);
+    Point before{0, std::numeric_limits<double>::quiet_NaN()};
+    for (const Point& point : PointsOf(curve, x, y, width, height)) {
+        if (!std::isnan(point.y)) {
+            cover.Add(point);
         }
-        if (!std::isnan(place.y) && !std::isnan(before.y)) {
-            cover.AddLine(before, place);
+        if (!std::isnan(point.y) && !std::isnan(before.y)) {
+            cover.AddLine(before, point);
         }
-        before = place;
+        before = point;
     }
     return cover.Take();
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "oxd/library/Channel.h"
+#include "oxd/picture/Canvas.h"
 #include "oxd/picture/Scale.h"
 
 #include <cstdint>
@@ -15,6 +16,10 @@ struct Curve
     std::vector<double> values; // NaN where there is none
     std::uint32_t colour;       // 0xAARRGGBB
 };
+
+// Where the points of a curve are in a plot of so many pixels, from its top left corner; y is a NaN for a point without
+// a value. Points beyond the scales are at their ends.
+std::vector<Point> PointsOf(const Curve& curve, const Scale& x, const Scale& y, double width, double height);
 
 // The rows of pixels that a curve covers in one column, counted from the top; none if `top` is a NaN.
 struct ColumnCover

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <optional>
 
 namespace oxd {
 
@@ -21,6 +22,7 @@ struct Kind
     std::uint64_t passes; // how often each line is read
     void (*write)(ExportJob& job);
     std::string_view description;
+    std::optional<PictureForm> form = {}; // of what options of pictures are for
 };
 
 void WritePicture(ExportJob& job)
@@ -33,16 +35,19 @@ void WritePicture(ExportJob& job)
     showsCurves ? WriteCurvePicture(job) : WriteColourPicture(job);
 }
 
-constexpr std::string_view picture = ".png";
-
 constexpr std::array kinds{
-    Kind{picture, false, 1, WritePicture, "picture in colours with axes and a colour bar"},
-    Kind{picture, true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none"},
+    Kind{".png", false, 1, WritePicture, "picture in colours with axes and a colour bar", PictureForm::Png},
+    Kind{".svg", false, 1, WritePicture, "the same for browsers and drawing programs", PictureForm::Svg},
+    Kind{".pdf", false, 1, WritePicture, "the same for printing", PictureForm::Pdf},
+    Kind{".png", true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none",
+         PictureForm::Png},
     Kind{".csv", false, 1, WriteCsv, "table with a row for each line, headed by positions"},
     Kind{".raw", false, 1, WriteRawNumbers, "raw samples, 32-bit little-endian integers, line by line"},
     Kind{".f64", false, 1, WriteRealNumbers, "real values, 64-bit little-endian, NaN where there is none"},
     Kind{".real", false, 1, WriteRealNumbers, "the same as .f64"},
 };
+
+constexpr std::string_view page = ".html"; // of the whole file, which is no kind of a channel
 
 std::string AllSuffixes()
 {
@@ -52,7 +57,7 @@ std::string AllSuffixes()
             text.append(" ").append(kind.suffix);
         }
     }
-    return text;
+    return text.append(" ").append(page);
 }
 
 std::string SuffixOf(const Export& wanted)
@@ -81,6 +86,14 @@ const Kind& FindKind(const Export& wanted)
     return *found;
 }
 
+std::string HelpLine(std::string_view suffix, std::string_view option, std::string_view description)
+{
+    constexpr std::size_t width = 12;
+    std::string text = std::string(suffix).append(option);
+    text.resize(width, ' ');
+    return "  " + text.append(description) + "\n";
+}
+
 std::string Title(const Export& wanted, const Channel& channel)
 {
     if (wanted.picture.title) {
@@ -94,17 +107,17 @@ std::string Title(const Export& wanted, const Channel& channel)
     return caption.empty() ? name : name + ", " + caption;
 }
 
-std::vector<PngText> Labels(const Export& wanted, const Channel& channel)
+std::vector<PictureText> Labels(const Export& wanted, const Channel& channel)
 {
-    std::vector<PngText> labels{{"Title", Title(wanted, channel)},
-                                {"Software", ToolName()},
-                                {"Source", NameWithoutFolder(wanted.selection.file)},
-                                {"Group", channel.GroupName()},
-                                {"Channel", channel.Name()}};
+    std::vector<PictureText> labels{{"Title", Title(wanted, channel)},
+                                    {"Software", ToolName()},
+                                    {"Source", NameWithoutFolder(wanted.selection.file)},
+                                    {"Group", channel.GroupName()},
+                                    {"Channel", channel.Name()}};
     if (!wanted.lineOperator.name.empty()) {
         labels.push_back({"Operator", std::string(wanted.lineOperator.name)});
     }
-    for (PngText& label : labels) {
+    for (PictureText& label : labels) {
         label.text = ValidUtf8(Printable(label.text));
     }
     return labels;
@@ -131,13 +144,33 @@ std::vector<LineSource> Others(const Export& wanted, const Channel& first, const
 
 } // namespace
 
+bool IsPage(const Export& wanted)
+{
+    return SuffixOf(wanted) == page;
+}
+
+void RequireNothingOfAChannel(const Export& wanted)
+{
+    const bool wantsPart = !wanted.selection.group.empty() || !wanted.selection.channel.empty();
+    const bool wantsChange = !wanted.lineOperator.name.empty() || wanted.grey || !wanted.picture.IsDefault();
+    if (wantsPart || wantsChange || !wanted.with.empty()) {
+        throw Failure(ExitCode::Usage, wanted.output.name,
+                      "a page holds the whole file, and takes no options of a channel or a picture");
+    }
+}
+
 ExportGaps ExportChannel(const Export& wanted)
 {
+    FindKind(wanted); // refused without a look at the file
+    return ExportChannel(DataSet::Open(wanted.selection.file), wanted);
+}
+
+ExportGaps ExportChannel(const DataSet& dataSet, const Export& wanted)
+{
     const Kind& kind = FindKind(wanted);
-    if (kind.suffix != picture && (!wanted.picture.IsDefault() || !wanted.with.empty())) {
-        throw Failure(ExitCode::Usage, wanted.output.name, "options of pictures are for .png only");
+    if (!kind.form && (!wanted.picture.IsDefault() || !wanted.with.empty())) {
+        throw Failure(ExitCode::Usage, wanted.output.name, "options of pictures are for .png, .svg and .pdf only");
     }
-    const DataSet dataSet = DataSet::Open(wanted.selection.file);
     RequireOtherFile(wanted.selection.file, wanted.output.name);
     const Channel channel = FindChannel(dataSet, wanted.selection);
     Progress progress(kind.passes * (1 + wanted.with.size()) * channel.Lines());
@@ -149,8 +182,9 @@ ExportGaps ExportChannel(const Export& wanted)
                   wanted.selection.file,
                   Title(wanted, channel),
                   wanted.picture,
-                  wanted.labels ? Labels(wanted, channel) : std::vector<PngText>(),
+                  wanted.labels ? Labels(wanted, channel) : std::vector<PictureText>(),
                   {}};
+    job.picture.form = kind.form.value_or(PictureForm::Png);
     kind.write(job);
     output.Close();
     return {source.Skipped(), job.notes};
@@ -171,20 +205,17 @@ std::vector<std::string> ExportFormats()
             formats.emplace_back(kind.suffix.substr(1));
         }
     }
+    formats.emplace_back(page.substr(1));
     return formats;
 }
 
 std::string DescribeExportKinds()
 {
-    constexpr std::size_t width = 12;
     std::string text;
     for (const Kind& kind : kinds) {
-        std::string options(kind.suffix);
-        options += kind.grey ? " --grey" : "";
-        options.resize(width, ' ');
-        text.append("  ").append(options).append(kind.description).append("\n");
+        text += HelpLine(kind.suffix, kind.grey ? " --grey" : "", kind.description);
     }
-    return text;
+    return text + HelpLine(page, "", "page with the whole file, for any browser; without --group and --channel");
 }
 
 } // namespace oxd

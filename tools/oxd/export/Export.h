@@ -1,7 +1,7 @@
 // Writes one channel as a file that other programs read: a picture, a table or bare numbers.
 #pragma once
 
-#include "oxd/export/PictureOptions.h"
+#include "oxd/export/options/PictureOptions.h"
 #include "oxd/files/OutputFile.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
@@ -33,6 +33,15 @@ struct ExportGaps
 
 // Throws a Failure if the output cannot be made. What was there stays then.
 ExportGaps ExportChannel(const Export& wanted);
+
+// The same from the file of the selection that is open already.
+ExportGaps ExportChannel(const DataSet& dataSet, const Export& wanted);
+
+// Whether the output is to be a page of the whole file, which is not made here but by WritePage.
+bool IsPage(const Export& wanted);
+
+// Throws a Failure if something is asked for that a page does not have.
+void RequireNothingOfAChannel(const Export& wanted);
 
 // A word for each kind of output, which is its suffix without the dot.
 std::vector<std::string> ExportFormats();

@@ -3,6 +3,7 @@
 #include "oxd/export/Field.h"
 #include "oxd/export/Labels.h"
 #include "oxd/export/Margins.h"
+#include "oxd/export/ScaleBar.h"
 #include "oxd/picture/Canvas.h"
 #include "oxd/picture/Ruler.h"
 #include "oxd/system/Failure.h"
@@ -31,7 +32,7 @@ double AspectRatio(const Axis& x, const Axis& y)
 }
 
 // Samples of small channels become squares of several pixels.
-Extent PlotSize(const LineSource& source, double aspectRatio)
+Extent UsualPlotSize(const LineSource& source, double aspectRatio)
 {
     constexpr std::uint64_t comfortable = 640;
     constexpr std::uint64_t most = 1024;
@@ -41,6 +42,25 @@ Extent PlotSize(const LineSource& source, double aspectRatio)
         return static_cast<std::size_t>(vel_round(static_cast<double>(longSide) * factor));
     };
     return aspectRatio <= 1 ? Extent{longSide, shorter(aspectRatio)} : Extent{shorter(1 / aspectRatio), longSide};
+}
+
+Extent PlotSize(const ExportJob& job, double aspectRatio)
+{
+    const PictureOptions& options = job.picture;
+    if (!options.size) {
+        return UsualPlotSize(job.source, aspectRatio);
+    }
+    return PlotWithin(*options.size, options.axes ? margins : Extent{}, aspectRatio, options.ShapeOf(1, 1).Fineness());
+}
+
+// The cells that pixels of the file can show.
+Extent Finest(const Extent& size, const PictureOptions& options)
+{
+    const double fineness = options.ShapeOf(1, 1).Fineness();
+    const auto cells = [fineness](std::size_t pixels) {
+        return static_cast<std::size_t>(std::ceil(static_cast<double>(pixels) * fineness));
+    };
+    return {cells(size.columns), cells(size.rows)};
 }
 
 // The first and the last sample are at the ends of the axis, so their cells reach beyond it by half of their size.
@@ -97,6 +117,15 @@ void NoteClipped(ExportJob& job, const Clipped& clipped)
     }
 }
 
+void DrawSamples(Canvas& canvas, const Rectangle& plot, const ExportJob& job, const Cells& cells)
+{
+    cells.Draw(canvas, plot);
+    if (job.picture.scaleBar) {
+        const Axis x = job.source.GetChannel().ReadAxis(pointAxis);
+        DrawScaleBar(canvas, plot, ScaleOf(x, job.source.Points()), x.unit);
+    }
+}
+
 Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size, const Clipped& clipped)
 {
     const Channel& channel = job.source.GetChannel();
@@ -109,8 +138,8 @@ Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size
     constexpr double barWidth = 20;
     const Rectangle plot{leftMargin, topMargin, width, height};
     const Rectangle bar{leftMargin + width + barDistance, topMargin, barWidth, height};
-    Canvas canvas = CanvasAround(plot, job.title);
-    cells.Draw(canvas, plot);
+    Canvas canvas = CanvasAround(plot, job);
+    DrawSamples(canvas, plot, job, cells);
     canvas.DrawFrame(plot);
     const Scale upwards = ScaleOf(y, job.source.Lines());
     const Scale lines = job.picture.firstLineOnTop ? Scale(upwards.To(), upwards.From()) : upwards;
@@ -121,10 +150,10 @@ Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size
     return canvas;
 }
 
-Canvas DrawAlone(const Cells& cells, const Extent& size)
+Canvas DrawAlone(const ExportJob& job, const Cells& cells, const Extent& size)
 {
-    Canvas canvas(static_cast<int>(size.columns), static_cast<int>(size.rows));
-    cells.Draw(canvas, {0, 0, static_cast<double>(size.columns), static_cast<double>(size.rows)});
+    Canvas canvas(job.picture.ShapeOf(static_cast<int>(size.columns), static_cast<int>(size.rows)));
+    DrawSamples(canvas, {0, 0, static_cast<double>(size.columns), static_cast<double>(size.rows)}, job, cells);
     return canvas;
 }
 
@@ -133,8 +162,8 @@ Canvas DrawAlone(const Cells& cells, const Extent& size)
 void WriteColourPicture(ExportJob& job)
 {
     const Channel& channel = job.source.GetChannel();
-    const Extent size = PlotSize(job.source, AspectRatio(channel.ReadAxis(pointAxis), channel.ReadAxis(lineAxis)));
-    const Field field(job.source, size);
+    const Extent size = PlotSize(job, AspectRatio(channel.ReadAxis(pointAxis), channel.ReadAxis(lineAxis)));
+    const Field field(job.source, Finest(size, job.picture));
     const Scale range =
         RangeOf(job.picture.contrast.value_or(Contrast()), field.Values(), job.source.SignalAxis().unit);
     if (!range.IsFinite()) {
@@ -143,8 +172,8 @@ void WriteColourPicture(ExportJob& job)
     const Clipped clipped = BeyondRange(range, field.Values());
     NoteClipped(job, clipped);
     const Cells cells{field, range, job.picture};
-    const Canvas canvas = job.picture.axes ? DrawWithAxes(job, cells, size, clipped) : DrawAlone(cells, size);
-    job.output.Write(WithTexts(canvas.ToPng(), LabelsWithRange(job, range)));
+    Canvas canvas = job.picture.axes ? DrawWithAxes(job, cells, size, clipped) : DrawAlone(job, cells, size);
+    job.output.Write(canvas.ToFile(LabelsWithRange(job, range)));
 }
 
 } // namespace oxd

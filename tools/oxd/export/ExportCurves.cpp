@@ -1,8 +1,8 @@
 #include "oxd/export/Curve.h"
 #include "oxd/export/ExportKinds.h"
 #include "oxd/export/Labels.h"
-#include "oxd/export/LineChoice.h"
 #include "oxd/export/Margins.h"
+#include "oxd/export/options/LineChoice.h"
 #include "oxd/picture/Canvas.h"
 #include "oxd/picture/Ruler.h"
 #include "oxd/system/Failure.h"
@@ -16,8 +16,7 @@ namespace oxd {
 namespace {
 
 // In pixels.
-constexpr double plotWidth = 640;
-constexpr double plotHeight = 480;
+constexpr Extent usualPlot{640, 480};
 constexpr double lineWidth = 1.5;
 
 // So many curves have a colour and a place in the legend each.
@@ -125,16 +124,32 @@ Scale ValuesOf(const ExportJob& job, const std::vector<Curve>& curves)
     return {range.From() - room, range.To() + room};
 }
 
+// In columns of pixels of the file.
+void DrawColumns(Canvas& canvas, const Rectangle& plot, const Curve& curve, const Scale& x, const Scale& y)
+{
+    const double fineness = canvas.Shape().Fineness();
+    const double width = fineness > 1 ? lineWidth : 1;
+    double column = plot.x + (1 / fineness - width) / 2;
+    for (const ColumnCover& cover : CoverOf(curve, x, y, plot.width * fineness, plot.height * fineness)) {
+        if (!std::isnan(cover.top)) {
+            const double height = (cover.bottom - cover.top) / fineness + lineWidth;
+            canvas.Fill({column, plot.y + cover.top / fineness - lineWidth / 2, width, height}, curve.colour);
+        }
+        column += 1 / fineness;
+    }
+}
+
 void DrawCurve(Canvas& canvas, const Rectangle& plot, const Curve& curve, const Scale& x, const Scale& y)
 {
-    double column = plot.x;
-    for (const ColumnCover& cover : CoverOf(curve, x, y, plot.width, plot.height)) {
-        if (!std::isnan(cover.top)) {
-            const double height = cover.bottom - cover.top + lineWidth;
-            canvas.Fill({column, plot.y + cover.top - lineWidth / 2, 1, height}, curve.colour);
-        }
-        ++column;
+    if (!canvas.Shape().IsVector()) {
+        DrawColumns(canvas, plot, curve, x, y);
+        return;
     }
+    std::vector<Point> points = PointsOf(curve, x, y, plot.width, plot.height);
+    for (Point& point : points) {
+        point = {point.x + plot.x, point.y + plot.y};
+    }
+    canvas.DrawPolyline(points, lineWidth, curve.colour);
 }
 
 void DrawLegend(Canvas& canvas, double x, double y, const std::vector<LegendEntry>& legend)
@@ -165,6 +180,15 @@ void DrawSeriesBar(Canvas& canvas, const ExportJob& job, const Rectangle& bar, c
         .DrawRight(canvas, bar.x + bar.width, bar.y);
 }
 
+Rectangle PlotOf(const ExportJob& job)
+{
+    const std::optional<PictureSize>& size = job.picture.size;
+    constexpr double ratio = static_cast<double>(usualPlot.rows) / usualPlot.columns;
+    const double fineness = job.picture.ShapeOf(1, 1).Fineness();
+    const Extent plot = size ? PlotWithin(*size, margins, ratio, fineness) : usualPlot;
+    return {leftMargin, topMargin, static_cast<double>(plot.columns), static_cast<double>(plot.rows)};
+}
+
 } // namespace
 
 bool IsOfCurves(const Channel& channel)
@@ -189,21 +213,21 @@ void WriteCurvePicture(ExportJob& job)
     for (const LineSource& other : job.others) {
         names += ", " + other.GetChannel().Name();
     }
-    const Rectangle plot{leftMargin, topMargin, plotWidth, plotHeight};
-    Canvas canvas = CanvasAround(plot, job.title);
+    const Rectangle plot = PlotOf(job);
+    Canvas canvas = CanvasAround(plot, job);
     for (const Curve& curve : all.curves) {
         DrawCurve(canvas, plot, curve, x, y);
     }
     canvas.DrawFrame(plot);
-    Ruler(x, point.name, point.unit, plotWidth).DrawBelow(canvas, plot.x, plot.y + plotHeight);
-    Ruler(y, names, signal.unit, plotHeight).DrawLeft(canvas, plot.x, plot.y);
+    Ruler(x, point.name, point.unit, plot.width).DrawBelow(canvas, plot.x, plot.y + plot.height);
+    Ruler(y, names, signal.unit, plot.height).DrawLeft(canvas, plot.x, plot.y);
     constexpr double distance = 22, barWidth = 20;
     if (all.legend.empty()) {
-        DrawSeriesBar(canvas, job, {plot.x + plotWidth + distance, plot.y, barWidth, plotHeight}, lines);
+        DrawSeriesBar(canvas, job, {plot.x + plot.width + distance, plot.y, barWidth, plot.height}, lines);
     } else {
-        DrawLegend(canvas, plot.x + plotWidth + distance / 2, plot.y + distance / 2, all.legend);
+        DrawLegend(canvas, plot.x + plot.width + distance / 2, plot.y + distance / 2, all.legend);
     }
-    job.output.Write(WithTexts(canvas.ToPng(), LabelsWithRange(job, y)));
+    job.output.Write(canvas.ToFile(LabelsWithRange(job, y)));
 }
 
 } // namespace oxd

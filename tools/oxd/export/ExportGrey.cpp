@@ -61,7 +61,7 @@ void WriteGreyPicture(ExportJob& job)
         throw Failure(ExitCode::No, job.file, first.NothingToShow());
     }
     PngWriter picture(job.output, source.Points(), source.Lines());
-    std::vector<PngText> texts = LabelsWithRange(job, range);
+    std::vector<PictureText> texts = LabelsWithRange(job, range);
     texts.push_back({"Value of level 1", ToExactText(range.From()) + unit});
     texts.push_back({"Value of level 65535", ToExactText(range.To()) + unit});
     picture.WriteHeader(texts);

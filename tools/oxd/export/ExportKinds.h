@@ -3,9 +3,9 @@
 #pragma once
 
 #include "oxd/export/LineSource.h"
-#include "oxd/export/PictureOptions.h"
+#include "oxd/export/options/PictureOptions.h"
 #include "oxd/files/OutputFile.h"
-#include "oxd/picture/PngText.h"
+#include "oxd/picture/PictureText.h"
 
 #include <string>
 #include <vector>
@@ -19,11 +19,11 @@ struct ExportJob
     LineSource& source;
     std::vector<LineSource> others; // that a picture of curves shows as well
     OutputFile& output;
-    std::string file;               // that the channel is in, for messages
-    std::string title;              // of a picture
-    PictureOptions picture;         // how it is to look
-    std::vector<PngText> labels;    // that a picture carries
-    std::vector<std::string> notes; // what the reader of the output should know, a sentence each
+    std::string file;                // that the channel is in, for messages
+    std::string title;               // of a picture
+    PictureOptions picture;          // how it is to look
+    std::vector<PictureText> labels; // that a picture carries
+    std::vector<std::string> notes;  // what the reader of the output should know, a sentence each
 };
 
 // Notes that none of the values is a number, where that is so once all lines were read.

@@ -2,17 +2,12 @@
 #pragma once
 
 #include "oxd/export/LineSource.h"
+#include "oxd/picture/Extent.h"
 
 #include <cstddef>
 #include <vector>
 
 namespace oxd {
-
-struct Extent
-{
-    std::size_t columns;
-    std::size_t rows;
-};
 
 // Holds one value for each cell, and so takes no more memory for a large channel than for its picture. Row 0 is the
 // first line.

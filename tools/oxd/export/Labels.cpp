@@ -4,9 +4,9 @@
 
 namespace oxd {
 
-std::vector<PngText> LabelsWithRange(const ExportJob& job, const Scale& range)
+std::vector<PictureText> LabelsWithRange(const ExportJob& job, const Scale& range)
 {
-    std::vector<PngText> labels = job.labels;
+    std::vector<PictureText> labels = job.labels;
     if (!labels.empty()) {
         const std::string unit = job.source.SignalAxis().unit;
         const std::string text = ToExactText(range.From()) + " .. " + ToExactText(range.To()) + " " + unit;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "oxd/export/ExportKinds.h"
-#include "oxd/picture/PngText.h"
+#include "oxd/picture/PictureText.h"
 #include "oxd/picture/Scale.h"
 
 #include <vector>
@@ -10,6 +10,6 @@
 namespace oxd {
 
 // The labels of the job and the range of values that the picture spans. Nothing if the job has no labels.
-std::vector<PngText> LabelsWithRange(const ExportJob& job, const Scale& range);
+std::vector<PictureText> LabelsWithRange(const ExportJob& job, const Scale& range);
 
 } // namespace oxd

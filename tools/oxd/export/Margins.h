@@ -1,7 +1,9 @@
 // The room around the plot of a picture.
 #pragma once
 
+#include "oxd/export/ExportKinds.h"
 #include "oxd/picture/Canvas.h"
+#include "oxd/picture/Extent.h"
 
 namespace oxd {
 
@@ -11,12 +13,14 @@ inline constexpr int topMargin = 42;
 inline constexpr int rightMargin = 136;
 inline constexpr int bottomMargin = 62;
 
-// A canvas with a plot of that size, and the title above it.
-inline Canvas CanvasAround(const Rectangle& plot, const std::string& title)
+inline constexpr Extent margins{leftMargin + rightMargin, topMargin + bottomMargin};
+
+// A canvas with a plot of that size, and the title of the job above it.
+inline Canvas CanvasAround(const Rectangle& plot, const ExportJob& job)
 {
-    Canvas canvas(leftMargin + static_cast<int>(plot.width) + rightMargin,
-                  topMargin + static_cast<int>(plot.height) + bottomMargin);
-    canvas.DrawText(title, plot.x, topMargin / 2.0, Anchor::Begin, plot.width + rightMargin);
+    Canvas canvas(job.picture.ShapeOf(static_cast<int>(margins.columns) + static_cast<int>(plot.width),
+                                      static_cast<int>(margins.rows) + static_cast<int>(plot.height)));
+    canvas.DrawText(job.title, plot.x, topMargin / 2.0, Anchor::Begin, plot.width + rightMargin);
     return canvas;
 }
 

@@ -28,7 +28,11 @@ void Guard(const std::filesystem::path& temporary);
 void GuardFolder(const std::filesystem::path& folder);
 void ReleaseFolder();
 
-// Throws a Failure if there was an interruption that has not ended the process.
+// For a command that writes results one after the other and no file: an interruption only takes note from now on, and
+// the command ends where it next calls Check, between two results. On POSIX systems, a second one ends it at once.
+void Defer();
+
+// Ends the process, or throws a Failure that does, if there was an interruption that has not ended the process.
 void Check();
 
 // The temporary file is about to take its place. The same as Check otherwise.

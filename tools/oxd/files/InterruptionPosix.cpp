@@ -25,19 +25,27 @@ enum class Stage
 // A handler may touch nothing but such variables: the heap may be in the middle of a change.
 std::atomic<Stage> stage = Stage::NoFile;
 std::atomic<bool> hasFolder = false;
+std::atomic<bool> isDeferred = false;
+std::atomic<int> deferredSignal = 0;
 using PathBuffer = std::array<char, PATH_MAX>;
 PathBuffer temporaryFile{};
 PathBuffer temporaryFolder{};
-static_assert(std::atomic<Stage>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
+static_assert(std::atomic<Stage>::is_always_lock_free && std::atomic<bool>::is_always_lock_free &&
+              std::atomic<int>::is_always_lock_free);
+
+[[noreturn]] void EndNow(int signal)
+{
+    constexpr int signalBase = 128;
+    Abandon();
+    _exit(signalBase + signal);
+}
 
 void End(int signal)
 {
-    constexpr int signalBase = 128;
-    if (stage == Stage::Committed) {
-        return;
+    const bool isLeftForLater = isDeferred && deferredSignal.exchange(signal) == 0;
+    if (stage != Stage::Committed && !isLeftForLater) {
+        EndNow(signal);
     }
-    Abandon();
-    _exit(signalBase + signal);
 }
 
 void Store(const std::filesystem::path& path, PathBuffer& buffer)
@@ -82,8 +90,16 @@ void ReleaseFolder()
     hasFolder = false;
 }
 
+void Defer()
+{
+    isDeferred = true;
+}
+
 void Check()
 {
+    if (deferredSignal != 0) {
+        EndNow(deferredSignal);
+    }
 }
 
 void Commit()

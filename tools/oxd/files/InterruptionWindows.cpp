@@ -96,6 +96,12 @@ void ReleaseFolder()
     hasFolder = false;
 }
 
+// Nothing is there to be removed, but the command is left to come to its own end.
+void Defer()
+{
+    Guard({});
+}
+
 void Check()
 {
     RequireUninterrupted(stage != Stage::Interrupted);

@@ -69,9 +69,13 @@ std::size_t EndOfLines(std::string_view header)
 
 } // namespace
 
-CarriedSections::CarriedSections(const inspect::Inspection& inspection)
+CarriedSections::CarriedSections(const inspect::Inspection& inspection) : CarriedSections(HeaderBytes(inspection))
 {
-    const std::string text = InUtf8(HeaderBytes(inspection));
+}
+
+CarriedSections::CarriedSections(std::string header)
+{
+    const std::string text = InUtf8(std::move(header));
     const CHeaderLines lines(text);
     const CSectionUses uses(lines);
     const HeaderLine end{static_cast<std::uint32_t>(EndOfLines(text)), ~std::uint32_t{0}};

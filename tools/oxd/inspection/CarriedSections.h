@@ -19,6 +19,8 @@ public:
     CarriedSections() = default; // none
     // Reads the header once more, of a file that opens. Throws a Failure if it cannot be read.
     explicit CarriedSections(const inspect::Inspection& inspection);
+    // Of a header with its end mark.
+    explicit CarriedSections(std::string header);
 
     // The sections in their order, byte for byte as they stand; in UTF-8 also where the file is not. Ends with a line
     // end unless it is empty.

@@ -20,13 +20,18 @@ std::string ReasonOf(const std::error_code& error)
 
 inspect::Inspection InspectFile(const std::string& file)
 {
+    inspect::Inspection inspection = InspectQuietly(file);
+    const std::string subject = file + ": ";
+    for (const std::string& message : LesserMessages(inspection)) {
+        Explain(subject + message);
+    }
+    return inspection;
+}
+
+inspect::Inspection InspectQuietly(const std::string& file)
+{
     try {
-        inspect::Inspection inspection = inspect::Inspect(file);
-        const std::string subject = file + ": ";
-        for (const std::string& message : LesserMessages(inspection)) {
-            Explain(subject + message);
-        }
-        return inspection;
+        return inspect::Inspect(file);
     } catch (const std::system_error& error) {
         Explain(error.what());
         const bool isUnreadable = error.code() == std::errc::io_error;

@@ -13,6 +13,9 @@ namespace inspect = veltaris::inspect;
 // cannot be opened or read, never for what it holds.
 inspect::Inspection InspectFile(const std::string& file);
 
+// The same without explanations: of a file that they were given for, or that was made from one.
+inspect::Inspection InspectQuietly(const std::string& file);
+
 // Throws a Failure, with RefusalMessage, if the file is none that the library opens or has no header.
 void RequireOpens(const inspect::Inspection& inspection);
 

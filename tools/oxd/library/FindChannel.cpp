@@ -113,6 +113,23 @@ Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted)
     return {dataSet, GroupIds(dataSet)[place.group], place.slot};
 }
 
+std::vector<ChannelPlace> PlacesOf(const DataSet& dataSet, const ChannelSelection& wanted)
+{
+    const DataSetNames names(dataSet);
+    const std::vector<std::uint64_t> ids = names.GroupIds();
+    const std::size_t first = wanted.group.empty() ? 0 : FindGroup(names, ids, wanted);
+    const std::size_t end = wanted.group.empty() ? ids.size() : first + 1;
+    std::vector<ChannelPlace> places;
+    for (std::size_t group = first; group < end; ++group) {
+        for (std::uint64_t slot = 0; slot < names.SlotCount(ids[group]); ++slot) {
+            if (names.ChannelName(ids[group], slot)) {
+                places.push_back({group, slot});
+            }
+        }
+    }
+    return places;
+}
+
 std::vector<std::uint64_t> GroupIds(const DataSet& dataSet)
 {
     std::vector<std::uint64_t> ids(dataSet.Call(GetGroupCount));

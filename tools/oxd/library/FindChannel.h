@@ -38,6 +38,9 @@ ChannelPlace FindPlace(const ChannelNames& names, const ChannelSelection& wanted
 // The same in an open data set. The channel refers to `dataSet` and must not outlive it.
 Channel FindChannel(const DataSet& dataSet, const ChannelSelection& wanted);
 
+// All channels of the selection's group, or of all groups if it names none. Throws a Failure if there is no such group.
+std::vector<ChannelPlace> PlacesOf(const DataSet& dataSet, const ChannelSelection& wanted);
+
 // The ids of all groups, in the order of the file.
 std::vector<std::uint64_t> GroupIds(const DataSet& dataSet);
 

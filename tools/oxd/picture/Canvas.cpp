@@ -1,13 +1,20 @@
 #include "oxd/picture/Canvas.h"
 
 #include "oxd/picture/FontFace.h"
+#include "oxd/picture/PngText.h"
+#include "oxd/picture/VectorTexts.h"
 #include "oxd/system/Text.h"
+
+#include <cairo-pdf.h>
+#include <cairo-svg.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <exception>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 namespace oxd {
 
@@ -39,10 +46,10 @@ void Require(cairo_status_t status)
     }
 }
 
-cairo_status_t Append(void* png, const unsigned char* bytes, unsigned int size)
+cairo_status_t Append(void* file, const unsigned char* bytes, unsigned int size)
 {
     try {
-        static_cast<std::string*>(png)->append(reinterpret_cast<const char*>(bytes), size);
+        static_cast<std::string*>(file)->append(reinterpret_cast<const char*>(bytes), size);
         return CAIRO_STATUS_SUCCESS;
     } catch (const std::exception&) {
         return CAIRO_STATUS_NO_MEMORY;
@@ -68,6 +75,17 @@ void Prepare()
     Require(isDrawn ? status : CAIRO_STATUS_NO_MEMORY);
 }
 
+// Makes sure of memory before a vector form is written: where the drawing library lacks some then, it crashes or leaves
+// letters away.
+void RequireRoom()
+{
+    constexpr std::size_t room = std::size_t{64} << 20U;
+    const std::string taken(room, '\0');
+    if (taken.size() != room) {
+        throw std::bad_alloc();
+    }
+}
+
 // Restores the state of the context at the end of its scope, whatever was drawn meanwhile.
 class Saved
 {
@@ -83,8 +101,9 @@ private:
 
 } // namespace
 
-Canvas::Canvas(int width, int height)
-    : m_surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height)), m_context(cairo_create(m_surface.get()))
+Canvas::Canvas(const PictureShape& shape)
+    : m_shape(shape), m_bytes(std::make_unique<std::string>()), m_surface(CreateSurface(shape, *m_bytes)),
+      m_context(cairo_create(m_surface.get()))
 {
     Prepare();
     cairo_set_source_rgb(m_context.get(), 1, 1, 1);
@@ -92,6 +111,29 @@ Canvas::Canvas(int width, int height)
     cairo_set_source_rgb(m_context.get(), ink, ink, ink);
     cairo_set_line_width(m_context.get(), 1);
     SelectFont();
+}
+
+Canvas::Surface Canvas::CreateSurface(const PictureShape& shape, std::string& bytes)
+{
+    constexpr double point = 72 / pixelsPerInch; // of which an inch has 72, and which PDF counts in
+    const double fineness = shape.form == PictureForm::Pdf ? point : shape.Fineness();
+    const double width = shape.width * fineness;
+    const double height = shape.height * fineness;
+    Surface surface;
+    if (shape.form == PictureForm::Svg) {
+        surface.reset(cairo_svg_surface_create_for_stream(Append, &bytes, width, height));
+        cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
+    } else if (shape.form == PictureForm::Pdf) {
+        surface.reset(cairo_pdf_surface_create_for_stream(Append, &bytes, width, height));
+    } else {
+        const auto pixels = [](double size) { return static_cast<int>(size); };
+        surface.reset(cairo_image_surface_create(CAIRO_FORMAT_RGB24, pixels(width), pixels(height)));
+    }
+    Require(cairo_surface_status(surface.get()));
+    if (fineness != 1) {
+        cairo_surface_set_device_scale(surface.get(), fineness, fineness);
+    }
+    return surface;
 }
 
 // Letters keep their shapes and are no more than moved to whole pixels.
@@ -165,6 +207,27 @@ void Canvas::DrawLine(double x, double y, double dx, double dy)
 {
     cairo_move_to(m_context.get(), x, y);
     cairo_rel_line_to(m_context.get(), dx, dy);
+    cairo_stroke(m_context.get());
+}
+
+void Canvas::DrawPolyline(const std::vector<Point>& points, double width, std::uint32_t colour)
+{
+    const Saved saved(m_context.get());
+    SetColour(colour);
+    cairo_set_line_width(m_context.get(), width);
+    cairo_set_line_join(m_context.get(), CAIRO_LINE_JOIN_ROUND);
+    cairo_set_line_cap(m_context.get(), CAIRO_LINE_CAP_ROUND);
+    bool isBegun = false;
+    for (const Point& point : points) {
+        const bool isThere = !std::isnan(point.y);
+        if (isThere && !isBegun) {
+            cairo_move_to(m_context.get(), point.x, point.y);
+        }
+        if (isThere) { // to itself at first, so that a point alone is a dot
+            cairo_line_to(m_context.get(), point.x, point.y);
+        }
+        isBegun = isThere;
+    }
     cairo_stroke(m_context.get());
 }
 
@@ -271,13 +334,22 @@ void Canvas::DrawUpwardText(const std::string& text, double x, double y, double 
     DrawText(text, 0, 0, Anchor::Middle, maxWidth);
 }
 
-std::string Canvas::ToPng() const
+std::string Canvas::ToFile(const std::vector<PictureText>& texts)
 {
     RequireWholeLetters();
     Require(cairo_status(m_context.get()));
-    std::string png;
-    Require(cairo_surface_write_to_png_stream(m_surface.get(), Append, &png));
-    return png;
+    if (m_shape.form == PictureForm::Png) {
+        Require(cairo_surface_write_to_png_stream(m_surface.get(), Append, m_bytes.get()));
+        return WithTexts(*m_bytes, texts, m_shape.resolution);
+    }
+    RequireRoom();
+    if (m_shape.form == PictureForm::Pdf) {
+        SetPdfTexts(m_surface.get(), texts);
+    }
+    m_context.reset();
+    cairo_surface_finish(m_surface.get());
+    Require(cairo_surface_status(m_surface.get()));
+    return m_shape.form == PictureForm::Svg ? WithSvgTexts(*m_bytes, texts) : std::move(*m_bytes);
 }
 
 } // namespace oxd

@@ -1,5 +1,8 @@
-// A picture to draw on with lines, texts and stretched images, and its PNG file.
+// A picture to draw on with lines, texts and stretched images, and the file that it becomes.
 #pragma once
+
+#include "oxd/picture/PictureForm.h"
+#include "oxd/picture/PictureText.h"
 
 #include <cairo.h>
 
@@ -7,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace oxd {
 
@@ -24,13 +28,20 @@ enum class Anchor
     End
 };
 
-// Drawing never fails on the spot: after an error nothing more is drawn, and ToPng throws.
+struct Point
+{
+    double x, y;
+};
+
+// Drawing never fails on the spot: after an error nothing more is drawn, and ToFile throws.
 class Canvas
 {
 public:
     // All white. Lines and texts are nearly black; the machine decides on the font, so pictures with the same content
     // may differ in their letters.
-    Canvas(int width, int height);
+    explicit Canvas(const PictureShape& shape);
+
+    const PictureShape& Shape() const { return m_shape; }
 
     // Draws an image of `columns` by `rows` cells, the first row on top, stretched to fill `place`. Colours are
     // 0xAARRGGBB, multiplied by their opacity; 0 is transparent and shows the hatching that marks missing samples.
@@ -40,6 +51,10 @@ public:
     // Draws a line one pixel wide around a rectangle, just outside of it.
     void DrawFrame(const Rectangle& around);
     void DrawLine(double x, double y, double dx, double dy);
+
+    // Draws a line through points, interrupted where a y is a NaN. For vector forms only: on others, the drawing
+    // library crashes on slanting lines where it lacks memory.
+    void DrawPolyline(const std::vector<Point>& points, double width, std::uint32_t colour);
 
     // Fills a rectangle with a colour 0xAARRGGBB; pixels at its edges take their share.
     void Fill(const Rectangle& place, std::uint32_t colour);
@@ -62,8 +77,9 @@ public:
     // As DrawText, turned to read from the bottom to the top, centred on both x and y.
     void DrawUpwardText(const std::string& text, double x, double y, double maxWidth);
 
-    // The bytes of a PNG file. Throws std::runtime_error if something could not be drawn or encoded.
-    std::string ToPng() const;
+    // The bytes of the file, with texts. Nothing can be drawn after this. Throws std::runtime_error if something could
+    // not be drawn or encoded.
+    std::string ToFile(const std::vector<PictureText>& texts);
 
 private:
     void SelectFont();
@@ -81,8 +97,11 @@ private:
     using Surface = std::unique_ptr<cairo_surface_t, Destroyer<cairo_surface_destroy>>;
     using Context = std::unique_ptr<cairo_t, Destroyer<cairo_destroy>>;
 
+    static Surface CreateSurface(const PictureShape& shape, std::string& bytes);
     static Surface DrawImage(cairo_format_t format, int columns, int rows, const CellColours& colour);
 
+    PictureShape m_shape;
+    std::unique_ptr<std::string> m_bytes; // of the file; the surface of a vector form writes them
     Surface m_surface;
     Context m_context;
 };

@@ -1,18 +1,17 @@
-// Texts in PNG files, for programs that read them.
+// What PNG files hold beside their picture.
 #pragma once
 
+#include "oxd/picture/PictureText.h"
+
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace oxd {
 
-struct PngText
-{
-    std::string key;  // letters, digits and blanks only, at most 79 of them
-    std::string text; // UTF-8
-};
-
-// The bytes of a PNG file with these texts, uncompressed, in front of its picture. `png` must be sound.
-std::string WithTexts(const std::string& png, const std::vector<PngText>& texts);
+// The bytes of a PNG file with these texts, uncompressed, in front of its picture, and with its resolution in pixels
+// per inch where that is given. `png` must be sound.
+std::string WithTexts(const std::string& png, const std::vector<PictureText>& texts,
+                      std::optional<double> resolution = {});
 
 } // namespace oxd

@@ -42,7 +42,7 @@ void Flush(png_structp)
 {
 }
 
-png_text ToPngText(const PngText& text)
+png_text ToPngText(const PictureText& text)
 {
     png_text converted{};
     converted.compression = PNG_ITXT_COMPRESSION_NONE;
@@ -84,7 +84,7 @@ PngWriter::~PngWriter()
     png_destroy_write_struct(&m_png, &m_info);
 }
 
-void PngWriter::WriteHeader(const std::vector<PngText>& texts)
+void PngWriter::WriteHeader(const std::vector<PictureText>& texts)
 {
     std::vector<png_text> converted;
     std::transform(texts.begin(), texts.end(), std::back_inserter(converted), ToPngText);

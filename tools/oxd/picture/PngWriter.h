@@ -2,7 +2,7 @@
 #pragma once
 
 #include "oxd/files/OutputFile.h"
-#include "oxd/picture/PngText.h"
+#include "oxd/picture/PictureText.h"
 
 #include <png.h>
 
@@ -24,7 +24,7 @@ public:
     PngWriter& operator=(const PngWriter&) = delete;
 
     // Declares level 0 transparent.
-    void WriteHeader(const std::vector<PngText>& texts);
+    void WriteHeader(const std::vector<PictureText>& texts);
 
     // `levels` must be as many as the picture is wide.
     void WriteRow(const std::vector<std::uint16_t>& levels);

@@ -81,7 +81,7 @@ std::vector<Step> ReadSteps(const inspect::Inspection& inspection)
 
 void RequireRecorded(const Step& step, const std::string& savedFile, const std::string& output)
 {
-    const std::vector<Step> steps = ReadSteps(InspectFile(savedFile));
+    const std::vector<Step> steps = ReadSteps(InspectQuietly(savedFile));
     if (steps.empty() || steps.back() != step) {
         throw Failure(ExitCode::Usage, output,
                       "its provenance would not be kept because of other information named alike; --no-provenance "

@@ -3,7 +3,6 @@
 #include "oxd/system/Failure.h"
 
 #include <charconv>
-#include <chrono>
 #include <cstdlib>
 #include <string_view>
 
@@ -44,10 +43,14 @@ std::string Digits(std::int64_t number, std::size_t width)
 
 std::string Timestamp()
 {
-    const sys_seconds now = Now();
-    const auto midnight = std::chrono::floor<std::chrono::days>(now);
+    return Timestamp(Now());
+}
+
+std::string Timestamp(sys_seconds second)
+{
+    const auto midnight = std::chrono::floor<std::chrono::days>(second);
     const std::chrono::year_month_day date(midnight);
-    const std::chrono::hh_mm_ss time(now - midnight);
+    const std::chrono::hh_mm_ss time(second - midnight);
     return Digits(int{date.year()}, 4) + "-" + Digits(unsigned{date.month()}, 2) + "-" +
            Digits(unsigned{date.day()}, 2) + "T" + Digits(time.hours().count(), 2) + ":" +
            Digits(time.minutes().count(), 2) + ":" + Digits(time.seconds().count(), 2) + "Z";

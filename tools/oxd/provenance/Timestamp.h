@@ -1,6 +1,7 @@
 // The time that a file says it was made at.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace oxd {
@@ -9,5 +10,8 @@ namespace oxd {
 // time, in seconds since 1970, so that the same work gives the same file; else it is the clock's. Throws a Failure if
 // the variable is no time from 1970 to 9999.
 std::string Timestamp();
+
+// The same text of any second of the years 0 to 9999.
+std::string Timestamp(std::chrono::sys_seconds second);
 
 } // namespace oxd

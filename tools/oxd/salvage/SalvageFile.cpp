@@ -1,7 +1,9 @@
 #include "oxd/salvage/SalvageFile.h"
 
 #include "oxd/files/FilePath.h"
+#include "oxd/inspection/CarriedSections.h"
 #include "oxd/inspection/CheckInput.h"
+#include "oxd/inspection/InsertIntoHeader.h"
 #include "oxd/inspection/ModelFile.h"
 #include "oxd/salvage/ValidityMap.h"
 #include "oxd/system/Failure.h"
@@ -41,6 +43,26 @@ std::vector<Destination> Destinations(const SalvageRequest& request)
     return all;
 }
 
+// Saves the data set with the views, processors and unknown sections of the header, and tells whether they are kept:
+// not if the end of the header is lost, and perhaps half a section with it, or if nothing would open with them.
+bool SaveWithSections(const salvage::Salvaged& salvaged, OutputFile& output)
+{
+    const CarriedSections carried(salvaged.headerText);
+    const std::string saved = SaveModel(*salvaged.dataSet, output);
+    if (carried.Text().empty()) {
+        return true;
+    }
+    if (salvaged.header == salvage::HeaderState::Cut) {
+        return false;
+    }
+    InsertIntoHeader(output, saved, carried.Text());
+    if (InspectQuietly(saved).Opens()) {
+        return true;
+    }
+    SaveModel(*salvaged.dataSet, output);
+    return false;
+}
+
 } // namespace
 
 SalvageOutcome SalvageFile(const SalvageRequest& request)
@@ -68,9 +90,13 @@ SalvageOutcome SalvageFile(const SalvageRequest& request)
     }
     // The last to appear: if anything fails, it is as it was.
     OutputFile output(request.output);
-    SaveModel(*salvaged.dataSet, output);
+    const bool sectionsAreKept = SaveWithSections(salvaged, output);
     output.Close();
-    return {std::move(map), ToSentences(salvaged)};
+    std::vector<std::string> sentences = ToSentences(salvaged);
+    if (!sectionsAreKept) {
+        sentences.emplace_back("its views, processors and unknown sections are not kept, since its header is damaged.");
+    }
+    return {std::move(map), std::move(sentences)};
 }
 
 } // namespace oxd

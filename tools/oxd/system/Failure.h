@@ -36,7 +36,7 @@ inline constexpr std::array exitCodeMeanings{
         "the file has no such group, channel, information or processor, or the channel has nothing to show; "
         "process: nothing can be derived from an input; diff, replay: the files differ; validate: there are errors"},
     ExitCodeMeaning{ExitCode::Usage, "wrong usage"},
-    ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read"},
+    ExitCodeMeaning{ExitCode::CannotOpen, "the file is missing or may not be read; view: no browser opens"},
     ExitCodeMeaning{ExitCode::Damaged,
                     "the file is damaged, not an .oxd file, its samples may belong to another channel, or a save would "
                     "lose some of it and --strict is given; replay: it has no provenance"},

@@ -1,6 +1,6 @@
-// What differs between operating systems: streams and names. PlatformFiles.h has what concerns files that are replaced,
-// Interruption.h what ends the process. Each function has one definition per system, and all texts on this side of it
-// are UTF-8. Functions that give a descriptor or a success leave the reason of a failure in errno.
+// What differs between operating systems: streams, names and other programs. PlatformFiles.h has what concerns files
+// that are replaced, Interruption.h what ends the process. Each function has one definition per system, and all texts
+// on this side of it are UTF-8. Functions that give a descriptor or a success leave the reason of a failure in errno.
 #pragma once
 
 #include <optional>
@@ -51,6 +51,10 @@ struct TextSettings
 TextSettings GetTextSettings();
 
 bool IsTerminal(int descriptor);
+
+// Opens a file, of which the name is whole, with the program that the user has for it. False if there is none, or if it
+// fails within seconds; it may go on after this process.
+bool OpenInBrowser(const std::string& file);
 
 // Writes all of `text`, in several steps where it takes them. False if not all of it was taken.
 bool WriteAll(int descriptor, std::string_view text);

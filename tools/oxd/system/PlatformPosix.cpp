@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdlib>
@@ -12,13 +13,17 @@
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <thread>
+#include <vector>
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <langinfo.h>
 #include <link.h>
 #include <locale.h>
+#include <spawn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace oxd::platform {
@@ -64,6 +69,34 @@ std::string LocaleName()
         }
     }
     return "C";
+}
+
+// Starts a program, found as a shell finds it, in a session of its own: without a terminal, and with streams that lead
+// nowhere. -1 if it cannot be started.
+pid_t StartAlone(std::vector<std::string> words)
+{
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t streams;
+    posix_spawnattr_t attributes;
+    posix_spawn_file_actions_init(&streams);
+    posix_spawnattr_init(&attributes);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        posix_spawn_file_actions_addopen(&streams, stream, "/dev/null", O_RDWR, 0);
+    }
+    sigset_t signals;
+    sigfillset(&signals);
+    posix_spawnattr_setsigdefault(&attributes, &signals);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGDEF);
+    pid_t child = -1;
+    const int error = posix_spawnp(&child, arguments[0], &streams, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&streams);
+    return error == 0 ? child : -1;
 }
 
 // What is behind `offset` in notes, rounded up to the words that these are of.
@@ -209,6 +242,21 @@ int OpenStream(const std::string& name)
 bool IsTerminal(int descriptor)
 {
     return isatty(descriptor) == 1;
+}
+
+bool OpenInBrowser(const std::string& file)
+{
+    constexpr auto longestWait = std::chrono::seconds(3); // some browsers run in the program that starts them
+    constexpr auto step = std::chrono::milliseconds(20);
+    const pid_t child = StartAlone({"xdg-open", file});
+    for (auto waited = step; child > 0 && waited < longestWait; waited += step) {
+        int status = 0;
+        if (waitpid(child, &status, WNOHANG) == child) {
+            return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        }
+        std::this_thread::sleep_for(step);
+    }
+    return child > 0;
 }
 
 bool WriteAll(int descriptor, std::string_view text)

@@ -10,6 +10,7 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <shellapi.h>
 
 namespace oxd::platform {
 
@@ -154,6 +155,14 @@ int OpenStream(const std::string& name)
 bool IsTerminal(int descriptor)
 {
     return _isatty(descriptor) != 0;
+}
+
+bool OpenInBrowser(const std::string& file)
+{
+    constexpr INT_PTR lastError = 32; // as the system defines it
+    const HINSTANCE opened =
+        ShellExecuteW(nullptr, L"open", boost::nowide::widen(file).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<INT_PTR>(opened) > lastError;
 }
 
 bool WriteAll(int descriptor, std::string_view text)

@@ -1,4 +1,4 @@
-#include "oxd/export/LineChoice.h"
+#include "oxd/export/options/LineChoice.h"
 
 #include "oxd/system/Failure.h"
 

@@ -1,9 +1,11 @@
 // How the user wants a picture to look.
 #pragma once
 
-#include "oxd/export/Contrast.h"
-#include "oxd/export/LineChoice.h"
+#include "oxd/export/options/Contrast.h"
+#include "oxd/export/options/LineChoice.h"
+#include "oxd/export/options/PictureSize.h"
 #include "oxd/picture/ColourMap.h"
+#include "oxd/picture/PictureForm.h"
 
 #include <optional>
 #include <string>
@@ -20,12 +22,21 @@ struct PictureOptions
     bool firstLineOnTop = false;           // else at the bottom, where the line axis begins
     std::optional<bool> curves = {};       // or an image; by default, what suits the channel
     std::vector<LineSpan> lines = {};      // of a picture of curves; by default, all
+    bool scaleBar = false;                 // in an image
+    std::optional<PictureSize> size = {};  // of the whole; by default, what suits the number of samples
+    std::optional<double> resolution = {}; // see PictureShape
+
+    // What the suffix of the output says.
+    PictureForm form = PictureForm::Png;
 
     bool IsDefault() const
     {
         return !contrast && colour == colourMaps.front().colour && !title && axes && !firstLineOnTop && !curves &&
-               lines.empty();
+               lines.empty() && !scaleBar && !size && !resolution;
     }
+
+    // Of a picture of these pixels.
+    PictureShape ShapeOf(int width, int height) const { return {width, height, form, resolution}; }
 };
 
 } // namespace oxd

@@ -1,4 +1,4 @@
-#include "oxd/export/Contrast.h"
+#include "oxd/export/options/Contrast.h"
 
 #include "oxd/system/Failure.h"
 #include "oxd/system/Unit.h"
