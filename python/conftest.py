@@ -12,9 +12,15 @@ import pytest
 from samples import make_scan
 
 import veloxd
+from veloxd._native.library import library
 
 BUILD = Path(__file__).parents[1] / "build" / "python"
 os.environ.setdefault("HYPOTHESIS_STORAGE_DIRECTORY", str(BUILD / "hypothesis"))
+
+# The tool of the same build as the library.
+_TOOL = Path(library()._name).resolve().parents[2] / "tools" / "oxd" / "oxd"
+if _TOOL.is_file():
+    os.environ.setdefault("VELOXD_TOOL", str(_TOOL))
 
 # A busy machine is no fault of the code, and a run of all checks is to give the same result each time.
 hypothesis.settings.register_profile(

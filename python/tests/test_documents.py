@@ -20,6 +20,7 @@ DOCUMENTS = ROOT / "docs" / "python"
 PAGES = [ROOT / "README.md", ROOT / "python" / "README.md", *sorted(DOCUMENTS.glob("*.md"))]
 NOTEBOOKS = sorted((DOCUMENTS / "notebooks").glob("*.ipynb"))
 
+SHELL = re.compile(r"^```sh\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 PROGRAM = re.compile(r"^```python\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 
 
@@ -39,6 +40,22 @@ def test_programs_run(sample: Path, page: Path) -> None:
     assert done.returncode == 0, done.stderr
     for made in sample.glob("*.oxd"):
         veloxd.open(made, salvage=made.name == "cut.oxd").close()
+
+
+@pytest.mark.skipif(sys.platform == "win32", reason="Its commands are those of a shell.")
+def test_the_page_on_archives_runs(tmp_path: Path) -> None:
+    page = (ROOT / "docs" / "archive.md").read_text(encoding="utf-8")
+    (tmp_path / "page.sh").write_text("".join(SHELL.findall(page)), encoding="utf-8")
+    (tmp_path / "page.py").write_text("".join(PROGRAM.findall(page)), encoding="utf-8")
+    folders = [Path(os.environ.get("VELOXD_TOOL", sys.executable)).parent, Path(sys.executable).parent]
+    path = os.pathsep.join([*map(str, folders), os.environ["PATH"]])
+    for command in (["bash", "-e", "page.sh"], [sys.executable, "page.py"]):
+        run = {"cwd": tmp_path, "env": {**os.environ, "PATH": path}, "capture_output": True, "text": True}
+        done = subprocess.run(command, check=False, **run)
+        assert done.returncode == 0, done.stderr
+        assert "second.oxd" in done.stdout
+    assert (tmp_path / "gallery" / "index.html").is_file()
+    assert len(list((tmp_path / "pictures").rglob("*.png"))) > 2
 
 
 @pytest.mark.parametrize("path", NOTEBOOKS, ids=lambda path: path.stem)
