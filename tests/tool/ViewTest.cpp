@@ -9,7 +9,7 @@ namespace {
 // The bytes that the element for the file holds, which begins with its name.
 std::string FileIn(const std::string& page, const std::string& attributes)
 {
-    const std::string begin = "<script type=\"application/octet-stream\" id=\"file\"" + attributes + ">";
+    const std::string begin = R"(<script type="application/octet-stream" id="file")" + attributes + ">";
     const std::size_t at = page.find(begin);
     if (at == std::string::npos)
         return "no element with" + attributes;

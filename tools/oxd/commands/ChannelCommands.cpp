@@ -57,8 +57,9 @@ void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCod
 
 ExitCode ReportGaps(const std::string& file, const ExportGaps& gaps)
 {
+    const std::string subject = file + ": ";
     for (const std::string& note : gaps.notes) {
-        Complain(file + ": " + note);
+        Complain(subject + note);
     }
     return Report(file, gaps.skipped, "left out");
 }

@@ -18,7 +18,8 @@ inline constexpr double pixelsPerInch = 96;
 // A plain value.
 struct PictureShape
 {
-    int width, height; // in pixels
+    int width = 0; // in pixels
+    int height = 0;
     PictureForm form = PictureForm::Png;
     std::optional<double> resolution = {}; // of a PNG file, in its own pixels per inch; 96, unsaid, by default
 

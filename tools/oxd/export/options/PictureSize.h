@@ -11,7 +11,7 @@ namespace oxd {
 // Of the whole picture, in pixels of 1/96 of an inch.
 struct PictureSize
 {
-    double width;
+    double width = 0;
     std::optional<double> height; // else what follows from the width
 };
 
