@@ -78,7 +78,9 @@ public:
         const bool isTooLong = headerBytes > util::limits::headerBytes;
         const bool hasHeader = headerBytes > util::headerEndMark.size();
         m_inspection.headerBytes = hasHeader ? headerBytes : 0;
-        const CHeaderLines lines(hasHeader && !isTooLong ? ReadBytes(headerBytes) : std::string());
+        if (hasHeader && !isTooLong)
+            ReadHeader();
+        const CHeaderLines lines(m_inspection.header);
         CFindingList findings(lines);
         if (hasHeader)
             InspectHeader(lines, findings);
@@ -96,26 +98,31 @@ private:
             ThrowSystem(EIO, m_inspection.file);
     }
 
-    std::string ReadBytes(std::uint64_t count)
+    void ReadHeader()
     {
-        std::string bytes(count, '\0');
+        std::string& bytes = m_inspection.header;
+        bytes.resize(m_inspection.headerBytes);
         m_stream.seekg(0);
-        m_stream.read(bytes.data(), static_cast<std::streamsize>(count));
-        return bytes;
+        m_stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+
+    void Parse()
+    {
+        m_document.SetFileName(m_inspection.file);
+        if (m_inspection.header.empty())
+            util::ThrowBadContent(m_inspection.file); // it is too long
+        m_document.ParseHeader(m_inspection.header, m_inspection.fileBytes - m_inspection.headerBytes, m_abort);
     }
 
     void InspectHeader(const CHeaderLines& lines, CFindingList& findings)
     {
         const CSectionUses uses(lines);
         CheckLines(lines, uses, findings);
-        m_stream.seekg(0);
         try {
-            m_document.SetFileName(m_inspection.file);
-            m_document.ReadHeader(m_stream, m_abort);
+            Parse();
         } catch (const std::exception&) {
             return AddUnreadableText(std::current_exception(), lines, findings);
         }
-        RequireRead();
         m_inspection.version = uses.Version();
         CheckKeys(lines, uses, findings);
         CheckAxisKeys(lines, uses, findings);

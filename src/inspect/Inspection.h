@@ -21,6 +21,7 @@ struct Inspection
     std::string file;
     std::uint64_t fileBytes = 0;
     std::uint64_t headerBytes = 0;  // with the end mark; 0 when there is none
+    std::string header;             // those bytes; empty when there are more than a header may have
     std::uint64_t claimedBytes = 0; // of samples, that all channels claim together
     std::optional<int> version;     // of the data-set section; nothing when there is no header
     // Groups, channels without samples, and information; of a header that does not open, what was built before it

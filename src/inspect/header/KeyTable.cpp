@@ -4,6 +4,7 @@
 #include "velstdlib/util/header/IndexedKey.h"
 
 #include <array>
+#include <limits>
 
 namespace veltaris::inspect {
 
@@ -94,11 +95,50 @@ constexpr std::array keySpecs{
     KeySpec{Processor, 2, "Output#Channel", Unsigned, "none", "OutputCount"},
 };
 
+constexpr std::size_t characters = std::numeric_limits<unsigned char>::max() + 1;
+
+constexpr std::size_t FirstOf(std::string_view text)
+{
+    return static_cast<unsigned char>(velstdlib::string::Folded(text.front()));
+}
+
+// The rows by the first character of their patterns, which is never an index, and in their order: a key is compared
+// with those few that begin as it does.
+class CRowsByFirst
+{
+public:
+    constexpr CRowsByFirst()
+    {
+        for (const KeySpec& spec : keySpecs)
+            ++m_ends[FirstOf(spec.pattern)];
+        for (std::size_t first = 1; first < characters; ++first)
+            m_ends[first] += m_ends[first - 1];
+        auto next = m_ends;
+        for (std::size_t row = keySpecs.size(); row-- > 0;)
+            m_rows[--next[FirstOf(keySpecs[row].pattern)]] = static_cast<std::uint8_t>(row);
+    }
+
+    std::span<const std::uint8_t> Of(std::string_view key) const
+    {
+        if (key.empty())
+            return {};
+        const std::size_t first = FirstOf(key), begin = first == 0 ? 0 : m_ends[first - 1];
+        return std::span(m_rows).subspan(begin, m_ends[first] - begin);
+    }
+
+private:
+    std::array<std::uint8_t, keySpecs.size()> m_rows{};
+    std::array<std::uint8_t, characters> m_ends{}; // behind those of a character
+};
+
+constexpr CRowsByFirst rowsByFirst;
+
 } // namespace
 
 std::optional<KnownKey> FindKeySpec(SectionUse use, int version, std::string_view key)
 {
-    for (const KeySpec& spec : keySpecs) {
+    for (const std::uint8_t row : rowsByFirst.Of(key)) {
+        const KeySpec& spec = keySpecs[row];
         if (spec.use != use || (spec.version != 0 && spec.version != version))
             continue;
         if (const auto indices = MatchKey(key, spec.pattern))

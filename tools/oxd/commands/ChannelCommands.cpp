@@ -48,7 +48,7 @@ void CorrectAloud(Correction& correction, bool strict, Results& results, ExitCod
     // Every channel is saved, so that doubts in any of them count.
     const std::string& file = correction.selection.file;
     const inspect::Inspection inspection = RequireCertain(file, correction.selection.trust);
-    const CarriedSections carried(inspection);
+    const CarriedSections carried(inspection.header);
     AnnounceSave(inspection, carried, strict);
     const Corrected corrected = Correct(correction, carried);
     outcome = Report(file, corrected.untouched, "left as before");

@@ -145,7 +145,7 @@ void AddSet(CLI::App& app, Results& results)
     command.callback([options, &results] {
         const MetaChange change = options->Change();
         const inspect::Inspection inspection = RequireCertain(change.file, options->trust);
-        const CarriedSections carried(inspection);
+        const CarriedSections carried(inspection.header);
         AnnounceSave(inspection, carried, options->strict);
         results.WriteLines(SetMetaValue(change, carried));
     });

@@ -78,7 +78,7 @@ void ProcessAloud(const Options& options, Results& results, ExitCode& outcome)
     for (const std::string& input : options.inputs) {
         AddInput(wanted.request, inspection, input);
     }
-    const CarriedSections carried(inspection);
+    const CarriedSections carried(inspection.header);
     if (wanted.saves) {
         AnnounceSave(inspection, carried, options.strict);
     }

@@ -1,7 +1,5 @@
 #include "oxd/compare/OtherContent.h"
 
-#include "oxd/inspection/HeaderBytes.h"
-
 #include "inspect/header/HeaderLines.h"
 #include "inspect/header/SectionUses.h"
 
@@ -63,7 +61,7 @@ OtherContent::OtherContent(const inspect::Inspection& inspection)
     : m_bytesLeftOver(inspection.fileBytes -
                       std::min(inspection.fileBytes, inspection.headerBytes + inspection.claimedBytes))
 {
-    const inspect::CHeaderLines lines(HeaderBytes(inspection));
+    const inspect::CHeaderLines lines(inspection.header);
     const inspect::CSectionUses uses(lines);
     const OtherKeys others(lines, uses);
     for (std::uint32_t section = 0; section < lines.SectionCount(); ++section) {

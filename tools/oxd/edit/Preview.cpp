@@ -1,6 +1,5 @@
 #include "oxd/edit/Preview.h"
 
-#include "oxd/inspection/HeaderBytes.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/textdiff/UnifiedText.h"
@@ -67,10 +66,8 @@ std::string Preview(const std::string& file, const std::string& saved, const std
 {
     const inspect::Inspection before = InspectQuietly(file);
     const inspect::Inspection after = InspectQuietly(saved);
-    const std::string textBefore = HeaderBytes(before);
-    const std::string textAfter = HeaderBytes(after);
-    return UnifiedDifference({file, textBefore}, {output, textAfter}) + ChangedSamples(file, saved) + output + ": " +
-           std::to_string(after.fileBytes) + " bytes would be written\n";
+    return UnifiedDifference({file, before.header}, {output, after.header}) + ChangedSamples(file, saved) + output +
+           ": " + std::to_string(after.fileBytes) + " bytes would be written\n";
 }
 
 } // namespace oxd

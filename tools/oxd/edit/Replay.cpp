@@ -84,7 +84,7 @@ std::vector<Step> StepsToRepeat(const inspect::Inspection& made, const inspect::
 // Earlier versions of this tool carried nothing over, and what they recorded is repeated as they did it.
 CarriedSections SectionsToCarry(const inspect::Inspection& made, const inspect::Inspection& original)
 {
-    return CarriedSections(made).Text().empty() ? CarriedSections() : CarriedSections(original);
+    return CarriedSections(made.header).Text().empty() ? CarriedSections() : CarriedSections(original.header);
 }
 
 std::string StepCount(std::size_t count)

@@ -1,7 +1,5 @@
 #include "oxd/inspection/CarriedSections.h"
 
-#include "oxd/inspection/HeaderBytes.h"
-
 #include "inspect/HeaderChecks.h"
 #include "inspect/header/HeaderLines.h"
 #include "inspect/header/SectionUses.h"
@@ -15,6 +13,8 @@
 #include <utility>
 
 namespace oxd {
+
+namespace inspect = veltaris::inspect;
 
 namespace {
 
@@ -68,10 +68,6 @@ std::size_t EndOfLines(std::string_view header)
 }
 
 } // namespace
-
-CarriedSections::CarriedSections(const inspect::Inspection& inspection) : CarriedSections(HeaderBytes(inspection))
-{
-}
 
 CarriedSections::CarriedSections(std::string header)
 {

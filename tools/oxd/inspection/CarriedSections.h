@@ -2,8 +2,6 @@
 // processors, and those that it does not know. The tool carries them over into the files that it saves.
 #pragma once
 
-#include "oxd/inspection/InspectFile.h"
-
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -17,9 +15,7 @@ class CarriedSections
 {
 public:
     CarriedSections() = default; // none
-    // Reads the header once more, of a file that opens. Throws a Failure if it cannot be read.
-    explicit CarriedSections(const inspect::Inspection& inspection);
-    // Of a header with its end mark.
+    // Of a header with its end mark, which opens.
     explicit CarriedSections(std::string header);
 
     // The sections in their order, byte for byte as they stand; in UTF-8 also where the file is not. Ends with a line

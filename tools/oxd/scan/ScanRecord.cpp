@@ -2,8 +2,8 @@
 
 #include "oxd/files/FilePath.h"
 #include "oxd/inspection/FindingText.h"
-#include "oxd/inspection/HeaderBytes.h"
 #include "oxd/inspection/HeaderNode.h"
+#include "oxd/inspection/InspectFile.h"
 #include "oxd/provenance/Sha256.h"
 #include "oxd/system/Failure.h"
 
@@ -23,25 +23,44 @@ namespace model = veltaris::velflexlib::dataset;
 // Keys keep the order in which they are written here. A number that is not finite becomes null.
 using Json = nlohmann::ordered_json;
 
+template <class Value>
+struct Member
+{
+    const char* key;
+    Value value;
+};
+
+template <class Value>
+Member(const char*, Value) -> Member<Value>;
+
+// Values are moved to where they stay. An initializer list makes an array of each member first, which takes longer than
+// reading the header.
+template <class... Values>
+Json ObjectOf(Member<Values>... members)
+{
+    Json::object_t object;
+    object.reserve(sizeof...(members));
+    (object.emplace_back(members.key, Json(std::move(members.value))), ...);
+    return object;
+}
+
 // Items deeper than this are left out: paths would grow without bound.
 constexpr std::size_t deepestItem = 200;
 
 Json AxisJson(const model::CAxis& axis)
 {
-    return {{"name", UntilNul(axis.name)}, {"unit", UntilNul(axis.unit)}, {"min", axis.min}, {"range", axis.range}};
+    return ObjectOf(Member{"name", UntilNul(axis.name)}, Member{"unit", UntilNul(axis.unit)}, Member{"min", axis.min},
+                    Member{"range", axis.range});
 }
 
 Json ChannelJson(const inspect::ChannelSamples& samples, const model::CDataBuffer& channel)
 {
-    return {{"slot", samples.slot},
-            {"name", UntilNul(channel.GetAxis(model::signalAxis).name)},
-            {"points", channel.GetPoints()},
-            {"lines", channel.GetLines()},
-            {"bits", samples.bits},
-            {"certain", samples.isCertain},
-            {"signalAxis", AxisJson(channel.GetAxis(model::signalAxis))},
-            {"pointAxis", AxisJson(channel.GetAxis(model::pointAxis))},
-            {"lineAxis", AxisJson(channel.GetAxis(model::lineAxis))}};
+    return ObjectOf(Member{"slot", samples.slot}, Member{"name", UntilNul(channel.GetAxis(model::signalAxis).name)},
+                    Member{"points", channel.GetPoints()}, Member{"lines", channel.GetLines()},
+                    Member{"bits", samples.bits}, Member{"certain", samples.isCertain},
+                    Member{"signalAxis", AxisJson(channel.GetAxis(model::signalAxis))},
+                    Member{"pointAxis", AxisJson(channel.GetAxis(model::pointAxis))},
+                    Member{"lineAxis", AxisJson(channel.GetAxis(model::lineAxis))});
 }
 
 Json GroupsJson(const inspect::Inspection& inspection)
@@ -51,10 +70,8 @@ Json GroupsJson(const inspect::Inspection& inspection)
     Json json = Json::array();
     for (std::size_t position = 0; position < ids.size(); ++position) {
         const model::CDataGroup& group = *groups[position];
-        json.push_back({{"id", ids[position]},
-                        {"logicalId", group.GetLogicalGroupId()},
-                        {"name", UntilNul(group.GetName())},
-                        {"channels", Json::array()}});
+        json.push_back(ObjectOf(Member{"id", ids[position]}, Member{"logicalId", group.GetLogicalGroupId()},
+                                Member{"name", UntilNul(group.GetName())}, Member{"channels", Json::array()}));
     }
     for (const inspect::ChannelSamples& samples : inspection.channels) {
         const auto channel = groups.at(samples.group)->GetChannelBuffers().at(samples.slot);
@@ -82,7 +99,7 @@ Json InformationJson(const inspect::Inspection& inspection)
         const HeaderNode node = group.Child(next++);
         path.push_back(node.Name());
         if (!node.IsGroup()) {
-            items.push_back({{"path", path}, {"value", node.Value()}});
+            items.push_back(ObjectOf(Member{"path", Json(path)}, Member{"value", node.Value()}));
         } else if (levels.size() < deepestItem) {
             levels.emplace_back(node, 0);
         }
@@ -112,7 +129,7 @@ std::string ContentId(const inspect::Inspection& inspection)
 {
     Sha256 sum;
     sum.Add(std::to_string(inspection.fileBytes) + "\n");
-    sum.Add(HeaderBytes(inspection));
+    sum.Add(inspection.header);
     return sum.HexDigest();
 }
 

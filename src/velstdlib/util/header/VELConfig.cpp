@@ -27,14 +27,12 @@ std::uint64_t LengthOf(std::istream& stream)
     return static_cast<std::uint64_t>(length);
 }
 
-std::string ReadText(std::istream& stream, std::uint64_t bytes)
+std::string ReadBytes(std::istream& stream, std::uint64_t count)
 {
-    std::string raw(bytes, '\0');
+    std::string bytes(count, '\0');
     stream.seekg(0);
-    stream.read(raw.data(), static_cast<std::streamsize>(bytes));
-    std::string text;
-    string::AppendAnalyzed(text, std::move(raw));
-    return text;
+    stream.read(bytes.data(), static_cast<std::streamsize>(count));
+    return bytes;
 }
 
 } // namespace
@@ -81,12 +79,23 @@ bool CVELConfig::ReadHeader(std::istream& stream, const std::atomic<bool>& abort
         return false;
     if (headerBytes > limits::headerBytes)
         ThrowBadContent(m_fileName);
-    m_content->Parse(ReadText(stream, headerBytes), abort);
+    ParseHeader(ReadBytes(stream, headerBytes), fileBytes - headerBytes, abort);
     stream.seekg(static_cast<std::streamoff>(headerBytes));
-    m_headerBytes = headerBytes;
-    m_dataBytes = fileBytes - headerBytes;
-    m_isNew = false;
     return true;
+}
+
+void CVELConfig::ParseHeader(std::string bytes, std::uint64_t dataBytes, const std::atomic<bool>& abort)
+{
+    Clear();
+    const std::uint64_t headerBytes = bytes.size();
+    if (headerBytes > limits::headerBytes)
+        ThrowBadContent(m_fileName);
+    std::string text;
+    string::AppendAnalyzed(text, std::move(bytes));
+    m_content->Parse(std::move(text), abort);
+    m_headerBytes = headerBytes;
+    m_dataBytes = dataBytes;
+    m_isNew = false;
 }
 
 void CVELConfig::Clear()

@@ -53,6 +53,9 @@ public:
     // Throws CVELFileBadContentException for a header above the limit, and what parsing throws.
     bool ReadHeader(std::istream& stream, const std::atomic<bool>& abort);
 
+    // The same for a header that was read already, with its end mark, and for the bytes that follow it.
+    void ParseHeader(std::string bytes, std::uint64_t dataBytes, const std::atomic<bool>& abort);
+
     void Clear();
 
     // Writes the document alone. Throws CVELFileOpenException, and std::ios_base::failure when writing fails.
