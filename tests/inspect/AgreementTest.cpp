@@ -7,8 +7,6 @@
 
 #include <VELOxdDll.h>
 
-#include <boost/log/core/core.hpp>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -94,9 +92,6 @@ std::vector<std::string> WholeFiles()
 class AgreementTest : public ::testing::Test
 {
 protected:
-    AgreementTest() { boost::log::core::get()->set_logging_enabled(false); }
-    ~AgreementTest() override { boost::log::core::get()->set_logging_enabled(true); }
-
     static void Compare(const std::string& bytes, const std::string& what)
     {
         const Inspection inspection = InspectBytes(bytes);

@@ -2,8 +2,6 @@
 #include "inspect/Inspection.h"
 #include "support/Lines.h"
 
-#include <boost/log/core/core.hpp>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -205,15 +203,8 @@ std::size_t OffsetOf(const std::string& bytes, std::uint64_t line)
     return offset;
 }
 
-class InspectionTest : public ::testing::Test
-{
-protected:
-    InspectionTest() { boost::log::core::get()->set_logging_enabled(false); }
-    ~InspectionTest() override { boost::log::core::get()->set_logging_enabled(true); }
-};
-
 // The last ones are legal, although no file is written like them.
-TEST_F(InspectionTest, WholeFilesHaveNoFindings)
+TEST(InspectionTest, WholeFilesHaveNoFindings)
 {
     for (const auto& [header, bytes] : {std::pair(all, bytesOfAll),
                                         {oneChannel, bytesOfOne},
@@ -232,7 +223,7 @@ TEST_F(InspectionTest, WholeFilesHaveNoFindings)
     EXPECT_TRUE(old.findings.size() == 1 && old.findings[0].rule->id == std::string_view("OXD609")) << Listed(old);
 }
 
-TEST_F(InspectionTest, EachRuleIsFoundAtItsLine)
+TEST(InspectionTest, EachRuleIsFoundAtItsLine)
 {
     std::set<std::string_view> found{"OXD102", "OXD403"}; // which take a file of more than 1 GiB
     for (const Case& c : Cases()) {
@@ -251,7 +242,7 @@ TEST_F(InspectionTest, EachRuleIsFoundAtItsLine)
         EXPECT_TRUE(found.contains(rule.id)) << rule.id;
 }
 
-TEST_F(InspectionTest, SentencesTellWhatIsUsedInstead)
+TEST(InspectionTest, SentencesTellWhatIsUsedInstead)
 {
     const std::pair<std::string, std::string_view> cases[] = {
         {Replaced(oneChannel, "Points=3", "Points=3S"), R"(is "3S", which is not a number; 0 is used instead.)"},
@@ -269,7 +260,7 @@ TEST_F(InspectionTest, SentencesTellWhatIsUsedInstead)
     }
 }
 
-TEST_F(InspectionTest, RulesAreFoundByIdInAnyCase)
+TEST(InspectionTest, RulesAreFoundByIdInAnyCase)
 {
     EXPECT_EQ(FindRule("oxd205"), &GetRule(RuleId::SizeNoNumber));
     EXPECT_EQ(FindRule("OXD999"), nullptr);
@@ -286,7 +277,7 @@ std::string Certain(const std::string& header, std::size_t sampleBytes)
     return certain;
 }
 
-TEST_F(InspectionTest, ADamagedSizeMakesItsAndAllLaterChannelsUncertain)
+TEST(InspectionTest, ADamagedSizeMakesItsAndAllLaterChannelsUncertain)
 {
     const auto second = [](std::string_view from, std::string_view to) {
         return groups + first + Replaced(rest, from, to);
@@ -311,7 +302,7 @@ TEST_F(InspectionTest, ADamagedSizeMakesItsAndAllLaterChannelsUncertain)
     EXPECT_EQ(Certain(Replaced(both, "SaveBits=16\n", ""), bytesOfOne / 2 + bytesOfOne), "11") << "8 bits, as missing";
 }
 
-TEST_F(InspectionTest, LinesThatAreThereAreCounted)
+TEST(InspectionTest, LinesThatAreThereAreCounted)
 {
     for (const auto& [cut, lines] : {std::pair(0U, 2U), {1U, 1U}, {6U, 1U}, {7U, 0U}, {13U, 0U}}) {
         const Inspection inspection = InspectBytes(File(all, bytesOfAll - cut));
@@ -320,14 +311,14 @@ TEST_F(InspectionTest, LinesThatAreThereAreCounted)
     }
 }
 
-TEST_F(InspectionTest, ManyFindingsOfARuleAreCapped)
+TEST(InspectionTest, ManyFindingsOfARuleAreCapped)
 {
     const Inspection inspection = InspectBytes(File(oneChannel + Lines(5000, "[x#]\n"), bytesOfOne));
     ASSERT_EQ(inspection.findings.size(), 1001U);
     EXPECT_EQ(inspection.findings.back().sentence, "4000 more of this kind are not listed.");
 }
 
-TEST_F(InspectionTest, LongTextsAreCutBetweenCharacters)
+TEST(InspectionTest, LongTextsAreCutBetweenCharacters)
 {
     std::string text;
     for (int i = 0; i < 300; ++i)
@@ -374,13 +365,13 @@ int ReadsThatFail(const auto& failure)
     }
 }
 
-TEST_F(InspectionTest, WhatKeepsAFileFromBeingReadIsThrownWhereverThatShows)
+TEST(InspectionTest, WhatKeepsAFileFromBeingReadIsThrownWhereverThatShows)
 {
     EXPECT_GE(ReadsThatFail<std::system_error>(std::ios_base::failure("")), 2);
     EXPECT_GE(ReadsThatFail<std::bad_alloc>(std::bad_alloc()), 2);
 }
 
-TEST_F(InspectionTest, WhatIsNoFileThrows)
+TEST(InspectionTest, WhatIsNoFileThrows)
 {
     EXPECT_THROW(Inspect("there-is-no-such-file.oxd"), std::system_error);
     EXPECT_THROW(Inspect("."), std::system_error);

@@ -4,6 +4,7 @@
 #include "velstdlib/util/VELException.h"
 #include "velstdlib/util/header/VELConfig.h"
 
+#include <boost/log/attributes/constant.hpp>
 #include <boost/log/core/core.hpp>
 #include <boost/log/utility/setup/console.hpp>
 #include <gtest/gtest.h>
@@ -78,10 +79,12 @@ TEST(HeaderStoreTest, ANumberThatIsNoneGivesTheDefaultAndAWarning)
 {
     std::stringstream log;
     const auto sink = boost::log::add_console_log(log);
+    boost::log::core::get()->add_global_attribute("Test", boost::log::attributes::make_constant(true));
     CTextStore texts;
     CVELKeyToValueList list(texts);
     list.SetValue("Points", "2S6");
     EXPECT_EQ(list.GetValueT<int>("Points", 7), 7);
+    boost::log::core::get()->set_global_attributes({});
     boost::log::core::get()->remove_sink(sink);
     EXPECT_NE(log.str(), "");
 }

@@ -3,8 +3,6 @@
 #include "support/Lines.h"
 #include "support/Seeds.h"
 
-#include <boost/log/core/core.hpp>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -155,16 +153,8 @@ std::string Summary(const Salvaged& salvaged)
 class SalvageTest : public ::testing::Test
 {
 protected:
-    SalvageTest()
-    {
-        boost::log::core::get()->set_logging_enabled(false);
-        std::filesystem::create_directories(m_folder);
-    }
-    ~SalvageTest() override
-    {
-        boost::log::core::get()->set_logging_enabled(true);
-        std::filesystem::remove_all(m_folder);
-    }
+    SalvageTest() { std::filesystem::create_directories(m_folder); }
+    ~SalvageTest() override { std::filesystem::remove_all(m_folder); }
 
     std::string Saved(const Salvaged& salvaged) const
     {

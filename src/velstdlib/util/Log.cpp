@@ -1,10 +1,12 @@
 #include "velstdlib/util/Log.h"
 
 #include <boost/log/attributes/attribute_value_impl.hpp>
+#include <boost/log/core/core.hpp>
 #include <boost/log/sources/record_ostream.hpp>
 #include <boost/log/sources/severity_channel_logger.hpp>
 #include <boost/log/trivial.hpp>
 
+#include <cstdlib>
 #include <ostream>
 #include <utility>
 
@@ -20,10 +22,26 @@ Logger& TheLogger()
     return logger;
 }
 
+bool IsAskedFor()
+{
+    const char* const given = std::getenv("VELOXD_LOG"); // NOLINT(concurrency-mt-unsafe): the first record asks once
+    return given != nullptr && *given != '\0';
+}
+
+// Boost.Log does not tell whether there are sinks. A program that has set it up has given it attributes, such as the
+// time of a record.
+bool IsSetUp()
+{
+    return !boost::log::core::get()->get_global_attributes().empty();
+}
+
 } // namespace
 
 void LogWarning(const char* function, std::string_view message)
 {
+    static const bool isAskedFor = IsAskedFor();
+    if (!isAskedFor && !IsSetUp())
+        return;
     const auto value = boost::log::attributes::make_attribute_value(std::string(function));
     auto record = TheLogger().open_record(boost::log::keywords::severity = boost::log::trivial::warning);
     if (!record)
