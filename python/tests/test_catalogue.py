@@ -189,7 +189,8 @@ def test_an_update_that_fails_leaves_the_catalogue(
     make_scan(tree / "new.oxd")
     with _store.locked(Path("catalogue")), pytest.raises(BlockingIOError, match="updated by another process"):
         archive.index("catalogue")
-    for name in ("VELOXD_TOOL", "PATH"):
+    # A wheel has a tool of its own, which PATH does not matter to.
+    for name in ("VELOXD_TOOL", "PATH") if "VELOXD_TOOL" in os.environ else ("VELOXD_TOOL",):
         with monkeypatch.context() as patch:
             patch.setenv(name, "/missing")
             patch.delenv("VELOXD_TOOL") if name == "PATH" else None
