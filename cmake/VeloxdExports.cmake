@@ -8,6 +8,10 @@ function(veloxd_read_exports variable file)
   set(${variable} "${names}" PARENT_SCOPE)
 endfunction()
 
+# The version since which the exports are what they are: a program that was linked with it asks for it, and learns when it
+# is started, not in the middle of its work, that it found a library without them.
+set(VELOXD_SYMBOL_VERSION VELOXD_0.2)
+
 # Makes the shared library `target`, which has its sources, one that others link: with versions and public headers, and
 # with exactly the exports that the list `exports` names.
 function(veloxd_public_library target exports description)
@@ -27,7 +31,7 @@ function(veloxd_public_library target exports description)
   target_sources(${target} PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/${target}Version.c")
   list(JOIN names ";\n    " names)
   set(script "${CMAKE_CURRENT_BINARY_DIR}/${target}.map")
-  file(CONFIGURE OUTPUT "${script}" CONTENT "{\n  global:\n    ${names};\n  local:\n    *;\n};\n" @ONLY)
+  file(CONFIGURE OUTPUT "${script}" CONTENT "${VELOXD_SYMBOL_VERSION} {\n  global:\n    ${names};\n  local:\n    *;\n};\n" @ONLY)
   target_link_options(${target} PRIVATE "LINKER:--version-script=${script}" "LINKER:--no-undefined-version")
   set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${script}")
 endfunction()

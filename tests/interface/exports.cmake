@@ -1,6 +1,6 @@
-# The library exports the listed names and nothing else, and the header declares just these, behind the word `api`. What
-# a Windows library needs is part of every Windows from 8 on, or shipped `beside` it, and what is shipped does not tell
-# where it was built.
+# The library exports the listed names, each with its version, and nothing else, and the header declares just these,
+# behind the word `api`. What a Windows library needs is part of every Windows from 8 on, or shipped `beside` it, and what
+# is shipped does not tell where it was built.
 
 # What the inspection of a file printed that matches `pattern` of one group: the texts of that group, sorted.
 function(inspect result pattern)
@@ -37,7 +37,11 @@ if(library MATCHES "\\.dll$")
     endif()
   endforeach()
 else()
+  # The names with their version, which is a symbol itself.
   inspect(exported "[^\n]* ([^ \n]+)\n" "${nm}" -D --defined-only "${library}")
+  list(REMOVE_ITEM exported "${version}")
+  list(TRANSFORM exported REPLACE "^([A-Za-z_]+)$" "\\1 without a version")
+  list(TRANSFORM exported REPLACE "@@${version}$" "")
 endif()
 expect_listed(exported ${exported})
 
