@@ -10,6 +10,7 @@
 #include "oxd/commands/SalvageCommand.h"
 #include "oxd/commands/SampleCommand.h"
 #include "oxd/commands/SelfCommands.h"
+#include "oxd/commands/completion/CompletionCommand.h"
 #include "oxd/commands/scan/ScanCommand.h"
 #include "oxd/system/Messages.h"
 #include "oxd/system/Results.h"
@@ -60,10 +61,11 @@ void AddCommands(CLI::App& app, Results& results, ExitCode& outcome)
     AddView(app, results);
     AddGet(app, results, outcome);
     AddSet(app, results);
+    AddCompletion(app, results);
     AddHelp(app, results);
     AddDebug(app);
     for (CLI::App* const command : app.get_subcommands({})) {
-        command->group("Commands");
+        command->group(command->get_group().empty() ? "" : "Commands"); // those without a group stay hidden
         AddDebug(*command);
     }
 }
