@@ -18,6 +18,8 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_1})
 set(debian_version "${PROJECT_VERSION}-${CMAKE_MATCH_1}")
 execute_process(COMMAND gzip -9 --no-name --stdout "${changelog}"
   OUTPUT_FILE "${PROJECT_BINARY_DIR}/changelog.Debian.gz")
+execute_process(COMMAND gzip -9 --no-name --stdout "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+  OUTPUT_FILE "${PROJECT_BINARY_DIR}/changelog.gz")
 
 # Each description brings its own first line.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
@@ -39,8 +41,10 @@ function(veloxd_debian_package component name section description)
     string(APPEND copyright "\n\n${text}")
   endforeach()
   file(WRITE "${PROJECT_BINARY_DIR}/copyright/${component}" "${copyright}")
+  install(FILES "${PROJECT_SOURCE_DIR}/packaging/debian/overrides/${name}"
+    DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/lintian/overrides" COMPONENT ${component} EXCLUDE_FROM_ALL)
   install(FILES "${PROJECT_BINARY_DIR}/copyright/${component}" RENAME copyright ${documents})
-  install(FILES "${PROJECT_BINARY_DIR}/changelog.Debian.gz" ${ARGN} ${documents})
+  install(FILES "${PROJECT_BINARY_DIR}/changelog.Debian.gz" "${PROJECT_BINARY_DIR}/changelog.gz" ${ARGN} ${documents})
 endfunction()
 
 veloxd_debian_package(library ${library_package} libs
@@ -54,8 +58,7 @@ veloxd_debian_package(development libveloxddll-dev libdevel
 "library for .oxd files of scanning probe microscopes - development files
 What it takes to build programs that read, edit and write .oxd files, or that
 analyse force curves: C headers, which describe every function, a CMake
-package, and files for pkg-config."
-  "${PROJECT_SOURCE_DIR}/README.md")
+package, files for pkg-config, and documents with examples in six languages.")
 set(notices_tool CLI11 nlohmann-json)
 if(VELOXD_VIEWER)
   list(APPEND notices_tool uPlot)
@@ -63,8 +66,7 @@ endif()
 veloxd_debian_package(tool veloxd-tools science
 "command-line tool for .oxd files of scanning probe microscopes
 The tool oxd shows what is in a measurement file, exports its images and curves
-as tables and pictures, corrects samples, and changes settings."
-  "${PROJECT_SOURCE_DIR}/docs/oxd.md")
+as tables and pictures, corrects samples, and changes settings.")
 # The library's own dependencies are looked up, and so are those of the tool but for the one on the library: where that
 # is built, it belongs to no package yet. It may be newer than the tool, as its interface is only added to.
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SHLIBDEPS ON)
@@ -81,4 +83,5 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 # The cache of the dynamic linker is to be renewed after an installation. CPack adds scripts to the same effect.
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${PROJECT_SOURCE_DIR}/packaging/debian/triggers")
 
+include(VeloxdPackagesManual)
 include(VeloxdPackagesPython)

@@ -13,8 +13,7 @@ veloxd_debian_package(python python3-veloxd python
 "Python package for .oxd files of scanning probe microscopes
 Groups and channels are mappings, channels read like arrays of NumPy, and files
 open as labelled arrays of xarray. Pictures are true to scale, with labelled
-axes, and a file is saved in one step."
-  "${PROJECT_SOURCE_DIR}/docs/python/README.md")
+axes, and a file is saved in one step.")
 
 set(pyproject "${PROJECT_SOURCE_DIR}/pyproject.toml")
 set(dist_info "${PROJECT_BINARY_DIR}/veloxd-${PROJECT_VERSION}.dist-info")
