@@ -1,5 +1,6 @@
 #include "oxd/edit/Preview.h"
 
+#include "oxd/inspection/InspectFile.h"
 #include "oxd/library/FindChannel.h"
 #include "oxd/library/LineOperators.h"
 #include "oxd/textdiff/UnifiedText.h"
