@@ -141,6 +141,36 @@ TEST_F(ExportFormsTest, ExportsAllChannelsIntoAFolder)
     EXPECT_EQ(NamesIn("odd"), (std::set<std::string>{"a_b_c-...raw", "a_b_c-x.raw", "a_b_c-X-2.raw"}));
 }
 
+TEST_F(ExportFormsTest, ShowsAllChannelsSideBySide)
+{
+    // Cells of 480 x 400 pixels, 12 apart and below a head of 36: three in a row, two below.
+    ResultsOf("export sample.oxd --sheet --no-axes --as image -g ForwardScan -o sheet.png");
+    const auto sheet = ReadPicture<std::uint8_t>("sheet.png");
+    EXPECT_EQ(sheet.width, 12 + 2 * 492);
+    EXPECT_EQ(sheet.height, 36 + 2 * 412);
+    const auto meanOf = [](const ColourPicture& picture) {
+        return std::accumulate(picture.levels.begin(), picture.levels.end(), 0.0) /
+               static_cast<double>(picture.levels.size());
+    };
+    for (std::size_t i = 0; i < 3; ++i) {
+        ResultsOf("export sample.oxd --no-axes -g ForwardScan -o one.png -c " + std::to_string(i));
+        const ColourPicture small = Part(sheet, 12 + i % 2 * 492, 36 + i / 2 * 412, 400, 400);
+        EXPECT_NEAR(meanOf(small), meanOf(ReadPicture<std::uint8_t>("one.png")), 1) << i;
+    }
+    EXPECT_EQ(meanOf(Part(sheet, 12 + 492, 36 + 412, 480, 400)), 255) << "nothing in the last cell";
+
+    std::string bytes = ReadBytes("sample.oxd");
+    const auto place = bytes.find("Points=256", bytes.find("[DataSet-0:1]"));
+    WriteBytes("damaged.oxd", bytes.replace(place, 10, "Points=2S6"));
+    ExpectMessage("export damaged.oxd --sheet -o some.svg", 4, "the samples of channel \"Phase\" may not");
+    EXPECT_TRUE(ReadBytes("some.svg").ends_with("</svg>\n"));
+    ExpectFailure("export sample.oxd --sheet -o none.csv", 2, "a sheet is a .png, .svg or .pdf");
+    ExpectFailure("export sample.oxd --sheet --size 9 -o none.png", 2, "are for a picture of one channel");
+    WriteOxd("[DataSet]\nVersion=2\n", "", "empty.oxd");
+    ExpectFailure("export empty.oxd --sheet -o none.png", 1, "has no channels to show");
+    EXPECT_FALSE(std::filesystem::exists("none.png"));
+}
+
 TEST_F(ExportFormsTest, GoesOnWithOtherChannelsAfterOneThatFails)
 {
     std::string bytes = ReadBytes("sample.oxd");

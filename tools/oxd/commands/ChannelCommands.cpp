@@ -65,11 +65,11 @@ ExitCode ReportGaps(const std::string& file, const ExportGaps& gaps)
 }
 
 // Ends with the worst code of a channel, which is the one with the largest number.
-ExitCode ExportAllAloud(const Export& wanted)
+ExitCode ExportAllAloud(const Export& wanted, decltype(ExportAll)& exportAll)
 {
     ExitCode worst = ExitCode::Done;
     const auto add = [&worst](ExitCode code) { worst = std::max(worst, code); };
-    ExportAll(
+    exportAll(
         wanted, [&](const ExportGaps& gaps) { add(ReportGaps(wanted.selection.file, gaps)); },
         [&](const Failure& failure) {
             Complain(failure.what());
@@ -81,27 +81,30 @@ ExitCode ExportAllAloud(const Export& wanted)
 struct ExportOptions
 {
     Export wanted;
-    bool all = false;
+    bool all = false;                         // each as a file
+    bool sheet = false;                       // on one picture
     std::vector<CLI::Option*> selection = {}; // that a channel takes
 };
 
 // A channel has to be named, or all of them taken. A name may be empty.
 void RequireSelection(ExportOptions& options)
 {
+    const bool ofAll = options.all || options.sheet;
     for (CLI::Option* const option : options.selection) {
-        if (!options.all && option->empty()) {
+        if (!ofAll && option->empty()) {
             throw CLI::RequiredError(option->get_name());
         }
     }
     std::string& group = options.wanted.selection.group;
-    group = options.all && group.empty() && !options.selection.front()->empty() ? "name:" : group;
+    group = ofAll && group.empty() && !options.selection.front()->empty() ? "name:" : group;
 }
 
 void ExportPage(const ExportOptions& options)
 {
     const Export& wanted = options.wanted;
-    if (options.all) {
-        throw Failure(ExitCode::Usage, wanted.output.name, "a page holds all channels anyway, without --all");
+    if (options.all || options.sheet) {
+        throw Failure(ExitCode::Usage, wanted.output.name,
+                      "a page holds all channels anyway, without --all and --sheet");
     }
     RequireNothingOfAChannel(wanted);
     InspectAloud(wanted.selection.file);
@@ -119,7 +122,10 @@ ExitCode ExportAloud(ExportOptions& options)
     const inspect::Inspection inspection = InspectAloud(wanted.selection.file);
     wanted.selection.doubted = Doubted(inspection);
     wanted.selection.misread = Misread(inspection);
-    return options.all ? ExportAllAloud(wanted) : ReportGaps(wanted.selection.file, ExportChannel(wanted));
+    if (options.all || options.sheet) {
+        return ExportAllAloud(wanted, options.sheet ? ExportSheet : ExportAll);
+    }
+    return ReportGaps(wanted.selection.file, ExportChannel(wanted));
 }
 
 void AddPictureOptions(CLI::App& command, Export& wanted)
@@ -217,10 +223,16 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     for (CLI::Option* const option : options->selection) {
         option->required(false);
     }
+    CLI::Option* const all =
+        command
+            .add_flag("--all", options->all,
+                      "All channels of the file, or of the group; OUT is a folder for a file of each, .png or --format")
+            ->excludes(&selection.channel);
     command
-        .add_flag("--all", options->all,
-                  "All channels of the file, or of the group; OUT is a folder for a file of each, .png or --format")
-        ->excludes(&selection.channel);
+        .add_flag("--sheet", options->sheet,
+                  "All channels of the file, or of the group, side by side in one picture, which OUT is")
+        ->excludes(&selection.channel)
+        ->excludes(all);
     AddOperator(command, wanted.lineOperator, "Operator, see below; without it the samples are as they are");
     command.add_option("--format", wanted.format, "What to write where the suffix of OUT does not tell, such as csv")
         ->type_name("FORMAT")

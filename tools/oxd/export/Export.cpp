@@ -1,7 +1,7 @@
 #include "oxd/export/Export.h"
 
 #include "oxd/export/ExportKinds.h"
-#include "oxd/provenance/Origin.h"
+#include "oxd/export/Labels.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Progress.h"
 #include "oxd/system/Text.h"
@@ -24,16 +24,6 @@ struct Kind
     std::string_view description;
     std::optional<PictureForm> form = {}; // of what options of pictures are for
 };
-
-void WritePicture(ExportJob& job)
-{
-    const bool showsCurves = job.picture.curves.value_or(IsOfCurves(job.source.GetChannel()));
-    if (!showsCurves && (!job.others.empty() || !job.picture.lines.empty())) {
-        throw Failure(ExitCode::Usage, job.file,
-                      "--lines and --with are for pictures of curves; --as curves asks for one");
-    }
-    showsCurves ? WriteCurvePicture(job) : WriteColourPicture(job);
-}
 
 constexpr std::array kinds{
     Kind{".png", false, 1, WritePicture, "picture in colours with axes and a colour bar", PictureForm::Png},
@@ -94,35 +84,6 @@ std::string HelpLine(std::string_view suffix, std::string_view option, std::stri
     return "  " + text.append(description) + "\n";
 }
 
-std::string Title(const Export& wanted, const Channel& channel)
-{
-    if (wanted.picture.title) {
-        return *wanted.picture.title;
-    }
-    std::string name = channel.GroupName() + ": " + channel.Name();
-    for (const std::string& other : wanted.with) {
-        name += ", " + other;
-    }
-    const std::string caption(wanted.lineOperator.caption);
-    return caption.empty() ? name : name + ", " + caption;
-}
-
-std::vector<PictureText> Labels(const Export& wanted, const Channel& channel)
-{
-    std::vector<PictureText> labels{{"Title", Title(wanted, channel)},
-                                    {"Software", ToolName()},
-                                    {"Source", NameWithoutFolder(wanted.selection.file)},
-                                    {"Group", channel.GroupName()},
-                                    {"Channel", channel.Name()}};
-    if (!wanted.lineOperator.name.empty()) {
-        labels.push_back({"Operator", std::string(wanted.lineOperator.name)});
-    }
-    for (PictureText& label : labels) {
-        label.text = ValidUtf8(Printable(label.text));
-    }
-    return labels;
-}
-
 // Channels whose curves can share the axes of the first.
 std::vector<LineSource> Others(const Export& wanted, const Channel& first, const DataSet& dataSet, Progress& progress)
 {
@@ -159,6 +120,15 @@ void RequireNothingOfAChannel(const Export& wanted)
     }
 }
 
+PictureForm FormOf(const Export& wanted)
+{
+    const Kind& kind = FindKind(wanted);
+    if (!kind.form || kind.grey) {
+        throw Failure(ExitCode::Usage, wanted.output.name, "a sheet is a .png, .svg or .pdf, and has colours");
+    }
+    return *kind.form;
+}
+
 ExportGaps ExportChannel(const Export& wanted)
 {
     FindKind(wanted); // refused without a look at the file
@@ -180,9 +150,9 @@ ExportGaps ExportChannel(const DataSet& dataSet, const Export& wanted)
                   Others(wanted, channel, dataSet, progress),
                   output,
                   wanted.selection.file,
-                  Title(wanted, channel),
+                  TitleOf(wanted, channel),
                   wanted.picture,
-                  wanted.labels ? Labels(wanted, channel) : std::vector<PictureText>(),
+                  wanted.labels ? LabelsOf(wanted, channel) : std::vector<PictureText>(),
                   {}};
     job.picture.form = kind.form.value_or(PictureForm::Png);
     kind.write(job);

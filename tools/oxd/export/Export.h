@@ -37,6 +37,9 @@ ExportGaps ExportChannel(const Export& wanted);
 // The same from the file of the selection that is open already.
 ExportGaps ExportChannel(const DataSet& dataSet, const Export& wanted);
 
+// The form of the picture that the output is to be. Throws a Failure if it is to be none, or one in grey.
+PictureForm FormOf(const Export& wanted);
+
 // Whether the output is to be a page of the whole file, which is not made here but by WritePage.
 bool IsPage(const Export& wanted);
 

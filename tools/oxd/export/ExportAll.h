@@ -1,4 +1,4 @@
-// Writes every channel of a file, each as a file of its own in one folder.
+// Writes every channel of a file, each as a file of its own in one folder, or all of them on one sheet.
 #pragma once
 
 #include "oxd/export/Export.h"
@@ -18,5 +18,10 @@ using FailureReport = std::function<void(const Failure& failure)>;
 // reported, and the next one is tried. Throws a Failure if the file cannot be read, has no such group, or the folder
 // cannot be made.
 void ExportAll(const Export& wanted, const ChannelReport& done, const FailureReport& failed);
+
+// Writes small pictures of the same channels side by side into one, which is the output. Where one cannot be shown, it
+// says why. Throws a Failure as well if there are too many for one sheet, if the output is to be no picture in colours,
+// or if something is asked for that only a single picture has.
+void ExportSheet(const Export& wanted, const ChannelReport& done, const FailureReport& failed);
 
 } // namespace oxd

@@ -42,14 +42,8 @@ void WriteRealNumbers(ExportJob& job);
 // A picture of as many pixels as the channel has samples, in 16 bits of grey. It reads every line twice.
 void WriteGreyPicture(ExportJob& job);
 
-// A picture in colours with axes and a colour bar.
-void WriteColourPicture(ExportJob& job);
-
-// A plot of lines over their points, those of the other sources with those of the first.
-void WriteCurvePicture(ExportJob& job);
-
-// Whether the lines of a channel are curves or a profile rather than rows of an image: they are one or two, or what
-// tells them apart has no unit.
-bool IsOfCurves(const Channel& channel);
+// A picture in colours with axes and a colour bar, or a plot of lines over their points, those of the other sources
+// with those of the first.
+void WritePicture(ExportJob& job);
 
 } // namespace oxd

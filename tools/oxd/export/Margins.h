@@ -15,13 +15,15 @@ inline constexpr int bottomMargin = 62;
 
 inline constexpr Extent margins{leftMargin + rightMargin, topMargin + bottomMargin};
 
-// A canvas with a plot of that size, and the title of the job above it.
-inline Canvas CanvasAround(const Rectangle& plot, const ExportJob& job)
+inline Extent WithMargins(const Extent& plot)
 {
-    Canvas canvas(job.picture.ShapeOf(static_cast<int>(margins.columns) + static_cast<int>(plot.width),
-                                      static_cast<int>(margins.rows) + static_cast<int>(plot.height)));
+    return {margins.columns + plot.columns, margins.rows + plot.rows};
+}
+
+// Above a plot.
+inline void DrawTitle(Canvas& canvas, const Rectangle& plot, const ExportJob& job)
+{
     canvas.DrawText(job.title, plot.x, topMargin / 2.0, Anchor::Begin, plot.width + rightMargin);
-    return canvas;
 }
 
 } // namespace oxd

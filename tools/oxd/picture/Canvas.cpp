@@ -334,6 +334,14 @@ void Canvas::DrawUpwardText(const std::string& text, double x, double y, double 
     DrawText(text, 0, 0, Anchor::Middle, maxWidth);
 }
 
+void Canvas::DrawScaled(const Point& origin, double factor, const std::function<void()>& draw)
+{
+    const Saved saved(m_context.get());
+    cairo_translate(m_context.get(), origin.x, origin.y);
+    cairo_scale(m_context.get(), factor, factor);
+    draw();
+}
+
 std::string Canvas::ToFile(const std::vector<PictureText>& texts)
 {
     RequireWholeLetters();

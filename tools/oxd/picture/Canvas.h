@@ -77,6 +77,9 @@ public:
     // As DrawText, turned to read from the bottom to the top, centred on both x and y.
     void DrawUpwardText(const std::string& text, double x, double y, double maxWidth);
 
+    // Draws what `draw` draws with that point as its origin, and `factor` times as large.
+    void DrawScaled(const Point& origin, double factor, const std::function<void()>& draw);
+
     // The bytes of the file, with texts. Nothing can be drawn after this. Throws std::runtime_error if something could
     // not be drawn or encoded.
     std::string ToFile(const std::vector<PictureText>& texts);

@@ -1,6 +1,5 @@
 #include "oxd/export/Curve.h"
-#include "oxd/export/ExportKinds.h"
-#include "oxd/export/Labels.h"
+#include "oxd/export/Drawing.h"
 #include "oxd/export/Margins.h"
 #include "oxd/export/options/LineChoice.h"
 #include "oxd/picture/Canvas.h"
@@ -10,6 +9,8 @@
 
 #include <array>
 #include <cmath>
+#include <memory>
+#include <utility>
 
 namespace oxd {
 
@@ -180,13 +181,43 @@ void DrawSeriesBar(Canvas& canvas, const ExportJob& job, const Rectangle& bar, c
         .DrawRight(canvas, bar.x + bar.width, bar.y);
 }
 
-Rectangle PlotOf(const ExportJob& job)
+Extent PlotOf(const ExportJob& job)
 {
     const std::optional<PictureSize>& size = job.picture.size;
     constexpr double ratio = static_cast<double>(usualPlot.rows) / usualPlot.columns;
     const double fineness = job.picture.ShapeOf(1, 1).Fineness();
-    const Extent plot = size ? PlotWithin(*size, margins, ratio, fineness) : usualPlot;
-    return {leftMargin, topMargin, static_cast<double>(plot.columns), static_cast<double>(plot.rows)};
+    return size ? PlotWithin(*size, margins, ratio, fineness) : usualPlot;
+}
+
+// What a picture of curves shows.
+struct CurvePlot
+{
+    Curves all;
+    Scale x, y;
+    std::vector<std::uint64_t> lines;
+};
+
+void DrawPlot(Canvas& canvas, const ExportJob& job, const CurvePlot& shown, const Rectangle& plot)
+{
+    const Axis point = job.source.GetChannel().ReadAxis(pointAxis);
+    const Axis signal = job.source.SignalAxis();
+    std::string names = signal.name;
+    for (const LineSource& other : job.others) {
+        names += ", " + other.GetChannel().Name();
+    }
+    DrawTitle(canvas, plot, job);
+    for (const Curve& curve : shown.all.curves) {
+        DrawCurve(canvas, plot, curve, shown.x, shown.y);
+    }
+    canvas.DrawFrame(plot);
+    Ruler(shown.x, point.name, point.unit, plot.width).DrawBelow(canvas, plot.x, plot.y + plot.height);
+    Ruler(shown.y, names, signal.unit, plot.height).DrawLeft(canvas, plot.x, plot.y);
+    constexpr double distance = 22, barWidth = 20;
+    if (shown.all.legend.empty()) {
+        DrawSeriesBar(canvas, job, {plot.x + plot.width + distance, plot.y, barWidth, plot.height}, shown.lines);
+    } else {
+        DrawLegend(canvas, plot.x + plot.width + distance / 2, plot.y + distance / 2, shown.all.legend);
+    }
 }
 
 } // namespace
@@ -198,36 +229,19 @@ bool IsOfCurves(const Channel& channel)
            (channel.ReadAxis(lineAxis).unit.empty() && !channel.ReadAxis(pointAxis).unit.empty());
 }
 
-void WriteCurvePicture(ExportJob& job)
+Drawing DrawCurves(ExportJob& job)
 {
     const std::vector<std::uint64_t> lines = ChooseLines(job.picture.lines, job.source.Lines());
-    const Curves all = ReadCurves(job, lines);
+    Curves all = ReadCurves(job, lines);
     const Scale x = PositionsOf(all.curves);
     const Scale y = ValuesOf(job, all.curves);
     if (!y.IsFinite()) {
         throw Failure(ExitCode::No, job.file, job.source.NothingToShow());
     }
-    const Axis point = job.source.GetChannel().ReadAxis(pointAxis);
-    const Axis signal = job.source.SignalAxis();
-    std::string names = signal.name;
-    for (const LineSource& other : job.others) {
-        names += ", " + other.GetChannel().Name();
-    }
-    const Rectangle plot = PlotOf(job);
-    Canvas canvas = CanvasAround(plot, job);
-    for (const Curve& curve : all.curves) {
-        DrawCurve(canvas, plot, curve, x, y);
-    }
-    canvas.DrawFrame(plot);
-    Ruler(x, point.name, point.unit, plot.width).DrawBelow(canvas, plot.x, plot.y + plot.height);
-    Ruler(y, names, signal.unit, plot.height).DrawLeft(canvas, plot.x, plot.y);
-    constexpr double distance = 22, barWidth = 20;
-    if (all.legend.empty()) {
-        DrawSeriesBar(canvas, job, {plot.x + plot.width + distance, plot.y, barWidth, plot.height}, lines);
-    } else {
-        DrawLegend(canvas, plot.x + plot.width + distance / 2, plot.y + distance / 2, all.legend);
-    }
-    job.output.Write(canvas.ToFile(LabelsWithRange(job, y)));
+    const Extent size = PlotOf(job);
+    const Rectangle plot{leftMargin, topMargin, static_cast<double>(size.columns), static_cast<double>(size.rows)};
+    const auto shown = std::make_shared<const CurvePlot>(CurvePlot{std::move(all), x, y, lines});
+    return {WithMargins(size), y, [&job, shown, plot](Canvas& canvas) { DrawPlot(canvas, job, *shown, plot); }};
 }
 
 } // namespace oxd

@@ -1,7 +1,5 @@
-#include "oxd/export/ExportKinds.h"
-
+#include "oxd/export/Drawing.h"
 #include "oxd/export/Field.h"
-#include "oxd/export/Labels.h"
 #include "oxd/export/Margins.h"
 #include "oxd/export/ScaleBar.h"
 #include "oxd/picture/Canvas.h"
@@ -12,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace oxd {
 
@@ -126,7 +125,7 @@ void DrawSamples(Canvas& canvas, const Rectangle& plot, const ExportJob& job, co
     }
 }
 
-Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size, const Clipped& clipped)
+void DrawWithAxes(Canvas& canvas, const ExportJob& job, const Cells& cells, const Extent& size, const Clipped& clipped)
 {
     const Channel& channel = job.source.GetChannel();
     const Axis x = channel.ReadAxis(pointAxis);
@@ -138,7 +137,7 @@ Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size
     constexpr double barWidth = 20;
     const Rectangle plot{leftMargin, topMargin, width, height};
     const Rectangle bar{leftMargin + width + barDistance, topMargin, barWidth, height};
-    Canvas canvas = CanvasAround(plot, job);
+    DrawTitle(canvas, plot, job);
     DrawSamples(canvas, plot, job, cells);
     canvas.DrawFrame(plot);
     const Scale upwards = ScaleOf(y, job.source.Lines());
@@ -147,33 +146,33 @@ Canvas DrawWithAxes(const ExportJob& job, const Cells& cells, const Extent& size
     Ruler(lines, y.name, y.unit, height).DrawLeft(canvas, plot.x, plot.y);
     DrawColourBar(canvas, bar, job.picture.colour, clipped);
     Ruler(cells.range, signal.name, signal.unit, height).DrawRight(canvas, bar.x + barWidth, plot.y);
-    return canvas;
 }
 
-Canvas DrawAlone(const ExportJob& job, const Cells& cells, const Extent& size)
+void DrawAlone(Canvas& canvas, const ExportJob& job, const Cells& cells, const Extent& size)
 {
-    Canvas canvas(job.picture.ShapeOf(static_cast<int>(size.columns), static_cast<int>(size.rows)));
     DrawSamples(canvas, {0, 0, static_cast<double>(size.columns), static_cast<double>(size.rows)}, job, cells);
-    return canvas;
 }
 
 } // namespace
 
-void WriteColourPicture(ExportJob& job)
+Drawing DrawColours(ExportJob& job)
 {
     const Channel& channel = job.source.GetChannel();
     const Extent size = PlotSize(job, AspectRatio(channel.ReadAxis(pointAxis), channel.ReadAxis(lineAxis)));
-    const Field field(job.source, Finest(size, job.picture));
+    const auto field = std::make_shared<const Field>(job.source, Finest(size, job.picture));
     const Scale range =
-        RangeOf(job.picture.contrast.value_or(Contrast()), field.Values(), job.source.SignalAxis().unit);
+        RangeOf(job.picture.contrast.value_or(Contrast()), field->Values(), job.source.SignalAxis().unit);
     if (!range.IsFinite()) {
         throw Failure(ExitCode::No, job.file, job.source.NothingToShow());
     }
-    const Clipped clipped = BeyondRange(range, field.Values());
+    const Clipped clipped = BeyondRange(range, field->Values());
     NoteClipped(job, clipped);
-    const Cells cells{field, range, job.picture};
-    Canvas canvas = job.picture.axes ? DrawWithAxes(job, cells, size, clipped) : DrawAlone(job, cells, size);
-    job.output.Write(canvas.ToFile(LabelsWithRange(job, range)));
+    const bool axes = job.picture.axes;
+    return {axes ? WithMargins(size) : size, range, [&job, field, range, size, clipped](Canvas& canvas) {
+                const Cells cells{*field, range, job.picture};
+                job.picture.axes ? DrawWithAxes(canvas, job, cells, size, clipped)
+                                 : DrawAlone(canvas, job, cells, size);
+            }};
 }
 
 } // namespace oxd
