@@ -75,6 +75,7 @@ Arguments Exporting(const std::string& output)
 std::vector<Command> Commands()
 {
     Command inPlace{{"set", "both.oxd", "New/Item", "1", "--create", "--in-place"}, "both.oxd", InputBytes()};
+    Command sheet{{"export", "in.oxd", "--sheet", "-o", "sheet.png"}, "sheet.png"};
     Command grey{Exporting("grey.png"), "grey.png"};
     grey.arguments.emplace_back("--grey");
     Command curves{Exporting("curves.png"), "curves.png"};
@@ -88,6 +89,7 @@ std::vector<Command> Commands()
             {Exporting("out.png"), "out.png"},
             grey,
             curves,
+            sheet,
             vectors("out.svg"),
             vectors("out.pdf"),
             {Exporting("out.csv"), "out.csv"},

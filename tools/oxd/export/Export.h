@@ -1,28 +1,15 @@
 // Writes one channel as a file that other programs read: a picture, a table or bare numbers.
 #pragma once
 
-#include "oxd/export/options/PictureOptions.h"
-#include "oxd/files/OutputFile.h"
-#include "oxd/library/FindChannel.h"
-#include "oxd/library/LineOperators.h"
+#include "oxd/export/ExportRequest.h"
+#include "oxd/library/DataSet.h"
 #include "oxd/library/LineTally.h"
+#include "oxd/picture/PictureForm.h"
 
 #include <string>
 #include <vector>
 
 namespace oxd {
-
-struct Export
-{
-    ChannelSelection selection;
-    std::vector<std::string> with = {}; // channels of the same group that a picture of curves shows, too
-    LineOperator lineOperator = rawData;
-    Destination output; // its suffix says what is written
-    bool grey = false;  // asks for a picture for programs instead of one for people
-    std::string format; // says what is written instead of the suffix; one of ExportFormats(), or empty
-    PictureOptions picture = {};
-    bool labels = true; // notes down in a picture what it shows
-};
 
 // What the output lacks or does not show. It is complete otherwise.
 struct ExportGaps

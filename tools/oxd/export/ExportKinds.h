@@ -2,29 +2,9 @@
 // here and a row there.
 #pragma once
 
-#include "oxd/export/LineSource.h"
-#include "oxd/export/options/PictureOptions.h"
-#include "oxd/files/OutputFile.h"
-#include "oxd/picture/PictureText.h"
-
-#include <string>
-#include <vector>
+#include "oxd/export/drawing/ExportJob.h"
 
 namespace oxd {
-
-// What a writer works on. It reads every line of `source`, writes to `output`, which the caller closes, and adds to
-// `notes`.
-struct ExportJob
-{
-    LineSource& source;
-    std::vector<LineSource> others; // that a picture of curves shows as well
-    OutputFile& output;
-    std::string file;                // that the channel is in, for messages
-    std::string title;               // of a picture
-    PictureOptions picture;          // how it is to look
-    std::vector<PictureText> labels; // that a picture carries
-    std::vector<std::string> notes;  // what the reader of the output should know, a sentence each
-};
 
 // Notes that none of the values is a number, where that is so once all lines were read.
 void NoteMissingValues(ExportJob& job);

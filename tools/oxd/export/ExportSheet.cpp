@@ -1,6 +1,6 @@
-#include "oxd/export/Drawing.h"
 #include "oxd/export/ExportAll.h"
 #include "oxd/export/Labels.h"
+#include "oxd/export/drawing/Drawing.h"
 #include "oxd/provenance/Origin.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Progress.h"

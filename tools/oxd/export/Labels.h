@@ -1,8 +1,8 @@
 // What a picture says of itself, for programs and for people who find it years later.
 #pragma once
 
-#include "oxd/export/Export.h"
 #include "oxd/export/ExportKinds.h"
+#include "oxd/export/ExportRequest.h"
 #include "oxd/picture/PictureText.h"
 #include "oxd/picture/Scale.h"
 

@@ -1,7 +1,7 @@
 // Pictures of a channel as something that can be drawn anywhere: alone in a file, or among others on a sheet.
 #pragma once
 
-#include "oxd/export/ExportKinds.h"
+#include "oxd/export/drawing/ExportJob.h"
 #include "oxd/picture/Canvas.h"
 #include "oxd/picture/Extent.h"
 #include "oxd/picture/Scale.h"

@@ -1,6 +1,5 @@
-#include "oxd/export/Drawing.h"
+#include "oxd/export/drawing/Drawing.h"
 
-#include "oxd/export/Labels.h"
 #include "oxd/system/Failure.h"
 
 namespace oxd {
@@ -13,14 +12,6 @@ Drawing DrawChannel(ExportJob& job)
                       "--lines and --with are for pictures of curves; --as curves asks for one");
     }
     return showsCurves ? DrawCurves(job) : DrawColours(job);
-}
-
-void WritePicture(ExportJob& job)
-{
-    const Drawing drawing = DrawChannel(job);
-    Canvas canvas(job.picture.ShapeOf(static_cast<int>(drawing.size.columns), static_cast<int>(drawing.size.rows)));
-    drawing.draw(canvas);
-    job.output.Write(canvas.ToFile(LabelsWithRange(job, drawing.range)));
 }
 
 } // namespace oxd

@@ -1,4 +1,4 @@
-#include "oxd/export/ScaleBar.h"
+#include "oxd/export/drawing/ScaleBar.h"
 
 #include <algorithm>
 #include <cmath>

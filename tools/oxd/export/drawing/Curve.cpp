@@ -1,4 +1,4 @@
-#include "oxd/export/Curve.h"
+#include "oxd/export/drawing/Curve.h"
 
 #include <algorithm>
 #include <cmath>

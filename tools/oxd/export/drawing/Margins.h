@@ -1,7 +1,7 @@
 // The room around the plot of a picture.
 #pragma once
 
-#include "oxd/export/ExportKinds.h"
+#include "oxd/export/drawing/ExportJob.h"
 #include "oxd/picture/Canvas.h"
 #include "oxd/picture/Extent.h"
 

@@ -1,4 +1,4 @@
-#include "oxd/export/LineSource.h"
+#include "oxd/export/drawing/LineSource.h"
 
 #include "oxd/system/Progress.h"
 

@@ -1,4 +1,4 @@
-#include "oxd/export/Field.h"
+#include "oxd/export/drawing/Field.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The samples of a channel on a grid that is no finer than a picture can show.
 #pragma once
 
-#include "oxd/export/LineSource.h"
+#include "oxd/export/drawing/LineSource.h"
 #include "oxd/picture/Extent.h"
 
 #include <cstddef>
