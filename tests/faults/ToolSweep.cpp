@@ -40,7 +40,7 @@ struct Command
     std::string output;
     std::string before = oldBytes; // what the output holds first
     bool isPrinted = false;        // the output is what the command prints, of which a failure may leave a part
-    bool needsMemory = false;      // for the drawing library; the tool makes sure of that first
+    bool needsMemory = false;      // for a library that crashes without; the tool makes sure of that first
 };
 
 struct Ending
@@ -80,7 +80,7 @@ std::vector<Command> Commands()
     grey.arguments.emplace_back("--grey");
     Command curves{Exporting("curves.png"), "curves.png"};
     curves.arguments.insert(curves.arguments.end(), {"--as", "curves", "--lines", "0,2", "--range", "full"});
-    const auto vectors = [](const char* file) { return Command{Exporting(file), file, oldBytes, false, true}; };
+    const auto careless = [](const char* file) { return Command{Exporting(file), file, oldBytes, false, true}; };
     const auto printing = [](const Arguments& arguments) { return Command{arguments, "printed.json", "", true}; };
     return {printing({"info", "in.oxd", "--json"}),
             printing({"validate", "in.oxd", "--json"}),
@@ -90,8 +90,9 @@ std::vector<Command> Commands()
             grey,
             curves,
             sheet,
-            vectors("out.svg"),
-            vectors("out.pdf"),
+            careless("out.svg"),
+            careless("out.pdf"),
+            careless("out.tif"),
             {Exporting("out.csv"), "out.csv"},
             {Exporting("out.raw"), "out.raw"},
             {{"correct", "in.oxd", "--group", "Scan", "--channel", "0", "--op", "line", "-o", "out.oxd"}, "out.oxd"},

@@ -132,7 +132,7 @@ TEST_F(CommandLineTest, RefusesWhatItCannotDo)
         {2, "set x.oxd A/B 1 --in-place -o y.oxd", "--output excludes --in-place"},
         {2, "set x.oxd A/B 1 --in-place --no-clobber", "--no-clobber excludes --in-place"},
         {2, "export sample.oxd -o out.txt" + scan,
-         "out.txt: its suffix is none of .png .svg .pdf .csv .raw .f64 .real .html, and"},
+         "out.txt: its suffix is none of .png .svg .pdf .tif .csv .raw .f64 .real .html, and"},
         {2, "export sample.oxd -o out.csv --format tiff" + scan, "tiff"},
         {2, "export sample.oxd -o out.png --format csv --grey" + scan, "--grey"},
         {2, "export sample.oxd -o png" + scan, "png: its suffix"},

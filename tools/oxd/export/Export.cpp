@@ -31,6 +31,7 @@ constexpr std::array kinds{
     Kind{".pdf", false, 1, WritePicture, "the same for printing", PictureForm::Pdf},
     Kind{".png", true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none",
          PictureForm::Png},
+    Kind{".tif", false, 1, WriteTiff, "picture of 32-bit real values, NaN where there is none, to scale"},
     Kind{".csv", false, 1, WriteCsv, "table with a row for each line, headed by positions"},
     Kind{".raw", false, 1, WriteRawNumbers, "raw samples, 32-bit little-endian integers, line by line"},
     Kind{".f64", false, 1, WriteRealNumbers, "real values, 64-bit little-endian, NaN where there is none"},

@@ -16,6 +16,9 @@ void WriteCsv(ExportJob& job);
 void WriteRawNumbers(ExportJob& job);
 void WriteRealNumbers(ExportJob& job);
 
+// Real values of 32 bits as a TIFF file, the first line at the bottom, with the scale of the axes.
+void WriteTiff(ExportJob& job);
+
 // Both kinds of pictures show the first line at the bottom, where the line axis begins. They throw a Failure if there
 // is nothing to show.
 

@@ -3,6 +3,7 @@
 #include "oxd/picture/FontFace.h"
 #include "oxd/picture/PngText.h"
 #include "oxd/picture/VectorTexts.h"
+#include "oxd/system/RequireMemory.h"
 #include "oxd/system/Text.h"
 
 #include <cairo-pdf.h>
@@ -75,16 +76,8 @@ void Prepare()
     Require(isDrawn ? status : CAIRO_STATUS_NO_MEMORY);
 }
 
-// Makes sure of memory before a vector form is written: where the drawing library lacks some then, it crashes or leaves
-// letters away.
-void RequireRoom()
-{
-    constexpr std::size_t room = std::size_t{64} << 20U;
-    const std::string taken(room, '\0');
-    if (taken.size() != room) {
-        throw std::bad_alloc();
-    }
-}
+// Where the drawing library lacks memory while it writes a vector form, it crashes or leaves letters away.
+constexpr std::size_t roomForVectors = std::size_t{64} << 20U;
 
 // Restores the state of the context at the end of its scope, whatever was drawn meanwhile.
 class Saved
@@ -350,7 +343,7 @@ std::string Canvas::ToFile(const std::vector<PictureText>& texts)
         Require(cairo_surface_write_to_png_stream(m_surface.get(), Append, m_bytes.get()));
         return WithTexts(*m_bytes, texts, m_shape.resolution);
     }
-    RequireRoom();
+    RequireMemory(roomForVectors);
     if (m_shape.form == PictureForm::Pdf) {
         SetPdfTexts(m_surface.get(), texts);
     }
