@@ -8,6 +8,7 @@
 #include "api/FileManager.h"
 #include "api/Lookup.h"
 #include "velflexlib/dataset/operators/LineOperatorTable.h"
+#include "velstdlib/machine/StackGuard.h"
 #include "velstdlib/util/Limits.h"
 
 #include <algorithm>
@@ -418,24 +419,24 @@ void GetChannelData_LineReal(uint64_t handle, uint64_t group, uint64_t channel, 
     });
 }
 
-void SetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
-                             int32_t value)
+VELOXD_NO_STACK_GUARD void SetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point,
+                                                   uint64_t line, int32_t value)
 {
     Export("set channel pixel", [&](const CCall& call) {
         call.Done(ChannelOf(call, handle, group, channel).SetPixelRaw(point, line, value));
     });
 }
 
-void SetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
-                              double value)
+VELOXD_NO_STACK_GUARD void SetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point,
+                                                    uint64_t line, double value)
 {
     Export("set channel pixel", [&](const CCall& call) {
         call.Done(ChannelOf(call, handle, group, channel).SetPixelReal(point, line, value, RealToRawMode::SignalAxis));
     });
 }
 
-int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
-                                int32_t lineOp)
+VELOXD_NO_STACK_GUARD int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point,
+                                                      uint64_t line, int32_t lineOp)
 {
     return Export("get channel pixel", [&](const CCall& call) {
         const CDataBuffer& buffer = ChannelOf(call, handle, group, channel);
@@ -445,8 +446,8 @@ int32_t GetChannelData_PixelRaw(uint64_t handle, uint64_t group, uint64_t channe
     });
 }
 
-double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point, uint64_t line,
-                                int32_t lineOp)
+VELOXD_NO_STACK_GUARD double GetChannelData_PixelReal(uint64_t handle, uint64_t group, uint64_t channel, uint64_t point,
+                                                      uint64_t line, int32_t lineOp)
 {
     return Export("get channel pixel", [&](const CCall& call) {
         const CDataBuffer& buffer = ChannelOf(call, handle, group, channel);

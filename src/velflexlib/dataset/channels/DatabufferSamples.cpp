@@ -1,6 +1,7 @@
 // Reading and writing the samples of a channel.
 #include "velflexlib/dataset/channels/Databuffer.h"
 #include "velflexlib/dataset/channels/LineValues.h"
+#include "velstdlib/machine/StackGuard.h"
 
 namespace veltaris::velflexlib::dataset {
 
@@ -82,7 +83,7 @@ void CDataBuffer::MakeWritable(std::uint64_t line, std::int32_t bits)
     m_samples.MakeWritable(line, bits);
 }
 
-bool CDataBuffer::SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int32_t value)
+VELOXD_NO_STACK_GUARD bool CDataBuffer::SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int32_t value)
 {
     {
         const std::lock_guard lock(m_mutex);
@@ -96,7 +97,8 @@ bool CDataBuffer::SetPixelRaw(std::uint64_t point, std::uint64_t line, std::int3
     return true;
 }
 
-bool CDataBuffer::SetPixelReal(std::uint64_t point, std::uint64_t line, double value, RealToRawMode mode)
+VELOXD_NO_STACK_GUARD bool CDataBuffer::SetPixelReal(std::uint64_t point, std::uint64_t line, double value,
+                                                     RealToRawMode mode)
 {
     const auto raw = LockAndGetSignalScale().ToRaw(value, mode);
     return raw && SetPixelRaw(point, line, *raw);
@@ -173,15 +175,15 @@ bool CDataBuffer::GetPixel(std::uint64_t point, std::uint64_t line, const CLineO
     return true;
 }
 
-bool CDataBuffer::ReadPixelRaw(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
-                               std::int32_t& value) const
+VELOXD_NO_STACK_GUARD bool CDataBuffer::ReadPixelRaw(std::uint64_t point, std::uint64_t line,
+                                                     const CLineOperator& lineOperator, std::int32_t& value) const
 {
     const std::lock_guard lock(m_mutex);
     return GetPixel(point, line, lineOperator, value);
 }
 
-bool CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line, const CLineOperator& lineOperator,
-                                double& value) const
+VELOXD_NO_STACK_GUARD bool CDataBuffer::ReadPixelReal(std::uint64_t point, std::uint64_t line,
+                                                      const CLineOperator& lineOperator, double& value) const
 {
     const std::lock_guard lock(m_mutex);
     std::int32_t raw = 0;
