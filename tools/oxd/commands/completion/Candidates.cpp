@@ -60,9 +60,8 @@ void AddOptions(const CLI::App& command, CandidateList& list)
 const CLI::Option* FindOption(const CLI::App& command, const std::string& word)
 {
     const std::vector<const CLI::Option*> options = command.get_options();
-    const auto found = std::ranges::find_if(options, [&](const CLI::Option* option) {
-        return !option->nonpositional() ? false : option->check_name(word);
-    });
+    const auto found = std::ranges::find_if(
+        options, [&](const CLI::Option* option) { return option->nonpositional() && option->check_name(word); });
     return found == options.end() ? nullptr : *found;
 }
 
