@@ -56,8 +56,9 @@ public:
 
     Point Corner(std::size_t position) const
     {
-        return {static_cast<double>(gap + position % m_columns * (cell.columns + gap)),
-                static_cast<double>(headHeight + position / m_columns * (cell.rows + gap))};
+        const std::size_t column = position % m_columns, row = position / m_columns;
+        return {static_cast<double>(gap + column * (cell.columns + gap)),
+                static_cast<double>(headHeight + row * (cell.rows + gap))};
     }
 
 private:
