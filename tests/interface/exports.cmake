@@ -45,11 +45,11 @@ if(library MATCHES "\\.dll$")
     endif()
   endforeach()
 else()
-  # The names with their version, which is a symbol itself.
+  # The names with their version, which is a symbol itself; some programs give that one a version, too.
   inspect(exported "[^\n]* ([^ \n]+)\n" "${nm}" -D --defined-only "${library}")
-  list(REMOVE_ITEM exported "${version}")
   list(TRANSFORM exported REPLACE "^([A-Za-z_]+)$" "\\1 without a version")
   list(TRANSFORM exported REPLACE "@@${version}$" "")
+  list(REMOVE_ITEM exported "${version}")
 endif()
 expect_listed(exported ${exported})
 
