@@ -101,8 +101,9 @@
  *     end of a text. Line breaks in a text, which become blanks. Group ids. What follows a "=" in the name of an item,
  *     which goes to its value. Information whose names a file cannot tell apart gets "_2", "_3" and so on behind them.
  *
- * 15. Output. The library prints nothing. With the environment variable VELOXD_LOG set to any text, it prints a line to
- *     the standard output for each number of a file that it could not read and each text that it changed to save it.
+ * 15. Output. The library prints nothing. If the environment variable VELOXD_LOG is set to any text when it is loaded,
+ *     it prints a line to the standard output for each number of a file that it could not read and each text that it
+ *     changed to save it.
  *     In a program that has set up the same copy of Boost.Log, with attributes, these records go to its sinks.
  */
 #ifndef VELOXDDLL_H

@@ -68,9 +68,11 @@ def test_notebooks_give_the_results_that_they_show(sample: Path, path: Path) -> 
 
 
 def printed(notebook: nbformat.NotebookNode) -> list[str]:
-    """What the cells print; pictures and tables depend on versions of other packages."""
-    outputs = [output for cell in notebook.cells for output in cell.get("outputs", [])]
-    return ["".join(output["text"]) for output in outputs if output.output_type == "stream"]
+    """What each cell prints; pictures and tables depend on versions of other packages."""
+    return [
+        "".join("".join(output["text"]) for output in cell.get("outputs", []) if output.output_type == "stream")
+        for cell in notebook.cells
+    ]
 
 
 def test_the_reference_is_made_of_the_docstrings() -> None:

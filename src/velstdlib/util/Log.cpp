@@ -24,9 +24,12 @@ Logger& TheLogger()
 
 bool IsAskedFor()
 {
-    const char* const given = std::getenv("VELOXD_LOG"); // NOLINT(concurrency-mt-unsafe): the first record asks once
+    const char* const given = std::getenv("VELOXD_LOG"); // NOLINT(concurrency-mt-unsafe): once, while it is loaded
     return given != nullptr && *given != '\0';
 }
+
+// Known before any thread can be in the library, and to the program that loads it, which may ask for the log then.
+const bool isAskedFor = IsAskedFor();
 
 // Boost.Log does not tell whether there are sinks. A program that has set it up has given it attributes, such as the
 // time of a record.
@@ -39,7 +42,6 @@ bool IsSetUp()
 
 void LogWarning(const char* function, std::string_view message)
 {
-    static const bool isAskedFor = IsAskedFor();
     if (!isAskedFor && !IsSetUp())
         return;
     const auto value = boost::log::attributes::make_attribute_value(std::string(function));

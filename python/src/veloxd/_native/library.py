@@ -10,12 +10,14 @@ anywhere.
 
 from __future__ import annotations
 
+import contextlib
 import ctypes
 import functools
 import os
 import re
 import sys
 import threading
+from collections.abc import Iterator
 from pathlib import Path
 from typing import Any
 
@@ -33,8 +35,30 @@ _NEEDED = re.compile(r"Minimum buffer size: (\d+)")
 
 @functools.cache
 def library() -> ctypes.CDLL:
-    """The library of files with the types of all its functions, loaded once; raises what :func:`load` does."""
-    return load(_MAIN, FUNCTIONS)
+    """The library of files with the types of all its functions, loaded once; raises what :func:`load` does.
+
+    It is asked for its log if what it prints can be caught.
+    """
+    with _environment("VELOXD_LOG", "python") if prints_with_gnu() else contextlib.nullcontext():
+        return load(_MAIN, FUNCTIONS)
+
+
+def prints_with_gnu() -> bool:
+    """Whether libraries print with GNU's C run-time, which lets the stream ``stdout`` be replaced."""
+    return sys.platform == "linux" and hasattr(ctypes.CDLL(None), "gnu_get_libc_version")
+
+
+@contextlib.contextmanager
+def _environment(name: str, value: str) -> Iterator[None]:
+    """Sets the variable ``name``, unless it is set, for the time of the block, so that no child inherits it."""
+    if os.environ.get(name):
+        yield
+        return
+    os.environ[name] = value
+    try:
+        yield
+    finally:
+        del os.environ[name]
 
 
 def load(name: str, functions: dict[str, tuple[Any, tuple[Any, ...]]]) -> ctypes.CDLL:

@@ -1,8 +1,8 @@
 """Passes the library's log to the logger ``veloxd``.
 
-The library prints its records with the ``stdout`` of the C run-time. GNU's lets it be another stream for the time of a
-call, which concerns neither the descriptor 1 nor what Python prints. Where the run-time is another one, the records
-stay where they are printed.
+The library, if it is asked to, prints its records with the ``stdout`` of the C run-time. GNU's lets it be another
+stream for the time of a call, which concerns neither the descriptor 1 nor what Python prints. Where the run-time is
+another one, the library is not asked, and there are no records.
 """
 
 from __future__ import annotations
@@ -13,7 +13,7 @@ import logging
 import re
 from types import TracebackType
 
-from .library import library
+from .library import library, prints_with_gnu
 
 LOGGER = logging.getLogger("veloxd")
 
@@ -68,12 +68,7 @@ class _Stream:
 def _stream() -> _Stream | None:
     """The stream, or None if ``stdout`` of the C run-time cannot be replaced."""
     library()  # whose own C++ run-time must find the usual stream
-    try:
-        runtime = ctypes.CDLL(None)
-        runtime.gnu_get_libc_version  # noqa: B018, only this run-time has it
-        return _Stream(runtime)
-    except (TypeError, OSError, AttributeError):
-        return None
+    return _Stream(ctypes.CDLL(None)) if prints_with_gnu() else None
 
 
 class Capture:
