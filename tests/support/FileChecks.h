@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+// Shows where two texts begin to differ.
+std::string Difference(const std::string& a, const std::string& b);
+
 // Opens a file with these bytes. Returns its handle, or 0 with the error stored. No other file may be open.
 std::uint64_t OpenBytes(std::string_view bytes);
 
