@@ -87,6 +87,15 @@ bool FailsAltogether(int failure)
     return Transfer(0, failure, [](std::size_t) { return ssize_t{0}; }) < 0;
 }
 
+// Whether it is of the file to which the standard error goes.
+bool IsStandardError(int descriptor)
+{
+    struct stat file = {};
+    struct stat messages = {};
+    return fstat(descriptor, &file) == 0 && fstat(STDERR_FILENO, &messages) == 0 && file.st_ino == messages.st_ino &&
+           file.st_dev == messages.st_dev;
+}
+
 std::int64_t PagesOf(std::size_t size)
 {
     constexpr std::size_t page = 4096;
@@ -219,10 +228,13 @@ int fchmod(int descriptor, mode_t mode)
     return FailsAltogether(EPERM) ? -1 : static_cast<int>(syscall(SYS_fchmod, descriptor, mode));
 }
 
-// The descriptor is closed even if the call fails.
+// The descriptor is closed even if the call fails. What was written is lost then, but for messages: a file system may
+// tell only now that it has no room.
 int close(int descriptor)
 {
     const bool fails = FailsAltogether(EIO);
+    if (fails && !IsStandardError(descriptor))
+        syscall(SYS_ftruncate, descriptor, 0);
     const auto result = static_cast<int>(syscall(SYS_close, descriptor));
     return fails ? -1 : result;
 }

@@ -118,4 +118,15 @@ TEST_F(LineOperatorTest, PixelsAreThoseOfTheCorrectedLineAfterEveryChange)
     }
 }
 
+TEST_F(LineOperatorTest, AReshapedChannelForgetsTheFitsOfItsOldLines)
+{
+    for (int lineOp = 1; lineOp < 6; ++lineOp) {
+        Apply(0, {900, -70, 8, 12, 5});
+        GetChannelData_PixelRaw(handle, group, 0, 1, 0, lineOp);
+        SetChannelData_Lines(handle, group, 0, 2);
+        for (std::uint64_t x = 0; x < 5; ++x)
+            EXPECT_EQ(GetChannelData_PixelRaw(handle, group, 0, x, 0, lineOp), 0) << lineOp << ' ' << x;
+    }
+}
+
 } // namespace

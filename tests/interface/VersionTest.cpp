@@ -97,9 +97,11 @@ TEST_F(VersionTest, TheFrameNameOfAChannelSurvivesUntilItsGroupIsRenamed)
     const auto handle = Open(WriteOxd(
         "[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=G\nGr0-Count=2\nGr0-Ch0=A\n[A]\nFrame=F\nSaveBits=16\n"));
     SetChannelXYDimension(handle, 0, 1, 1, 1);
-    for (const char* const frame : {"F", "N"}) {
+    for (const auto& [first, second] : {std::pair("F", "G"), std::pair("N", "N")}) {
         const std::string saved = Saved(handle);
-        EXPECT_NE(saved.find(std::string("Frame=") + frame + "\r\n"), std::string::npos) << saved;
+        const auto frame = saved.find(std::string("Frame=") + first + "\r\n");
+        EXPECT_NE(frame, std::string::npos) << saved;
+        EXPECT_NE(saved.find(std::string("Frame=") + second + "\r\n", frame + 1), std::string::npos) << saved;
         EXPECT_NE(saved.find("SaveBits=32\r\n"), std::string::npos) << "that of the channel which was added";
         SetGroupName(handle, 0, "N");
     }

@@ -37,6 +37,18 @@ TEST_F(MetaValueTest, ChangesInAnotherFileOnly)
     EXPECT_EQ(ReadBytes("sample.oxd"), bytes);
 }
 
+TEST_F(MetaValueTest, IsKeptWithCharactersOfAnyLength)
+{
+    for (const std::string value : {"5 \xC2\xB5m", "3 \xE2\x84\xA6", "\xF0\x9F\x94\xAC 7"}) {
+        ResultsOf("set sample.oxd Scan/X-Pos '" + value + "' -o out.oxd");
+        EXPECT_EQ(ResultsOf("get out.oxd Scan/X-Pos"), value + "\n");
+    }
+#ifndef _WIN32 // where arguments are converted before the tool sees them
+    for (const std::string value : {"5 \xB5m", "5 \xC2", "5 \xE2\x84", "\xED\xA0\x80", "\xC0\xAF"})
+        ExpectMessage("set sample.oxd Scan/X-Pos '" + value + "' -o out.oxd", 2, "value");
+#endif
+}
+
 TEST_F(MetaValueTest, CreatesWhatIsMissing)
 {
     for (const std::string path :

@@ -1,3 +1,4 @@
+#include "oxd/picture/tiff/TiffFile.h"
 #include "oxd/picture/tiff/TiffWriter.h"
 #include "oxd/system/Failure.h"
 

@@ -1,6 +1,6 @@
 #include "oxd/picture/tiff/TiffWriter.h"
 
-#include "oxd/files/FilePath.h"
+#include "oxd/picture/tiff/TiffFile.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/RequireMemory.h"
 
@@ -13,6 +13,7 @@
 #include <memory>
 #include <new>
 #include <system_error>
+#include <utility>
 
 namespace oxd {
 
@@ -37,7 +38,8 @@ int BytesOf(TiffSample sample)
 
 } // namespace
 
-TiffWriter::TiffWriter(OutputFile& output, const TiffShape& shape) : m_output(output)
+TiffWriter::TiffWriter(OutputFile& output, const TiffShape& shape)
+    : m_output(output), m_file(std::make_unique<TiffFile>())
 {
     if (std::max(shape.width, shape.height) > std::numeric_limits<std::int32_t>::max()) {
         throw Failure(ExitCode::CannotWrite, output.Name(), "too large for a picture");
@@ -85,11 +87,8 @@ void TiffWriter::Open(bool isLarge)
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), KeepQuiet, nullptr);
     const char* const mode = isLarge ? "wl8" : "wl";
     errno = 0;
-#ifdef _WIN32
-    m_tiff = TIFFOpenWExt(ToPath(file).c_str(), mode, options.get());
-#else
-    m_tiff = TIFFOpenExt(file.c_str(), mode, options.get());
-#endif
+    Require(m_file->Open(file));
+    m_tiff = m_file->OpenTiff(mode, options.get());
     Require(m_tiff != nullptr);
 }
 
@@ -114,8 +113,8 @@ void TiffWriter::Finish()
 {
     errno = 0;
     Require(TIFFWriteDirectory(m_tiff) == 1);
-    TIFFClose(m_tiff);
-    m_tiff = nullptr;
+    TIFFClose(std::exchange(m_tiff, nullptr));
+    Require(m_file->Close());
 }
 
 } // namespace oxd

@@ -4,12 +4,15 @@
 #include "oxd/files/OutputFile.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
 struct tiff;
 
 namespace oxd {
+
+class TiffFile;
 
 enum class TiffSample
 {
@@ -53,6 +56,7 @@ private:
     void Require(bool done) const;
 
     OutputFile& m_output;
+    std::unique_ptr<TiffFile> m_file;
     tiff* m_tiff = nullptr;
     std::uint32_t m_row = 0;
 };
