@@ -15,6 +15,16 @@ install(FILES "${PROJECT_SOURCE_DIR}/docs/format.md" "${PROJECT_SOURCE_DIR}/docs
   "${PROJECT_SOURCE_DIR}/docs/processors.md"
   DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/using" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
-install(FILES "${PROJECT_SOURCE_DIR}/bindings/csharp/VELOxdDll.cs"
-  DESTINATION bindings/csharp COMPONENT archive EXCLUDE_FROM_ALL)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/bindings/csharp" DESTINATION bindings COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${packaging}/licences" DESTINATION . COMPONENT archive EXCLUDE_FROM_ALL)
+
+# Which versions of them are linked is known only here, where they were built.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+set(spdx "${PROJECT_BINARY_DIR}/${PROJECT_NAME}.spdx.json")
+list(GET CMAKE_FIND_ROOT_PATH 0 libraries_for_windows)
+set(pinned "${libraries_for_windows}/versions")
+execute_process(COMMAND "${Python3_EXECUTABLE}" "${packaging}/windows/make_spdx.py" "${PROJECT_VERSION}" "${pinned}" "${spdx}"
+  COMMAND_ERROR_IS_FATAL ANY)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
+  "${pinned}" "${packaging}/windows/make_spdx.py" "${packaging}/windows/components.txt")
+install(FILES "${spdx}" DESTINATION . COMPONENT archive EXCLUDE_FROM_ALL)

@@ -21,8 +21,11 @@ static class Declarations
 
     static int Main()
     {
-        foreach (var method in typeof(VELOxdDll).GetMethods(BindingFlags.Public | BindingFlags.Static))
-            Marshal.Prelink(method);
+        foreach (var library in new[] { typeof(VELOxdDll), typeof(VELOxdBlocks) })
+        {
+            foreach (var method in library.GetMethods(BindingFlags.Public | BindingFlags.Static))
+                Marshal.Prelink(method);
+        }
 
         ulong file = CreateOxdFile("unused.oxd");
         CreateGroup(file, 8);

@@ -40,7 +40,7 @@ endif()
 
 # A failure ends the program with the stored error, and nothing is printed about a missing file.
 run(missing.oxd unused.oxd)
-if(NOT result EQUAL 1 OR NOT error MATCHES "The specified file was not found" OR NOT printed STREQUAL "")
+if(NOT result EQUAL 1 OR NOT error MATCHES "The specified file was not found|No such file" OR NOT printed STREQUAL "")
   message(FATAL_ERROR "A missing file went unnoticed: ${result} ${printed}${error}")
 endif()
 run(old.oxd missing/new.oxd)

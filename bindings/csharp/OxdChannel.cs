@@ -1,0 +1,132 @@
+using System;
+
+namespace VELOxd
+{
+    /// <summary>A channel: samples in lines of points, and what their axes mean.</summary>
+    public sealed class OxdChannel
+    {
+        private readonly OxdFile file;
+        private readonly ulong group;
+        private readonly ulong slot;
+
+        internal OxdChannel(OxdFile file, ulong group, ulong slot)
+        {
+            this.file = file;
+            this.group = group;
+            this.slot = slot;
+        }
+
+        /// <summary>The name of the signal axis, such as "Topography".</summary>
+        public string Name => SignalAxis.Name;
+
+        public int Lines => (int)Library.Call(() => VELOxdDll.GetChannelData_Lines(file.Number, group, slot));
+
+        public int Points => (int)Library.Call(() => VELOxdDll.GetChannelData_Points(file.Number, group, slot));
+
+        /// <summary>How many points of a line were measured, counted from its start.</summary>
+        public int PointsOf(int line)
+        {
+            return (int)Library.Call(() => VELOxdDll.GetChannelData_PointsPerLine(file.Number, group, slot, Position(line)));
+        }
+
+        /// <summary>All samples in the unit of the signal axis, lines x points. Points that were not measured are NaN.</summary>
+        public double[,] Values
+        {
+            get { return Level(LineOperator.Raw); }
+            set
+            {
+                RequireShape(value);
+                Move(value, (rows, count, pitch) =>
+                    VELOxdBlocks.VELBlockWriteReal(file.Number, group, slot, 0, IntPtr.Zero, count, rows, pitch));
+            }
+        }
+
+        /// <summary>All samples as they are stored, lines x points: from -536870912 to 536870911. Points that
+        /// were not measured are <see cref="int.MinValue"/>.</summary>
+        public int[,] Raw
+        {
+            get
+            {
+                var values = new int[Lines, Points];
+                Move(values, (rows, count, pitch) =>
+                    VELOxdBlocks.VELBlockReadRaw(file.Number, group, slot, 0, 0, IntPtr.Zero, count, rows, pitch));
+                return values;
+            }
+            set
+            {
+                RequireShape(value);
+                Move(value, (rows, count, pitch) =>
+                    VELOxdBlocks.VELBlockWriteRaw(file.Number, group, slot, 0, IntPtr.Zero, count, rows, pitch));
+            }
+        }
+
+        /// <summary>All samples through an operator, in the unit of the signal axis, lines x points. Points that were not
+        /// measured, and lines that are too short for a fit, are NaN.</summary>
+        public double[,] Level(LineOperator lineOperator)
+        {
+            var values = new double[Lines, Points];
+            Move(values, (rows, count, pitch) => VELOxdBlocks.VELBlockReadReal(
+                file.Number, group, slot, (int)lineOperator, 0, IntPtr.Zero, count, rows, pitch));
+            return values;
+        }
+
+        /// <summary>Reads one line through an operator, in the unit of the signal axis, into an array of the caller's.
+        /// Elements beyond the measured points keep what they held.</summary>
+        public void ReadLine(int line, double[] values, LineOperator lineOperator = LineOperator.Raw)
+        {
+            if (values == null)
+                throw new ArgumentNullException(nameof(values));
+            if (values.Length < Points)
+                throw new ArgumentException("The array has " + values.Length + " elements, the line " + Points + " points.");
+            Library.Call(() =>
+                VELOxdDll.GetChannelData_LineReal(file.Number, group, slot, Position(line), (int)lineOperator, values));
+        }
+
+        /// <summary>The axis along a line.</summary>
+        public OxdAxis PointAxis
+        {
+            get { return AxisFunctions.Point.Read(file, group, slot); }
+            set { AxisFunctions.Point.Write(file, group, slot, value); }
+        }
+
+        /// <summary>The axis across the lines.</summary>
+        public OxdAxis LineAxis
+        {
+            get { return AxisFunctions.Line.Read(file, group, slot); }
+            set { AxisFunctions.Line.Write(file, group, slot, value); }
+        }
+
+        /// <summary>The axis of the samples: setting its minimum or range changes what raw samples mean.</summary>
+        public OxdAxis SignalAxis
+        {
+            get { return AxisFunctions.Signal.Read(file, group, slot); }
+            set { AxisFunctions.Signal.Write(file, group, slot, value); }
+        }
+
+        private delegate int Transfer(IntPtr rows, ulong count, long pitch);
+
+        // Between the channel and an array, which has a row for each line.
+        private static void Move(Array values, Transfer transfer)
+        {
+            if (values.Length > 0)
+                Library.Pinned(values, rows => Library.CallBlocks(() =>
+                    transfer(rows, (ulong)values.GetLength(0), values.GetLength(1))));
+        }
+
+        private void RequireShape(Array values)
+        {
+            if (values == null)
+                throw new ArgumentNullException(nameof(values));
+            if (values.GetLength(0) != Lines || values.GetLength(1) != Points)
+                throw new ArgumentException("The array is " + values.GetLength(0) + " x " + values.GetLength(1) +
+                    ", the channel " + Lines + " x " + Points + " (lines x points).");
+        }
+
+        private static ulong Position(int line)
+        {
+            if (line < 0)
+                throw new ArgumentOutOfRangeException(nameof(line));
+            return (ulong)line;
+        }
+    }
+}
