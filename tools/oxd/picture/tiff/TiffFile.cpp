@@ -43,7 +43,7 @@ int LeaveOpen(thandle_t)
 
 } // namespace
 
-bool TiffFile::Open(const std::string& file)
+bool TiffFile::Open(const std::filesystem::path& file)
 {
     m_stream.open(file, std::ios::in | std::ios::out | std::ios::trunc | std::ios::binary);
     return m_stream.is_open();

@@ -2,9 +2,8 @@
 // of closing. Not thread-safe.
 #pragma once
 
-#include <boost/nowide/fstream.hpp>
-
-#include <string>
+#include <filesystem>
+#include <fstream>
 
 struct tiff;
 struct TIFFOpenOptions;
@@ -16,7 +15,7 @@ class TiffFile
 {
 public:
     // Empties the file. Leaves the reason for a failure in errno.
-    bool Open(const std::string& file);
+    bool Open(const std::filesystem::path& file);
 
     // What the library calls it, or null where that fails.
     tiff* OpenTiff(const char* mode, TIFFOpenOptions* options);
@@ -33,7 +32,7 @@ public:
 private:
     void Note(bool success);
 
-    boost::nowide::fstream m_stream;
+    std::fstream m_stream;
     bool m_hasFailed = false;
     int m_error = 0; // the value of errno then
 };

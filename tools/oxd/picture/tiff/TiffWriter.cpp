@@ -1,5 +1,6 @@
 #include "oxd/picture/tiff/TiffWriter.h"
 
+#include "oxd/files/FilePath.h"
 #include "oxd/picture/tiff/TiffFile.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/RequireMemory.h"
@@ -87,7 +88,7 @@ void TiffWriter::Open(bool isLarge)
     TIFFOpenOptionsSetWarningHandlerExtR(options.get(), KeepQuiet, nullptr);
     const char* const mode = isLarge ? "wl8" : "wl";
     errno = 0;
-    Require(m_file->Open(file));
+    Require(m_file->Open(ToPath(file)));
     m_tiff = m_file->OpenTiff(mode, options.get());
     Require(m_tiff != nullptr);
 }
