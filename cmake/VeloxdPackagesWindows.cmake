@@ -1,6 +1,7 @@
 # The archive for Windows. What the DLL and the tool need is linked into them, so its licences come along.
 
 set(CPACK_GENERATOR ZIP)
+set(CPACK_STRIP_FILES OFF) # the linker has done so; doing it again would write the time into them
 set(CPACK_PACKAGE_FILE_NAME "${PROJECT_NAME}-${PROJECT_VERSION}-win64")
 set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
@@ -15,7 +16,8 @@ install(FILES "${PROJECT_SOURCE_DIR}/docs/format.md" "${PROJECT_SOURCE_DIR}/docs
   "${PROJECT_SOURCE_DIR}/docs/processors.md"
   DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/using" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/bindings/csharp" DESTINATION bindings COMPONENT archive EXCLUDE_FROM_ALL)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/bindings/csharp" "${PROJECT_SOURCE_DIR}/bindings/matlab"
+  DESTINATION bindings COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${packaging}/licences" DESTINATION . COMPONENT archive EXCLUDE_FROM_ALL)
 
 # Which versions of them are linked is known only here, where they were built.
