@@ -42,6 +42,7 @@ TEST_F(CommandLineTest, GuessesWhatWasMeant)
         {"overinfo sample.oxd", "oxd: \"overinfo\": no such command (see"},
         {"zebra sample.oxd", "oxd: \"zebra\": no such command (see"},
         {"info sample.oxd --zebra", "unknown option --zebra (see"},
+        {"info sample.oxd -z", "unknown option -z (see"},
         {"''", "no such command"},
     };
     for (const auto& [arguments, part] : cases)
