@@ -29,15 +29,18 @@ namespace VELOxd
             return (int)Library.Call(() => VELOxdDll.GetChannelData_PointsPerLine(file.Number, group, slot, Position(line)));
         }
 
-        /// <summary>All samples in the unit of the signal axis, lines x points. Points that were not measured are NaN.</summary>
+        /// <summary>All samples in the unit of the signal axis, lines x points. Points that were not measured are NaN, and
+        /// stay so where NaN is written.</summary>
         public double[,] Values
         {
             get { return Level(LineOperator.Raw); }
             set
             {
-                RequireShape(value);
-                Move(value, (rows, count, pitch) =>
-                    VELOxdBlocks.VELBlockWriteReal(file.Number, group, slot, 0, IntPtr.Zero, count, rows, pitch));
+                Write(value, (line, point) => double.IsNaN(value[line, point]),
+                    (line, rows) => VELOxdBlocks.VELBlockWriteReal(
+                        file.Number, group, slot, (ulong)line, IntPtr.Zero, 1, rows, value.GetLength(1)),
+                    (line, point) => VELOxdDll.SetChannelData_PixelReal(
+                        file.Number, group, slot, (ulong)point, (ulong)line, value[line, point]));
             }
         }
 
@@ -54,9 +57,11 @@ namespace VELOxd
             }
             set
             {
-                RequireShape(value);
-                Move(value, (rows, count, pitch) =>
-                    VELOxdBlocks.VELBlockWriteRaw(file.Number, group, slot, 0, IntPtr.Zero, count, rows, pitch));
+                Write(value, (line, point) => value[line, point] == int.MinValue,
+                    (line, rows) => VELOxdBlocks.VELBlockWriteRaw(
+                        file.Number, group, slot, (ulong)line, IntPtr.Zero, 1, rows, value.GetLength(1)),
+                    (line, point) => VELOxdDll.SetChannelData_PixelRaw(
+                        file.Number, group, slot, (ulong)point, (ulong)line, value[line, point]));
             }
         }
 
@@ -111,6 +116,43 @@ namespace VELOxd
             if (values.Length > 0)
                 Library.Pinned(values, rows => Library.CallBlocks(() =>
                     transfer(rows, (ulong)values.GetLength(0), values.GetLength(1))));
+        }
+
+        // Writes all lines, after all were checked. A line whose last points are missing is written point by point, so that
+        // they stay as they are: not measured.
+        private void Write(Array values, Func<int, int, bool> isMissing, Func<int, IntPtr, int> writeLine,
+            Action<int, int> writePoint)
+        {
+            RequireShape(values);
+            int points = values.GetLength(1);
+            var counts = new int[values.GetLength(0)];
+            for (int line = 0; line < counts.Length; ++line)
+                counts[line] = PointsToWrite(line, points, point => isMissing(line, point));
+            int rowSize = points * Buffer.ByteLength(values) / Math.Max(values.Length, 1);
+            Library.Pinned(values, rows =>
+            {
+                for (int line = 0; line < counts.Length; ++line)
+                {
+                    if (counts[line] == points && points > 0)
+                        Library.CallBlocks(() => writeLine(line, new IntPtr(rows.ToInt64() + (long)line * rowSize)));
+                    for (int point = 0; point < counts[line] && counts[line] < points; ++point)
+                        Library.Call(() => writePoint(line, point));
+                }
+            });
+        }
+
+        // A point that was measured cannot become one that was not.
+        private int PointsToWrite(int line, int points, Func<int, bool> isMissing)
+        {
+            int present = points;
+            while (present > 0 && isMissing(present - 1))
+                --present;
+            bool isWhole = present == points || present >= PointsOf(line);
+            for (int point = 0; point < present; ++point)
+                isWhole = isWhole && !isMissing(point);
+            if (!isWhole)
+                throw new ArgumentException("Line " + line + " lacks a sample where there is one in the file.");
+            return present;
         }
 
         private void RequireShape(Array values)

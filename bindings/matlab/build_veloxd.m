@@ -2,9 +2,8 @@ function build_veloxd(headers, libraries)
 %BUILD_VELOXD  Compile what the package veloxd calls, veloxd_mex, into the folder of this file.
 %   BUILD_VELOXD(HEADERS, LIBRARIES) takes the folder of VELOxdDll.h and veloxd_blocks.h, and those of the libraries
 %   VELOxdDll and VELOxdBlocks (a path, or a cell of paths). In MATLAB it takes a C compiler (mex -setup C).
-    if ischar(libraries)
-        libraries = {libraries};
-    end
+    headers = char(headers);
+    libraries = cellstr(libraries);
     here = fileparts(mfilename('fullpath'));
     sources = strcat(here, {'/veloxd_mex.c', '/failures.c', '/file_names.c'});
     folders = strcat('-L', libraries);

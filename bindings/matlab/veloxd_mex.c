@@ -7,6 +7,7 @@
 
 #include <VELOxdDll.h>
 #include <mex.h>
+#include <stdbool.h>
 #include <string.h>
 #include <veloxd_blocks.h>
 
@@ -28,7 +29,16 @@ static char* Text(const mxArray* value)
     if (length > 0)
         memcpy(text, mxGetData(value), length);
     text[length] = '\0';
+    if (strlen(text) != length)
+        mexErrMsgIdAndTxt("veloxd:argument", "A text holds a zero character.");
     return text;
+}
+
+static double Real(const mxArray* value)
+{
+    if (!mxIsDouble(value) || mxIsComplex(value) || mxGetNumberOfElements(value) != 1)
+        mexErrMsgIdAndTxt("veloxd:argument", "A real number is to be a double scalar.");
+    return mxGetScalar(value);
 }
 
 static mxArray* Numbers(size_t count)
@@ -206,6 +216,51 @@ static mxArray* ReadReal(Arguments arguments)
     return Read(arguments, mxDOUBLE_CLASS);
 }
 
+static bool IsMissing(const mxArray* samples, uint64_t at)
+{
+    return mxIsInt32(samples) ? ((const int32_t*)mxGetData(samples))[at] == INT32_MIN
+                              : mxIsNaN(((const double*)mxGetData(samples))[at]);
+}
+
+/* How many points of a line are to be written. Those behind them are missing, and were never measured: a point that is
+ * measured cannot become one that is not. */
+static uint64_t PointsToWrite(const mxArray* samples, uint64_t line, uint64_t points, uint64_t acquired)
+{
+    uint64_t present = points;
+    while (present > 0 && IsMissing(samples, line * points + present - 1))
+        --present;
+    bool isWhole = present == points || present >= acquired;
+    for (uint64_t point = 0; point < present; ++point)
+        isWhole = isWhole && !IsMissing(samples, line * points + point);
+    if (!isWhole)
+        mexErrMsgIdAndTxt("veloxd:argument", "Line %u lacks a sample (NaN or intmin) where there is one in the file.",
+                          (unsigned)line + 1);
+    return present;
+}
+
+static void WriteLine(uint64_t file, uint64_t group, uint64_t channel, const mxArray* samples, uint64_t line,
+                      uint64_t count)
+{
+    const uint64_t begin = line * (uint64_t)mxGetM(samples);
+    for (uint64_t point = 0; point < count; ++point) {
+        if (mxIsInt32(samples))
+            SetChannelData_PixelRaw(file, group, channel, point, line,
+                                    ((const int32_t*)mxGetData(samples))[begin + point]);
+        else
+            SetChannelData_PixelReal(file, group, channel, point, line,
+                                     ((const double*)mxGetData(samples))[begin + point]);
+    }
+    FailIfAsked();
+}
+
+static void RequireSamples(const mxArray* samples, uint64_t lines, uint64_t points)
+{
+    const bool fits = (uint64_t)mxGetM(samples) == points && (uint64_t)mxGetN(samples) == lines;
+    if (!fits || mxIsComplex(samples) || mxIsSparse(samples) || !(mxIsInt32(samples) || mxIsDouble(samples)))
+        mexErrMsgIdAndTxt("veloxd:argument", "The samples are to be a full real matrix of %u x %u (lines x points).",
+                          (unsigned)lines, (unsigned)points);
+}
+
 static mxArray* Write(Arguments arguments)
 {
     const uint64_t file = Number(arguments[0]);
@@ -215,15 +270,23 @@ static mxArray* Write(Arguments arguments)
     uint64_t lines = 0;
     uint64_t points = 0;
     RequireBlock(VELBlockShape(file, group, channel, &lines, &points));
-    if ((uint64_t)mxGetM(samples) != points || (uint64_t)mxGetN(samples) != lines || mxIsComplex(samples) ||
-        !(mxIsInt32(samples) || mxIsDouble(samples)))
-        mexErrMsgIdAndTxt("veloxd:argument", "The samples are to be a matrix of %u x %u (lines x points).",
-                          (unsigned)lines, (unsigned)points);
-    const int64_t pitch = (int64_t)points;
-    if (!mxIsEmpty(samples))
-        RequireBlock(mxIsInt32(samples)
-                         ? VELBlockWriteRaw(file, group, channel, 0, NULL, lines, mxGetData(samples), pitch)
-                         : VELBlockWriteReal(file, group, channel, 0, NULL, lines, mxGetData(samples), pitch));
+    RequireSamples(samples, lines, points);
+    if (mxIsEmpty(samples))
+        return NULL;
+    uint64_t* const counts = mxMalloc(lines * sizeof(uint64_t));
+    RequireBlock(VELBlockAcquired(file, group, channel, 0, NULL, lines, counts));
+    for (uint64_t line = 0; line < lines; ++line) /* all of them before any is written */
+        counts[line] = PointsToWrite(samples, line, points, counts[line]);
+    const size_t size = mxGetElementSize(samples);
+    for (uint64_t line = 0; line < lines; ++line) {
+        const void* const row = (const char*)mxGetData(samples) + line * points * size;
+        if (counts[line] < points)
+            WriteLine(file, group, channel, samples, line, counts[line]);
+        else
+            RequireBlock(mxIsInt32(samples)
+                             ? VELBlockWriteRaw(file, group, channel, line, NULL, 1, row, (int64_t)points)
+                             : VELBlockWriteReal(file, group, channel, line, NULL, 1, row, (int64_t)points));
+    }
     return NULL;
 }
 
@@ -253,6 +316,14 @@ static const struct
      SetChannelData_SignalAxisMin, SetChannelData_SignalAxisRange},
 };
 
+static uint64_t AxisNumber(const mxArray* value)
+{
+    const uint64_t axis = Number(value);
+    if (axis >= sizeof axes / sizeof *axes)
+        mexErrMsgIdAndTxt("veloxd:argument", "There is no such axis.");
+    return axis;
+}
+
 static mxArray* AxisText(Arguments arguments, TextGetter getter)
 {
     const uint64_t file = Number(arguments[0]);
@@ -275,7 +346,7 @@ static mxArray* Axis(Arguments arguments)
     const uint64_t file = Number(arguments[0]);
     const uint64_t group = Number(arguments[1]);
     const uint64_t channel = Number(arguments[2]);
-    const uint64_t axis = Number(arguments[3]) % (sizeof axes / sizeof *axes);
+    const uint64_t axis = AxisNumber(arguments[3]);
     mxArray* const cell = mxCreateCellMatrix(1, 4);
     mxSetCell(cell, 0, AxisText(arguments, axes[axis].getName));
     mxSetCell(cell, 1, AxisText(arguments, axes[axis].getUnit));
@@ -289,11 +360,15 @@ static mxArray* SetAxis(Arguments arguments)
     const uint64_t file = Number(arguments[0]);
     const uint64_t group = Number(arguments[1]);
     const uint64_t channel = Number(arguments[2]);
-    const uint64_t axis = Number(arguments[3]) % (sizeof axes / sizeof *axes);
-    axes[axis].setName(file, group, channel, Text(arguments[4]));
-    axes[axis].setUnit(file, group, channel, Text(arguments[5]));
-    axes[axis].setMin(file, group, channel, mxGetScalar(arguments[6]));
-    axes[axis].setRange(file, group, channel, mxGetScalar(arguments[7]));
+    const uint64_t axis = AxisNumber(arguments[3]);
+    const char* const name = Text(arguments[4]); /* all of them before any is set */
+    const char* const unit = Text(arguments[5]);
+    const double min = Real(arguments[6]);
+    const double range = Real(arguments[7]);
+    axes[axis].setName(file, group, channel, name);
+    axes[axis].setUnit(file, group, channel, unit);
+    axes[axis].setMin(file, group, channel, min);
+    axes[axis].setRange(file, group, channel, range);
     return NULL;
 }
 

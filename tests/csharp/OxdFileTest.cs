@@ -88,6 +88,17 @@ static class OxdFileTest
             Expect(channel.PointsOf(0) == 3 && channel.PointsOf(1) == 1, "points of lines");
             Expect(!double.IsNaN(values[1, 0]) && double.IsNaN(values[1, 1]) && double.IsNaN(values[1, 2]), "NaN behind them");
             Expect(channel.Raw[1, 2] == int.MinValue && channel.Raw[1, 0] > int.MinValue, "and raw samples that are none");
+            int[,] raw = channel.Raw;
+            channel.Raw = raw;
+            Expect(channel.Raw.Cast<int>().SequenceEqual(raw.Cast<int>()), "they stay so");
+            channel.Values = values;
+            Expect(channel.PointsOf(1) == 1, "and as NaN, too");
+            ExpectFailure<ArgumentException>(() => channel.Values = new double[,] { { 1, 2, 3 }, { double.NaN, 1, 2 } },
+                "Line 1 lacks a sample");
+            ExpectFailure<ArgumentException>(() => channel.Raw = new int[,] { { 1, 2, int.MinValue }, { 1, 2, 3 } },
+                "Line 0 lacks a sample");
+            channel.Raw = new int[,] { { 1, 2, 3 }, { 4, 5, int.MinValue } };
+            Expect(channel.PointsOf(1) == 2 && channel.Raw[1, 1] == 5, "more points may be measured");
         }
     }
 

@@ -233,8 +233,10 @@ int fchmod(int descriptor, mode_t mode)
 int close(int descriptor)
 {
     const bool fails = FailsAltogether(EIO);
+    const int error = errno;
     if (fails && !IsStandardError(descriptor))
         syscall(SYS_ftruncate, descriptor, 0);
+    errno = error;
     const auto result = static_cast<int>(syscall(SYS_close, descriptor));
     return fails ? -1 : result;
 }

@@ -85,6 +85,10 @@ expect_failure(@() channel.level('cubic'), 'veloxd:argument', 'no operator "cubi
 expect_failure(@() subsasgn(channel, substruct('.', 'values'), ones(4, 3)), 'veloxd:argument', '3 x 4 (lines x points)');
 expect_failure(@() file.save_as('missing/new.oxd'), 'veloxd:file', 'missing/new.oxd: No such file or directory.');
 expect(strcmp(file.path, 'other.oxd'), 'a file that could not be saved elsewhere keeps its name');
+expect_failure(@() subsasgn(channel, substruct('.', 'x'), struct('name', 'X')), 'veloxd:argument', 'name, unit, minimum and range');
+expect_failure(@() file.rename_group(1, ["a" char(0) "b"]), 'veloxd:argument', 'zero character');
+expect_failure(@() file.add_group('x', 12), 'veloxd:argument', '8, 16 or 32 bits');
+expect_failure(@() file.add_channels(1, -1, 1, 1), 'veloxd:argument', 'whole numbers');
 expect_failure(@() veloxd_mex('nonsense', 1), 'veloxd:argument', 'no command "nonsense"');
 expect_failure(@() veloxd_mex('groups', 1), 'veloxd:argument', 'uint64 scalar');
 
@@ -102,6 +106,16 @@ partial = veloxd.open('partial.oxd');
 partial = partial.channel(1, 1);
 expect(isequal(isnan(partial.values), logical([0 0 0; 0 1 1])), 'NaN behind the points that were measured');
 expect(isequal(partial.raw == intmin, isnan(partial.values)), 'and raw samples that are none');
+raw = partial.raw;
+partial.raw = raw;
+expect(isequal(partial.raw, raw), 'points that were not measured stay so');
+expect_failure(@() subsasgn(partial, substruct('.', 'raw'), [1 intmin 3; 4 intmin intmin]), 'veloxd:argument', 'Line 1 lacks');
+expect_failure(@() subsasgn(partial, substruct('.', 'values'), nan(2, 3)), 'veloxd:argument', 'Line 1 lacks');
+expect(isequal(partial.raw, raw), 'and nothing was written');
+partial.raw = [1 2 3; 4 5 intmin];
+expect(isequal(partial.raw, int32([1 2 3; 4 5 intmin])), 'more points may be measured');
+partial.values = sparse(2, 3);
+expect(~any(isnan(partial.values(:))), 'sparse matrices are taken');
 
 % Files that nothing refers to are closed.
 for i = 1:50

@@ -7,7 +7,8 @@ classdef Channel < handle
 %             minimum and range
 %   lines, points
 %
-%   values, raw, x, y and signal can be set; the file changes when it is saved.
+%   values, raw, x, y and signal can be set; the file changes when it is saved. Points that were not measured stay so where
+%   NaN or intmin is set; elsewhere these are an error veloxd:argument.
     properties (Dependent)
         values
         raw
@@ -48,7 +49,7 @@ classdef Channel < handle
         end
 
         function set.values(self, values)
-            veloxd_mex('write', self.file.number(), self.group, self.slot, double(values).');
+            veloxd_mex('write', self.file.number(), self.group, self.slot, full(double(values)).');
         end
 
         function raw = get.raw(self)
@@ -56,7 +57,7 @@ classdef Channel < handle
         end
 
         function set.raw(self, raw)
-            veloxd_mex('write', self.file.number(), self.group, self.slot, int32(raw).');
+            veloxd_mex('write', self.file.number(), self.group, self.slot, full(int32(raw)).');
         end
 
         function name = get.name(self)
@@ -108,8 +109,13 @@ classdef Channel < handle
         end
 
         function set_axis(self, number, axis)
+            for field = {'name', 'unit', 'minimum', 'range'}
+                if ~isstruct(axis) || ~isfield(axis, field{1})
+                    error('veloxd:argument', 'An axis is a structure with the fields name, unit, minimum and range.');
+                end
+            end
             veloxd_mex('setAxis', self.file.number(), self.group, self.slot, uint64(number), ...
-                unicode2native(axis.name, 'UTF-8'), unicode2native(axis.unit, 'UTF-8'), ...
+                unicode2native(char(axis.name), 'UTF-8'), unicode2native(char(axis.unit), 'UTF-8'), ...
                 double(axis.minimum), double(axis.range));
         end
     end

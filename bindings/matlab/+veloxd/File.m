@@ -63,8 +63,15 @@ classdef File < handle
             if nargin < 3
                 bits = 32;
             end
+            if ~isscalar(bits) || ~any(bits == [8 16 32])
+                error('veloxd:argument', 'A file keeps 8, 16 or 32 bits of a sample.');
+            end
+            name = unicode2native(char(name), 'UTF-8');
+            if any(name == 0)
+                error('veloxd:argument', 'A text holds a zero character.');
+            end
             id = veloxd_mex('addGroup', self.number(), uint64(bits));
-            veloxd_mex('setGroupName', self.number(), id, unicode2native(char(name), 'UTF-8'));
+            veloxd_mex('setGroupName', self.number(), id, name);
             position = find(veloxd_mex('groups', self.number()) == id);
         end
 
@@ -76,6 +83,11 @@ classdef File < handle
         function add_channels(self, group, count, lines, points)
         %ADD_CHANNELS  Give a group without channels COUNT channels of LINES x POINTS samples, all 0.
             id = self.group_id(group);
+            for number = {count, lines, points}
+                if ~isscalar(number{1}) || ~(number{1} >= 0 && number{1} == fix(number{1}))
+                    error('veloxd:argument', 'Counts of channels, lines and points are whole numbers from 0.');
+                end
+            end
             if ~isempty(veloxd_mex('channels', self.number(), id))
                 error('veloxd:argument', 'The group has channels, which another number of channels would discard.');
             end
@@ -124,7 +136,11 @@ classdef File < handle
             try
                 veloxd_mex('save', self.number(), unicode2native(path, 'UTF-8'));
             catch failure
-                veloxd_mex('rename', self.number(), unicode2native(old, 'UTF-8'));
+                try
+                    veloxd_mex('rename', self.number(), unicode2native(old, 'UTF-8'));
+                catch
+                    % What failed first says more.
+                end
                 rethrow(failure);
             end
             self.path = path;
