@@ -243,8 +243,10 @@ bool CheckEdits(std::string_view bytes, std::string_view edits)
     const std::string description = Describe(handle);
     const std::string edited = SaveAndClose(handle);
     RequireSame(EditedWhileRead(bytes, edits), description, "reading changes nothing", edits);
-    CheckInterrupted(bytes, edits, 0, edited);
-    CheckInterrupted(bytes, edits, edits.size() / 2, edited);
+    if (!HasZeroInHeader(bytes)) {
+        CheckInterrupted(bytes, edits, 0, edited);
+        CheckInterrupted(bytes, edits, edits.size() / 2, edited);
+    }
     RequireSame(EditedBesideAnother(bytes, edits), edited, "edits of a file do not depend on another one", edits);
     return true;
 }

@@ -17,12 +17,6 @@ void Require(bool holds, const char* what, const std::string& details = {})
         throw std::logic_error(std::string("violated: ") + what + "\n" + VELGetLastError() + "\n" + details);
 }
 
-// A zero byte in a header is read as such but saved as a blank, and blanks at the end of a text are lost.
-bool HasZeroInHeader(std::string_view bytes)
-{
-    return bytes.substr(0, bytes.find("#!")).find('\0') != std::string_view::npos;
-}
-
 } // namespace
 
 std::string Difference(const std::string& a, const std::string& b)
@@ -30,6 +24,11 @@ std::string Difference(const std::string& a, const std::string& b)
     const auto at = static_cast<std::size_t>(std::ranges::mismatch(a, b).in1 - a.begin());
     const std::size_t from = at - std::min<std::size_t>(at, 60);
     return a.substr(from, 120) + "\n--- not ---\n" + b.substr(from, 120);
+}
+
+bool HasZeroInHeader(std::string_view bytes)
+{
+    return bytes.substr(0, bytes.find("#!")).find('\0') != std::string_view::npos;
 }
 
 std::uint64_t OpenBytes(std::string_view bytes)

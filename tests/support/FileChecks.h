@@ -9,6 +9,9 @@
 // Shows where two texts begin to differ.
 std::string Difference(const std::string& a, const std::string& b);
 
+// A zero byte in a header is read as such but saved as a blank, and blanks at the end of a text are lost.
+bool HasZeroInHeader(std::string_view bytes);
+
 // Opens a file with these bytes. Returns its handle, or 0 with the error stored. No other file may be open.
 std::uint64_t OpenBytes(std::string_view bytes);
 
