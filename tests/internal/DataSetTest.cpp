@@ -70,6 +70,14 @@ TEST_F(DataSetTest, AGroupIsHeardWhenNobodyListensToTheDataSet)
     EXPECT_EQ(log, "line ");
 }
 
+TEST_F(DataSetTest, TheDataSetIsHeardWhenNobodyListensToTheGroup)
+{
+    const auto buffer = NewGroup(*dataSet)->GetOrCreateChannelBuffer(0, 1, 1);
+    log.clear();
+    buffer->SetPixelRaw(0, 0, 1);
+    EXPECT_EQ(log, "[Group0/Group0 line 0]");
+}
+
 TEST_F(DataSetTest, GroupsAndChannelsOutliveTheirOwners)
 {
     auto group = NewGroup(*dataSet);
