@@ -89,15 +89,16 @@ struct State
 {
     std::vector<std::uint64_t> ids;
     std::string description;
-    std::string withNewChannels; // the file with another group, and with a new channel in place of each group's
+    std::string withNewParts; // the file with more groups, and with a new channel in place of each group's
 
     bool operator==(const State&) const = default;
 };
 
 // Edits the data set.
-std::string SaveWithNewChannels(std::uint64_t handle)
+std::string SaveWithNewParts(std::uint64_t handle)
 {
     CreateGroup(handle, 32);
+    CreateInfoGroupWithName(handle, "new");
     for (const auto group : GroupIds(handle)) {
         const auto slot = GetChannelCount(handle, group);
         SetChannelCount(handle, group, slot + 1);
@@ -122,17 +123,18 @@ std::string_view TreeCount(std::string_view header)
 
 // Saves and opens the file after the first edits, and makes the others then. A file keeps neither the ids of groups,
 // nor the bits that new channels get, nor points that no line of a channel uses, nor that an axis has no name, nor that
-// names are equal, which it numbers: then later edits would meet something else.
+// names are equal, which it numbers, nor that information which it holds as trees was a list: then later edits would
+// meet something else.
 void CheckInterrupted(std::string_view bytes, std::string_view edits, std::size_t first, const std::string& expected)
 {
     auto handle = OpenEdited(bytes, edits.substr(0, first));
     State before{GroupIds(handle), Describe(handle), {}};
     const std::string saved = SaveBytes(handle);
-    before.withNewChannels = SaveWithNewChannels(handle);
+    before.withNewParts = SaveWithNewParts(handle);
     CloseOxdFile(handle);
 
     handle = OpenBytes(saved);
-    const State after{GroupIds(handle), Describe(handle), SaveWithNewChannels(handle)};
+    const State after{GroupIds(handle), Describe(handle), SaveWithNewParts(handle)};
     CloseOxdFile(handle);
 
     if (before != after || HasNumberedName(saved))
