@@ -13,6 +13,28 @@ constexpr std::uint64_t root = 1;
 constexpr std::array<std::int32_t, 5> raw{-536'870'912, -1, 0, 1, 536'870'911};
 constexpr std::array<double, 5> real{-1e-7, 0, 2.5e-8, 1e-7, 5};
 
+constexpr std::size_t longest = 65536; // points of a line that is written
+
+// The values over and over.
+template <class Value, std::size_t size>
+std::vector<Value> Repeated(const std::array<Value, size>& values)
+{
+    std::vector<Value> line(longest);
+    for (std::size_t i = 0; i < line.size(); ++i)
+        line[i] = values[i % size];
+    return line;
+}
+
+// Made ahead: no memory may be had while edits are made. Only the first few values are used, unless a file is another
+// than usual.
+const std::vector<std::int32_t> rawLine = Repeated(raw);
+const std::vector<double> realLine = Repeated(real);
+
+bool CanWriteLine(std::uint64_t h)
+{
+    return GetChannelData_Points(h, 0, 0) <= longest;
+}
+
 // The first node of the tree and its first child; 0, which is no node, if there is none.
 std::uint64_t Top(std::uint64_t h)
 {
@@ -72,8 +94,14 @@ const std::vector<Edit>& Edits()
             [](auto h) { SetChannelData_LineAxisName(h, 0, 0, "Y #! \xB5"); },
             [](auto h) { SetChannelData_SignalAxisUnit(h, 0, 0, "\xC2\xB5m, a unit of many letters"); },
             [](auto h) { SetChannelData_SignalAxisMin(h, 0, 0, -1e-7); },
-            [](auto h) { SetChannelData_LineRaw(h, 0, 0, 0, raw.data()); },
-            [](auto h) { SetChannelData_LineReal(h, 0, 0, 1, real.data()); },
+            [](auto h) {
+                if (CanWriteLine(h))
+                    SetChannelData_LineRaw(h, 0, 0, 0, rawLine.data());
+            },
+            [](auto h) {
+                if (CanWriteLine(h))
+                    SetChannelData_LineReal(h, 0, 0, 1, realLine.data());
+            },
             [](auto h) { SetChannelData_PixelRaw(h, 1, 0, 3999, 2, 123'456'789); },
             [](auto h) { SetChannelData_PixelReal(h, 0, 0, 4, 3, 5e-8); },
             [](auto h) { CreateInfoGroup(h); },

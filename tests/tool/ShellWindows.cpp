@@ -2,6 +2,7 @@
 
 #include <boost/nowide/convert.hpp>
 
+#include <cstdint>
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -37,7 +38,10 @@ int RunTool(const std::string& arguments, const char* tool)
         _dup2(there, descriptor);
         _close(there);
     }
-    const auto exitCode = _wspawnl(_P_WAIT, program.c_str(), L"oxd", line.c_str(), nullptr);
+    // Wine gives up a process that does not start within ten seconds, as on a busy machine.
+    std::intptr_t exitCode = -1;
+    for (int attempt = 0; attempt < 3 && exitCode == -1; ++attempt)
+        exitCode = _wspawnl(_P_WAIT, program.c_str(), L"oxd", line.c_str(), nullptr);
     for (const int descriptor : {1, 2}) {
         _dup2(before[descriptor - 1], descriptor);
         _close(before[descriptor - 1]);
