@@ -89,7 +89,7 @@ struct State
 {
     std::vector<std::uint64_t> ids;
     std::string description;
-    std::string withNewParts; // the file with more groups, and with a new channel in place of each group's
+    std::string withNewParts; // the file with more groups and items, and with a new channel in place of each group's
 
     bool operator==(const State&) const = default;
 };
@@ -99,6 +99,8 @@ std::string SaveWithNewParts(std::uint64_t handle)
 {
     CreateGroup(handle, 32);
     CreateInfoGroupWithName(handle, "new");
+    for (std::uint64_t info = 0; info < GetInfoGroupCount(handle); ++info)
+        CreateInfoItem(handle, info, "new", std::to_string(info).c_str());
     for (const auto group : GroupIds(handle)) {
         const auto slot = GetChannelCount(handle, group);
         SetChannelCount(handle, group, slot + 1);
