@@ -12,10 +12,12 @@ endif()
 set(pages "${PROJECT_BINARY_DIR}/manual")
 set(completions "${PROJECT_BINARY_DIR}/completions")
 set(make_pages "${PROJECT_SOURCE_DIR}/packaging/manual/make_pages.py")
+file(GLOB written_for_pages CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/docs/using/c*.md" "${PROJECT_SOURCE_DIR}/include/*.h"
+  "${PROJECT_SOURCE_DIR}/scripts/interface/*.py")
 add_custom_command(OUTPUT "${pages}/made"
   COMMAND "${CMAKE_COMMAND}" -E rm -rf "${pages}"
-  COMMAND "${Python3_EXECUTABLE}" "${make_pages}" "$<TARGET_FILE:oxd>" "${PROJECT_SOURCE_DIR}/docs"
-    "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h" ${PROJECT_VERSION} "${pages}"
+  COMMAND "${Python3_EXECUTABLE}" "${make_pages}" "$<TARGET_FILE:oxd>" "${PROJECT_SOURCE_DIR}" ${PROJECT_VERSION}
+    "${pages}"
   COMMAND find "${pages}" -type f -exec gzip -9 --no-name {} +
   COMMAND "${CMAKE_COMMAND}" -E make_directory "${completions}"
   COMMAND $<TARGET_FILE:oxd> completion bash > "${completions}/oxd"
@@ -23,7 +25,7 @@ add_custom_command(OUTPUT "${pages}/made"
   COMMAND $<TARGET_FILE:oxd> completion fish > "${completions}/oxd.fish"
   COMMAND "${CMAKE_COMMAND}" -E touch "${pages}/made"
   DEPENDS oxd "${make_pages}" "${PROJECT_SOURCE_DIR}/docs/oxd.md" "${PROJECT_SOURCE_DIR}/docs/format.md"
-    "${PROJECT_SOURCE_DIR}/docs/using/c.md" "${PROJECT_SOURCE_DIR}/include/VELOxdDll.h"
+    ${written_for_pages}
   COMMENT "Making manual pages and completions" VERBATIM)
 
 # The folder of documents `name` with copies of what follows, whose links lead to what is in it or are none. Sets the

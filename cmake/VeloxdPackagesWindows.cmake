@@ -15,7 +15,7 @@ install(FILES "${PROJECT_BINARY_DIR}/README.txt" "${PROJECT_SOURCE_DIR}/LICENSE"
 install(FILES "${PROJECT_SOURCE_DIR}/docs/format.md" "${PROJECT_SOURCE_DIR}/docs/oxd.md"
   "${PROJECT_SOURCE_DIR}/docs/processors.md"
   DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/using" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs/using" "${PROJECT_SOURCE_DIR}/docs/reference" DESTINATION doc COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/bindings/csharp" "${PROJECT_SOURCE_DIR}/bindings/matlab"
   DESTINATION bindings COMPONENT archive EXCLUDE_FROM_ALL)
 install(DIRECTORY "${packaging}/licences" DESTINATION . COMPONENT archive EXCLUDE_FROM_ALL)

@@ -1,6 +1,6 @@
 /* clang-format off */
 /*
- * VELOxd: read, edit and write .oxd measurement files of scanning probe microscopes.
+ * VELOxdDll: read, edit and write .oxd measurement files of scanning probe microscopes.
  *
  * This header is the whole interface of the library VELOxdDll. It is C99 and C++.
  *

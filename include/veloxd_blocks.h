@@ -46,8 +46,11 @@ extern "C" {
 
 /* NOLINTBEGIN(modernize-use-using,readability-identifier-naming): this is C */
 
+/* ---- Results and names ------------------------------------------------------------------------------------ */
+
+/* What a function returns (convention 1). */
 enum VELBlockResult {
-  VEL_BLOCK_OK = 0,
+  VEL_BLOCK_OK = 0,            /* all was done */
   VEL_BLOCK_FAILED = 1,        /* a function of VELOxdDll has failed: VELGetLastError says why */
   VEL_BLOCK_BAD_CALL = 2,      /* an argument is wrong, so nothing was done (convention 2) */
   VEL_BLOCK_TOO_SMALL = 3,     /* names do not fit into the arrays for them: VELBlockNames says what they take */

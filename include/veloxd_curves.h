@@ -15,6 +15,7 @@
  *  2. Results. There is one result for each curve, in the order of the rows, in an array of the caller's. It says either
  *     its value or the reason why it has none: then `reason` is not VEL_CURVE_OK and all its numbers are NaN, its counts
  *     0. A number that takes a calibration that is not known is NaN, too. There is never a number where there is none.
+ *     The structures of results have no gaps, and as many bytes on every system.
  *
  *  3. Options. VELCurveDefaults fills them in; set what differs. NULL stands for the defaults. `size` must be as
  *     VELCurveDefaults left it: it tells a newer library which members an older program knows.
@@ -53,6 +54,8 @@ extern "C" {
 
 /* NOLINTBEGIN(modernize-use-using,readability-identifier-naming): this is C */
 
+/* ---- Options and results ---------------------------------------------------------------------------------- */
+
 /* Why a curve has no value. VELCurveReasonText has a phrase for each. */
 enum VELCurveReason {
   VEL_CURVE_OK = 0,               /* there is a value */
@@ -79,6 +82,7 @@ enum VELCurveRepulsion { VEL_REPULSION_RAISES_SIGNAL = 0, VEL_REPULSION_LOWERS_S
 /* How the signal grows behind the contact point: signal ~ position, or deflection ~ indentation^(3/2) or indentation^2. */
 enum VELCurveLaw { VEL_LAW_LINE = 0, VEL_LAW_SPHERE = 1, VEL_LAW_CONE = 2 };
 
+/* How curves are looked at. VELCurveDefaults fills it in (convention 3). */
 typedef struct VELCurveOptions {
   size_t size;              /* of this structure, in bytes */
   int32_t surface;          /* VELCurveSurface; default VEL_SURFACE_FROM_DATA */
@@ -100,6 +104,7 @@ typedef struct VELCurveOptions {
   double spring_constant;   /* newtons for a metre of deflection, above 0; default NaN: not known */
 } VELCurveOptions;
 
+/* A block of curves (convention 1). */
 typedef struct VELCurves {
   size_t curves;            /* number of rows */
   size_t points;            /* of each row */
@@ -109,8 +114,7 @@ typedef struct VELCurves {
   const double* signal;
 } VELCurves;
 
-/* The structures of results have no gaps, and as many bytes on every system. */
-
+/* The straight line through the range of the slope. */
 typedef struct VELSlope {
   int64_t reason;           /* VELCurveReason */
   uint64_t points;          /* how many were fitted */
@@ -120,6 +124,7 @@ typedef struct VELSlope {
   double residual;          /* the standard deviation of the points from the line */
 } VELSlope;
 
+/* The straight line that the signal follows away from the surface. */
 typedef struct VELBaseline {
   int64_t reason;           /* VELCurveReason */
   uint64_t points;          /* how many were fitted */
@@ -130,6 +135,7 @@ typedef struct VELBaseline {
   double to;                /* position of the last point that was looked at */
 } VELBaseline;
 
+/* Where the tip touches the surface. */
 typedef struct VELContact {
   int64_t reason;           /* VELCurveReason */
   uint64_t points;          /* how many the law was fitted to */
@@ -139,6 +145,7 @@ typedef struct VELContact {
   double slope;             /* of the signal behind the contact point, per unit of the axis, towards the surface */
 } VELContact;
 
+/* The largest pull of the surface. */
 typedef struct VELAdhesion {
   int64_t reason;           /* VELCurveReason */
   uint64_t index;           /* of the minimum */
@@ -149,6 +156,7 @@ typedef struct VELAdhesion {
   double force;             /* in newtons; NaN without a spring constant, too */
 } VELAdhesion;
 
+/* How far the tip was pushed into the surface. */
 typedef struct VELIndentation {
   int64_t reason;           /* VELCurveReason */
   uint64_t index;           /* of the largest indentation */
@@ -160,14 +168,18 @@ typedef struct VELIndentation {
   double contact;           /* position of the contact point */
 } VELIndentation;
 
-/* The version of the library, such as "0.1.0". */
+/* ---- Library ---------------------------------------------------------------------------------------------- */
+
+/* Result: the version of the library, such as "0.1.0". */
 VELOXD_CURVES_API const char* VELCurveVersion(void);
 
-/* A phrase for a reason, such as "no point was acquired"; for a number that is none, "unknown reason". */
+/* Result: a phrase for a reason, such as "no point was acquired"; for a number that is none, "unknown reason". */
 VELOXD_CURVES_API const char* VELCurveReasonText(int64_t reason);
 
 /* Fills in `size` and every default. Does nothing for NULL. */
 VELOXD_CURVES_API void VELCurveDefaults(VELCurveOptions* options);
+
+/* ---- Quantities ------------------------------------------------------------------------------------------- */
 
 /* Fits a straight line by least squares to the points within the range of the slope, of which it takes 4. */
 VELOXD_CURVES_API int32_t VELCurveSlopes(const VELCurves* curves, const VELCurveOptions* options, VELSlope* results);

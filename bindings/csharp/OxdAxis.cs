@@ -3,6 +3,7 @@ namespace VELOxd
     /// <summary>An axis of a channel: what it is called, and the span of its values in its unit.</summary>
     public struct OxdAxis
     {
+        /// <summary>What the axis counts, such as "Topography".</summary>
         public string Name { get; set; }
 
         /// <summary>The unit, such as "m"; empty if there is none.</summary>

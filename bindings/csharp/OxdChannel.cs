@@ -19,8 +19,10 @@ namespace VELOxd
         /// <summary>The name of the signal axis, such as "Topography".</summary>
         public string Name => SignalAxis.Name;
 
+        /// <summary>The number of lines.</summary>
         public int Lines => (int)Library.Call(() => VELOxdDll.GetChannelData_Lines(file.Number, group, slot));
 
+        /// <summary>The number of points in each line.</summary>
         public int Points => (int)Library.Call(() => VELOxdDll.GetChannelData_Points(file.Number, group, slot));
 
         /// <summary>How many points of a line were measured, counted from its start.</summary>

@@ -89,6 +89,7 @@ namespace VELOxd
         }
 
         /// <summary>Adds a group behind the others.</summary>
+        /// <param name="name">What the group is called.</param>
         /// <param name="bits">How many bits of each sample a file keeps: 8, 16 or 32.</param>
         public OxdGroup AddGroup(string name, int bits = 32)
         {

@@ -15,6 +15,7 @@ namespace VELOxd
             this.id = id;
         }
 
+        /// <summary>The name of the group. Frames of its channels are renamed with it.</summary>
         public string Name
         {
             get { return Library.Text((buffer, size) => VELOxdDll.GetGroupName(file.Number, id, buffer, size)); }

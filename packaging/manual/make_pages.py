@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Makes the manual pages: make_pages.py OXD DOCS HEADER VERSION FOLDER.
+"""Makes the manual pages: make_pages.py OXD SOURCE VERSION FOLDER.
 
-Nothing is written for them alone. Pages of the tool are what its help says and what DOCS/oxd.md adds for its readers on
-the web; oxd-format(5) is DOCS/format.md; veloxd(3) is what HEADER says of each function. Markdown becomes a page by the
-program lowdown.
+Nothing is written for them alone. Pages of the tool are what its help says and what docs/oxd.md adds for its readers on
+the web; oxd-format(5) is docs/format.md; veloxd(3) and its like are what the headers say of each function. Markdown
+becomes a page by the program lowdown.
 """
 
 from __future__ import annotations
@@ -11,8 +11,46 @@ from __future__ import annotations
 import re
 import subprocess
 import sys
+from dataclasses import dataclass
 from pathlib import Path
 
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts" / "interface"))
+
+import headers  # noqa: E402
+import markdown  # noqa: E402
+
+
+@dataclass(frozen=True)
+class Library:
+    page: str
+    header: str
+    errors: str
+    example: str  # the document in docs/using that has it
+    environment: str = ""
+
+
+LIBRARIES = (
+    Library(
+        "veloxd",
+        "VELOxdDll.h",
+        "See convention 2: **VELHasLastError** tells of a failure, and **VELGetLastError** gives its text.",
+        "c.md",
+        "# ENVIRONMENT\n\n**VELOXD\\_LOG**\n\n: see convention 15\n\n",
+    ),
+    Library(
+        "veloxd_blocks",
+        "veloxd_blocks.h",
+        "See convention 1: what a function returns tells whether it has failed.",
+        "c-blocks.md",
+    ),
+    Library(
+        "veloxd_curves",
+        "veloxd_curves.h",
+        "See conventions 2 and 4: a result has a reason, **VELCurveReasonText** the phrase for it.",
+        "c-curves.md",
+    ),
+)
 
 
 def sections(text: str, level: int = 2) -> list[tuple[str, str]]:
@@ -63,13 +101,21 @@ class Help:
         return found
 
     def option_list(self) -> str:
-        return "\n".join(f"**{name.replace('*', '')}**\n\n: {meaning or 'see above'}\n" for name, meaning in self.options)
+        return "\n".join(
+            f"**{name.replace('*', '')}**\n\n: {meaning or 'see above'}\n" for name, meaning in self.options
+        )
 
 
 class Manual:
-    def __init__(self, tool: str, docs: Path, header: Path, version: str, folder: Path) -> None:
-        self.tool, self.docs, self.header, self.version, self.folder = tool, docs, header, version, folder
-        self.web = (docs / "oxd.md").read_text(encoding="utf-8")
+    def __init__(self, tool: str, source: Path, version: str, folder: Path) -> None:
+        self.tool, self.docs, self.headers, self.version, self.folder = (
+            tool,
+            source / "docs",
+            source / "include",
+            version,
+            folder,
+        )
+        self.web = (self.docs / "oxd.md").read_text(encoding="utf-8")
         self.codes = re.search(r"^\| Exit code .*?\n\n", self.web, flags=re.MULTILINE | re.DOTALL)[0]
 
     def help_of(self, *words: str) -> str:
@@ -80,7 +126,17 @@ class Manual:
         return re.findall(r"^  ([a-z-]+)", listed, flags=re.MULTILINE)
 
     def write(self, name: str, section: int, markdown: str) -> None:
-        words = ["lowdown", "-s", "-Tman", "--parse-no-metadata", "--out-no-smarty", "-m", f"title:{name}", "-m", f"section:{section}"]
+        words = [
+            "lowdown",
+            "-s",
+            "-Tman",
+            "--parse-no-metadata",
+            "--out-no-smarty",
+            "-m",
+            f"title:{name}",
+            "-m",
+            f"section:{section}",
+        ]
         words += ["-m", f"source:VELOxd {self.version}", "-m", "date:"]
         page = subprocess.run(words, input=markdown, check=True, capture_output=True, encoding="utf-8").stdout
         page = re.sub(r"^\.SH\n", ".SH ", page, flags=re.MULTILINE)  # what lists pages reads a heading's own line only
@@ -93,12 +149,13 @@ class Manual:
         shown = examples(described) or about.usage
         summary = about.summary[0].lower() + about.summary[1:].rstrip(".")
         self.write(
-            f"oxd-{command}", 1,
+            f"oxd-{command}",
+            1,
             f"# NAME\n\noxd-{command} - {summary}\n\n# SYNOPSIS\n\n{as_block(about.usage)}\n"
             f"# DESCRIPTION\n\n{without_links(described)}\n\n{about.notes}\n# OPTIONS\n\n{about.option_list()}\n"
             f"# EXIT STATUS\n\n{self.codes}\n# EXAMPLES\n\n{as_block(shown)}\n"
             "# SEE ALSO\n\n**oxd**(1), **oxd-format**(5)\n",
-        )  # fmt: skip
+        )
 
     def tool_page(self) -> None:
         about = Help(self.help_of())
@@ -109,46 +166,42 @@ class Manual:
         described = head[1].split("\n", 1)[1].replace(self.codes, "")
         pages = ", ".join(f"**oxd-{command}**(1)" for command in self.commands())
         self.write(
-            "oxd", 1,
+            "oxd",
+            1,
             "# NAME\n\noxd - show, correct and make .oxd measurement files\n\n"
             f"# SYNOPSIS\n\n{as_block(about.usage)}\n# DESCRIPTION\n\n{without_links(described)}\n{without_links(general)}\n"
             f"# OPTIONS\n\n{about.option_list()}\n# EXIT STATUS\n\n{self.codes}\n"
             f"# EXAMPLES\n\n{as_block(examples(self.web))}\n# SEE ALSO\n\n{pages}, **oxd-format**(5), **veloxd**(3)\n",
-        )  # fmt: skip
+        )
 
     def format_page(self) -> None:
         text = (self.docs / "format.md").read_text(encoding="utf-8")
         body = without_links(text.split("\n", 1)[1]).replace("\n## ", "\n# ")
         self.write(
-            "oxd-format", 5,
+            "oxd-format",
+            5,
             f"# NAME\n\noxd-format - the .oxd files of scanning probe microscopes\n\n# DESCRIPTION\n{body}\n"
             "# SEE ALSO\n\n**oxd**(1), **veloxd**(3)\n",
-        )  # fmt: skip
+        )
 
-    def library_page(self) -> None:
-        text = self.header.read_text(encoding="utf-8")
-        comment = re.search(r"/\*\n \* VELOxd:.*?\*/", text, flags=re.DOTALL)[0]
-        conventions = re.sub(r"^ \* ?|^/\*|^ \*/", "", comment, flags=re.MULTILINE)
-        functions = ""
-        part = r"/\* ---- (?P<head>[^-]*?) -+ \*/|/\*(?P<comment>(?:(?!\*/).)*)\*/\s*(?P<code>VELOXD_API [^;]*;(?:\s*VELOXD_API [^;]*;)*)"
-        for found in re.finditer(part, text, flags=re.DOTALL):
-            if found["head"]:
-                functions += f"\n## {found['head']}\n\n"
-            else:
-                said = re.sub(r"^ \*? *", "", found["comment"], flags=re.MULTILINE)
-                functions += as_block(found["code"].replace("VELOXD_API ", "")) + "\n" + as_block(said) + "\n"
+    def library_page(self, library: Library) -> None:
+        header = headers.read(self.headers / library.header)
+        page = markdown.Page(header, linked=False)
+        conventions = page.conventions().replace("### ", "## ")  # a manual page has two levels of headings
+        example = (self.docs / "using" / library.example).read_text(encoding="utf-8")
+        program = re.search(r"```c\n(.*?)```", example, flags=re.DOTALL)[1]
+        others = ", ".join(
+            f"**{other.page.replace('_', chr(92) + '_')}**(3)" for other in LIBRARIES if other != library
+        )
         self.write(
-            "veloxd", 3,
-            "# NAME\n\nveloxd - read, edit and write .oxd files of scanning probe microscopes\n\n"
-            "# SYNOPSIS\n\n    #include <VELOxdDll.h>\n\n    cc ... $(pkg-config --cflags --libs VELOxdDll)\n\n"
-            f"# DESCRIPTION\n\n{as_block(conventions)}\n# FUNCTIONS\n{functions}\n"
-            "# ERRORS\n\nSee convention 2: **VELHasLastError** tells of a failure, and **VELGetLastError** gives its text.\n\n"
-            "# ENVIRONMENT\n\n**VELOXD_LOG**\n\n: see convention 15\n\n"
-            f"# EXAMPLES\n\n{as_block(self.example())}\n# SEE ALSO\n\n**oxd**(1), **oxd-format**(5)\n",
-        )  # fmt: skip
-
-    def example(self) -> str:
-        return re.search(r"```c\n(.*?)```", (self.docs / "using" / "c.md").read_text(encoding="utf-8"), re.DOTALL)[1]
+            library.page,
+            3,
+            f"# NAME\n\n{library.page} - {header.summary.rstrip('.')}\n\n"
+            f"# SYNOPSIS\n\n    #include <{header.name}>\n\n    cc ... $(pkg-config --cflags --libs {header.library})\n\n"
+            f"# DESCRIPTION\n\n{page.prose(header.introduction)}# CONVENTIONS\n\n{conventions}"
+            f"# FUNCTIONS\n\n{page.functions()}# ERRORS\n\n{library.errors}\n\n{library.environment}"
+            f"# EXAMPLES\n\n{as_block(program)}\n# SEE ALSO\n\n**oxd**(1), **oxd-format**(5), {others}\n",
+        )
 
     def write_all(self) -> None:
         self.folder.mkdir(parents=True, exist_ok=True)
@@ -156,8 +209,9 @@ class Manual:
         for command in self.commands():
             self.command_page(command)
         self.format_page()
-        self.library_page()
+        for library in LIBRARIES:
+            self.library_page(library)
 
 
 if __name__ == "__main__":
-    Manual(sys.argv[1], Path(sys.argv[2]), Path(sys.argv[3]), sys.argv[4], Path(sys.argv[5])).write_all()
+    Manual(sys.argv[1], Path(sys.argv[2]), sys.argv[3], Path(sys.argv[4])).write_all()

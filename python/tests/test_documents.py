@@ -14,6 +14,7 @@ from nbclient import NotebookClient
 from tool import make_sample
 
 import veloxd
+from veloxd._native import blocks, curves, library
 
 ROOT = Path(__file__).parents[2]
 DOCUMENTS = ROOT / "docs" / "python"
@@ -78,6 +79,12 @@ def printed(notebook: nbformat.NotebookNode) -> list[str]:
 def test_the_reference_is_made_of_the_docstrings() -> None:
     made = subprocess.run([sys.executable, ROOT / "python" / "reference.py"], capture_output=True, check=True).stdout
     assert (DOCUMENTS / "reference.md").read_bytes() == made, "scripts/python docs makes it anew"
+
+
+def test_functions_of_the_libraries_say_what_their_headers_say() -> None:
+    assert "Result: the number of groups." in (library.library().GetGroupCount.__doc__ or "")
+    assert "VELBlockOpen(const char* filename, uint64_t* file);" in (blocks._blocks().VELBlockOpen.__doc__ or "")
+    assert "`forces` is laid out as `indentations`" in (curves.library().VELCurveForces.__doc__ or "")
 
 
 def test_the_version_is_that_of_the_library() -> None:

@@ -40,7 +40,7 @@ def lines_of(lines: Sequence[int]) -> Lines:
 @functools.cache
 def _blocks() -> ctypes.CDLL:
     library()  # whose functions it must find
-    return load("VELOxdBlocks", c.FUNCTIONS)
+    return load("VELOxdBlocks", c.FUNCTIONS, c.DESCRIPTIONS)
 
 
 def _require(result: int) -> None:

@@ -1,6 +1,6 @@
 """The interface of the library of force curves: its constants, structures and functions, for ctypes.
 
-veloxd_curves.h says what each means. Arrays and structures are passed as addresses.
+veloxd_curves.h says what constants and members mean. Arrays and structures are passed as addresses.
 """
 
 from __future__ import annotations
@@ -126,13 +126,58 @@ class VELIndentation(Structure):
 
 
 FUNCTIONS: dict[str, tuple[Any, tuple[Any, ...]]] = {
+    # Library
     "VELCurveVersion": (c_char_p, ()),
     "VELCurveReasonText": (c_char_p, (c_int64,)),
     "VELCurveDefaults": (None, (c_void_p,)),
+    # Quantities
     "VELCurveSlopes": (c_int32, (c_void_p, c_void_p, c_void_p)),
     "VELCurveBaselines": (c_int32, (c_void_p, c_void_p, c_void_p)),
     "VELCurveContacts": (c_int32, (c_void_p, c_void_p, c_void_p)),
     "VELCurveAdhesions": (c_int32, (c_void_p, c_void_p, c_void_p)),
     "VELCurveIndentations": (c_int32, (c_void_p, c_void_p, c_void_p, c_void_p, c_size_t)),
     "VELCurveForces": (c_int32, (c_void_p, c_void_p, c_void_p, c_void_p, c_size_t)),
+}
+
+DESCRIPTIONS: dict[str, str] = {
+    "VELCurveVersion": """const char* VELCurveVersion(void);
+
+Result: the version of the library, such as "0.1.0".
+""",
+    "VELCurveReasonText": """const char* VELCurveReasonText(int64_t reason);
+
+Result: a phrase for a reason, such as "no point was acquired"; for a number that is none, "unknown reason".
+""",
+    "VELCurveDefaults": """void VELCurveDefaults(VELCurveOptions* options);
+
+Fills in `size` and every default. Does nothing for NULL.
+""",
+    "VELCurveSlopes": """int32_t VELCurveSlopes(const VELCurves* curves, const VELCurveOptions* options, VELSlope* results);
+
+Fits a straight line by least squares to the points within the range of the slope, of which it takes 4.
+""",
+    "VELCurveBaselines": """int32_t VELCurveBaselines(const VELCurves* curves, const VELCurveOptions* options, VELBaseline* results);
+
+Finds the baseline of each curve, away from the surface. It takes 16 points.
+""",
+    "VELCurveContacts": """int32_t VELCurveContacts(const VELCurves* curves, const VELCurveOptions* options, VELContact* results);
+
+Finds the contact point of each approach, by its baseline.
+""",
+    "VELCurveAdhesions": """int32_t VELCurveAdhesions(const VELCurves* curves, const VELCurveOptions* options, VELAdhesion* results);
+
+Finds the maximum adhesion of each retract: its baseline minus its minimum.
+""",
+    "VELCurveIndentations": """int32_t VELCurveIndentations(const VELCurves* curves, const VELCurveOptions* options, VELIndentation* results, double* indentations, size_t pitch);
+
+Finds the largest indentation of each approach. `indentations` takes the indentation of every point, in metres: rows of
+`pitch` doubles, of which the first `points` are written, with NaN ahead of the contact point, where nothing was
+acquired, and where a curve has no value. It may be NULL, and it may be the signal itself if the pitches are equal.
+""",
+    "VELCurveForces": """int32_t VELCurveForces(const VELCurves* curves, const VELCurveOptions* options, int64_t* reasons, double* forces, size_t pitch);
+
+Writes the force of every point in newtons: signal minus baseline, times sensitivity and spring constant, above 0 where
+the surface pushes. `forces` is laid out as `indentations` above, but is needed. A curve without a value gives NaN and
+its reason in `reasons`, which has one element for each curve and may be NULL.
+""",
 }

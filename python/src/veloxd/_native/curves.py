@@ -16,7 +16,7 @@ from .library import load
 @functools.cache
 def library() -> ctypes.CDLL:
     """The library with the types of all its functions, loaded once; raises `LibraryError` if it is not found."""
-    return load("VELOxdCurves", c.FUNCTIONS)
+    return load("VELOxdCurves", c.FUNCTIONS, c.DESCRIPTIONS)
 
 
 def default_options() -> c.VELCurveOptions:

@@ -22,7 +22,7 @@ from pathlib import Path
 from typing import Any
 
 from ..errors import LibraryError
-from .declarations import FUNCTIONS
+from .declarations import DESCRIPTIONS, FUNCTIONS
 from .failure import failure
 
 LOCK = threading.RLock()
@@ -40,7 +40,7 @@ def library() -> ctypes.CDLL:
     It is asked for its log if what it prints can be caught.
     """
     with _environment("VELOXD_LOG", "python") if prints_with_gnu() else contextlib.nullcontext():
-        return load(_MAIN, FUNCTIONS)
+        return load(_MAIN, FUNCTIONS, DESCRIPTIONS)
 
 
 def prints_with_gnu() -> bool:
@@ -61,8 +61,8 @@ def _environment(name: str, value: str) -> Iterator[None]:
         del os.environ[name]
 
 
-def load(name: str, functions: dict[str, tuple[Any, tuple[Any, ...]]]) -> ctypes.CDLL:
-    """The library ``name`` with the types of its functions.
+def load(name: str, functions: dict[str, tuple[Any, tuple[Any, ...]]], descriptions: dict[str, str]) -> ctypes.CDLL:
+    """The library ``name`` with the types of its functions and what its header says of them.
 
     Raises
     ------
@@ -75,6 +75,7 @@ def load(name: str, functions: dict[str, tuple[Any, tuple[Any, ...]]]) -> ctypes
             function = getattr(loaded, function_name)
             function.restype = result
             function.argtypes = arguments
+            function.__doc__ = descriptions[function_name]
     except AttributeError as missing:
         raise LibraryError(f"{loaded._name} is no library of this package: {missing}.") from None
     return loaded
