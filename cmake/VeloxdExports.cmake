@@ -12,6 +12,14 @@ endfunction()
 # is started, not in the middle of its work, that it found a library without them.
 set(VELOXD_SYMBOL_VERSION VELOXD_0.2)
 
+# What the functions of a library take and return is in the debug information of the folder that defines them, where
+# scripts/abi reads it. Packages leave it out.
+function(veloxd_describe_interface folder)
+  if(NOT WIN32)
+    target_compile_options(${folder} PRIVATE -g)
+  endif()
+endfunction()
+
 # Makes the shared library `target`, which has its sources, one that others link: with versions and public headers, and
 # with exactly the exports that the list `exports` names.
 function(veloxd_public_library target exports description)
