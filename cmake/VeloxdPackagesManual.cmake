@@ -57,6 +57,8 @@ install(DIRECTORY "${PROJECT_BINARY_DIR}/documents/python/docs/"
 # File managers know .oxd files, and draw their first channel.
 install(FILES "${PROJECT_SOURCE_DIR}/packaging/desktop/veloxd.xml"
   DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/mime/packages" COMPONENT tool EXCLUDE_FROM_ALL)
+install(FILES "${PROJECT_SOURCE_DIR}/packaging/desktop/magic"
+  DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/veloxd" COMPONENT tool EXCLUDE_FROM_ALL)
 install(FILES "${PROJECT_SOURCE_DIR}/packaging/desktop/veloxd.thumbnailer"
   DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/thumbnailers" COMPONENT tool EXCLUDE_FROM_ALL)
 
