@@ -12,6 +12,8 @@ CONDITION = re.compile(r"\b(?:if|while) (?=\()")
 CALL = re.compile(r"\b(?!(?:if|for|while|switch|catch|sizeof|decltype|alignas)\b)\w+(?=\()")
 DECLARATION = re.compile(r"[\w>&*\]] +[&*]*\w+$")
 # What begins on a line of its own: a call or an assignment without a type before it, or a jump.
+RESERVATION = re.compile(r"[\w.]+(?:\.|->)reserve\(")  # only makes what follows quicker
+SYMMETRIC = {"max", "min", "hypot", "minmax", "gcd"}  # have one result whatever the order of their arguments
 STATEMENT = re.compile(r"(?<=[;{})e]\n)[ ]+((?:[\w:.\[\]*]|->)+(?:\(| [-+*/|&]?= |\+\+;|--;)|[+]{2}|throw |break;|continue;)")
 IGNORED = re.compile(r'//[^\n]*|/\*.*?\*/|R"\((?:.*?)\)"|"(?:\\.|[^"\\\n])*"|' r"(?<!\w)'(?:\\.|[^'\\\n])+'|"
                      r"^[ \t]*#(?:[^\n]*\\\n)*[^\n]*|\bstatic_assert\([^;]*;", re.DOTALL | re.MULTILINE)
@@ -72,6 +74,8 @@ def negated_conditions(source, masked, mutation):
 def removed_statements(masked, mutation):
     for match in STATEMENT.finditer(masked):
         start = at = match.start(1)
+        if RESERVATION.match(masked, start):
+            continue
         while at is not None and at < len(masked) and masked[at] not in ";}":
             at = (closing(masked, at)[0] or len(masked)) + 1 if masked[at] in "([{" else at + 1
         if at < len(masked) and masked[at] == ";":
@@ -80,6 +84,8 @@ def removed_statements(masked, mutation):
 
 def swapped_arguments(source, masked, mutation):
     for match in CALL.finditer(masked):
+        if match[0] in SYMMETRIC:
+            continue
         end, commas = closing(masked, match.end())
         bounds = [match.end(), *commas, end]
         for first, middle, last in zip(bounds, bounds[1:], bounds[2:]):

@@ -113,6 +113,8 @@ TEST_F(ExportFormsTest, WritesVectorsWithTheirTexts)
     EXPECT_NE(svg.find("\nGroup: Spectroscopy\nChannel: Retract\n"), std::string::npos);
     EXPECT_TRUE(svg.ends_with("</svg>\n"));
     EXPECT_EQ(CountOf("stroke-linejoin:round", svg), 3) << "a line for each curve";
+    for (std::size_t at = 0; (at = svg.find("stroke-linejoin:round", at + 1)) != std::string::npos;)
+        EXPECT_EQ(svg.substr(svg.find(" d=", at), 9), " d=\"M 76 ") << "which begins on the left";
     ResultsOf(std::string(ofSample) + "--op mean -o image.svg --no-provenance");
     EXPECT_EQ(ReadBytes("image.svg").find("<title>"), std::string::npos);
     EXPECT_NE(ReadBytes("image.svg").find("data:image/png;base64,"), std::string::npos);

@@ -120,6 +120,13 @@ TEST_F(InfoTest, CutsATreeThatIsTooDeep)
         group = nlohmann::json(group.at("groups").at(0));
     EXPECT_EQ(group["cut"], true);
     EXPECT_TRUE(group["groups"].empty());
+
+    const auto shallow = Create("shallow.oxd");
+    node = root;
+    for (int level = 0; level < 200; ++level)
+        node = AddMetaInfoItemGroup(shallow, node, "G");
+    Save(shallow);
+    EXPECT_EQ(Run("info shallow.oxd").diagnostics, "") << "nothing is inside the last of them";
 }
 
 TEST_F(InfoTest, TakesUnitsThatSuitTheNumbersInTablesOnly)

@@ -5,6 +5,7 @@
 #include <png.h>
 
 #include <cstdlib>
+#include <sstream>
 
 class SalvageCommandTest : public ToolTest
 {
@@ -94,6 +95,17 @@ TEST_F(SalvageCommandTest, SaysThatViewsAndProcessorsAreLostWithTheEndOfTheHeade
     WriteBytes("cut.oxd", bytes.substr(0, bytes.find("[SetView-1]") + 30));
     ExpectMessage("salvage cut.oxd -o out.oxd", 0, "its views, processors and unknown sections are not kept");
     ExpectMessage("validate out.oxd", 0, "");
+}
+
+TEST_F(SalvageCommandTest, DoubtsOnlyWhatIsUncertain)
+{
+    const std::string bytes = ReadBytes("sample.oxd");
+    const auto messages = [](const std::string& file) { return Run("salvage " + file + " -o out.oxd").diagnostics; };
+    WriteBytes("cut.oxd", bytes.substr(0, bytes.find("[SetView-1]") + 30));
+    EXPECT_TRUE(messages("cut.oxd").starts_with("oxd: cut.oxd: The header has no certain end"));
+    std::istringstream whole(messages("sample.oxd"));
+    for (std::string line; std::getline(whole, line);)
+        EXPECT_TRUE(line.starts_with("oxd: sample.oxd: group ") && line.ends_with(" lines are saved.")) << line;
 }
 
 TEST_F(SalvageCommandTest, LeavesFilesAloneIfItCannotDoWhatItIsAskedTo)

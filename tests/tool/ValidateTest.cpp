@@ -76,8 +76,9 @@ TEST_F(ValidateTest, EndsWithTheCodeOfTheWorstFile)
     };
     for (const auto& [arguments, exitCode] : cases)
         EXPECT_EQ(Run("validate " + std::string(arguments)).exitCode, exitCode) << arguments;
-    const auto documents = Lines(Run("validate --jsonl missing.oxd short.oxd sample.oxd").results);
-    ASSERT_EQ(documents.size(), 3);
+    const auto documents = Lines(Run("validate --jsonl missing.oxd short.oxd sample.oxd foreign.oxd").results);
+    ASSERT_EQ(documents.size(), 4);
+    EXPECT_EQ(documents[3]["findings"][0]["offset"], 0);
     EXPECT_EQ(documents[0]["error"], "No such file or directory");
     EXPECT_EQ(documents[1]["opens"], false);
     EXPECT_EQ(documents[2]["findings"], json::array());

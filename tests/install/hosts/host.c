@@ -1,5 +1,6 @@
-/* A program without C++ of its own, into which a C++ run-time and the library are loaded, so that all of it can be found
-   by what comes later: host FILE LIBRARY... Uses VELOxdDll, wherever it is in the list, also where it throws inside. */
+/* A program without C++ of its own, into which a C++ run-time and the library are loaded, so that all of it can be
+   found by what comes later: host FILE LIBRARY... Uses VELOxdDll, wherever it is in the list, also where it throws
+   inside. */
 #define _POSIX_C_SOURCE 200809L
 
 #include <VELOxdDll.h>

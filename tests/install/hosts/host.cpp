@@ -1,5 +1,5 @@
-// A program with the system's C++ run-time and Boost.Log, whose core and sink it has set up, that loads the library of an
-// archive: exceptions of each stay in it, and the library's records do not get into the program's log.
+// A program with the system's C++ run-time and Boost.Log, whose core and sink it has set up, that loads the library of
+// an archive: exceptions of each stay in it, and the library's records do not get into the program's log.
 //
 //   host LIBRARY before|after FILE    The program uses its own run-time and log before or after it loads the library.
 #include <VELOxdDll.h>
@@ -20,7 +20,8 @@
 
 namespace {
 
-class OwnRuntime {
+class OwnRuntime
+{
 public:
     // Throws, formats and writes a record, and tells whether all arrived here.
     bool Works()
@@ -63,7 +64,8 @@ private:
     std::size_t m_records = 0;
 };
 
-class Library {
+class Library
+{
 public:
     explicit Library(const char* path) : m_loaded(dlopen(path, RTLD_NOW | RTLD_LOCAL))
     {

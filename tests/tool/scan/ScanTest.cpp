@@ -124,15 +124,18 @@ TEST_F(ScanTest, PassesOverWhatIsOlder)
 {
     using namespace std::chrono;
     const auto set = [](const char* file, unsigned dayOfMay) {
-        const sys_seconds time = sys_days(year(2026) / May / dayOfMay);
+        const sys_seconds time = sys_days(year(2026) / May / dayOfMay) + hours(13) + minutes(24) + seconds(35);
         std::filesystem::last_write_time(file, file_clock::from_sys(time));
     };
     set("tree/b/x.oxd", 2);
     set("tree/b/deep/1.OXD", 1);
-    EXPECT_EQ(Records("tree/b/x.oxd").at(0).at("modified"), "2026-05-02T00:00:00.000000000Z");
+    EXPECT_EQ(Records("tree/b/x.oxd").at(0).at("modified"), "2026-05-02T13:24:35.000000000Z");
     EXPECT_EQ(Names("tree/b --since 2026-05-01"), (Texts{"1.OXD", "x.oxd"}));
     EXPECT_EQ(Names("tree/b --since 2026-05-02"), (Texts{"x.oxd"}));
-    EXPECT_EQ(Names("tree/b --since 2026-05-02T00:00:01Z"), Texts{});
+    for (const char* const text : {"2026-05-02T13:24:35", "2026-05-02T12:59:59", "2026-05-02T13:23:59Z"})
+        EXPECT_EQ(Names("tree/b --since " + std::string(text)), (Texts{"x.oxd"})) << text;
+    for (const char* const text : {"2026-05-02T13:24:36Z", "2026-05-02T14:00:00", "2026-05-02T13:25:00"})
+        EXPECT_EQ(Names("tree/b --since " + std::string(text)), Texts{}) << text;
     for (const char* const text : {"2026-02-30", "2026-5-1", "2026-05-01T25:00:00", "yesterday", "0001-01-01", "Z"})
         ExpectFailure("scan tree --since " + std::string(text), 2, "is no time such as");
     ExpectFailure("scan", 2, "DIR is required");
