@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import json
 from pathlib import Path
 from typing import Any
 
@@ -25,6 +26,28 @@ def samples() -> Any:
     with veloxd.create() as file:
         channel = file.create_group("G").create_channel("C", np.random.default_rng(1).normal(size=(LINES, POINTS)))
         yield channel, channel.values, channel.raw
+
+
+def test_the_file_that_all_languages_know_reads_as_expected() -> None:
+    folder = Path(__file__).parents[2] / "tests" / "expected"
+    expected = json.loads((folder / "measurement.json").read_text(encoding="utf-8"))
+    with veloxd.open(folder / "measurement.oxd") as file:
+        assert [group.name for group in file.groups] == [group["name"] for group in expected["groups"]]
+        for wanted in (channel for group in expected["groups"] for channel in group["channels"]):
+            channel = next(group[wanted["name"]] for group in file.groups if wanted["name"] in group)
+            raw = np.array(wanted["raw"], float)
+            np.testing.assert_array_equal(np.where(channel.valid, channel.raw, np.nan), raw)
+            limit = 1e-15 * wanted["signal"]["range"]
+            np.testing.assert_allclose(channel.values, np.array(wanted["values"], float), rtol=0, atol=limit)
+            for name in ("x", "y", "signal"):
+                axis = getattr(channel, name)
+                told = {"name": axis.name, "unit": axis.unit, "minimum": axis.minimum, "range": axis.range}
+                assert told == wanted[name]
+        for item in expected["information"]:
+            node: Any = file.info
+            for name in item["path"].split("/"):
+                node = node[name]
+            assert str(node) == item["value"]
 
 
 @given(key=keys, raw=st.booleans())

@@ -1,6 +1,6 @@
 % The package veloxd, on files that it has written: run by Octave in a folder of its own. Each check names what it
-% expects; the first one that is violated ends the script.
-1;
+% expects; the first one that is violated ends the script. Its argument is the folder of what all languages expect.
+folder_of_expected = argv(){1};
 
 function expect(condition, what)
     if ~condition
@@ -116,6 +116,27 @@ partial.raw = [1 2 3; 4 5 intmin];
 expect(isequal(partial.raw, int32([1 2 3; 4 5 intmin])), 'more points may be measured');
 partial.values = sparse(2, 3);
 expect(~any(isnan(partial.values(:))), 'sparse matrices are taken');
+
+% The file whose content the tests of all languages know.
+expected = jsondecode(fileread(fullfile(folder_of_expected, 'measurement.json')));
+file = veloxd.open(fullfile(folder_of_expected, 'measurement.oxd'));
+expect(isequal(file.groups(), {expected.groups.name}), 'names of groups');
+for group = expected.groups'
+    expect(isequal(file.channels(group.name), {group.channels.name}), 'names of channels');
+    for wanted = group.channels'
+        channel = file.channel(group.name, wanted.name);
+        wanted.raw(isnan(wanted.raw)) = intmin;
+        expect(isequal(channel.raw, wanted.raw), 'raw samples');
+        expect(isequal(isnan(channel.values), isnan(wanted.values)), 'which points were measured');
+        expect(max(abs(channel.values(:) - wanted.values(:))) <= 1e-15 * wanted.signal.range, 'values');
+        for axis = {'x', 'y', 'signal'}
+            expect(isequal(channel.(axis{1}), wanted.(axis{1})), ['the axis ' axis{1}]);
+        end
+    end
+end
+for item = expected.information'
+    expect(strcmp(file.info(item.path), item.value), item.path);
+end
 
 % Files that nothing refers to are closed.
 for i = 1:50
