@@ -3,7 +3,7 @@ using System;
 namespace VELOxd
 {
     /// <summary>A channel: samples in lines of points, and what their axes mean.</summary>
-    public sealed class OxdChannel
+    public sealed partial class OxdChannel
     {
         private readonly OxdFile file;
         private readonly ulong group;

@@ -131,6 +131,8 @@ class Manual:
             "-s",
             "-Tman",
             "--parse-no-metadata",
+            "--parse-no-intraemph",
+            "--parse-no-super",
             "--out-no-smarty",
             "-m",
             f"title:{name}",
@@ -176,7 +178,14 @@ class Manual:
 
     def format_page(self) -> None:
         text = (self.docs / "format.md").read_text(encoding="utf-8")
-        body = without_links(text.split("\n", 1)[1]).replace("\n## ", "\n# ")
+        # Every page has these two, at its end.
+        last = {"A whole file": "EXAMPLES", "Limits of a reader": "ERRORS", "What a reader tolerates": "ERRORS"}
+        parts = sections(without_links(text.split("\n", 1)[1]))
+        body = "".join(f"\n# {name}\n{part}" if name else part for name, part in parts if name not in last)
+        for heading in ("ERRORS", "EXAMPLES"):
+            body += f"\n# {heading}\n" + "".join(
+                f"\n## {name}\n{part}" for name, part in parts if last.get(name) == heading
+            )
         self.write(
             "oxd-format",
             5,

@@ -63,6 +63,34 @@ static class OxdFileTest
         }
     }
 
+    static void SpansAreLinesOneBehindTheOther()
+    {
+        using (OxdFile file = OxdFile.Open("größe.oxd"))
+        {
+            OxdChannel channel = file.Groups[0].Channels[0];
+            var memory = new double[10];
+            channel.ReadLines(1, memory.AsSpan(1, 8));
+            Expect(memory[0] == 0 && memory[9] == 0, "what is beside a span stays");
+            Expect(memory.Skip(1).Take(8).SequenceEqual(channel.Values.Cast<double>().Skip(4)), "lines 1 and 2");
+            channel.ReadLines(0, memory.AsSpan(0, 4), LineOperator.Polynomial);
+            Expect(memory.Take(4).All(double.IsNaN), "lines that are too short for a fit are NaN");
+            var raw = new[] { 1, -2, 3, -4, 5, -6, 7, -8 };
+            channel.WriteRawLines(1, raw);
+            var read = new int[8];
+            channel.ReadRawLines(1, read);
+            Expect(read.SequenceEqual(raw), "raw samples that were written");
+            channel.WriteLines(2, new double[] { 1, 2, 3, -5 });
+            Expect(channel.Raw[2, 3] == -536870912 && channel.Raw[1, 3] == -4, "one line is written");
+            channel.ReadLines(3, new double[0]);
+            ExpectFailure<ArgumentException>(() => channel.ReadLines(0, new double[5]), "5 elements, a line 4 points");
+            ExpectFailure<ArgumentOutOfRangeException>(() => channel.ReadRawLines(-1, new int[4]), "first");
+            ExpectFailure<OxdException>(() => channel.ReadLines(2, new double[8]), "Unable to get channel line");
+            ExpectFailure<ArgumentException>(() => channel.WriteLines(0, new[] { 1, 2, double.NaN, 4 }), "is missing");
+            ExpectFailure<ArgumentException>(() => channel.WriteRawLines(0, new[] { 1, int.MinValue, 3, 4 }), "is missing");
+            Expect(channel.Raw[0, 0] == -536870912, "and nothing was written");
+        }
+    }
+
     static void OperatorsLevelLines()
     {
         using (OxdFile file = OxdFile.Open("größe.oxd"))
@@ -201,6 +229,7 @@ static class OxdFileTest
             "[A]\r\nVersion=3\r\nPoints=3\r\nLines=2\r\nLineDim1Points=1\r\nSaveBits=16\r\n#!abcdefghijkl");
         WhatIsWrittenComesBack();
         OperatorsLevelLines();
+        SpansAreLinesOneBehindTheOther();
         PointsThatWereNotMeasuredAreNaN();
         EditsAreSavedWhenAsked();
         MistakesAreNamed();
