@@ -35,6 +35,14 @@ namespace VELOxd
             Call(() => { function(); return true; }, path);
         }
 
+        // Gives a number back, which cannot fail. While another thread opens a file, the number that this one will have must
+        // not change.
+        public static void Close(ulong number)
+        {
+            lock (Lock)
+                VELOxdDll.CloseOxdFile(number);
+        }
+
         // Calls a function of VELOxdBlocks, and throws what its result says.
         public static void CallBlocks(Func<int> function, string path = "")
         {

@@ -44,7 +44,7 @@ namespace VELOxd
             catch
             {
                 if (number[0] != 0) // a file that opened in part
-                    VELOxdDll.CloseOxdFile(number[0]);
+                    Library.Close(number[0]);
                 throw;
             }
             return new OxdFile(number[0], path);

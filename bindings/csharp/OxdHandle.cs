@@ -15,10 +15,10 @@ namespace VELOxd
 
         public ulong Number => (ulong)(long)handle;
 
-        // Closing an open number cannot fail. No lock: finalizers must not wait for one.
+        // Finalizers wait for no longer than a call takes.
         protected override bool ReleaseHandle()
         {
-            VELOxdDll.CloseOxdFile(Number);
+            Library.Close(Number);
             return true;
         }
     }

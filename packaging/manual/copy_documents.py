@@ -30,6 +30,8 @@ def without_dead_links(document: Path, copied: set[Path]) -> str:
         if "://" in target or not name:
             return link[0]
         path = (document.parent / name).resolve()
+        if not path.exists():
+            sys.exit(f"{document}: the link to {target} leads nowhere")
         leads = path in copied or any(path in file.parents for file in copied)
         return link[0] if leads else "" if image else text
 

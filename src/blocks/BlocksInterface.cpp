@@ -33,7 +33,9 @@ int32_t VELBlockOpen(const char* filename, uint64_t* file)
         return VEL_BLOCK_BAD_CALL;
     BeginCalls();
     *file = NextHandle(filename);
-    OpenOxdFile(filename);
+    // What the library says counts: meanwhile, another thread may have closed a file with a smaller handle.
+    if (const std::uint64_t opened = OpenOxdFile(filename); opened != 0)
+        *file = opened;
     if (const std::int32_t result = EndCalls(); result != VEL_BLOCK_OK)
         return result;
     GetOxdVersion(*file);

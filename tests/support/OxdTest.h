@@ -50,9 +50,10 @@ class OxdTest : public ::testing::Test
 protected:
     OxdTest()
     {
-        m_folder = std::filesystem::temp_directory_path() / ("veloxd-" + std::to_string(::getpid()));
-        std::filesystem::remove_all(m_folder);
-        std::filesystem::create_directories(m_folder);
+        // A process that had this number may have left a folder in which a program of its own is still ending.
+        const std::string name = "veloxd-" + std::to_string(::getpid()) + "-";
+        for (int attempt = 0; m_folder.empty() || !std::filesystem::create_directory(m_folder); ++attempt)
+            m_folder = std::filesystem::temp_directory_path() / (name + std::to_string(attempt));
     }
     ~OxdTest() override
     {
