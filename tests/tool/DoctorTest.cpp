@@ -53,6 +53,11 @@ TEST_F(DoctorTest, NamesTheFilesThatRunAndLeavesNone)
     EXPECT_TRUE(IsFile(library.substr(version.size()), OXD_LIBRARY)) << library;
     for (const char* const name : {"write and read", "write and read Unicode"})
         EXPECT_EQ(FindCheck(told, name)["ok"], true) << told;
+#ifdef OXD_HAS_TIFF
+    EXPECT_GE(FindCheck(told, "libtiff")["found"], "4.5");
+#else
+    EXPECT_EQ(FindCheck(told, "libtiff")["found"], "none: this build cannot write .tif files");
+#endif
     EXPECT_TRUE(std::filesystem::is_empty("temporary"));
     EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(table, '\n')), told["checks"].size());
 }

@@ -237,7 +237,12 @@ void AddExport(CLI::App& app, ExitCode& outcome)
     command.add_option("--format", wanted.format, "What to write where the suffix of OUT does not tell, such as csv")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(ExportFormats()).description(""));
-    command.add_flag("--grey", wanted.grey, "Plain picture in 16 bits of grey");
+    CLI::Option* const grey = command.add_flag_callback(
+        "--grey", [&wanted] { wanted.pixels = Pixels::Grey; }, "Plain picture in 16 bits of grey");
+    command
+        .add_flag_callback(
+            "--raw", [&wanted] { wanted.pixels = Pixels::Raw; }, "A .tif of raw samples instead of values")
+        ->excludes(grey);
     AddOutput(command, wanted.output).required();
     AddPictureOptions(command, wanted);
     AddNoProvenance(command, wanted.labels, "Do not note down in a picture what it shows");

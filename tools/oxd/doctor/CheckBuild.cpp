@@ -1,6 +1,7 @@
 #include "oxd/doctor/CheckBuild.h"
 
 #include "oxd/library/DataSet.h"
+#include "oxd/picture/tiff/TiffWriter.h"
 #include "oxd/system/Platform.h"
 #include "velflexlib/dataset/samples/kernels/SampleKernels.h"
 #include "velstdlib/machine/InstructionSet.h"
@@ -56,6 +57,7 @@ void CheckBuild(const std::string& toolVersion, Checks& checks)
     checks.push_back({"compiler", compiler});
     checks.push_back({"cairo", cairo_version_string()});
     checks.push_back({"libpng", png_get_libpng_ver(nullptr)});
+    checks.push_back({"libtiff", TiffVersion().empty() ? "none: this build cannot write .tif files" : TiffVersion()});
     checks.push_back({"instructions", InstructionSet()});
 }
 

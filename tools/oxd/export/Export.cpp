@@ -18,24 +18,29 @@ namespace {
 struct Kind
 {
     std::string_view suffix;
-    bool grey;
+    Pixels pixels;
     std::uint64_t passes; // how often each line is read
     void (*write)(ExportJob& job);
     std::string_view description;
     std::optional<PictureForm> form = {}; // of what options of pictures are for
+    bool isImage = form.has_value();      // whose first line may be at either end
 };
 
+constexpr Pixels usual = Pixels::Usual;
 constexpr std::array kinds{
-    Kind{".png", false, 1, WritePicture, "picture in colours with axes and a colour bar", PictureForm::Png},
-    Kind{".svg", false, 1, WritePicture, "the same for browsers and drawing programs", PictureForm::Svg},
-    Kind{".pdf", false, 1, WritePicture, "the same for printing", PictureForm::Pdf},
-    Kind{".png", true, 2, WriteGreyPicture, "picture of 16 bits, a pixel for each sample, 0 where there is none",
-         PictureForm::Png},
-    Kind{".tif", false, 1, WriteTiff, "picture of 32-bit real values, NaN where there is none, to scale"},
-    Kind{".csv", false, 1, WriteCsv, "table with a row for each line, headed by positions"},
-    Kind{".raw", false, 1, WriteRawNumbers, "raw samples, 32-bit little-endian integers, line by line"},
-    Kind{".f64", false, 1, WriteRealNumbers, "real values, 64-bit little-endian, NaN where there is none"},
-    Kind{".real", false, 1, WriteRealNumbers, "the same as .f64"},
+    Kind{".png", usual, 1, WritePicture, "picture in colours with axes and a colour bar", PictureForm::Png},
+    Kind{".svg", usual, 1, WritePicture, "the same for browsers and drawing programs", PictureForm::Svg},
+    Kind{".pdf", usual, 1, WritePicture, "the same for printing", PictureForm::Pdf},
+    Kind{".png", Pixels::Grey, 2, WriteGreyPicture,
+         "picture of 16 bits, a pixel for each sample, 0 where there is none", PictureForm::Png},
+    Kind{".tif", usual, 1, WriteTiff, "picture of 32-bit real values, NaN where there is none, to scale", {}, true},
+    Kind{".tif", Pixels::Raw, 2, WriteRawTiff, "the same of raw samples, in 16 bits if these hold all", {}, true},
+    Kind{".tiff", usual, 1, WriteTiff, "the same as .tif", {}, true},
+    Kind{".tiff", Pixels::Raw, 2, WriteRawTiff, "the same as .tif --raw", {}, true},
+    Kind{".csv", usual, 1, WriteCsv, "table with a row for each line, headed by positions"},
+    Kind{".raw", usual, 1, WriteRawNumbers, "raw samples, 32-bit little-endian integers, line by line"},
+    Kind{".f64", usual, 1, WriteRealNumbers, "real values, 64-bit little-endian, NaN where there is none"},
+    Kind{".real", usual, 1, WriteRealNumbers, "the same as .f64"},
 };
 
 constexpr std::string_view page = ".html"; // of the whole file, which is no kind of a channel
@@ -44,7 +49,7 @@ std::string AllSuffixes()
 {
     std::string text;
     for (const Kind& kind : kinds) {
-        if (!kind.grey) {
+        if (kind.pixels == usual) {
             text.append(" ").append(kind.suffix);
         }
     }
@@ -63,18 +68,35 @@ std::string SuffixOf(const Export& wanted)
     return suffix;
 }
 
+std::string WhyNoneSuits(Pixels pixels)
+{
+    switch (pixels) {
+    case Pixels::Grey:
+        return "--grey is for .png only";
+    case Pixels::Raw:
+        return "--raw is for .tif only; .raw has raw samples without it";
+    case Pixels::Usual:
+        break;
+    }
+    return "its suffix is none of" + AllSuffixes() + ", and --format says no other";
+}
+
 const Kind& FindKind(const Export& wanted)
 {
     const std::string suffix = SuffixOf(wanted);
     const auto* const found = std::find_if(kinds.begin(), kinds.end(), [&](const Kind& kind) {
-        return kind.suffix == suffix && kind.grey == wanted.grey;
+        return kind.suffix == suffix && kind.pixels == wanted.pixels;
     });
     if (found == kinds.end()) {
-        throw Failure(ExitCode::Usage, wanted.output.name,
-                      wanted.grey ? "--grey is for .png only"
-                                  : "its suffix is none of" + AllSuffixes() + ", and --format says no other");
+        throw Failure(ExitCode::Usage, wanted.output.name, WhyNoneSuits(wanted.pixels));
     }
     return *found;
+}
+
+std::string_view OptionOf(Pixels pixels)
+{
+    constexpr std::array<std::string_view, 3> options{"", " --grey", " --raw"};
+    return options.at(static_cast<std::size_t>(pixels));
 }
 
 std::string HelpLine(std::string_view suffix, std::string_view option, std::string_view description)
@@ -114,7 +136,7 @@ bool IsPage(const Export& wanted)
 void RequireNothingOfAChannel(const Export& wanted)
 {
     const bool wantsPart = !wanted.selection.group.empty() || !wanted.selection.channel.empty();
-    const bool wantsChange = !wanted.lineOperator.name.empty() || wanted.grey || !wanted.picture.IsDefault();
+    const bool wantsChange = !wanted.lineOperator.name.empty() || wanted.pixels != usual || !wanted.picture.IsDefault();
     if (wantsPart || wantsChange || !wanted.with.empty()) {
         throw Failure(ExitCode::Usage, wanted.output.name,
                       "a page holds the whole file, and takes no options of a channel or a picture");
@@ -124,7 +146,7 @@ void RequireNothingOfAChannel(const Export& wanted)
 PictureForm FormOf(const Export& wanted)
 {
     const Kind& kind = FindKind(wanted);
-    if (!kind.form || kind.grey) {
+    if (!kind.form || kind.pixels != usual) {
         throw Failure(ExitCode::Usage, wanted.output.name, "a sheet is a .png, .svg or .pdf, and has colours");
     }
     return *kind.form;
@@ -139,7 +161,9 @@ ExportGaps ExportChannel(const Export& wanted)
 ExportGaps ExportChannel(const DataSet& dataSet, const Export& wanted)
 {
     const Kind& kind = FindKind(wanted);
-    if (!kind.form && (!wanted.picture.IsDefault() || !wanted.with.empty())) {
+    PictureOptions ofPictures = wanted.picture;
+    ofPictures.firstLineOnTop = ofPictures.firstLineOnTop && !kind.isImage;
+    if (!kind.form && (!ofPictures.IsDefault() || !wanted.with.empty())) {
         throw Failure(ExitCode::Usage, wanted.output.name, "options of pictures are for .png, .svg and .pdf only");
     }
     RequireOtherFile(wanted.selection.file, wanted.output.name);
@@ -172,7 +196,7 @@ std::vector<std::string> ExportFormats()
 {
     std::vector<std::string> formats;
     for (const Kind& kind : kinds) {
-        if (!kind.grey) {
+        if (kind.pixels == usual) {
             formats.emplace_back(kind.suffix.substr(1));
         }
     }
@@ -184,7 +208,7 @@ std::string DescribeExportKinds()
 {
     std::string text;
     for (const Kind& kind : kinds) {
-        text += HelpLine(kind.suffix, kind.grey ? " --grey" : "", kind.description);
+        text += HelpLine(kind.suffix, OptionOf(kind.pixels), kind.description);
     }
     return text + HelpLine(page, "", "page with the whole file, for any browser; without --group and --channel");
 }

@@ -16,8 +16,11 @@ void WriteCsv(ExportJob& job);
 void WriteRawNumbers(ExportJob& job);
 void WriteRealNumbers(ExportJob& job);
 
-// Real values of 32 bits as a TIFF file, the first line at the bottom, with the scale of the axes.
+// Real values of 32 bits as a TIFF file with the scale of the axes.
 void WriteTiff(ExportJob& job);
+
+// The same of raw samples: in 16 bits if the upper 16 of all samples say all, else in 32. It reads every line twice.
+void WriteRawTiff(ExportJob& job);
 
 // Both kinds of pictures show the first line at the bottom, where the line axis begins. They throw a Failure if there
 // is nothing to show.

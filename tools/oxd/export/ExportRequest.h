@@ -11,6 +11,14 @@
 
 namespace oxd {
 
+// Which of the kinds of files with one suffix is asked for.
+enum class Pixels
+{
+    Usual,
+    Grey, // a .png for programs instead of one for people
+    Raw   // a .tif of raw samples instead of values
+};
+
 // A plain value.
 struct Export
 {
@@ -18,7 +26,7 @@ struct Export
     std::vector<std::string> with = {}; // channels of the same group that a picture of curves shows, too
     LineOperator lineOperator = rawData;
     Destination output; // its suffix says what is written
-    bool grey = false;  // asks for a picture for programs instead of one for people
+    Pixels pixels = Pixels::Usual;
     std::string format; // says what is written instead of the suffix; one of ExportFormats(), or empty
     PictureOptions picture = {};
     bool labels = true; // notes down in a picture what it shows

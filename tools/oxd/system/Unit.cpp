@@ -40,6 +40,15 @@ UnitMultiple WithPrefix(const std::string& unit, double magnitude)
     return {std::pow(10, -exponent), std::string(prefix->text) + unit};
 }
 
+std::optional<double> MetresOf(const std::string& unit)
+{
+    const std::string known = unit == "\u03BCm" ? "µm" : unit; // the Greek letter instead of the sign
+    const auto* const prefix = std::find_if(prefixes.begin(), prefixes.end(), [&](const Prefix& candidate) {
+        return std::string(candidate.text) + "m" == known;
+    });
+    return prefix == prefixes.end() ? std::nullopt : std::optional(std::pow(10, prefix->exponent));
+}
+
 std::string ToText(double number, const std::string& unit)
 {
     if (unit.empty()) {

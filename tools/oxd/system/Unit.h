@@ -1,6 +1,7 @@
 // Multiples of units that suit the numbers in them, such as nanometres for atomic steps.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace oxd {
@@ -21,6 +22,9 @@ bool TakesPrefix(const std::string& unit);
 // The multiple of a unit that takes prefixes in which a number of that magnitude has one to three digits before its
 // point, from atto to giga.
 UnitMultiple WithPrefix(const std::string& unit, double magnitude);
+
+// How many metres the unit is, if it is the metre with a prefix or without.
+std::optional<double> MetresOf(const std::string& unit);
 
 // A number in the multiple of its unit that suits it, such as "310 nm".
 std::string ToText(double number, const std::string& unit);

@@ -43,7 +43,7 @@ std::vector<double> LineSource::ReadShown(std::uint64_t line)
 {
     constexpr double shareOfZero = 536870912.0 / 1073741823.0; // where raw samples of 30 bits are 0
     std::vector<double> values = ReadReal(line);
-    if (m_operator.unitEnd != rawData.unitEnd) {
+    if (IsDerived()) {
         const Axis axis = m_channel.ReadAxis(signalAxis);
         const double zero = axis.min + axis.range * shareOfZero;
         std::transform(values.begin(), values.end(), values.begin(), [zero](double value) { return value - zero; });

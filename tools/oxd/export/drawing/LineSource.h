@@ -28,6 +28,9 @@ public:
 
     const Channel& GetChannel() const { return m_channel; }
 
+    // Whether the operator's outcome is in another unit than the samples, as differences are.
+    bool IsDerived() const { return m_operator.unitEnd != rawData.unitEnd; }
+
     // The signal axis of what is read: its unit is that of the operator's outcome.
     Axis SignalAxis() const;
     std::uint64_t Points() const { return m_points; }

@@ -4,6 +4,11 @@
 
 namespace oxd {
 
+std::string TiffVersion()
+{
+    return {};
+}
+
 TiffWriter::TiffWriter(OutputFile& output, const TiffShape&) : m_output(output)
 {
     throw Failure(ExitCode::CannotWrite, output.Name(), "this build of oxd cannot write TIFF files");

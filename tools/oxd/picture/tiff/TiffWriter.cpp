@@ -39,6 +39,13 @@ int BytesOf(TiffSample sample)
 
 } // namespace
 
+std::string TiffVersion()
+{
+    const std::string text = TIFFGetVersion(); // "LIBTIFF, Version 4.5.0" and whose it is
+    const std::size_t begin = text.find_first_of("0123456789");
+    return begin == std::string::npos ? text : text.substr(begin, text.find('\n') - begin);
+}
+
 TiffWriter::TiffWriter(OutputFile& output, const TiffShape& shape)
     : m_output(output), m_file(std::make_unique<TiffFile>())
 {

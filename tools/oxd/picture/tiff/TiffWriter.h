@@ -35,6 +35,9 @@ struct TiffShape
     std::optional<PerCentimetre> resolution = {}; // pixels; unsaid where they have no length
 };
 
+// Of the TIFF library, such as "4.5.0"; empty if this build has none.
+std::string TiffVersion();
+
 // Call WriteRow once for each row from the top, and Finish. The output must outlive the writer, and is for the caller
 // to close. The calls throw a Failure if the file takes no more.
 class TiffWriter

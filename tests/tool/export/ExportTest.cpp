@@ -1,5 +1,5 @@
-#include "tool/Pictures.h"
 #include "tool/ToolTest.h"
+#include "tool/export/Pictures.h"
 
 #include <algorithm>
 #include <cmath>

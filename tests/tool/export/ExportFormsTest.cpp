@@ -1,14 +1,7 @@
 // Pictures for print: of any size and resolution, as vectors, and those of all channels of a file.
-#include "tool/Pictures.h"
 #include "tool/ToolTest.h"
+#include "tool/export/Pictures.h"
 
-#ifdef OXD_HAS_TIFF
-#include <tiffio.h>
-#endif
-
-#include <nlohmann/json.hpp>
-
-#include <cmath>
 #include <set>
 
 class ExportFormsTest : public ToolTest
@@ -196,52 +189,3 @@ TEST_F(ExportFormsTest, GoesOnWithOtherChannelsAfterOneThatFails)
     ExpectFailure("export sample.oxd -g ForwardScan -o none.png", 2, "--channel is required");
     EXPECT_FALSE(std::filesystem::exists("none"));
 }
-
-#ifdef OXD_HAS_TIFF
-TEST_F(ExportFormsTest, WritesRealValuesToScaleAsTiff)
-{
-    WriteOxd("[DataSet]\nVersion=2\nGroupCount=1\nGr0-Name=G\nGr0-ID=0\nGr0-Count=1\nGr0-Ch0=C\n[C]\nVersion=3\n"
-             "Points=3\nLines=2\nSaveBits=8\nDim0Unit=m\nDim0Range=2e-6\nDim1Unit=m\nDim1Range=4e-6\n"
-             "Dim2Name=\xC2\xB5\nDim2Unit=V\nDim2Range=2\nDim2Min=-1\nLinePoints=3,1\n",
-             "\x01\x02\x03\x04\x05\x06", "small.oxd");
-    for (const std::string file : {"small.oxd -g G -c 0", "sample.oxd -g ForwardScan -c Topography --op derive"}) {
-        Run("export " + file + " -o out.tif");
-        Run("export " + file + " -o out.f64");
-        const auto expected = Numbers<double>(ReadBytes("out.f64"));
-        TIFF* const tiff = TIFFOpen("out.tif", "r");
-        ASSERT_NE(tiff, nullptr) << file;
-        std::uint32_t width = 0, height = 0;
-        TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, &width);
-        TIFFGetField(tiff, TIFFTAG_IMAGELENGTH, &height);
-        ASSERT_EQ(std::size_t{width} * height, expected.size()) << file;
-        std::vector<float> row(width);
-        const bool isSmall = width == 3;
-        for (std::uint32_t y = 0; y < height && isSmall; ++y) {
-            ASSERT_EQ(TIFFReadScanline(tiff, row.data(), y), 1);
-            for (std::uint32_t x = 0; x < width; ++x) {
-                const double value = expected[(height - 1 - y) * width + x];
-                EXPECT_EQ(std::isnan(row[x]), std::isnan(value));
-                EXPECT_TRUE(std::isnan(value) || row[x] == static_cast<float>(value)) << x << ' ' << y;
-            }
-        }
-        float x = 0, y = 0;
-        const char* text = "";
-        TIFFGetField(tiff, TIFFTAG_XRESOLUTION, &x);
-        TIFFGetField(tiff, TIFFTAG_YRESOLUTION, &y);
-        TIFFGetField(tiff, TIFFTAG_IMAGEDESCRIPTION, &text);
-        const auto json = nlohmann::json::parse(text);
-        if (isSmall) {
-            EXPECT_FLOAT_EQ(x, 10000);
-            EXPECT_FLOAT_EQ(y, 2500);
-            EXPECT_EQ(json["channel"], "\xC2\xB5");
-        }
-        EXPECT_EQ(json["unit"], isSmall ? "V" : "m/point");
-        TIFFClose(tiff);
-    }
-}
-#else
-TEST_F(ExportFormsTest, WritesRealValuesToScaleAsTiff)
-{
-    ExpectFailure(std::string(ofSample) + "-o out.tif", 5, "this build of oxd cannot write TIFF files");
-}
-#endif
