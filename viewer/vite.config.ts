@@ -10,6 +10,7 @@ function policy(script: string): string {
     const rules = [
         "default-src 'none'",
         `script-src ${hashOf(script)}`,
+        "worker-src blob:", // whose script is in that of the page
         "style-src 'unsafe-inline'", // the plots set sizes of their elements
         "img-src blob: data:",
         "base-uri 'none'",

@@ -5,7 +5,7 @@ import { describe, expect, it } from "vitest";
 import { type DataSet, type StoredChannel, openDataSet } from "../src/format/dataset.ts";
 import { FormatFailure } from "../src/format/failure.ts";
 import type { InfoGroup } from "../src/format/information.ts";
-import { readLines, realValue, validPoints } from "../src/model/channel.ts";
+import { readLines, validPoints, valuesOn } from "../src/model/channel.ts";
 import { applyOperator, operators } from "../src/model/operators.ts";
 import { type LibraryFile, type LibraryInformation, outputFolder, readByLibrary, seedFolder } from "./library.ts";
 import { randomFile } from "./randomFiles.ts";
@@ -21,6 +21,7 @@ function respell(text: string): string {
 
 async function describeChannel(file: Blob, channel: StoredChannel) {
     const signal = channel.axes[2];
+    const valueAt = valuesOn(signal);
     const lines = await readLines(file, channel);
     return {
         points: channel.points,
@@ -31,7 +32,7 @@ async function describeChannel(file: Blob, channel: StoredChannel) {
                 spell,
             ),
             raw: operators.map(({ code }) => (line ? [...applyOperator(code, line)] : [])),
-            real: line ? Array.from(line, (raw) => spell(realValue(raw, signal))) : [],
+            real: line ? Array.from(line, (raw) => spell(valueAt(raw))) : [],
             tooLong: line === undefined && validPoints(channel, k) > channel.points,
         })),
     };

@@ -4,12 +4,14 @@ import { lowestRaw } from "./operators.ts";
 
 const rawSpan = 1073741823;
 
-/** The end of the axis is rounded first: this is part of the value. */
-export function realValue(raw: number, signal: Axis): number {
-    const extent = signal.min + signal.range - signal.min;
-    const value = signal.min + (extent * (raw - lowestRaw)) / rawSpan;
-    // Near the largest double the product overflows, but the quotient does not.
-    return Number.isFinite(value) ? value : signal.min + extent * ((raw - lowestRaw) / rawSpan);
+/** What tells the value of a raw sample. The end of the axis is rounded first: this is part of the value. */
+export function valuesOn({ min, range }: Axis): (raw: number) => number {
+    const extent = min + range - min;
+    return (raw) => {
+        const value = min + (extent * (raw - lowestRaw)) / rawSpan;
+        // Near the largest double the product overflows, but the quotient does not.
+        return Number.isFinite(value) ? value : min + extent * ((raw - lowestRaw) / rawSpan);
+    };
 }
 
 /** Raw samples of stored bytes. Every width spans the whole range of raw samples. */
@@ -17,14 +19,13 @@ export function decodeSamples(bytes: ArrayBuffer, bits: 8 | 16 | 32): Int32Array
     const view = new DataView(bytes);
     const count = bytes.byteLength / (bits / 8);
     const raw = new Int32Array(count);
+    const decode = {
+        8: (i: number) => view.getInt8(i) << 22,
+        16: (i: number) => view.getInt16(2 * i, true) << 14,
+        32: (i: number) => view.getInt32(4 * i, true) >> 2,
+    }[bits];
     for (let i = 0; i < count; ++i) {
-        if (bits === 8) {
-            raw[i] = view.getInt8(i) << 22;
-        } else if (bits === 16) {
-            raw[i] = view.getInt16(2 * i, true) << 14;
-        } else {
-            raw[i] = view.getInt32(4 * i, true) >> 2;
-        }
+        raw[i] = decode(i);
     }
     return raw;
 }

@@ -1,15 +1,20 @@
 import type { StoredChannel } from "../format/dataset.ts";
 import { storedPoints } from "../format/dataset.ts";
-import { decodeSamples, realValue, validPoints } from "./channel.ts";
+import { decodeSamples, validPoints, valuesOn } from "./channel.ts";
 import { applyOperator } from "./operators.ts";
 
 const samplesAtATime = 1 << 17; // which take a few milliseconds, so that the page answers in between
 
-/** The corrected real values of a line; empty where more points are said to be valid than a line has. */
-function valuesOf(channel: StoredChannel, line: number, stored: Int32Array, operator: number): Float64Array {
-    const valid = validPoints(channel, line);
+/** Fills a line with its corrected real values, and NaN where there is none: where more points are said to be valid than
+ * a line has, there are none at all. */
+function fillLine(line: Float64Array, channel: StoredChannel, number: number, stored: Int32Array, operator: number): void {
+    const valid = validPoints(channel, number);
     const raw = applyOperator(operator, stored.subarray(0, valid > channel.points ? 0 : valid));
-    return Float64Array.from(raw, (sample) => realValue(sample, channel.axes[2]));
+    const valueAt = valuesOn(channel.axes[2]);
+    for (let x = 0; x < raw.length; ++x) {
+        line[x] = valueAt(raw[x] as number);
+    }
+    line.fill(Number.NaN, raw.length);
 }
 
 /**
@@ -34,9 +39,7 @@ export async function loadGrid(
         let at = 0;
         for (const k of part) {
             const next = at + storedPoints(channel, k);
-            const values = valuesOf(channel, k, raw.subarray(at, next), operator);
-            grid.set(values, k * points);
-            grid.fill(Number.NaN, k * points + values.length, (k + 1) * points);
+            fillLine(grid.subarray(k * points, (k + 1) * points), channel, k, raw.subarray(at, next), operator);
             at = next;
         }
         if (!goOn((first + part.length) / lines)) {
@@ -70,14 +73,15 @@ export async function loadFew(
     const points = Math.min(most, channel.points);
     const wanted = Array.from({ length: lines }, (_, k) => Math.floor((k * channel.lines) / lines));
     const begins = beginsOf(channel, wanted);
-    const grid = new Float64Array(lines * points).fill(Number.NaN);
+    const grid = new Float64Array(lines * points);
+    const whole = new Float64Array(channel.points);
     for (const [row, line] of wanted.entries()) {
         const begin = begins[row] ?? 0;
         const size = storedPoints(channel, line) * (channel.bits / 8);
         const raw = decodeSamples(await file.slice(begin, begin + size).arrayBuffer(), channel.bits);
-        const values = valuesOf(channel, line, raw, 0);
+        fillLine(whole, channel, line, raw, 0);
         for (let x = 0; x < points; ++x) {
-            grid[row * points + x] = values[Math.floor((x * channel.points) / points)] ?? Number.NaN;
+            grid[row * points + x] = whole[Math.floor((x * channel.points) / points)] as number;
         }
     }
     return { grid, points, lines };

@@ -19,21 +19,31 @@ const farOff = 2 ** 30;
 
 type Coefficients = readonly number[];
 
-function valueAt(c: Coefficients, x: number): number {
-    const [c0 = 0, c1 = 0, c2 = 0, c3 = 0, c4 = 0] = c;
-    const square = x * x;
-    let value = c.length > 1 ? c0 + c1 * x : c0;
-    value += c.length > 2 ? c2 * square : 0;
-    return c.length > 4 ? value + c3 * square * x + c4 * square * square : value;
+/** The polynomial of these coefficients, of the degree 0, 1, 2 or 4. */
+function polynomial([c0 = 0, c1 = 0, c2 = 0, c3 = 0, c4 = 0]: Coefficients, degree: number): (x: number) => number {
+    switch (degree) {
+        case 0:
+            return () => c0;
+        case 1:
+            return (x) => c0 + c1 * x;
+        case 2:
+            return (x) => c0 + c1 * x + c2 * (x * x);
+        default:
+            return (x) => {
+                const square = x * x;
+                return c0 + c1 * x + c2 * square + c3 * square * x + c4 * square * square;
+            };
+    }
 }
 
 /** Samples at the ends of the range are markers, which no fit changes. */
-function subtract(line: Int32Array, c: Coefficients): Int32Array {
+function subtract(line: Int32Array, coefficients: Coefficients): Int32Array {
+    const valueAt = polynomial(coefficients, coefficients.length - 1);
     return line.map((sample, x) => {
         if (sample <= lowestRaw || sample >= highestRaw) {
             return sample;
         }
-        const fitted = Math.trunc(Math.min(farOff, Math.max(-farOff, valueAt(c, x))));
+        const fitted = Math.trunc(Math.min(farOff, Math.max(-farOff, valueAt(x))));
         return Math.min(highestRaw, Math.max(lowestRaw, sample - fitted));
     });
 }

@@ -27,7 +27,7 @@ export function percentiles(grid: Float64Array, shares: readonly number[]): numb
 
 export function histogram(grid: Float64Array, low: number, high: number, bins: number): number[] {
     const counts = new Array<number>(bins).fill(0);
-    for (const value of spread(grid, 400_000)) {
+    for (const value of spread(grid, 100_000)) {
         const bin = Math.floor(((value - low) / (high - low)) * bins);
         if (bin >= 0 && bin < bins) {
             counts[bin] = (counts[bin] ?? 0) + 1;

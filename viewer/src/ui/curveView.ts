@@ -1,5 +1,5 @@
 import type { DataSet, Group, StoredChannel } from "../format/dataset.ts";
-import { position, readLines, realValue, validPoints } from "../model/channel.ts";
+import { position, readLines, validPoints, valuesOn } from "../model/channel.ts";
 import { applyOperator, operators } from "../model/operators.ts";
 import { family } from "../model/related.ts";
 import { choice } from "./choice.ts";
@@ -52,7 +52,7 @@ export class CurveView {
             name: this.shown.size > 1 ? `${channel.axes[2].name}, line ${k}` : `Line ${k}`,
             kind: [...this.shown].indexOf(channel),
             x: raw.map((_, i) => position(axis, i, count)),
-            y: raw.map((value) => realValue(value, channel.axes[2])),
+            y: raw.map(valuesOn(channel.axes[2])),
         };
     }
 

@@ -24,7 +24,7 @@ function sizeOf(channel: StoredChannel, room: number): { width: number; height: 
 export class ImagePane {
     readonly canvas: HTMLCanvasElement;
     readonly root: HTMLElement;
-    grid = new Float64Array(0);
+    grid: Float64Array = new Float64Array(0);
     private readonly overlay = element("canvas", { class: "overlay", "aria-hidden": "true" });
     private readonly plate: Plate;
 

@@ -2,12 +2,12 @@ import { colourMaps } from "../draw/colours.ts";
 import { paint } from "../draw/image.ts";
 import type { DataSet, Group, StoredChannel } from "../format/dataset.ts";
 import { position } from "../model/channel.ts";
-import { loadGrid } from "../model/loading.ts";
 import { operators } from "../model/operators.ts";
 import { type Point, percentiles, sampleProfile } from "../model/profile.ts";
 import { type Named, counterparts } from "../model/related.ts";
 import { formatValue } from "../model/units.ts";
 import { Viewport } from "../model/viewport.ts";
+import { loadAside } from "../work/loadAside.ts";
 import { choice } from "./choice.ts";
 import { button, element, saveAs } from "./dom.ts";
 import { ImagePane } from "./imagePane.ts";
@@ -60,7 +60,7 @@ export class ImageView {
         const room = Math.floor(this.root.clientWidth / shown.length) - gap;
         const panes = shown.map(({ group, channel }) => new ImagePane(channel, group, this.viewport, room));
         for (const [i, pane] of panes.entries()) {
-            const grid = await loadGrid(this.data.file, pane.channel, this.operator, (share) => {
+            const grid = await loadAside(this.data.file, pane.channel, this.operator, (share) => {
                 const part = Math.round((100 * (i + share)) / panes.length);
                 this.root.setAttribute("aria-busy", "true");
                 this.readout.textContent = part < 100 ? `Reading: ${part} %` : "";

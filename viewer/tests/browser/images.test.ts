@@ -1,9 +1,10 @@
 /** Images beside each other, moved and zoomed, large ones, and what all of it looks like. */
+import { execFileSync } from "node:child_process";
 import { existsSync, mkdirSync, readFileSync, writeFileSync } from "node:fs";
 import { resolve } from "node:path";
 import type { Page } from "playwright-core";
 import { describe, expect, it } from "vitest";
-import { outputFolder, readByLibrary } from "../library.ts";
+import { outputFolder, readByLibrary, tool } from "../library.ts";
 import { writeLargeScan } from "../largeScan.ts";
 import { type Scheme, drag, metres, openPage, openSample, sample, settled, showBeside, showCurves, told, useBrowser } from "./helpers.ts";
 
@@ -86,10 +87,9 @@ describe("images", () => {
         await page.close();
     }, 180_000);
 
-    it("opens a scan of 64 MiB and moves over it", async () => {
-        const scan = writeLargeScan(resolve(outputFolder, "large.oxd"));
-        const page = await openPage();
-        await page.setInputFiles("#chooser", scan.file);
+    const scan = writeLargeScan(resolve(outputFolder, "large.oxd"));
+
+    async function expectToMoveOverLargeScan(page: Page): Promise<void> {
         await settled(page);
         await page.focus(".frame .image");
         for (const key of ["ArrowRight", "Shift+ArrowUp", "+", "+"]) {
@@ -99,6 +99,28 @@ describe("images", () => {
         expect(text).toContain("(line 10, point 1)");
         expect(metres(text)).toBeCloseTo(scan.valueAt(1, 10), 12);
         await page.close();
+    }
+
+    it("opens a scan of 64 MiB by a worker and moves over it", async () => {
+        const page = await openPage();
+        let workers = 0;
+        page.on("worker", () => ++workers);
+        await page.setInputFiles("#chooser", scan.file);
+        await expectToMoveOverLargeScan(page);
+        expect(workers).toBe(1);
+    }, 180_000);
+
+    it("opens a page with a scan of 64 MiB inside", async () => {
+        const file = resolve(outputFolder, "large.html");
+        execFileSync(tool, ["export", scan.file, "-o", file], { stdio: "pipe" });
+        await expectToMoveOverLargeScan(await openPage(file));
+    }, 180_000);
+
+    it("reads by itself where the browser has no workers", async () => {
+        const page = await openPage();
+        await page.evaluate(() => Object.assign(window, { Worker: undefined }));
+        await page.setInputFiles("#chooser", scan.file);
+        await expectToMoveOverLargeScan(page);
     }, 180_000);
 
     it.each(["light", "dark"] as Scheme[])("looks as approved in %s colours", async (scheme) => {
