@@ -1,8 +1,8 @@
 #include "oxd/picture/Canvas.h"
 
-#include "oxd/picture/FontFace.h"
 #include "oxd/picture/PngText.h"
 #include "oxd/picture/VectorTexts.h"
+#include "oxd/picture/fonts/FontFace.h"
 #include "oxd/system/RequireMemory.h"
 #include "oxd/system/Text.h"
 
@@ -132,13 +132,12 @@ Canvas::Surface Canvas::CreateSurface(const PictureShape& shape, std::string& by
 // Letters keep their shapes and are no more than moved to whole pixels.
 void Canvas::SelectFont()
 {
-    const std::unique_ptr<cairo_font_face_t, Destroyer<cairo_font_face_destroy>> font(CreateFontFace());
     const std::unique_ptr<cairo_font_options_t, Destroyer<cairo_font_options_destroy>> options(
         cairo_font_options_create());
     cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
     cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
     Require(cairo_font_options_status(options.get()));
-    cairo_set_font_face(m_context.get(), font.get());
+    cairo_set_font_face(m_context.get(), m_fonts.Best());
     cairo_set_font_options(m_context.get(), options.get());
     cairo_set_font_size(m_context.get(), fontSize);
 }
@@ -273,15 +272,25 @@ void Canvas::DrawNumber(const std::string& number, double x, double y, Anchor an
     const Saved saved(m_context.get());
     cairo_translate(m_context.get(), x, y + (font.ascent - font.descent) / 2);
     cairo_scale(m_context.get(), narrowing, 1);
-    cairo_move_to(m_context.get(), -lead, 0);
-    ShowText(number);
+    ShowText(number, -lead);
+}
+
+double Canvas::AdvanceOf(const TextFonts::Part& part)
+{
+    cairo_text_extents_t extents;
+    cairo_set_font_face(m_context.get(), part.font);
+    cairo_text_extents(m_context.get(), part.text.c_str(), &extents);
+    return extents.x_advance;
 }
 
 double Canvas::WidthOf(const std::string& text)
 {
-    cairo_text_extents_t extents;
-    cairo_text_extents(m_context.get(), text.c_str(), &extents);
-    return extents.x_advance;
+    const Saved saved(m_context.get());
+    double width = 0;
+    for (const TextFonts::Part& part : m_fonts.Split(text)) {
+        width += AdvanceOf(part);
+    }
+    return width;
 }
 
 // As much of a text as fits, and something at least.
@@ -296,12 +305,22 @@ std::string Canvas::Fitted(const std::string& text, double maxWidth)
     return fitted;
 }
 
+void Canvas::ShowText(const std::string& text, double x)
+{
+    for (const TextFonts::Part& part : m_fonts.Split(text)) {
+        const double width = AdvanceOf(part); // sets its font, too
+        cairo_move_to(m_context.get(), x, 0);
+        ShowPart(part.text);
+        x += width;
+    }
+}
+
 // Leaves out what has no shape, such as blanks: where it lacks memory, the drawing library crashes on that.
-void Canvas::ShowText(const std::string& text)
+void Canvas::ShowPart(const std::string& text)
 {
     double x = 0;
     double y = 0;
-    cairo_get_current_point(m_context.get(), &x, &y);
+    cairo_get_current_point(m_context.get(), &x, &y); // at a whole part of a pixel
     cairo_scaled_font_t* const font = cairo_get_scaled_font(m_context.get());
     cairo_glyph_t* found = nullptr;
     int count = 0;

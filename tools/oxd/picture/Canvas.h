@@ -3,6 +3,7 @@
 
 #include "oxd/picture/PictureForm.h"
 #include "oxd/picture/PictureText.h"
+#include "oxd/picture/fonts/TextFonts.h"
 
 #include <cairo.h>
 
@@ -89,7 +90,9 @@ private:
     void SetColour(std::uint32_t colour);
     double WidthOf(const std::string& text);
     std::string Fitted(const std::string& text, double maxWidth);
-    void ShowText(const std::string& text);
+    double AdvanceOf(const TextFonts::Part& part);
+    void ShowText(const std::string& text, double x);
+    void ShowPart(const std::string& text);
     void Hatch(const Rectangle& place);
 
     template <auto destroy>
@@ -105,6 +108,7 @@ private:
 
     PictureShape m_shape;
     std::unique_ptr<std::string> m_bytes; // of the file; the surface of a vector form writes them
+    TextFonts m_fonts;
     Surface m_surface;
     Context m_context;
 };

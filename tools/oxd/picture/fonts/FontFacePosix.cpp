@@ -1,8 +1,8 @@
 // The font is looked for here and not by the system's font configuration: that ends the process, or silently chooses
 // another font, where it is refused memory.
-#include "oxd/picture/FontFace.h"
+#include "oxd/picture/fonts/FontFace.h"
 
-#include "oxd/picture/FontFile.h"
+#include "oxd/picture/fonts/FontFile.h"
 
 #include <cairo-ft.h>
 
@@ -12,6 +12,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <system_error>
 #include <utility>
 
 namespace oxd {
@@ -55,11 +56,6 @@ FT_Library Fonts()
     return library;
 }
 
-cairo_font_face_t* DefaultFace()
-{
-    return cairo_toy_font_face_create("sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
-}
-
 void CloseFace(void* face)
 {
     FT_Done_Face(static_cast<FT_Face>(face));
@@ -67,21 +63,29 @@ void CloseFace(void* face)
 
 } // namespace
 
-cairo_font_face_t* CreateFontFace()
+std::vector<std::string> FindFonts()
+{
+    return FindFontFiles();
+}
+
+cairo_font_face_t* CreateFontFace(const std::string& font)
 {
     static const cairo_user_data_key_t ofFace{};
-    const std::string file = FindFontFile();
     FT_Face face = nullptr;
-    if (file.empty() || FT_New_Face(Fonts(), file.c_str(), 0, &face) != 0) {
-        RequireWholeLetters();
-        return DefaultFace();
+    const FT_Error error = FT_New_Face(Fonts(), font.c_str(), 0, &face);
+    RequireWholeLetters();
+    if (error == FT_Err_Cannot_Open_Resource || error == FT_Err_Cannot_Open_Stream) {
+        throw std::system_error(std::make_error_code(std::errc::io_error), "the font " + font + " cannot be read");
     }
-    cairo_font_face_t* const font = cairo_ft_font_face_create_for_ft_face(face, 0);
-    if (cairo_font_face_set_user_data(font, &ofFace, face, CloseFace) != CAIRO_STATUS_SUCCESS) {
-        cairo_font_face_destroy(font);
+    if (error != 0) {
+        return nullptr;
+    }
+    cairo_font_face_t* const created = cairo_ft_font_face_create_for_ft_face(face, 0);
+    if (cairo_font_face_set_user_data(created, &ofFace, face, CloseFace) != CAIRO_STATUS_SUCCESS) {
+        cairo_font_face_destroy(created);
         throw std::bad_alloc();
     }
-    return font;
+    return created;
 }
 
 void RequireWholeLetters()

@@ -1,4 +1,4 @@
-#include "oxd/picture/FontFile.h"
+#include "oxd/picture/fonts/FontFile.h"
 
 #include "oxd/system/Platform.h"
 
@@ -14,13 +14,14 @@
 #include <vector>
 
 #include <ftw.h>
+#include <unistd.h>
 
 namespace oxd {
 
 namespace {
 
-// The best first: those with many scripts.
-constexpr std::array<std::string_view, 14> fontFiles{"NotoSans-Regular.ttf",
+// The best first: those with many scripts. The ones behind Helvetica are for letters that it lacks.
+constexpr std::array<std::string_view, 35> fontFiles{"NotoSans-Regular.ttf",
                                                      "DejaVuSans.ttf",
                                                      "Verdana.ttf",
                                                      "verdana.ttf",
@@ -33,7 +34,28 @@ constexpr std::array<std::string_view, 14> fontFiles{"NotoSans-Regular.ttf",
                                                      "OpenSans-Regular.ttf",
                                                      "Roboto-Regular.ttf",
                                                      "Ubuntu-R.ttf",
-                                                     "Helvetica.ttc"};
+                                                     "Helvetica.ttc",
+                                                     "NotoSansCJK-Regular.ttc",
+                                                     "NotoSansCJKsc-Regular.otf",
+                                                     "NotoSansCJKjp-Regular.otf",
+                                                     "NotoSansCJKkr-Regular.otf",
+                                                     "SourceHanSans-Regular.ttc",
+                                                     "PingFang.ttc",
+                                                     "Hiragino Sans GB.ttc",
+                                                     "AppleSDGothicNeo.ttc",
+                                                     "wqy-microhei.ttc",
+                                                     "wqy-zenhei.ttc",
+                                                     "DroidSansFallbackFull.ttf",
+                                                     "DroidSansFallback.ttf",
+                                                     "ipagp.ttf",
+                                                     "ipag.ttf",
+                                                     "TakaoPGothic.ttf",
+                                                     "VL-PGothic-Regular.ttf",
+                                                     "NanumGothic.ttf",
+                                                     "NotoSansSymbols2-Regular.ttf",
+                                                     "NotoSansMath-Regular.ttf",
+                                                     "Symbola_hint.ttf",
+                                                     "unifont.otf"};
 
 std::vector<std::filesystem::path> FontFolders()
 {
@@ -49,26 +71,22 @@ std::vector<std::filesystem::path> FontFolders()
     return folders;
 }
 
-struct FontFile
-{
-    std::size_t rank = fontFiles.size(); // in the list
-    std::string path;
-
-    bool operator<(const FontFile& other) const { return rank != other.rank ? rank < other.rank : path < other.path; }
-};
-
-// What the search has found so far. The system's function that visits the files passes nothing on but them, and no
-// exception may pass through it. (The standard library's iterators end the process where memory is refused.)
-FontFile best;
+// What the search has found so far, one for each of the names. The system's function that visits the files passes
+// nothing on but them, and no exception may pass through it. (The standard library's iterators end the process where
+// memory is refused.)
+std::array<std::string, fontFiles.size()> foundFiles;
 bool searchLackedMemory = false;
 
 int Visit(const char* path, const struct stat*, int, FTW* place)
 {
     const auto* const known = std::find(fontFiles.begin(), fontFiles.end(), std::string_view(path + place->base));
+    if (known == fontFiles.end() || access(path, R_OK) != 0) {
+        return 0;
+    }
     try {
-        const auto rank = static_cast<std::size_t>(known - fontFiles.begin());
-        if (rank <= best.rank && rank < fontFiles.size()) {
-            best = std::min(best, FontFile{rank, path});
+        std::string& file = foundFiles.at(static_cast<std::size_t>(known - fontFiles.begin()));
+        if (file.empty() || path < file) {
+            file = path;
         }
     } catch (const std::bad_alloc&) {
         searchLackedMemory = true;
@@ -76,7 +94,6 @@ int Visit(const char* path, const struct stat*, int, FTW* place)
     return searchLackedMemory ? 1 : 0;
 }
 
-// Another font because of a passing trouble would be another picture.
 void Search(const std::filesystem::path& folder)
 {
     constexpr int openFolders = 8;
@@ -91,13 +108,15 @@ void Search(const std::filesystem::path& folder)
 
 } // namespace
 
-std::string FindFontFile()
+std::vector<std::string> FindFontFiles()
 {
-    best = FontFile();
+    foundFiles = {};
     for (const std::filesystem::path& folder : FontFolders()) {
         Search(folder);
     }
-    return best.path;
+    std::vector<std::string> files(foundFiles.begin(), foundFiles.end());
+    std::erase(files, "");
+    return files;
 }
 
 } // namespace oxd
