@@ -87,3 +87,17 @@ inline int CountDifferences(const ColourPicture& a, const ColourPicture& b)
     return std::transform_reduce(a.levels.begin(), a.levels.end(), b.levels.begin(), 0, std::plus(),
                                  [](int x, int y) { return std::abs(x - y) > 1 ? 1 : 0; });
 }
+
+// The pictures are of one size and, where the letters are those of the documents, the same. With VELOXD_APPROVE set, as
+// scripts/pictures does, what is drawn becomes the approved picture: look at it then.
+inline void ExpectAsApproved(const std::string& drawn, const std::string& approved)
+{
+    if (std::getenv("VELOXD_APPROVE") != nullptr) // NOLINT(concurrency-mt-unsafe): there is one thread
+        std::filesystem::copy_file(drawn, approved, std::filesystem::copy_options::overwrite_existing);
+    const auto is = ReadPicture<std::uint8_t>(drawn);
+    const auto wanted = ReadPicture<std::uint8_t>(approved);
+    ASSERT_EQ(std::pair(is.width, is.height), std::pair(wanted.width, wanted.height)) << approved;
+    if (!isWindows && HasFontOfDocuments()) {
+        EXPECT_EQ(CountDifferences(is, wanted), 0) << approved;
+    }
+}

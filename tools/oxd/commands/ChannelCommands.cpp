@@ -138,6 +138,7 @@ void AddPictureOptions(CLI::App& command, Export& wanted)
     };
     const auto as = [&picture](const std::string& kind) { picture.curves = kind == "curves"; };
     const auto lines = [&picture](const std::string& text) { picture.lines = ParseLines(text); };
+    const auto offset = [&picture](const std::string& text) { picture.offset = ParseOffset(text); };
     const auto title = [&picture](const std::string& text) { picture.title = text; };
     command
         .add_option_function<std::string>("--as", as,
@@ -152,6 +153,11 @@ void AddPictureOptions(CLI::App& command, Export& wanted)
     command.add_option("--with", wanted.with, "Another channel of the group, whose curves are shown as well")
         ->type_name("CHANNEL")
         ->allow_extra_args(false)
+        ->group(group);
+    command
+        .add_option_function<std::string>("--offset", offset,
+                                          "Raises each curve above that of the line before, such as 2nm")
+        ->type_name("VALUE")
         ->group(group);
     command
         .add_option_function<std::string>("--range", range,

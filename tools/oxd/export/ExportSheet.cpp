@@ -24,9 +24,10 @@ constexpr std::size_t mostColumns = 5;
 void RequireNothingOfASinglePicture(const Export& wanted)
 {
     const PictureOptions& picture = wanted.picture;
-    if (picture.size || picture.resolution || picture.title || !picture.lines.empty() || !wanted.with.empty()) {
+    if (picture.size || picture.resolution || picture.title || !picture.lines.empty() || picture.offset ||
+        !wanted.with.empty()) {
         throw Failure(ExitCode::Usage, wanted.output.name,
-                      "--size, --dpi, --title, --lines and --with are for a picture of one channel");
+                      "--size, --dpi, --title, --lines, --offset and --with are for a picture of one channel");
     }
 }
 

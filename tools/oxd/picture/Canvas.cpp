@@ -223,9 +223,11 @@ void Canvas::DrawPolyline(const std::vector<Point>& points, double width, std::u
     cairo_stroke(m_context.get());
 }
 
-void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth)
+void Canvas::DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth,
+                      const std::string& suffix)
 {
-    DrawNumber(Fitted(ValidUtf8(Printable(text)), maxWidth), x, y, anchor, maxWidth);
+    const auto shown = [](const std::string& part) { return ValidUtf8(Printable(part)); };
+    DrawNumber(Fitted(shown(text), shown(suffix), maxWidth), x, y, anchor, maxWidth);
 }
 
 void Canvas::Fill(const Rectangle& place, std::uint32_t colour)
@@ -294,13 +296,13 @@ double Canvas::WidthOf(const std::string& text)
 }
 
 // As much of a text as fits, and something at least.
-std::string Canvas::Fitted(const std::string& text, double maxWidth)
+std::string Canvas::Fitted(const std::string& text, const std::string& suffix, double maxWidth)
 {
     constexpr double narrowest = 2; // pixels of a letter
     std::size_t characters = std::min(CharacterCount(text), static_cast<std::size_t>(maxWidth / narrowest));
-    std::string fitted = Shortened(text, characters);
+    std::string fitted = Shortened(text, characters) + suffix;
     while (characters > 1 && WidthOf(fitted) > maxWidth) {
-        fitted = Shortened(text, --characters);
+        fitted = Shortened(text, --characters) + suffix;
     }
     return fitted;
 }
@@ -337,13 +339,13 @@ void Canvas::ShowPart(const std::string& text)
     Require(cairo_scaled_font_status(font));
 }
 
-void Canvas::DrawUpwardText(const std::string& text, double x, double y, double maxWidth)
+void Canvas::DrawUpwardText(const std::string& text, double x, double y, double maxWidth, const std::string& suffix)
 {
     constexpr double quarterTurn = -1.5707963267948966;
     const Saved saved(m_context.get());
     cairo_translate(m_context.get(), x, y);
     cairo_rotate(m_context.get(), quarterTurn);
-    DrawText(text, 0, 0, Anchor::Middle, maxWidth);
+    DrawText(text, 0, 0, Anchor::Middle, maxWidth, suffix);
 }
 
 void Canvas::DrawScaled(const Point& origin, double factor, const std::function<void()>& draw)

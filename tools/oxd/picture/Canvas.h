@@ -69,14 +69,16 @@ public:
     void DrawTriangle(const Rectangle& place, Pointing pointing, std::uint32_t colour);
 
     // Draws a text in one line, centred on y vertically. Where it would be wider than `maxWidth`, it ends with "…".
-    // What no font can show is replaced: control characters and anything that is not UTF-8.
-    void DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth);
+    // What no font can show is replaced: control characters and anything that is not UTF-8. Nothing is left out of
+    // `suffix`, which follows the text, such as its unit.
+    void DrawText(const std::string& text, double x, double y, Anchor anchor, double maxWidth,
+                  const std::string& suffix = {});
 
     // The same for a number, which loses no digit: it is narrowed.
     void DrawNumber(const std::string& number, double x, double y, Anchor anchor, double maxWidth);
 
     // As DrawText, turned to read from the bottom to the top, centred on both x and y.
-    void DrawUpwardText(const std::string& text, double x, double y, double maxWidth);
+    void DrawUpwardText(const std::string& text, double x, double y, double maxWidth, const std::string& suffix = {});
 
     // Draws what `draw` draws with that point as its origin, and `factor` times as large.
     void DrawScaled(const Point& origin, double factor, const std::function<void()>& draw);
@@ -89,7 +91,7 @@ private:
     void SelectFont();
     void SetColour(std::uint32_t colour);
     double WidthOf(const std::string& text);
-    std::string Fitted(const std::string& text, double maxWidth);
+    std::string Fitted(const std::string& text, const std::string& suffix, double maxWidth);
     double AdvanceOf(const TextFonts::Part& part);
     void ShowText(const std::string& text, double x);
     void ShowPart(const std::string& text);
@@ -108,9 +110,9 @@ private:
 
     PictureShape m_shape;
     std::unique_ptr<std::string> m_bytes; // of the file; the surface of a vector form writes them
-    TextFonts m_fonts;
     Surface m_surface;
     Context m_context;
+    TextFonts m_fonts; // behind the surface: with fonts alone, the drawing library is not ready on Windows
 };
 
 } // namespace oxd

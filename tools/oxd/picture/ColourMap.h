@@ -19,16 +19,32 @@ struct ColourMap
 };
 
 std::uint32_t HelixColour(double fraction);
-std::uint32_t ReversedHelixColour(double fraction);
 std::uint32_t GreyColour(double fraction);
-std::uint32_t ReversedGreyColour(double fraction);
+std::uint32_t ViridisColour(double fraction);
+std::uint32_t MagmaColour(double fraction);
+std::uint32_t InfernoColour(double fraction);
+std::uint32_t CividisColour(double fraction);
 
-// The first one is the default.
+template <ColourOf colour>
+std::uint32_t Reversed(double fraction)
+{
+    return colour(1 - fraction);
+}
+
+// The first one is the default. Each is followed by the same from light to dark.
 inline constexpr std::array colourMaps{
     ColourMap{"cubehelix", HelixColour, "from black by red and ochre to white; the default"},
-    ColourMap{"cubehelix_r", ReversedHelixColour, "the same from white to black"},
+    ColourMap{"cubehelix_r", Reversed<HelixColour>, "the same from white to black"},
     ColourMap{"gray", GreyColour, "from black to white"},
-    ColourMap{"gray_r", ReversedGreyColour, "from white to black"},
+    ColourMap{"gray_r", Reversed<GreyColour>, "from white to black"},
+    ColourMap{"viridis", ViridisColour, "from dark violet by green to yellow"},
+    ColourMap{"viridis_r", Reversed<ViridisColour>, "the same from yellow to violet"},
+    ColourMap{"magma", MagmaColour, "from black by purple to pale yellow"},
+    ColourMap{"magma_r", Reversed<MagmaColour>, "the same from yellow to black"},
+    ColourMap{"inferno", InfernoColour, "from black by red and orange to pale yellow"},
+    ColourMap{"inferno_r", Reversed<InfernoColour>, "the same from yellow to black"},
+    ColourMap{"cividis", CividisColour, "from dark blue by grey to yellow"},
+    ColourMap{"cividis_r", Reversed<CividisColour>, "the same from yellow to blue"},
 };
 
 } // namespace oxd

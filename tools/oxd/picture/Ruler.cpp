@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace oxd {
 
@@ -18,17 +19,18 @@ int TicksAlong(double length)
     return std::max(2, static_cast<int>(length / smallestTickDistance));
 }
 
-std::string TitleOf(const std::string& name, const UnitText& text)
+// What follows the name of an axis.
+std::string SuffixOf(const UnitText& text)
 {
-    const std::string title = text.Unit().empty() ? name : name + " [" + text.Unit() + "]";
-    return text.Offset().empty() ? title : title + " " + text.Offset();
+    const std::string unit = text.Unit().empty() ? "" : " [" + text.Unit() + "]";
+    return text.Offset().empty() ? unit : unit + " " + text.Offset();
 }
 
 } // namespace
 
-Ruler::Ruler(const Scale& scale, const std::string& name, const std::string& unit, double length)
+Ruler::Ruler(const Scale& scale, std::string name, const std::string& unit, double length)
     : m_scale(scale), m_ticks(scale.Ticks(TicksAlong(length))), m_text(scale, unit), m_labels(m_text.Labels(m_ticks)),
-      m_title(TitleOf(name, m_text)), m_length(length)
+      m_name(std::move(name)), m_suffix(SuffixOf(m_text)), m_length(length)
 {
 }
 
@@ -40,19 +42,19 @@ void Ruler::DrawBelow(Canvas& canvas, double x, double y) const
         canvas.DrawLine(std::floor(x + place) + halfPixel, y, 0, tickLength);
         canvas.DrawNumber(label, x + place, y + labelDistance, Anchor::Middle, smallestTickDistance);
     });
-    canvas.DrawText(m_title, x + m_length / 2, y + titleDistance, Anchor::Middle, m_length + titleOverhang);
+    canvas.DrawText(m_name, x + m_length / 2, y + titleDistance, Anchor::Middle, m_length + titleOverhang, m_suffix);
 }
 
 void Ruler::DrawLeft(Canvas& canvas, double x, double y) const
 {
     constexpr double labelDistance = 9;
     constexpr double titleDistance = 58;
-    constexpr double labelWidth = 42;
+    constexpr double labelWidth = 39;
     ForEachTick([&](double place, const std::string& label) {
         canvas.DrawLine(x, HeightOf(y, place), -tickLength, 0);
         canvas.DrawNumber(label, x - labelDistance, HeightOf(y, place), Anchor::End, labelWidth);
     });
-    canvas.DrawUpwardText(m_title, x - titleDistance, y + m_length / 2, m_length + titleOverhang);
+    canvas.DrawUpwardText(m_name, x - titleDistance, y + m_length / 2, m_length + titleOverhang, m_suffix);
 }
 
 void Ruler::DrawRight(Canvas& canvas, double x, double y) const
@@ -64,7 +66,7 @@ void Ruler::DrawRight(Canvas& canvas, double x, double y) const
         canvas.DrawLine(x, HeightOf(y, place), tickLength, 0);
         canvas.DrawNumber(label, x + labelDistance, HeightOf(y, place), Anchor::Begin, labelWidth);
     });
-    canvas.DrawUpwardText(m_title, x + titleDistance, y + m_length / 2, m_length + titleOverhang);
+    canvas.DrawUpwardText(m_name, x + titleDistance, y + m_length / 2, m_length + titleOverhang, m_suffix);
 }
 
 void Ruler::ForEachTick(const auto& draw) const

@@ -15,7 +15,7 @@ namespace oxd {
 class Ruler
 {
 public:
-    Ruler(const Scale& scale, const std::string& name, const std::string& unit, double length);
+    Ruler(const Scale& scale, std::string name, const std::string& unit, double length);
 
     // `x` and `y` are the left end of a horizontal edge, and the top end of a vertical one.
     void DrawBelow(Canvas& canvas, double x, double y) const;
@@ -32,7 +32,8 @@ private:
     std::vector<double> m_ticks;
     UnitText m_text;
     std::vector<std::string> m_labels; // one for each tick
-    std::string m_title;
+    std::string m_name;
+    std::string m_suffix;
     double m_length; // pixels
 };
 

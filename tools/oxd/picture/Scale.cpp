@@ -48,6 +48,14 @@ std::string WithoutZeros(std::string number)
     return number;
 }
 
+// A number that stands alone, without a step that would tell how finely it is to be told.
+std::string WithFewDigits(double number)
+{
+    const double magnitude = std::fabs(number);
+    const int decimals = magnitude >= 100 ? 1 : magnitude >= 10 ? 2 : 3;
+    return WithoutZeros(Fixed(number, decimals));
+}
+
 std::vector<double> Multiples(double step, double low, double high)
 {
     constexpr double tolerance = 1e-6; // of a step, so that rounding costs no tick at an end of the range
@@ -146,11 +154,12 @@ void UnitText::ChooseUnit(double magnitude, const std::string& unit)
 std::vector<std::string> UnitText::Labels(const std::vector<double>& values) const
 {
     const double step = values.size() > 1 ? std::fabs(values[1] - values[0]) * m_factor : 0;
-    constexpr int decimalsOfOne = 3;
-    const int decimals = step > 0 ? DecimalsOf(step) : decimalsOfOne;
+    const auto label = [&](double value) {
+        const double number = (value - m_offset) * m_factor;
+        return step > 0 ? Fixed(number, DecimalsOf(step)) : WithFewDigits(number);
+    };
     std::vector<std::string> labels(values.size());
-    std::transform(values.begin(), values.end(), labels.begin(),
-                   [&](double value) { return Fixed((value - m_offset) * m_factor, decimals); });
+    std::transform(values.begin(), values.end(), labels.begin(), label);
     return labels;
 }
 

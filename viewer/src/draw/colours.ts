@@ -1,8 +1,21 @@
-/** Colour maps by a few fixed colours, between which they are linear. Lightness grows with the value in each. */
+/** Colour maps by some colours, between which they go straight, named as the tool's. Lightness grows with the value in each. */
 export const colourMaps: Record<string, readonly string[]> = {
-    viridis: ["440154", "3b528b", "21918c", "5ec962", "fde725"],
-    inferno: ["000004", "57106e", "bc3754", "f98e09", "fcffa4"],
-    cividis: ["00224e", "434e6c", "7d7c78", "bcae6c", "fee838"],
+    viridis: [
+        "440154", "48186a", "472d7b", "424086", "3b528b", "33638d", "2c728e", "26828e", "21918c",
+        "1fa088", "28ae80", "3fbc73", "5ec962", "84d44b", "addc30", "d8e219", "fde725",
+    ],
+    magma: [
+        "000004", "0a0822", "1d1147", "36106b", "51127c", "6a1c81", "832681", "9c2e7f", "b73779",
+        "d0416f", "e75263", "f56b5c", "fc8961", "fea772", "fec488", "fde2a3", "fcfdbf",
+    ],
+    inferno: [
+        "000004", "0b0724", "210c4a", "3d0965", "57106e", "71196e", "8a226a", "a32c61", "bc3754",
+        "d24644", "e45a31", "f1731d", "f98e09", "fcac11", "f9cb35", "f2ea69", "fcffa4",
+    ],
+    cividis: [
+        "00224e", "002e6a", "1a386f", "32436d", "434e6c", "535a6d", "61656f", "6f7073", "7d7c78",
+        "8c8878", "9b9476", "aba072", "bcae6c", "cdbb63", "dec958", "f0d846", "fee838",
+    ],
     gray: ["000000", "ffffff"],
 };
 

@@ -6,7 +6,9 @@
 #include "oxd/picture/Ruler.h"
 #include "oxd/system/Failure.h"
 #include "oxd/system/Text.h"
+#include "oxd/system/Unit.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -39,36 +41,46 @@ struct Curves
     std::vector<LegendEntry> legend; // empty where colours stand for the line axis
 };
 
-// The curves of one channel. Their colours are given by `colourOf(place of the line among those chosen)`.
-void AddCurves(std::vector<Curve>& curves, LineSource& source, const std::vector<std::uint64_t>& lines,
-               const auto& colourOf)
+// What is shown of each channel.
+struct Choice
 {
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        curves.push_back({source.GetChannel().PointSpan(lines[i]), source.ReadShown(lines[i]), colourOf(i)});
+    std::vector<std::uint64_t> lines;
+    double offset = 0; // of each line above the one before
+};
+
+// The curves of one channel. Their colours are given by `colourOf(place of the line among those chosen)`.
+void AddCurves(std::vector<Curve>& curves, LineSource& source, const Choice& choice, const auto& colourOf)
+{
+    for (std::size_t i = 0; i < choice.lines.size(); ++i) {
+        const std::uint64_t line = choice.lines[i];
+        std::vector<double> values = source.ReadShown(line);
+        const double raised = choice.offset * static_cast<double>(i);
+        std::ranges::transform(values, values.begin(), [raised](double value) { return value + raised; });
+        curves.push_back({source.GetChannel().PointSpan(line), std::move(values), colourOf(i)});
     }
 }
 
-Curves NamedCurves(const std::vector<LineSource*>& sources, const std::vector<std::uint64_t>& lines)
+Curves NamedCurves(const std::vector<LineSource*>& sources, const Choice& choice)
 {
     Curves all;
     for (LineSource* const source : sources) {
         const std::size_t first = all.curves.size();
-        AddCurves(all.curves, *source, lines, [first](std::size_t i) { return colours.at(first + i); });
+        AddCurves(all.curves, *source, choice, [first](std::size_t i) { return colours.at(first + i); });
         const std::string name = sources.size() > 1 ? source->GetChannel().Name() : "line";
-        for (std::size_t i = 0; i < lines.size(); ++i) {
-            all.legend.push_back({name + " " + std::to_string(lines[i]), colours.at(first + i)});
+        for (std::size_t i = 0; i < choice.lines.size(); ++i) {
+            all.legend.push_back({name + " " + std::to_string(choice.lines[i]), colours.at(first + i)});
         }
     }
     return all;
 }
 
 // A colour for each channel.
-Curves GroupedCurves(const std::vector<LineSource*>& sources, const std::vector<std::uint64_t>& lines)
+Curves GroupedCurves(const std::vector<LineSource*>& sources, const Choice& choice)
 {
     Curves all;
     for (std::size_t i = 0; i < sources.size(); ++i) {
         const std::uint32_t colour = colours.at(i % colours.size());
-        AddCurves(all.curves, *sources[i], lines, [colour](std::size_t /*line*/) { return colour; });
+        AddCurves(all.curves, *sources[i], choice, [colour](std::size_t /*line*/) { return colour; });
         all.legend.push_back({sources[i]->GetChannel().Name(), colour});
     }
     return all;
@@ -82,23 +94,24 @@ double VisibleFraction(std::size_t index, std::size_t count)
                      : lowest + (highest - lowest) * static_cast<double>(index) / static_cast<double>(count - 1);
 }
 
-Curves SeriesOfCurves(LineSource& source, const std::vector<std::uint64_t>& lines, ColourOf colour)
+Curves SeriesOfCurves(LineSource& source, const Choice& choice, ColourOf colour)
 {
     Curves all;
-    AddCurves(all.curves, source, lines, [&](std::size_t i) { return colour(VisibleFraction(i, lines.size())); });
+    AddCurves(all.curves, source, choice,
+              [&](std::size_t i) { return colour(VisibleFraction(i, choice.lines.size())); });
     return all;
 }
 
-Curves ReadCurves(ExportJob& job, const std::vector<std::uint64_t>& lines)
+Curves ReadCurves(ExportJob& job, const Choice& choice)
 {
     std::vector<LineSource*> sources{&job.source};
     for (LineSource& other : job.others) {
         sources.push_back(&other);
     }
-    if (sources.size() * lines.size() <= mostNamed) {
-        return NamedCurves(sources, lines);
+    if (sources.size() * choice.lines.size() <= mostNamed) {
+        return NamedCurves(sources, choice);
     }
-    return sources.size() > 1 ? GroupedCurves(sources, lines) : SeriesOfCurves(job.source, lines, job.picture.colour);
+    return sources.size() > 1 ? GroupedCurves(sources, choice) : SeriesOfCurves(job.source, choice, job.picture.colour);
 }
 
 Scale PositionsOf(const std::vector<Curve>& curves)
@@ -140,8 +153,22 @@ void DrawColumns(Canvas& canvas, const Rectangle& plot, const Curve& curve, cons
     }
 }
 
+// A curve of a single point, which no line would show.
+void DrawPoint(Canvas& canvas, const Rectangle& plot, const Curve& curve, const Scale& x, const Scale& y)
+{
+    constexpr double size = 5;
+    const Point point = PointsOf(curve, x, y, plot.width, plot.height).front();
+    if (!std::isnan(point.y)) {
+        canvas.Fill({plot.x + point.x - size / 2, plot.y + point.y - size / 2, size, size}, curve.colour);
+    }
+}
+
 void DrawCurve(Canvas& canvas, const Rectangle& plot, const Curve& curve, const Scale& x, const Scale& y)
 {
+    if (curve.values.size() == 1) {
+        DrawPoint(canvas, plot, curve, x, y);
+        return;
+    }
     if (!canvas.Shape().IsVector()) {
         DrawColumns(canvas, plot, curve, x, y);
         return;
@@ -194,7 +221,7 @@ struct CurvePlot
 {
     Curves all;
     Scale x, y;
-    std::vector<std::uint64_t> lines;
+    Choice choice;
 };
 
 void DrawPlot(Canvas& canvas, const ExportJob& job, const CurvePlot& shown, const Rectangle& plot)
@@ -205,6 +232,9 @@ void DrawPlot(Canvas& canvas, const ExportJob& job, const CurvePlot& shown, cons
     for (const LineSource& other : job.others) {
         names += ", " + other.GetChannel().Name();
     }
+    if (shown.choice.offset != 0) {
+        names += ", each line + " + ToText(shown.choice.offset, signal.unit);
+    }
     DrawTitle(canvas, plot, job);
     for (const Curve& curve : shown.all.curves) {
         DrawCurve(canvas, plot, curve, shown.x, shown.y);
@@ -214,7 +244,7 @@ void DrawPlot(Canvas& canvas, const ExportJob& job, const CurvePlot& shown, cons
     Ruler(shown.y, names, signal.unit, plot.height).DrawLeft(canvas, plot.x, plot.y);
     constexpr double distance = 22, barWidth = 20;
     if (shown.all.legend.empty()) {
-        DrawSeriesBar(canvas, job, {plot.x + plot.width + distance, plot.y, barWidth, plot.height}, shown.lines);
+        DrawSeriesBar(canvas, job, {plot.x + plot.width + distance, plot.y, barWidth, plot.height}, shown.choice.lines);
     } else {
         DrawLegend(canvas, plot.x + plot.width + distance / 2, plot.y + distance / 2, shown.all.legend);
     }
@@ -231,8 +261,11 @@ bool IsOfCurves(const Channel& channel)
 
 Drawing DrawCurves(ExportJob& job)
 {
-    const std::vector<std::uint64_t> lines = ChooseLines(job.picture.lines, job.source.Lines());
-    Curves all = ReadCurves(job, lines);
+    Choice choice{ChooseLines(job.picture.lines, job.source.Lines())};
+    if (job.picture.offset) {
+        choice.offset = InUnit(*job.picture.offset, job.source.SignalAxis().unit, "offset");
+    }
+    Curves all = ReadCurves(job, choice);
     const Scale x = PositionsOf(all.curves);
     const Scale y = ValuesOf(job, all.curves);
     if (!y.IsFinite()) {
@@ -240,7 +273,7 @@ Drawing DrawCurves(ExportJob& job)
     }
     const Extent size = PlotOf(job);
     const Rectangle plot{leftMargin, topMargin, static_cast<double>(size.columns), static_cast<double>(size.rows)};
-    const auto shown = std::make_shared<const CurvePlot>(CurvePlot{std::move(all), x, y, lines});
+    const auto shown = std::make_shared<const CurvePlot>(CurvePlot{std::move(all), x, y, std::move(choice)});
     return {WithMargins(size), y, [&job, shown, plot](Canvas& canvas) { DrawPlot(canvas, job, *shown, plot); }};
 }
 

@@ -1,8 +1,7 @@
 #include "oxd/export/options/Contrast.h"
 
+#include "oxd/export/options/Quantity.h"
 #include "oxd/system/Failure.h"
-#include "oxd/system/Unit.h"
-#include "velflexlib/fx/FxProperty.h"
 #include "velstdlib/math/Round.h"
 
 #include <algorithm>
@@ -14,8 +13,6 @@ namespace oxd {
 
 namespace {
 
-using veltaris::velflexlib::fx::CFxProperty;
-using veltaris::velflexlib::fx::ParseFxProperty;
 using veltaris::velstdlib::math::vel_round;
 
 constexpr std::string_view percentiles = "percentile:";
@@ -24,17 +21,6 @@ constexpr std::string_view percentiles = "percentile:";
 {
     throw Failure(ExitCode::Usage, "range \"" + std::string(text) + "\"",
                   "is none of full, percentile:LOW,HIGH and MIN:MAX, such as -2nm:2nm");
-}
-
-// A number with its unit, in which a keyboard's "u" may stand for "µ".
-std::optional<CFxProperty> ParseNumber(std::string_view text)
-{
-    constexpr double micro = 1e-6;
-    auto number = ParseFxProperty(text);
-    if (number && number->unit.starts_with('u') && TakesPrefix(number->unit.substr(1))) {
-        *number = {number->value * micro, number->unit.substr(1)};
-    }
-    return number;
 }
 
 // What stands behind the digits.
@@ -46,7 +32,7 @@ std::string_view UnitOf(std::string_view text)
 }
 
 // The two numbers beside a separator. The first may leave its unit to the second.
-std::pair<CFxProperty, CFxProperty> ParsePair(std::string_view whole, std::string_view pair, char separator)
+std::pair<Quantity, Quantity> ParsePair(std::string_view whole, std::string_view pair, char separator)
 {
     const std::size_t middle = std::min(pair.find(separator), pair.size());
     const std::string_view last = pair.substr(std::min(middle + 1, pair.size()));
@@ -54,8 +40,8 @@ std::pair<CFxProperty, CFxProperty> ParsePair(std::string_view whole, std::strin
     if (UnitOf(begin).empty()) {
         begin += UnitOf(last);
     }
-    const auto first = ParseNumber(begin);
-    const auto second = ParseNumber(last);
+    const auto first = ParseQuantity(begin);
+    const auto second = ParseQuantity(last);
     if (!first || !second) {
         ThrowNoRange(whole);
     }
@@ -84,20 +70,6 @@ Contrast ParseRange(std::string_view text)
     return {0, 100, Scale(from.value, to.value), to.unit};
 }
 
-// The number by which a value in the unit of the contrast is divided to be one in `unit`, which may have a prefix.
-double FactorBetween(const Contrast& contrast, const std::string& unit)
-{
-    if (contrast.unit.empty()) {
-        return 1;
-    }
-    const auto one = ParseFxProperty("1" + unit);
-    if (!one || one->unit != contrast.unit) {
-        throw Failure(ExitCode::Usage, "range in \"" + contrast.unit + "\"",
-                      unit.empty() ? "the values have no unit" : "the values are in \"" + unit + "\"");
-    }
-    return one->value;
-}
-
 double Percentile(std::vector<double>& values, double percent)
 {
     const auto place = vel_round(static_cast<double>(values.size() - 1) * percent / 100);
@@ -122,8 +94,8 @@ Scale RangeOf(const Contrast& contrast, std::vector<double> values, const std::s
         return Scale::Nothing();
     }
     if (contrast.range) {
-        const double factor = FactorBetween(contrast, unit);
-        return {contrast.range->From() / factor, contrast.range->To() / factor};
+        const auto inUnit = [&](double end) { return InUnit({end, contrast.unit}, unit, "range"); };
+        return {inUnit(contrast.range->From()), inUnit(contrast.range->To())};
     }
     return {Percentile(values, contrast.lowestPercent), Percentile(values, contrast.highestPercent)};
 }

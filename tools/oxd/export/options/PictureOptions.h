@@ -4,6 +4,7 @@
 #include "oxd/export/options/Contrast.h"
 #include "oxd/export/options/LineChoice.h"
 #include "oxd/export/options/PictureSize.h"
+#include "oxd/export/options/Quantity.h"
 #include "oxd/picture/ColourMap.h"
 #include "oxd/picture/PictureForm.h"
 
@@ -22,6 +23,7 @@ struct PictureOptions
     bool firstLineOnTop = false;           // else at the bottom, where the line axis begins
     std::optional<bool> curves = {};       // or an image; by default, what suits the channel
     std::vector<LineSpan> lines = {};      // of a picture of curves; by default, all
+    std::optional<Quantity> offset = {};   // of each line above the one before, in a picture of curves
     bool scaleBar = false;                 // in an image
     std::optional<PictureSize> size = {};  // of the whole; by default, what suits the number of samples
     std::optional<double> resolution = {}; // see PictureShape
@@ -32,7 +34,7 @@ struct PictureOptions
     bool IsDefault() const
     {
         return !contrast && colour == colourMaps.front().colour && !title && axes && !firstLineOnTop && !curves &&
-               lines.empty() && !scaleBar && !size && !resolution;
+               lines.empty() && !offset && !scaleBar && !size && !resolution;
     }
 
     // Of a picture of these pixels.
