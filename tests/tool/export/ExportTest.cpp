@@ -282,13 +282,13 @@ TEST_F(ExportTest, ShowsTheSamplesAloneOrWithTheFirstLineOnTop)
     MakeRagged("0");
     ResultsOf(std::string(ofRagged) + "-o whole.png");
     ResultsOf(std::string(ofRagged) + "--no-axes -o alone.png");
-    ResultsOf(std::string(ofRagged) + "--no-axes --first-line-on-top -o turned.png");
+    ResultsOf(std::string(ofRagged) + "--no-axes --lines-first top -o turned.png");
     const auto alone = ReadPicture<std::uint8_t>("alone.png");
     const auto turned = ReadPicture<std::uint8_t>("turned.png");
     EXPECT_EQ(alone.levels, Part(ReadPicture<std::uint8_t>("whole.png"), left, top, 640, 320).levels);
     for (const std::size_t row : {220U, 310U}) // of the first line
         EXPECT_EQ(Part(alone, 0, row, 640, 1).levels, Part(turned, 0, 319 - row, 640, 1).levels);
-    ResultsOf(std::string(ofRagged) + "--grey --first-line-on-top -o grey.png");
+    ResultsOf(std::string(ofRagged) + "--grey --lines-first top -o grey.png");
     EXPECT_EQ(ReadPicture<std::uint16_t>("grey.png").levels.at(0), 1) << "the lowest value is the first";
 }
 
@@ -310,7 +310,7 @@ TEST_F(ExportTest, LooksAsApproved)
           {std::string(ofSample) + "--op parabola --map viridis --range -0.2nm:0.2nm", images + "sample-map.png"},
           {std::string(ofRagged), approved + "ragged.png"},
           {std::string(ofRagged) + "--op derive ", approved + "ragged-derived.png"},
-          {std::string(ofRagged) + "--range 0:0.25 --map gray_r --first-line-on-top --title 'A title'",
+          {std::string(ofRagged) + "--range 0:0.25 --map gray_r --lines-first top --title 'A title'",
            approved + "ragged-options.png"},
           {"export far.oxd -g Scan -c 0 ", approved + "far.png"}}) {
         EXPECT_EQ(Run(arguments + " -o out.png").exitCode, 0) << file;

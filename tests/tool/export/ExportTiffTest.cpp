@@ -78,7 +78,7 @@ TEST_F(ExportTiffTest, WritesRealValuesToScaleAsTiff)
     WriteSmall(8, "\x01\x02\x03\x04\x05\x06");
     for (const Case& one : {Case{"small.oxd -g G -c 0", "V", false}, Case{"small.oxd -g G -c 0", "V", true},
                             Case{"sample.oxd -g ForwardScan -c Topography --op derive", "m/point", false}}) {
-        Run("export " + one.arguments + (one.isOnTop ? " --first-line-on-top" : "") + " -o out.tiff");
+        Run("export " + one.arguments + (one.isOnTop ? " --lines-first top" : "") + " -o out.tiff");
         Run("export " + one.arguments + " -o out.f64");
         const auto expected = Numbers<double>(ReadBytes("out.f64"));
         const Tiff tiff = ReadTiff("out.tiff");

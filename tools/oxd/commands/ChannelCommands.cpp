@@ -188,9 +188,14 @@ void AddPictureOptions(CLI::App& command, Export& wanted)
         .add_flag_callback(
             "--no-axes", [&picture] { picture.axes = false; }, "The samples alone, without title, axes and colour bar")
         ->group(group);
+    const auto linesFirst = [&picture](const std::string& place) { picture.firstLineOnTop = place == "top"; };
     command
-        .add_flag("--first-line-on-top", picture.firstLineOnTop,
-                  "As some programs show scans; else it is at the bottom")
+        .add_option_function<std::string>(
+            "--lines-first", linesFirst,
+            "Where the first line is: bottom, where the line axis begins, or top, as some "
+            "programs show scans; bottom")
+        ->type_name("PLACE")
+        ->check(CLI::IsMember({"top", "bottom"}).description(""))
         ->group(group);
 }
 
