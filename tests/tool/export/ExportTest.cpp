@@ -308,6 +308,8 @@ TEST_F(ExportTest, LooksAsApproved)
           {curves + "--with Retract --lines 3,5 ", images + "sample-curves.png"},
           {curves + "--offset 20nm ", images + "sample-offset.png"},
           {std::string(ofSample) + "--op parabola --map viridis --range -0.2nm:0.2nm", images + "sample-map.png"},
+          {std::string(ofSample) + "--op line --title 'Terraces, first line on top' --map gray_r --lines-first top",
+           images + "sample-turned.png"},
           {std::string(ofRagged), approved + "ragged.png"},
           {std::string(ofRagged) + "--op derive ", approved + "ragged-derived.png"},
           {std::string(ofRagged) + "--range 0:0.25 --map gray_r --lines-first top --title 'A title'",

@@ -79,7 +79,7 @@ TEST_F(ShapeTest, LooksAsApprovedInEveryShape)
           Signal("\u00B0", "-180", "360")}});
     for (const auto& [kind, file] : {std::pair("image", "shapes.png"), {"curves", "shape-curves.png"}}) {
         EXPECT_LT(Run("export shapes.oxd --sheet --as " + std::string(kind) + " -o out.png").exitCode, 2);
-        ExpectAsApproved("out.png", std::string(OXD_APPROVED) + "/" + file);
+        ExpectAsApproved("out.png", std::string(OXD_IMAGES) + "/" + file);
     }
     ResultsOf("export sample.oxd --sheet -g BackwardScan --op parabola -o out.png");
     ExpectAsApproved("out.png", std::string(OXD_IMAGES) + "/sample-sheet.png");

@@ -1,11 +1,11 @@
 /** The built page in a real browser. */
 import { execFileSync } from "node:child_process";
-import { readFileSync } from "node:fs";
+import { readFileSync, readdirSync } from "node:fs";
 import { resolve } from "node:path";
 import type { Page } from "playwright-core";
 import { describe, expect, it } from "vitest";
 import { openDataSet } from "../../src/format/dataset.ts";
-import { outputFolder, readByLibrary, tool } from "../library.ts";
+import { outputFolder, readByLibrary, seedFolder, tool } from "../library.ts";
 import { Random } from "../randomFiles.ts";
 import { drag, expectAccessible, metres, openPage, openSample, sample, settled, showBeside, showCurves, told, useBrowser } from "./helpers.ts";
 
@@ -70,6 +70,21 @@ describe("the page", () => {
         await settled(page);
         expect(await page.textContent("#tree h2")).toBe("sample.oxd");
         await page.close();
+    }, 180_000);
+
+    it("shows the groups and channels of all seeds, as the library reads them", async () => {
+        const names = readdirSync(seedFolder);
+        const files = names.map((name) => resolve(seedFolder, name));
+        for (const [i, read] of readByLibrary(files).entries()) {
+            const page = await openPage();
+            await page.setInputFiles("#chooser", files[i] as string);
+            await page.waitForFunction(() => document.querySelector("#tree h2, #message:not(:empty)") !== null);
+            const channels = read?.groups.flatMap((group) => group.channels.flatMap((channel) => channel?.name ?? []));
+            expect(await page.locator("#tree h3").allTextContents(), names[i]).toEqual(read?.groups.map((group) => group.name) ?? []);
+            expect(await page.locator("#tree button").allTextContents(), names[i]).toEqual(channels ?? []);
+            expect((await page.textContent("#message"))?.startsWith(`${names[i]} cannot be read`), names[i]).toBe(read === null);
+            await page.close();
+        }
     }, 180_000);
 
     it("gives a sentence with the place for 49 damaged files", async () => {
