@@ -28,9 +28,9 @@ std::string SuffixOf(const UnitText& text)
 
 } // namespace
 
-Ruler::Ruler(const Scale& scale, std::string name, const std::string& unit, double length)
+Ruler::Ruler(const Scale& scale, std::string name, const std::string& unit, double length, const std::string& note)
     : m_scale(scale), m_ticks(scale.Ticks(TicksAlong(length))), m_text(scale, unit), m_labels(m_text.Labels(m_ticks)),
-      m_name(std::move(name)), m_suffix(SuffixOf(m_text)), m_length(length)
+      m_name(std::move(name)), m_suffix(note + SuffixOf(m_text)), m_length(length)
 {
 }
 

@@ -11,11 +11,12 @@ namespace oxd {
 
 // Spans an edge of `length` pixels, which the values of `scale` divide evenly, from left to right or from the bottom to
 // the top. What it draws depends on the scale and the texts alone, and lies outside the edge, within the margins that
-// the caller leaves. Numbers that are too long are narrowed, and titles shortened.
+// the caller leaves. Numbers that are too long are narrowed, and names shortened, but neither their units nor `note`,
+// which follows the name.
 class Ruler
 {
 public:
-    Ruler(const Scale& scale, std::string name, const std::string& unit, double length);
+    Ruler(const Scale& scale, std::string name, const std::string& unit, double length, const std::string& note = {});
 
     // `x` and `y` are the left end of a horizontal edge, and the top end of a vertical one.
     void DrawBelow(Canvas& canvas, double x, double y) const;

@@ -224,6 +224,14 @@ struct CurvePlot
     Choice choice;
 };
 
+std::string NoteOf(double offset, const std::string& unit)
+{
+    if (offset == 0) {
+        return {};
+    }
+    return (offset < 0 ? ", each line \u2212 " : ", each line + ") + ToText(std::fabs(offset), unit);
+}
+
 void DrawPlot(Canvas& canvas, const ExportJob& job, const CurvePlot& shown, const Rectangle& plot)
 {
     const Axis point = job.source.GetChannel().ReadAxis(pointAxis);
@@ -232,16 +240,14 @@ void DrawPlot(Canvas& canvas, const ExportJob& job, const CurvePlot& shown, cons
     for (const LineSource& other : job.others) {
         names += ", " + other.GetChannel().Name();
     }
-    if (shown.choice.offset != 0) {
-        names += ", each line + " + ToText(shown.choice.offset, signal.unit);
-    }
     DrawTitle(canvas, plot, job);
     for (const Curve& curve : shown.all.curves) {
         DrawCurve(canvas, plot, curve, shown.x, shown.y);
     }
     canvas.DrawFrame(plot);
     Ruler(shown.x, point.name, point.unit, plot.width).DrawBelow(canvas, plot.x, plot.y + plot.height);
-    Ruler(shown.y, names, signal.unit, plot.height).DrawLeft(canvas, plot.x, plot.y);
+    Ruler(shown.y, names, signal.unit, plot.height, NoteOf(shown.choice.offset, signal.unit))
+        .DrawLeft(canvas, plot.x, plot.y);
     constexpr double distance = 22, barWidth = 20;
     if (shown.all.legend.empty()) {
         DrawSeriesBar(canvas, job, {plot.x + plot.width + distance, plot.y, barWidth, plot.height}, shown.choice.lines);
