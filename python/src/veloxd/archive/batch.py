@@ -5,6 +5,7 @@ from __future__ import annotations
 import contextlib
 import itertools
 import json
+import logging
 import os
 from collections.abc import Callable, Iterable, Iterator
 from pathlib import Path
@@ -125,7 +126,9 @@ def _connected(scheduler: str | None, workers: int | None, files: int) -> Iterat
             yield client
         return
     count = min(workers or os.cpu_count() or 1, files)
-    local = LocalCluster(n_workers=count, threads_per_worker=1, processes=True, dashboard_address=None)
+    # What fails becomes a result; that the workers tell of it, too, with a traceback, helps nobody.
+    quiet = {"silence_logs": logging.CRITICAL, "dashboard_address": None}
+    local = LocalCluster(n_workers=count, threads_per_worker=1, processes=True, **quiet)
     with local as cluster, Client(cluster) as client:
         yield client
 
