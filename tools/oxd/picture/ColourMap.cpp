@@ -3,7 +3,6 @@
 #include "velstdlib/math/Round.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -23,8 +22,7 @@ std::uint32_t Opaque(double red, double green, double blue)
     return 0xFF000000U | Byte(red) << 16 | Byte(green) << 8 | Byte(blue);
 }
 
-// Colours 0xRRGGBB at even distances, between which a map goes straight.
-using Stops = std::array<std::uint32_t, 17>;
+} // namespace
 
 std::uint32_t Between(const Stops& stops, double fraction)
 {
@@ -38,8 +36,6 @@ std::uint32_t Between(const Stops& stops, double fraction)
     };
     return Opaque(part(16), part(8), part(0));
 }
-
-} // namespace
 
 // A helix around the grey diagonal of the colour cube (D. A. Green, Bull. Astr. Soc. India 39, 289, 2011): the weights
 // are those by which the eye sees red, green and blue, so that turning around the diagonal does not change lightness.
@@ -64,34 +60,6 @@ std::uint32_t HelixColour(double fraction)
 std::uint32_t GreyColour(double fraction)
 {
     return Opaque(fraction, fraction, fraction);
-}
-
-std::uint32_t ViridisColour(double fraction)
-{
-    return Between({0x440154, 0x48186A, 0x472D7B, 0x424086, 0x3B528B, 0x33638D, 0x2C728E, 0x26828E, 0x21918C, 0x1FA088,
-                    0x28AE80, 0x3FBC73, 0x5EC962, 0x84D44B, 0xADDC30, 0xD8E219, 0xFDE725},
-                   fraction);
-}
-
-std::uint32_t MagmaColour(double fraction)
-{
-    return Between({0x000004, 0x0A0822, 0x1D1147, 0x36106B, 0x51127C, 0x6A1C81, 0x832681, 0x9C2E7F, 0xB73779, 0xD0416F,
-                    0xE75263, 0xF56B5C, 0xFC8961, 0xFEA772, 0xFEC488, 0xFDE2A3, 0xFCFDBF},
-                   fraction);
-}
-
-std::uint32_t InfernoColour(double fraction)
-{
-    return Between({0x000004, 0x0B0724, 0x210C4A, 0x3D0965, 0x57106E, 0x71196E, 0x8A226A, 0xA32C61, 0xBC3754, 0xD24644,
-                    0xE45A31, 0xF1731D, 0xF98E09, 0xFCAC11, 0xF9CB35, 0xF2EA69, 0xFCFFA4},
-                   fraction);
-}
-
-std::uint32_t CividisColour(double fraction)
-{
-    return Between({0x00224E, 0x002E6A, 0x1A386F, 0x32436D, 0x434E6C, 0x535A6D, 0x61656F, 0x6F7073, 0x7D7C78, 0x8C8878,
-                    0x9B9476, 0xABA072, 0xBCAE6C, 0xCDBB63, 0xDEC958, 0xF0D846, 0xFEE838},
-                   fraction);
 }
 
 } // namespace oxd

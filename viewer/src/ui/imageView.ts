@@ -7,7 +7,7 @@ import { type Point, percentiles, sampleProfile } from "../model/profile.ts";
 import { type Named, counterparts } from "../model/related.ts";
 import { formatValue } from "../model/units.ts";
 import { Viewport } from "../model/viewport.ts";
-import { loadAside } from "../work/loadAside.ts";
+import { loadAside } from "../worker/loadAside.ts";
 import { choice } from "./choice.ts";
 import { button, element, saveAs } from "./dom.ts";
 import { ImagePane } from "./imagePane.ts";
