@@ -74,6 +74,7 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 get_target_property(library_folder VELOxdDll BINARY_DIR)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${library_folder}")
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${library_package} (>= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_TOOL_PACKAGE_SUGGESTS fonts-noto-cjk) # for pictures of channels with names in these scripts
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${library_package} (= ${debian_version})")
 
 # The packages of other programs learn from this which version of the library they need.
